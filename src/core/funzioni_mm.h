@@ -1,0 +1,122 @@
+#pragma once
+
+#include "core/pitch.h"
+#include "core/random.h"
+#include "platform/midi_out.h"
+
+#include <QString>
+
+#include <cstdint>
+
+class Dialogs;
+class Media;
+class Runtime;
+
+/// The sound module: the one MIDI output, the single-voice note player, the blocking wait, the
+/// introductory tune and the answer sounds. There is one object of it, made at start-up and shared
+/// by every window.
+///
+/// Message traffic: melodic notes go to channel 1, clicks to channel 10; a note ends with a note-on
+/// of velocity 0, never with a note-off status; no controllers are sent. The instrument of channel
+/// 1 is a General MIDI program.
+class FunzioniMM {
+public:
+    FunzioniMM(Runtime& runtime, MidiOut& midiOut, Media& media, Dialogs& dialogs, Random random);
+
+    /// The argument of `PlayNoteIndex` that silences the note that sounds.
+    static constexpr std::int16_t kSilence = -1;
+    /// The argument of `PlayNoteIndex` that draws a note of the range.
+    static constexpr std::int16_t kRandomNote = -2;
+
+    /// Closes the open output and opens a device (-1 = the default output). A failure is reported
+    /// and answers false; the handle then stays as the close left it.
+    bool MidiOpen(int deviceId);
+
+    /// Closes the output if one is open. A failure is reported and keeps the handle.
+    void MidiClose();
+
+    /// Packs and sends a short message; a refusal is reported. Values that do not fit into 32 bits
+    /// are the caller's error and send nothing.
+    void SendShortMsg(std::int16_t status, std::int16_t data1, std::int16_t data2);
+
+    /// Channel 1..16, note number 0..127, velocity 0..127.
+    void NoteOn(int channel, int note, int velocity);
+    void NoteOff(int channel, int note);
+
+    /// Program 0..127 on channel 1. Whatever the output answers is not looked at.
+    void ProgramChange(std::int32_t program);
+
+    /// Silences every note of the output at once, keeping the programs.
+    void ResetOutput();
+
+    /// Plays one note at a time: a note index 0..59 sounds until the next call, `kSilence` silences
+    /// the last one, any lower value draws a note between the range's bounds. With auto-silence on,
+    /// a drawn note sounds 0.9 s and the call waits for its end.
+    void PlayNoteIndex(std::int16_t index);
+
+    /// A uniform draw, bounds included; equal bounds draw nothing.
+    std::int16_t RandomNoteIndex(std::int16_t lower, std::int16_t upper);
+
+    /// The next number of the program's one random source, in [0, 1).
+    float Rnd() { return random_(); }
+
+    /// A blocking wait of more than 0 and less than 10 seconds; any other returns at once.
+    void WaitSeconds(double seconds);
+
+    /// Opens a MIDI file for playing. A failure is silent and sets `mediaOpenFailed` for good.
+    void MediaOpen(const QString& path);
+    void MediaPlay();
+    void MediaClose();
+
+    /// Plays a wave file, returning at once; a missing one gives the default sound or silence.
+    void PlaySoundFile(const QString& path, bool defaultIfMissing);
+
+    /// Chooses the instrument of channel 1 and sends it.
+    void chooseInstrument(std::int32_t program);
+
+    bool outputOpen() const { return midiHandle_ != 0; }
+    /// The device that `MidiOpen` opened last; it says something only while an output is open.
+    int deviceId() const { return deviceId_; }
+    std::uint32_t lastMessage() const { return lastMessage_; }
+    std::int16_t lastSendResult() const { return lastSendResult_; }
+    std::int32_t currentInstrument() const { return currentInstrument_; }
+    void setCurrentInstrument(std::int32_t program) { currentInstrument_ = program; }
+    pitch::NoteIndex lastNoteIndex() const { return lastNoteIndex_; }
+
+    /// The range of the random draw, in note indices; -1 when unset.
+    pitch::NoteIndex rangeLower() const { return rangeLower_; }
+    pitch::NoteIndex rangeUpper() const { return rangeUpper_; }
+    void setRangeLower(pitch::NoteIndex index) { rangeLower_ = index; }
+    void setRangeUpper(pitch::NoteIndex index) { rangeUpper_ = index; }
+
+    pitch::NoteIndex drawnIndex() const { return drawnIndex_; }
+    /// Set by the first random draw of the run and never cleared.
+    bool noteDrawn() const { return noteDrawn_; }
+    bool autoSilence() const { return autoSilence_; }
+    void setAutoSilence(bool on) { autoSilence_ = on; }
+    bool mediaOpenFailed() const { return mediaOpenFailed_; }
+
+private:
+    void ReportMidiError(const QString& operation, int code);
+    void silenceLastNote();
+    void sendMediaCommand(const QString& command, const QString& failure);
+
+    Runtime& runtime_;
+    MidiOut& midiOut_;
+    Media& media_;
+    Dialogs& dialogs_;
+    Random random_;
+
+    MidiHandle midiHandle_ = 0;
+    int deviceId_ = kMidiMapper;
+    std::uint32_t lastMessage_ = 0;
+    std::int16_t lastSendResult_ = 0;
+    std::int32_t currentInstrument_ = 0;
+    pitch::NoteIndex lastNoteIndex_ = 0;
+    pitch::NoteIndex rangeLower_ = 0;
+    pitch::NoteIndex rangeUpper_ = 0;
+    pitch::NoteIndex drawnIndex_ = 0;
+    bool noteDrawn_ = false;
+    bool autoSilence_ = false;
+    bool mediaOpenFailed_ = false;
+};

@@ -1,0 +1,18 @@
+#pragma once
+
+class Dialogs;
+class Folders;
+class FunzioniMM;
+class HelpViewer;
+class MidiOut;
+class Runtime;
+
+/// What every window is given: the machine behind its seam and the sound module.
+struct Services {
+    Runtime& runtime;
+    MidiOut& midiOut;
+    Dialogs& dialogs;
+    Folders& folders;
+    HelpViewer& help;
+    FunzioniMM& funzioniMM;
+};

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QString>
+
+#include <cstdint>
+#include <optional>
+
+/// An open output; 0 means that no device is open.
+using MidiHandle = std::uint32_t;
+
+/// Device ID of the default output ("the mapper"): where a user who chose nothing is heard.
+constexpr int kMidiMapper = -1;
+
+struct MidiOpenResult {
+    int code = 0;           ///< 0 = success, else a code for `errorText`
+    MidiHandle handle = 0;  ///< not 0 exactly when the code is 0
+};
+
+/// The machine's MIDI outputs. Messages are short messages of MIDI 1.0 packed into 32 bits: the
+/// status byte in bits 0..7, the first data byte in bits 8..15, the second in bits 16..23.
+/// Every operation answers with a code: 0 = success, anything else has an `errorText`.
+class MidiOut {
+public:
+    virtual ~MidiOut() = default;
+
+    /// How many real outputs there are now; they are the device IDs 0..n-1.
+    virtual int deviceCount() = 0;
+
+    /// The product name of a device (`kMidiMapper` or 0..n-1); nothing if it cannot be asked.
+    virtual std::optional<QString> deviceName(int deviceId) = 0;
+
+    virtual MidiOpenResult open(int deviceId) = 0;
+
+    /// Sends one packed message. With handle 0 the message is dropped, which is a success: a
+    /// machine without sound has been told so once, when the output did not open.
+    virtual int send(MidiHandle handle, std::uint32_t message) = 0;
+
+    /// Silences every note on every channel at once and keeps the programs.
+    virtual int reset(MidiHandle handle) = 0;
+
+    virtual int close(MidiHandle handle) = 0;
+
+    /// The system's text for a code, at most 127 characters.
+    virtual QString errorText(int code) const = 0;
+};

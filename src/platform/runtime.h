@@ -1,0 +1,56 @@
+#pragma once
+
+#include "platform/key_codes.h"
+
+#include <chrono>
+
+class QDateTime;
+
+/// A point on the steady clock: time since an arbitrary origin. It never goes back and never
+/// wraps, whatever happens to the wall clock.
+using Instant = std::chrono::nanoseconds;
+
+constexpr Instant kForever = Instant::max();
+
+/// The given number of seconds as a duration of the steady clock, rounded to the nanosecond.
+constexpr Instant secondsToInstant(double seconds) {
+    return Instant{static_cast<Instant::rep>(seconds * 1e9 + (seconds < 0 ? -0.5 : 0.5))};
+}
+
+/// Time, events and the keyboard, as the program's long activities see them.
+///
+/// There is one thread. A long activity is a loop inside an event handler that calls `pump` once
+/// a pass; a wait that must let nothing through is a `blockUntil`. Nothing else sleeps.
+class Runtime {
+public:
+    virtual ~Runtime() = default;
+
+    /// The steady clock.
+    virtual Instant now() const = 0;
+
+    /// The wall clock: seconds since local midnight, 0 <= value < 86400 (a leap second aside).
+    virtual double secondsSinceMidnight() const = 0;
+
+    /// The wall clock with its date, in local time.
+    virtual QDateTime dateTime() const = 0;
+
+    /// One pass of an activity: runs every pending event; if there was none, sleeps until one
+    /// comes, a held key changes, `wakeBy` is reached or the program ends.
+    virtual void pump(Instant wakeBy) = 0;
+
+    /// Lets the pending events run once, without sleeping.
+    void yield() { pump(now()); }
+
+    /// Waits until `end` with the window painted but no user input let through; input keeps its
+    /// order and comes with the next pass. An instant in the past returns at once.
+    virtual void blockUntil(Instant end) = 0;
+
+    /// Whether the key is down as of this pass. A tap between two passes is down for one of them.
+    virtual bool held(KeyCode key) const = 0;
+
+    /// Asks the program to end: every loop returns at its next pass.
+    virtual void end() = 0;
+
+    /// Whether the program is ending.
+    virtual bool ending() const = 0;
+};

@@ -1,0 +1,115 @@
+#include "core/funzioni_mm.h"
+
+#include "support/test_world.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+TEST(FunzioniMM, PlaysOneNoteAtATimeAndNeverSendsANoteOffStatus) {
+    TestWorld world;
+    world.openOutput();
+    auto& mm = world.funzioniMM;
+    mm.PlayNoteIndex(FunzioniMM::kSilence);
+    mm.PlayNoteIndex(5);
+    mm.PlayNoteIndex(5);
+    mm.PlayNoteIndex(FunzioniMM::kSilence);
+    mm.PlayNoteIndex(FunzioniMM::kSilence);
+    EXPECT_THAT(world.midi.takeUntimed(),
+                ElementsAre("on 1 36 0", "on 1 36 0", "on 1 41 100", "on 1 41 0", "on 1 41 100",
+                            "on 1 41 0", "on 1 41 0"));
+    EXPECT_EQ(mm.lastNoteIndex(), 5);
+    EXPECT_FALSE(mm.noteDrawn());
+}
+
+TEST(FunzioniMM, DrawsARandomNoteAndSilencesItItselfWhenAsked) {
+    TestWorld world;
+    world.openOutput();
+    auto& mm = world.funzioniMM;
+    mm.setRangeLower(10);
+    mm.setRangeUpper(13);
+    world.random.numbers = {0.75F, 0.0F};
+    mm.PlayNoteIndex(FunzioniMM::kRandomNote);
+    EXPECT_EQ(mm.drawnIndex(), 13);
+    EXPECT_TRUE(mm.noteDrawn());
+    EXPECT_THAT(world.midi.take(), ElementsAre("0.000 on 1 36 0", "0.000 on 1 49 100"));
+
+    mm.setAutoSilence(true);
+    mm.PlayNoteIndex(-7);
+    EXPECT_THAT(world.midi.take(),
+                ElementsAre("0.000 on 1 49 0", "0.000 on 1 46 100", "0.900 on 1 46 0"));
+
+    mm.setRangeLower(0);
+    mm.setRangeUpper(0);
+    mm.PlayNoteIndex(FunzioniMM::kRandomNote);
+    EXPECT_EQ(mm.drawnIndex(), 0);
+    EXPECT_EQ(world.random.drawn, 3);
+    EXPECT_EQ(mm.RandomNoteIndex(4, 4), 4);
+    EXPECT_EQ(world.random.drawn, 3) << "equal bounds draw nothing";
+}
+
+TEST(FunzioniMM, PacksMessagesAndKeepsTheLastOne) {
+    TestWorld world;
+    world.openOutput();
+    auto& mm = world.funzioniMM;
+    mm.NoteOn(10, 76, 127);
+    EXPECT_EQ(mm.lastMessage(), 0x7F4C99U);
+    mm.ProgramChange(16);
+    EXPECT_EQ(mm.lastMessage(), 0x7F4C99U) << "a program change is sent past the last message";
+    mm.SendShortMsg(0x90, -1, 0);
+    EXPECT_EQ(mm.lastMessage(), 0x7F4C99U) << "what does not fit is not sent";
+    EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("on 10 76 127", "program 16"));
+}
+
+TEST(FunzioniMM, ReportsEveryRefusalButThatOfAProgramChange) {
+    TestWorld world;
+    auto& mm = world.funzioniMM;
+    mm.MidiClose();
+    EXPECT_THAT(world.midi.take(), IsEmpty()) << "nothing is open";
+
+    world.midi.openCode = 4;
+    EXPECT_FALSE(mm.MidiOpen(kMidiMapper));
+    EXPECT_FALSE(mm.outputOpen());
+    mm.NoteOn(1, 60, 100);
+    EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("open -1")) << "without sound all is silent";
+
+    world.midi.openCode = 0;
+    EXPECT_TRUE(mm.MidiOpen(1));
+    world.midi.closeCode = 65;
+    EXPECT_TRUE(mm.MidiOpen(0)) << "an output that does not close gives way all the same";
+    mm.MidiClose();
+    EXPECT_TRUE(mm.outputOpen());
+
+    world.midi.sendCode = 3;
+    mm.ProgramChange(5);
+    mm.NoteOff(1, 60);
+    EXPECT_EQ(mm.lastSendResult(), 3);
+    EXPECT_THAT(world.dialogs.lines,
+                ElementsAre("message: Operation:Open\r\nErrore di sistema 4",
+                            "message: Operation:Close midi error: \r\nErrore di sistema 65",
+                            "message: Operation:Close midi error: \r\nErrore di sistema 65",
+                            "message: Operation:ShortMsg\r\nErrore di sistema 3"));
+}
+
+TEST(FunzioniMM, ReportsAFailedPlayOrCloseOfTheTuneButNotAFailedOpen) {
+    TestWorld world;
+    auto& mm = world.funzioniMM;
+    world.media.codes = {{QStringLiteral("PLAY"), 277}, {QStringLiteral("CLOSE"), 263}};
+    mm.MediaOpen(QStringLiteral("C:\\a b\\ap.mid"));
+    mm.MediaPlay();
+    mm.MediaClose();
+    EXPECT_FALSE(mm.mediaOpenFailed());
+    world.media.codes = {{QStringLiteral("OPEN"), 275}};
+    mm.MediaOpen(QStringLiteral("x"));
+    world.media.codes.clear();
+    mm.MediaOpen(QStringLiteral("y"));
+    EXPECT_TRUE(mm.mediaOpenFailed()) << "a failure is remembered for the rest of the run";
+    EXPECT_THAT(world.media.lines,
+                ElementsAre("OPEN C:\\a b\\ap.mid ALIAS jepa ", "PLAY jepa", "CLOSE jepa",
+                            "OPEN x ALIAS jepa ", "OPEN y ALIAS jepa "));
+    EXPECT_THAT(world.dialogs.lines,
+                ElementsAre("message: Play file midi error: Errore multimediale 277",
+                            "message: Close file midi error: Errore multimediale 263"));
+}

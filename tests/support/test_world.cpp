@@ -1,0 +1,141 @@
+#include "support/test_world.h"
+
+#include <QStringView>
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <utility>
+
+namespace {
+
+std::string format(const char* pattern, long a, long b = 0, long c = 0) {
+    std::array<char, 64> text{};
+    std::snprintf(text.data(), text.size(), pattern, a, b, c);
+    return text.data();
+}
+
+}  // namespace
+
+void MidiRecorder::note(const std::string& what) {
+    std::array<char, 32> time{};
+    std::snprintf(time.data(), time.size(), "%.3f ",
+                  std::chrono::duration<double>(runtime_.now()).count());
+    lines_.push_back(time.data() + what);
+}
+
+std::vector<std::string> MidiRecorder::take() {
+    return std::exchange(lines_, {});
+}
+
+std::vector<std::string> MidiRecorder::takeUntimed() {
+    auto lines = take();
+    for (std::string& line : lines)
+        line.erase(0, line.find(' ') + 1);
+    return lines;
+}
+
+std::optional<QString> MidiRecorder::deviceName(int deviceId) {
+    if (silentDevices.count(deviceId) || deviceId >= deviceCount())
+        return std::nullopt;
+    return deviceId == kMidiMapper ? QStringLiteral("Mapper")
+                                   : devices[static_cast<std::size_t>(deviceId)];
+}
+
+MidiOpenResult MidiRecorder::open(int deviceId) {
+    note(format("open %ld", deviceId));
+    if (openCode != 0)
+        return {openCode, 0};
+    return {0, ++lastHandle_};
+}
+
+int MidiRecorder::send(MidiHandle handle, std::uint32_t message) {
+    if (handle == 0)
+        return 0;
+    const long status = message & 0xFF;
+    const long data1 = message >> 8 & 0xFF;
+    const long data2 = message >> 16;
+    if ((status & 0xF0) == 0x90)
+        note(format("on %ld %ld %ld", status - 0x90 + 1, data1, data2));
+    else if (status == 0xC0)
+        note(format("program %ld", data1));
+    else
+        note(format("message %lx", static_cast<long>(message)));
+    return sendCode;
+}
+
+int MidiRecorder::reset(MidiHandle handle) {
+    if (handle != 0)
+        note("reset");
+    return 0;
+}
+
+int MidiRecorder::close(MidiHandle) {
+    note("close");
+    return closeCode;
+}
+
+QString MidiRecorder::errorText(int code) const {
+    return QStringLiteral("Errore di sistema %1").arg(code);
+}
+
+int MediaRecorder::command(const QString& text) {
+    lines.push_back(text.toStdString());
+    const auto code = codes.find(text.section(QLatin1Char(' '), 0, 0));
+    return code == codes.end() ? 0 : code->second;
+}
+
+QString MediaRecorder::errorText(int code) const {
+    return QStringLiteral("Errore multimediale %1").arg(code);
+}
+
+bool MediaRecorder::playSound(const QString& path, std::uint32_t flags) {
+    const QString file = path.section(QLatin1Char('\\'), -1);
+    lines.push_back("sound " + file.toStdString() + format(" %lx", static_cast<long>(flags)));
+    return true;
+}
+
+void ScriptedDialogs::message(const QString& text) {
+    lines.push_back("message: " + text.toStdString());
+    if (duringMessage)
+        duringMessage();
+}
+
+bool ScriptedDialogs::confirm(const QString& text) {
+    lines.push_back("confirm: " + text.toStdString());
+    if (confirmations.empty()) {
+        ADD_FAILURE() << "unexpected question: " << text.toStdString();
+        return false;
+    }
+    const bool answer = confirmations.front();
+    confirmations.pop_front();
+    return answer;
+}
+
+QString ScriptedDialogs::input(const QString& prompt, const QString& title,
+                               const QString& proposed) {
+    lines.push_back("input: " + prompt.toStdString() + " | " + title.toStdString() + " | " +
+                    proposed.toStdString());
+    if (inputs.empty()) {
+        ADD_FAILURE() << "unexpected input box: " << prompt.toStdString();
+        return {};
+    }
+    const QString answer = inputs.front();
+    inputs.pop_front();
+    return answer;
+}
+
+Random ScriptedRandom::source() {
+    return [this] {
+        ++drawn;
+        const float number = numbers.front();
+        if (numbers.size() > 1)
+            numbers.pop_front();
+        return number;
+    };
+}
+
+void TestWorld::openOutput() {
+    funzioniMM.MidiOpen(kMidiMapper);
+    midi.take();
+}

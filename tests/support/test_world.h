@@ -1,0 +1,117 @@
+#pragma once
+
+#include "core/funzioni_mm.h"
+#include "core/services.h"
+#include "platform/dialogs.h"
+#include "platform/folders.h"
+#include "platform/help_viewer.h"
+#include "platform/media.h"
+#include "platform/midi_out.h"
+#include "support/virtual_runtime.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <cstdint>
+#include <deque>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+/// Stands for the MIDI outputs and writes down what reaches them, one line a happening:
+/// "0.000 open -1", "2.200 on 1 60 100" (channel, note, velocity), "2.200 program 16",
+/// "3.000 reset", "4.000 close". Times are virtual seconds.
+class MidiRecorder : public MidiOut {
+public:
+    explicit MidiRecorder(const Runtime& runtime) : runtime_(runtime) {}
+
+    std::vector<QString> devices{QStringLiteral("Porta A"), QStringLiteral("Porta B")};
+    std::set<int> silentDevices;  ///< devices that do not tell their name
+    int openCode = 0;
+    int closeCode = 0;
+    int sendCode = 0;
+
+    /// The lines since the last call.
+    std::vector<std::string> take();
+    /// The same without the times.
+    std::vector<std::string> takeUntimed();
+
+    int deviceCount() override { return static_cast<int>(devices.size()); }
+    std::optional<QString> deviceName(int deviceId) override;
+    MidiOpenResult open(int deviceId) override;
+    int send(MidiHandle handle, std::uint32_t message) override;
+    int reset(MidiHandle handle) override;
+    int close(MidiHandle handle) override;
+    QString errorText(int code) const override;
+
+private:
+    void note(const std::string& what);
+
+    const Runtime& runtime_;
+    MidiHandle lastHandle_ = 0;
+    std::vector<std::string> lines_;
+};
+
+/// Writes down commands and sounds: "OPEN …", "sound rok.wav 20003" (flags in hexadecimal).
+class MediaRecorder : public Media {
+public:
+    std::vector<std::string> lines;
+    std::map<QString, int> codes;  ///< the answer to a command by its first word
+
+    int command(const QString& text) override;
+    QString errorText(int code) const override;
+    bool playSound(const QString& path, std::uint32_t flags) override;
+};
+
+/// Answers boxes from a script and writes them down: "message: …", "confirm: …", "input: …".
+class ScriptedDialogs : public Dialogs {
+public:
+    std::vector<std::string> lines;
+    std::deque<bool> confirmations;
+    std::deque<QString> inputs;
+    std::function<void()> duringMessage;  ///< what happens while a message is on show
+
+    void message(const QString& text) override;
+    bool confirm(const QString& text) override;
+    QString input(const QString& prompt, const QString& title, const QString& proposed) override;
+};
+
+class FakeFolders : public Folders {
+public:
+    QString programFolder() const override { return QStringLiteral("C:\\Cantavista"); }
+    bool fileExists(const QString&) const override { return true; }
+    QString nativePath(const QString& path) const override { return path; }
+};
+
+class HelpRecorder : public HelpViewer {
+public:
+    QStringList shown;
+    void show(const QString& helpFile) override { shown << helpFile; }
+};
+
+/// Random numbers from a script; when it is used up, the last one again.
+class ScriptedRandom {
+public:
+    std::deque<float> numbers{0.0F};
+    int drawn = 0;
+
+    Random source();
+};
+
+/// Everything that a window or a logic class is given, on virtual time.
+struct TestWorld {
+    VirtualRuntime runtime;
+    MidiRecorder midi{runtime};
+    MediaRecorder media;
+    ScriptedDialogs dialogs;
+    FakeFolders folders;
+    HelpRecorder help;
+    ScriptedRandom random;
+    FunzioniMM funzioniMM{runtime, midi, media, dialogs, random.source()};
+
+    Services services() { return {runtime, midi, dialogs, folders, help, funzioniMM}; }
+
+    /// Opens the default output and forgets that it did.
+    void openOutput();
+};

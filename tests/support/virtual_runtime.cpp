@@ -1,0 +1,104 @@
+#include "support/virtual_runtime.h"
+
+#include <QAbstractEventDispatcher>
+#include <QApplication>
+
+#include <gtest/gtest.h>
+
+#include <utility>
+
+VirtualRuntime::VirtualRuntime() : wallStart_(QDate(2004, 10, 1), QTime(0, 0)) {
+    if (auto* dispatcher = QAbstractEventDispatcher::instance()) {
+        QObject::connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, dispatcher,
+                         [this] { serveModalLoop(); });
+    }
+}
+
+VirtualRuntime::~VirtualRuntime() {
+    if (auto* dispatcher = QAbstractEventDispatcher::instance())
+        QObject::disconnect(dispatcher, nullptr, dispatcher, nullptr);
+    EXPECT_TRUE(acts_.empty()) << acts_.size() << " acts were never reached";
+}
+
+void VirtualRuntime::at(Instant instant, std::function<void()> act) {
+    acts_.emplace(instant, std::move(act));
+}
+
+void VirtualRuntime::press(KeyCode key, Instant from, Instant until) {
+    at(from, [this, key] { held_.insert(key); });
+    at(until, [this, key] { held_.erase(key); });
+}
+
+void VirtualRuntime::runActs() {
+    while (!acts_.empty()) {
+        jumpToNextAct(kForever);
+        pump(now_);
+    }
+}
+
+double VirtualRuntime::secondsSinceMidnight() const {
+    const auto day = std::chrono::nanoseconds(std::chrono::hours(24));
+    const auto start = std::chrono::milliseconds(wallStart_.time().msecsSinceStartOfDay());
+    return std::chrono::duration<double>((start + now_) % day).count();
+}
+
+QDateTime VirtualRuntime::dateTime() const {
+    return wallStart_.addMSecs(std::chrono::duration_cast<std::chrono::milliseconds>(now_).count());
+}
+
+void VirtualRuntime::pump(Instant wakeBy) {
+    ++passes_;
+    ++pumping_;
+    if (qApp)
+        QCoreApplication::processEvents();
+    if (!runDueActs() && !ending_ && now_ < wakeBy && !jumpToNextAct(wakeBy)) {
+        ADD_FAILURE() << "a loop waits for ever and no act is left";
+        ending_ = true;
+    }
+    runDueActs();
+    --pumping_;
+}
+
+void VirtualRuntime::blockUntil(Instant end) {
+    now_ = std::max(now_, end);
+}
+
+bool VirtualRuntime::runDueActs() {
+    bool ran = false;
+    while (!acts_.empty() && acts_.begin()->first <= now_) {
+        const auto act = acts_.extract(acts_.begin());
+        act.mapped()();
+        ran = true;
+        if (qApp)
+            QCoreApplication::processEvents();
+        // One act a pass: what it caused is seen before the next one happens.
+        break;
+    }
+    return ran;
+}
+
+bool VirtualRuntime::jumpToNextAct(Instant limit) {
+    if (!acts_.empty() && acts_.begin()->first <= limit) {
+        now_ = std::max(now_, acts_.begin()->first);
+        return true;
+    }
+    if (limit == kForever)
+        return false;
+    now_ = limit;
+    return true;
+}
+
+/// Called when the event queue is about to sleep: in a modal window's loop the next act is due.
+void VirtualRuntime::serveModalLoop() {
+    if (pumping_ > 0 || serving_ || acts_.empty() || !QApplication::activeModalWidget())
+        return;
+    serving_ = true;
+    QMetaObject::invokeMethod(
+        qApp,
+        [this] {
+            serving_ = false;
+            jumpToNextAct(kForever);
+            runDueActs();
+        },
+        Qt::QueuedConnection);
+}

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "platform/runtime.h"
+
+#include <QDateTime>
+
+#include <functional>
+#include <map>
+#include <set>
+
+/// The runtime on virtual time: nothing sleeps, the clock jumps.
+///
+/// Acts are scheduled at exact instants. A loop that pumps runs the acts that are due and otherwise
+/// jumps to the next act or to its own wake-up; a blocking wait jumps to its end and leaves the
+/// acts that fell into it for the next pass, as user input is left. A modal window's own loop jumps
+/// to the next act whenever it idles. When a loop waits for ever and no act is left, the runtime
+/// ends the program and the test has failed.
+class VirtualRuntime : public Runtime {
+public:
+    VirtualRuntime();
+    ~VirtualRuntime() override;
+
+    /// Schedules an act at an instant counted from the start of the test.
+    void at(Instant instant, std::function<void()> act);
+
+    /// Schedules a key going down and up again.
+    void press(KeyCode key, Instant from, Instant until);
+
+    /// The wall clock at virtual time 0; it is midnight unless set, when waits have the finest
+    /// grain.
+    void setWallClock(const QDateTime& start) { wallStart_ = start; }
+
+    /// Moves the clock, as work that takes time does.
+    void advance(Instant duration) { now_ += duration; }
+
+    /// Runs every act that is left, moving the clock to each.
+    void runActs();
+
+    std::size_t actsLeft() const { return acts_.size(); }
+    int passes() const { return passes_; }
+
+    Instant now() const override { return now_; }
+    double secondsSinceMidnight() const override;
+    QDateTime dateTime() const override;
+    void pump(Instant wakeBy) override;
+    void blockUntil(Instant end) override;
+    bool held(KeyCode key) const override { return held_.count(key) > 0; }
+    void end() override { ending_ = true; }
+    bool ending() const override { return ending_; }
+
+private:
+    bool runDueActs();
+    bool jumpToNextAct(Instant limit);
+    void serveModalLoop();
+
+    Instant now_{0};
+    QDateTime wallStart_;
+    std::multimap<Instant, std::function<void()>> acts_;
+    std::set<KeyCode> held_;
+    int passes_ = 0;
+    int pumping_ = 0;
+    bool serving_ = false;
+    bool ending_ = false;
+};
