@@ -1,0 +1,38 @@
+#pragma once
+
+#include "core/pitch.h"
+#include "platform/key_codes.h"
+
+#include <array>
+#include <optional>
+
+/// The keys that answer in the reading drill. Answering at leisure goes by the character typed;
+/// the automatic mode polls keys, and there the numeric keypad stands for the digit row.
+namespace answer_keys {
+
+/// The character of each degree's key, Do to Si, as the window shows them.
+constexpr std::array<char, pitch::kDegrees> kCharacters{'d', '1', 'f', '2', 'g', '3', 'h'};
+
+/// The polled keys of each degree; the keypad reads 4, 1, 6, 2, 7, 3, 8. Degrees with one key
+/// carry it twice.
+constexpr std::array<std::array<KeyCode, 2>, pitch::kDegrees> kPolled{{
+    {'D', kKeyNumpad0 + 4},
+    {kKeyNumpad0 + 1, kKeyNumpad0 + 1},
+    {'F', kKeyNumpad0 + 6},
+    {kKeyNumpad0 + 2, kKeyNumpad0 + 2},
+    {'G', kKeyNumpad0 + 7},
+    {kKeyNumpad0 + 3, kKeyNumpad0 + 3},
+    {'H', kKeyNumpad0 + 8},
+}};
+
+/// The degree 0..6 that a typed character answers; nothing for any other character.
+constexpr std::optional<int> degreeOf(char32_t typed) {
+    const char32_t lower = typed >= U'A' && typed <= U'Z' ? typed + 32 : typed;
+    for (std::size_t degree = 0; degree < kCharacters.size(); ++degree) {
+        if (lower == static_cast<char32_t>(kCharacters[degree]))
+            return static_cast<int>(degree);
+    }
+    return std::nullopt;
+}
+
+}  // namespace answer_keys

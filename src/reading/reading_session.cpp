@@ -1,0 +1,156 @@
+#include "reading/reading_session.h"
+
+#include "core/funzioni_mm.h"
+#include "reading/answer_keys.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+const QLatin1String kRightSound("rok.wav");
+const QLatin1String kWrongSound("rko.wav");
+
+}  // namespace
+
+ReadingSession::ReadingSession(Runtime& runtime, FunzioniMM& funzioniMM, QString noteFolder)
+    : runtime_(runtime), funzioniMM_(funzioniMM), noteFolder_(std::move(noteFolder)) {}
+
+void ReadingSession::chooseDifficulty(std::size_t item) {
+    stepRange_.chooseItem(item);
+    display_->Nascondinote();
+    if (running_ && !automaticLoop_)
+        nextNote();
+}
+
+void ReadingSession::start() {
+    if (active())
+        return;
+    correct_ = 0;
+    wrong_ = 0;
+    shown_ = 0;
+    conta_ = 0;
+    keysDown_.fill(false);
+    startTime_ = runtime_.dateTime();
+    running_ = true;
+    stepRange_.forgetClicks();
+    display_->sessionStarted();
+    showCounts();
+    if (mode_ == ReadingMode::Normale)
+        nextNote();
+    else
+        runAutomatic();
+}
+
+void ReadingSession::stop() {
+    if (!running_)
+        return;
+    running_ = false;
+    if (!automaticLoop_)
+        finish();
+}
+
+void ReadingSession::answer(int degree) {
+    if (mode_ != ReadingMode::Normale || !running_)
+        return;
+    if (staff_step::degree(stepOnShow_) == degree - 1) {
+        ++correct_;
+        ++conta_;
+        confirmRightAnswer();
+        nextNote();
+    } else {
+        funzioniMM_.PlaySoundFile(noteFolder_ + kWrongSound, true);
+        ++wrong_;
+    }
+    showCounts();
+}
+
+void ReadingSession::nextNote() {
+    display_->Nascondinote();
+    stepOnShow_ = drawStep();
+    display_->Mostranota(stepOnShow_);
+}
+
+int ReadingSession::drawStep() {
+    const difficulty::StepRange range = stepRange_.range();
+    int step = 0;
+    do {
+        step = drawBetween(static_cast<std::int16_t>(range.lower),
+                           static_cast<std::int16_t>(range.upper), funzioniMM_.Rnd());
+    } while (!staff_step::carriesNote(step));
+    return step;
+}
+
+void ReadingSession::confirmRightAnswer() {
+    if (answerWithNote_)
+        funzioniMM_.PlayNoteIndex(staff_step::soundingNote(stepOnShow_));
+    else
+        funzioniMM_.PlaySoundFile(noteFolder_ + kRightSound, false);
+}
+
+void ReadingSession::runAutomatic() {
+    automaticLoop_ = true;
+    bool stoppedInPass = false;
+    while (running_) {
+        const Instant noteEnd = runtime_.now() + secondsToInstant(period_);
+        nextNote();
+        conta_ = ++shown_;
+        answered_ = false;
+        showCounts();
+        stoppedInPass = runUntil(noteEnd);
+    }
+    // A stop that no pass has seen takes one wrong answer back.
+    if (!stoppedInPass)
+        --wrong_;
+    finish();
+    automaticLoop_ = false;
+}
+
+/// Lets the user answer until the note's time is over; true if the session was stopped meanwhile.
+bool ReadingSession::runUntil(Instant noteEnd) {
+    while (runtime_.now() < noteEnd) {
+        runtime_.pump(noteEnd);
+        if (!running_ || runtime_.held(kKeyEscape) || runtime_.ending()) {
+            running_ = false;
+            return true;
+        }
+        pollKeys();
+        showCounts();
+    }
+    return false;
+}
+
+void ReadingSession::pollKeys() {
+    for (std::size_t degree = 0; degree < keysDown_.size(); ++degree) {
+        const auto& keys = answer_keys::kPolled[degree];
+        const bool down = std::any_of(keys.begin(), keys.end(),
+                                      [this](KeyCode key) { return runtime_.held(key); });
+        const bool fresh = down && !keysDown_[degree];
+        keysDown_[degree] = down;
+        if (down && !answered_)
+            judgePolled(staff_step::degree(stepOnShow_) == static_cast<int>(degree), fresh);
+    }
+}
+
+/// A held key answers its own note whenever that comes, but is wrong only once for each press.
+void ReadingSession::judgePolled(bool ofNote, bool freshlyPressed) {
+    if (ofNote) {
+        funzioniMM_.PlaySoundFile(noteFolder_ + kRightSound, true);
+        ++correct_;
+        answered_ = true;
+    } else if (freshlyPressed) {
+        funzioniMM_.PlaySoundFile(noteFolder_ + kWrongSound, true);
+        ++wrong_;
+    }
+}
+
+void ReadingSession::finish() {
+    funzioniMM_.PlayNoteIndex(FunzioniMM::kSilence);
+    display_->Nascondinote();
+    const std::int64_t seconds = std::max<qint64>(0, startTime_.secsTo(runtime_.dateTime()));
+    display_->sessionStopped({mode_, correct_, wrong_, shown_, seconds});
+}
+
+void ReadingSession::showCounts() {
+    display_->showCounts(conta_, wrong_);
+}

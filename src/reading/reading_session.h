@@ -1,0 +1,102 @@
+#pragma once
+
+#include "platform/runtime.h"
+#include "reading/reading_statistics.h"
+#include "reading/step_range_choice.h"
+
+#include <QDateTime>
+#include <QString>
+
+#include <array>
+#include <cstdint>
+
+class FunzioniMM;
+
+/// What the reading session shows; the window implements it.
+class ReadingDisplay {
+public:
+    virtual ~ReadingDisplay() = default;
+
+    virtual void Mostranota(int step) = 0;  ///< make the picture of a step visible
+    virtual void Nascondinote() = 0;        ///< put the pictures back to rest: none shown
+    virtual void showCounts(int conta, int er) = 0;
+    virtual void sessionStarted() = 0;
+    /// The session is over; the statistics are shown unless they are empty.
+    virtual void sessionStopped(const ReadingStatistics& statistics) = 0;
+};
+
+/// A session of the note-reading drill, in both modes: it draws notes, judges answers and counts.
+///
+/// In the mode "normale" the answers come through `answer`; in the mode "automatico" `Start` runs
+/// the session's loop until it is stopped, and the answers come from the keyboard as the runtime
+/// holds it.
+class ReadingSession {
+public:
+    /// `noteFolder` ends with a backslash.
+    ReadingSession(Runtime& runtime, FunzioniMM& funzioniMM, QString noteFolder);
+
+    void attach(ReadingDisplay& display) { display_ = &display; }
+
+    ReadingMode mode() const { return mode_; }
+    void setMode(ReadingMode mode) { mode_ = mode; }
+
+    /// Whether right answers are confirmed with the note itself instead of a sound file.
+    bool answerWithNote() const { return answerWithNote_; }
+    void setAnswerWithNote(bool on) { answerWithNote_ = on; }
+
+    /// Notes per minute, above 0.
+    void setSpeed(int notesPerMinute) { period_ = 60.0 / notesPerMinute; }
+    double period() const { return period_; }
+
+    /// Takes the range of a difficulty item; the note on show gives way to one of that range.
+    void chooseDifficulty(std::size_t item);
+
+    StepRangeChoice& stepRange() { return stepRange_; }
+    const StepRangeChoice& stepRange() const { return stepRange_; }
+
+    /// Whether a session runs, or an automatic one has yet to see that it was stopped.
+    bool active() const { return running_ || automaticLoop_; }
+
+    /// Starts a session; nothing happens while one is active. In the automatic mode this returns
+    /// when the session is over.
+    void start();
+
+    /// Stops the session; an automatic one ends at its next pass.
+    void stop();
+
+    /// An answer of the mode "normale" for a degree 1 (Do) to 7 (Si). Ignored in the automatic
+    /// mode and while no session runs.
+    void answer(int degree);
+
+private:
+    void nextNote();
+    int drawStep();
+    void confirmRightAnswer();
+    void runAutomatic();
+    bool runUntil(Instant noteEnd);
+    void pollKeys();
+    void judgePolled(bool ofNote, bool freshlyPressed);
+    void finish();
+    void showCounts();
+
+    Runtime& runtime_;
+    FunzioniMM& funzioniMM_;
+    QString noteFolder_;
+    ReadingDisplay* display_ = nullptr;
+
+    ReadingMode mode_ = ReadingMode::Normale;
+    StepRangeChoice stepRange_;
+    bool answerWithNote_ = false;
+    double period_ = 2;
+
+    bool running_ = false;
+    bool automaticLoop_ = false;
+    int stepOnShow_ = 0;
+    bool answered_ = false;
+    std::array<bool, pitch::kDegrees> keysDown_{};  ///< per degree, as of the last pass
+    std::int16_t correct_ = 0;
+    std::int16_t wrong_ = 0;
+    std::int16_t shown_ = 0;
+    int conta_ = 0;  ///< the number that the counter `conta` shows
+    QDateTime startTime_;
+};

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <optional>
+
+/// The ruler beside the staff, on which two clicks choose a range of steps. Its own unit is the
+/// twip, counted from its top; each step answers to a band of it, and the bands follow the lines
+/// and spaces of the staff, a little unevenly.
+namespace ruler {
+
+/// The ruler's length in twips.
+constexpr double kLength = 4725;
+
+struct Band {
+    int step;
+    int top;     ///< first twip, included
+    int bottom;  ///< last twip, included
+
+    constexpr double centre() const { return (top + bottom) / 2.0; }
+};
+
+/// The band of a step that carries a note; nothing for any other step.
+std::optional<Band> bandOf(int step);
+
+/// The step whose band holds the place `y`, in twips; nothing between two bands.
+std::optional<int> stepAt(double y);
+
+}  // namespace ruler
