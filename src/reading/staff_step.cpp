@@ -5,9 +5,6 @@
 namespace staff_step {
 namespace {
 
-/// The step of each system's lowest line; the five lines are two steps apart.
-constexpr int kTrebleBottomLine = 46;
-constexpr int kBassBottomLine = 18;
 constexpr int kTopLineAbove = 8;
 
 constexpr std::array<const char*, 5> kLineNames{"prima", "seconda", "terza", "quarta", "quinta"};

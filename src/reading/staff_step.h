@@ -53,6 +53,10 @@ constexpr std::array<int, kCount> all() {
     return steps;
 }
 
+/// The step of each system's lowest line; the five lines are two steps apart.
+constexpr int kTrebleBottomLine = 46;
+constexpr int kBassBottomLine = 18;
+
 /// Where the step stands, in words that do not name its note: "Chiave di Sol, seconda linea",
 /// "Chiave di Fa, primo taglio addizionale in alto". For readers who cannot see the staff.
 QString placeInWords(int step);

@@ -1,0 +1,58 @@
+#include "reading/reading_controls.h"
+
+#include "reading/difficulty.h"
+#include "ui_reading_controls.h"
+
+namespace {
+
+constexpr double kCounterTextScale = 2.2;
+
+void enlarge(QWidget& widget, double scale) {
+    QFont font = widget.font();
+    font.setPointSizeF(font.pointSizeF() * scale);
+    widget.setFont(font);
+}
+
+}  // namespace
+
+ReadingControls::ReadingControls(QWidget* parent)
+    : QWidget(parent), ui_(std::make_unique<Ui::ReadingControls>()) {
+    ui_->setupUi(this);
+    for (const difficulty::Item& item : difficulty::kItems)
+        ui_->difficolt->addItem(QString::fromUtf8(item.text));
+    ui_->difficolt->setMaxVisibleItems(static_cast<int>(difficulty::kItems.size()));
+    enlarge(*ui_->conta, kCounterTextScale);
+    enlarge(*ui_->er, kCounterTextScale);
+    enlarge(*ui_->Start, 1.2);
+}
+
+ReadingControls::~ReadingControls() = default;
+
+void ReadingControls::showSpeedControls(bool on) {
+    for (QWidget* widget : std::initializer_list<QWidget*>{ui_->Slider1, ui_->lblVelocita,
+                                                           ui_->lblAuto1, ui_->lblAuto2})
+        widget->setVisible(on);
+}
+
+void ReadingControls::showStatistics(const ReadingStatistics& statistics) {
+    const bool atLeisure = statistics.mode == ReadingMode::Normale;
+    ui_->Lresatte->setText(statistics.rightAnswers());
+    ui_->Lrerrate->setText(statistics.wrongAnswers());
+    ui_->Ridate->setText(statistics.answersGiven());
+    ui_->Lnmostrate->setText(statistics.notesShown());
+    ui_->Lpercento->setText(statistics.percentage());
+    ui_->Tempoimp->setText(statistics.timeTaken());
+    for (QWidget* label : std::initializer_list<QWidget*>{ui_->Lresatte, ui_->Lrerrate,
+                                                          ui_->Lpercento, ui_->Tempoimp})
+        label->show();
+    ui_->Ridate->setVisible(atLeisure);
+    ui_->Lnmostrate->setVisible(!atLeisure);
+    ui_->statistiche->show();
+}
+
+void ReadingControls::hideStatistics() {
+    for (QWidget* widget :
+         std::initializer_list<QWidget*>{ui_->Lresatte, ui_->Lrerrate, ui_->Ridate, ui_->Lnmostrate,
+                                         ui_->Lpercento, ui_->Tempoimp, ui_->statistiche})
+        widget->hide();
+}

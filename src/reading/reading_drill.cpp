@@ -1,0 +1,146 @@
+#include "reading/reading_drill.h"
+
+#include "reading/answer_keys.h"
+#include "reading/reading_board.h"
+#include "reading/reading_controls.h"
+#include "reading/reading_staff.h"
+#include "reading/regolo.h"
+#include "ui_reading_controls.h"
+
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+namespace {
+
+bool takesTyping(const QWidget& widget) {
+    return qobject_cast<const QComboBox*>(&widget) || qobject_cast<const QLineEdit*>(&widget);
+}
+
+}  // namespace
+
+ReadingDrill::ReadingDrill(ReadingSession& session, ReadingBoard& board, ReadingControls& controls)
+    : session_(session), board_(board), controls_(controls) {
+    session_.attach(*this);
+    auto& ui = controls_.ui();
+    connect(ui.Start, &QPushButton::clicked, this, [this] { Start_Click(); });
+    connect(ui.Slider1, &QSlider::valueChanged, this, [this] { Slider1_Change(); });
+    connect(ui.difficolt, &QComboBox::activated, this, [this] { difficolt_Click(); });
+    board_.staff().ruler().onPressed([this](double y) { Regolo_MouseDown(y); });
+    for (int degree = 0; degree < pitch::kDegrees; ++degree) {
+        connect(board_.answerButtons()[static_cast<std::size_t>(degree)], &QPushButton::clicked,
+                this, [this, degree] { session_.answer(degree + 1); });
+    }
+    QCoreApplication::instance()->installEventFilter(this);
+
+    board_.enableAnswers(false);
+    controls_.showSpeedControls(false);
+    controls_.hideStatistics();
+    Nascondinote();
+    showRange();
+}
+
+void ReadingDrill::nameAnswers(pitch::AnswerNames style) {
+    names_ = style;
+    board_.nameAnswers(style);
+    showRange();
+}
+
+void ReadingDrill::chooseMode(ReadingMode mode) {
+    session_.setMode(mode);
+    board_.enableAnswers(mode == ReadingMode::Normale);
+    controls_.showSpeedControls(mode == ReadingMode::Automatico);
+}
+
+void ReadingDrill::enableStart(bool on) {
+    startEnabled_ = on;
+    controls_.ui().Start->setEnabled(on && session_.stepRange().startAllowed());
+}
+
+void ReadingDrill::focusStart() {
+    controls_.ui().Start->setFocus();
+}
+
+void ReadingDrill::Start_Click() {
+    if (session_.active())
+        session_.stop();
+    else
+        session_.start();
+}
+
+void ReadingDrill::Slider1_Change() {
+    const int notesPerMinute = controls_.ui().Slider1->value();
+    session_.setSpeed(notesPerMinute);
+    controls_.ui().lblVelocita->setText(QStringLiteral("Velocità: %1").arg(notesPerMinute));
+}
+
+void ReadingDrill::difficolt_Click() {
+    QComboBox& list = *controls_.ui().difficolt;
+    const std::size_t item = difficulty::chosenItem(static_cast<std::size_t>(list.currentIndex()));
+    list.setCurrentIndex(static_cast<int>(item));
+    session_.chooseDifficulty(item);
+    board_.staff().ruler().showAllMarkers();
+    showRange();
+}
+
+void ReadingDrill::Regolo_MouseDown(double y) {
+    StepRangeChoice& range = session_.stepRange();
+    if (session_.active() || !range.acceptsClicks())
+        return;
+    if (range.nothingChosen())
+        Nascondinote();
+    if (const std::optional<int> step = range.click(y))
+        board_.staff().ruler().hideMarker(*step);
+    showRange();
+}
+
+void ReadingDrill::Mostranota(int step) {
+    board_.staff().showNote(step);
+}
+
+void ReadingDrill::Nascondinote() {
+    board_.staff().hideNotes();
+}
+
+void ReadingDrill::showCounts(int conta, int er) {
+    controls_.ui().conta->setText(QString::number(conta));
+    controls_.ui().er->setText(QString::number(er));
+}
+
+void ReadingDrill::sessionStarted() {
+    controls_.ui().Start->setText(QStringLiteral("Stop"));
+    controls_.hideStatistics();
+    board_.staff().ruler().showAllMarkers();
+    board_.enableAnswers(session_.mode() == ReadingMode::Normale);
+    showRange();
+}
+
+void ReadingDrill::sessionStopped(const ReadingStatistics& statistics) {
+    controls_.ui().Start->setText(QStringLiteral("Start"));
+    board_.enableAnswers(false);
+    if (!statistics.empty())
+        controls_.showStatistics(statistics);
+}
+
+bool ReadingDrill::eventFilter(QObject* target, QEvent* event) {
+    if (event->type() != QEvent::KeyPress)
+        return false;
+    const auto* widget = qobject_cast<QWidget*>(target);
+    const bool ofDrill = widget && (board_.isAncestorOf(widget) || controls_.isAncestorOf(widget));
+    const auto* key = static_cast<QKeyEvent*>(event);
+    if (!ofDrill || takesTyping(*widget) || key->isAutoRepeat() || key->text().size() != 1)
+        return false;
+    const std::optional<int> degree = answer_keys::degreeOf(key->text().front().unicode());
+    if (!degree)
+        return false;
+    session_.answer(*degree + 1);
+    return true;
+}
+
+void ReadingDrill::showRange() {
+    enableStart(startEnabled_);
+    controls_.ui().lblIntervallo->setText(session_.stepRange().inWords(names_));
+}

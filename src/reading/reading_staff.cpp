@@ -1,0 +1,194 @@
+#include "reading/reading_staff.h"
+
+#include "reading/regolo.h"
+#include "widgets/music_font.h"
+
+#include <QAccessibleWidget>
+#include <QEvent>
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+/// In staff spaces.
+constexpr double kBraceRoom = 2.6;
+constexpr double kClefIndent = 0.8;
+constexpr double kNoteRoom = 1.5;
+constexpr double kNarrowest = 19;  ///< the width that all marks need beside the ruler
+
+/// In pixels.
+constexpr int kPadding = 8;
+constexpr int kRulerWidth = 44;
+constexpr double kCornerRadius = 10;
+
+constexpr double kNoteColumn = 0.56;  ///< the notes' share of the way from left to right
+constexpr double kPointedInk = 0.55;
+
+engraving::Note noteAt(int step) {
+    return {.position = staff_layout::positionOnStave(step)};
+}
+
+QColor mixed(const QColor& over, const QColor& under, double share) {
+    const auto mix = [share](int a, int b) { return qRound(a * share + b * (1 - share)); };
+    return {mix(over.red(), under.red()), mix(over.green(), under.green()),
+            mix(over.blue(), under.blue())};
+}
+
+QAccessibleInterface* makeInterface(const QString& className, QObject* object) {
+    if (className != QLatin1String("QWidget"))
+        return nullptr;
+    auto* staff = dynamic_cast<ReadingStaff*>(object);
+    return staff ? new QAccessibleWidget(staff, QAccessible::Graphic) : nullptr;
+}
+
+}  // namespace
+
+/// One note with its stem and ledger lines.
+class NotePicture : public QWidget {
+public:
+    NotePicture(int step, const MusicFont& font, QWidget* parent)
+        : QWidget(parent), step_(step), font_(font) {
+        setObjectName(QStringLiteral("n%1").arg(step));
+        setAccessibleName(staff_step::placeInWords(step));
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+        hide();
+    }
+
+    int step() const { return step_; }
+
+    /// The stave and the head's left edge, in the parent's coordinates. The head comes to stand in
+    /// the middle of the picture.
+    void setPlace(const engraving::Stave& stave, qreal x) {
+        stave_ = stave;
+        x_ = x;
+        const engraving::Note note = noteAt(step_);
+        const qreal room = kNoteRoom * stave.space;
+        const qreal width = engraving::headWidth(note.duration) * stave.space;
+        const qreal reach =
+            std::abs(stave.y(engraving::stemEnd(note.position)) - stave.y(note.position)) + room;
+        const qreal y = stave.y(note.position);
+        setGeometry(QRectF(x - room, y - reach, width + 2 * room, 2 * reach).toAlignedRect());
+        update();
+    }
+
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override {
+        QPainter painter(this);
+        painter.translate(-pos());
+        painter.setPen(palette().color(QPalette::Text));
+        engraving::drawNote(painter, font_, engraving::onPixels(painter, stave_), x_,
+                            noteAt(step_));
+    }
+
+private:
+    int step_;
+    const MusicFont& font_;
+    engraving::Stave stave_;
+    qreal x_ = 0;
+};
+
+ReadingStaff::ReadingStaff(QWidget* parent)
+    : QWidget(parent), font_(MusicFont::shared()), ruler_(new Regolo(this)) {
+    QAccessible::installFactory(makeInterface);
+    setAccessibleName(QStringLiteral("Pentagramma"));
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+
+    constexpr auto kSteps = staff_step::all();
+    std::transform(kSteps.begin(), kSteps.end(), notes_.begin(),
+                   [this](int step) { return new NotePicture(step, font_, this); });
+    ruler_->onPointed([this](std::optional<int> step) {
+        pointed_ = step;
+        update();
+    });
+    hideNotes();
+}
+
+/// The ruler outlives this part of the staff, and loses its focus when it goes.
+ReadingStaff::~ReadingStaff() {
+    ruler_->onPointed({});
+}
+
+void ReadingStaff::showNote(int step) {
+    for (NotePicture* note : notes_) {
+        if (note->step() == step) {
+            note->setVisible(true);
+            setAccessibleDescription(staff_step::placeInWords(step));
+        }
+    }
+}
+
+void ReadingStaff::hideNotes() {
+    for (NotePicture* note : notes_)
+        note->setVisible(false);
+    setAccessibleDescription(QStringLiteral("Nessuna nota"));
+}
+
+bool ReadingStaff::event(QEvent* event) {
+    const bool handled = QWidget::event(event);
+    if (event->type() == QEvent::ScreenChangeInternal)
+        arrange();
+    return handled;
+}
+
+void ReadingStaff::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    const QColor ink = palette().color(QPalette::Text);
+    const QColor card = palette().color(QPalette::Base);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(mixed(ink, card, 0.2));
+    painter.setBrush(card);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kCornerRadius,
+                            kCornerRadius);
+
+    const engraving::Stave treble = engraving::onPixels(painter, treble_);
+    const engraving::Stave bass = engraving::onPixels(painter, bass_);
+    const qreal clefX = treble.left + kClefIndent * treble.space;
+    if (pointed_) {
+        painter.setPen(mixed(palette().color(QPalette::Highlight), card, kPointedInk));
+        engraving::drawNote(painter, font_, staff_step::isTreble(*pointed_) ? treble : bass, noteX_,
+                            noteAt(*pointed_));
+    }
+    painter.setPen(ink);
+    engraving::drawLines(painter, treble);
+    engraving::drawLines(painter, bass);
+    engraving::drawBarline(painter, treble, bass, treble.left);
+    engraving::drawBrace(painter, font_, treble, bass, treble.left - 0.35 * treble.space);
+    engraving::drawClef(painter, font_, treble, clefX, engraving::Clef::G);
+    engraving::drawClef(painter, font_, bass, clefX, engraving::Clef::F);
+}
+
+void ReadingStaff::resizeEvent(QResizeEvent* /*event*/) {
+    arrange();
+}
+
+void ReadingStaff::arrange() {
+    const double staffWidth = width() - kRulerWidth - 2.0 * kPadding;
+    const double staffHeight = height() - 2.0 * kPadding;
+    const double wanted =
+        std::min(staffHeight * 2 / staff_layout::kHeight, staffWidth / kNarrowest);
+    const qreal space = engraving::wholePixelSpace(wanted, devicePixelRatioF());
+
+    staff_layout::Scale scale;
+    scale.halfSpace = space / 2;
+    scale.top = (height() - staff_layout::kHeight * scale.halfSpace) / 2;
+
+    treble_.left = kPadding + kBraceRoom * space;
+    treble_.right = kPadding + staffWidth;
+    treble_.space = space;
+    bass_ = treble_;
+    treble_.bottomLine = scale.y(staff_layout::placeOf(staff_step::kTrebleBottomLine));
+    bass_.bottomLine = scale.y(staff_layout::placeOf(staff_step::kBassBottomLine));
+    noteX_ = treble_.left + kNoteColumn * (treble_.right - treble_.left);
+
+    for (NotePicture* note : notes_)
+        note->setPlace(staveOf(note->step()), noteX_);
+    ruler_->setGeometry(width() - kPadding - kRulerWidth, 0, kRulerWidth, height());
+    ruler_->setScale(scale);
+    update();
+}
+
+const engraving::Stave& ReadingStaff::staveOf(int step) const {
+    return staff_step::isTreble(step) ? treble_ : bass_;
+}

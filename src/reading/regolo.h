@@ -1,0 +1,72 @@
+#pragma once
+
+#include "reading/staff_layout.h"
+#include "reading/staff_step.h"
+
+#include <QWidget>
+
+#include <array>
+#include <functional>
+#include <optional>
+#include <utility>
+
+class RegoloMarker;
+
+/// The ruler along the edge of the staff: a line, and a marker for each step. It reports where it
+/// was pressed and knows nothing of what that means.
+///
+/// With the keyboard, Up, Down, Page Up, Page Down, Home and End move a cursor among the steps,
+/// Home going to the highest; Space and Enter press the cursor's step.
+class Regolo : public QWidget {
+public:
+    explicit Regolo(QWidget* parent = nullptr);
+
+    /// Called for each press with its distance from the ruler's top in twips; it may lie outside
+    /// every band.
+    void onPressed(std::function<void(double twips)> handler) { pressed_ = std::move(handler); }
+
+    /// Called when the step that a press would choose changes; nothing when there is none.
+    void onPointed(std::function<void(std::optional<int> step)> handler) {
+        pointed_ = std::move(handler);
+    }
+
+    void setScale(const staff_layout::Scale& scale);
+
+    /// A hidden marker leaves a sign that its step is taken.
+    void hideMarker(int step);
+    void showAllMarkers();
+
+    int cursorStep() const { return cursor_; }
+    void moveCursor(int step);
+
+    /// The same as a press on the middle of the step's band.
+    void pressStep(int step);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    double twipsAt(double y) const;
+    QRectF bandRect(int step) const;
+    void setHovered(std::optional<int> step);
+    void announcePointed();
+    void announceCursor();
+    void arrange();
+
+    std::function<void(double)> pressed_;
+    std::function<void(std::optional<int>)> pointed_;
+    staff_layout::Scale scale_;
+    std::array<RegoloMarker*, staff_step::kCount> markers_{};
+    QWidget* line_;
+    std::optional<int> hovered_;
+    std::optional<int> lastPointed_;
+    int cursor_;
+};

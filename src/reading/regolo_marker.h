@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QRectF>
+#include <QWidget>
+
+/// The tick of one step on the ruler. To a screen reader it is an item of a list, which can be
+/// pressed.
+class RegoloMarker : public QWidget {
+public:
+    RegoloMarker(int step, QWidget* parent);
+
+    int step() const { return step_; }
+
+    /// The tick in the parent's coordinates.
+    void setTick(const QRectF& tick);
+    const QRectF& tick() const { return tick_; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    int step_;
+    QRectF tick_;
+};
