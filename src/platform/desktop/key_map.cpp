@@ -1,0 +1,99 @@
+#include "platform/desktop/key_map.h"
+
+#include <QKeyEvent>
+
+#include <array>
+
+namespace {
+
+/// Native scan codes of the X11 and Wayland platforms: the kernel's key number plus 8.
+constexpr quint32 kScanCodeOffset = 8;
+
+struct KeyRun {
+    quint32 firstScanCode;
+    const char* keys;
+};
+
+/// The rows of letters and digits, left to right.
+constexpr std::array<KeyRun, 4> kRows{{
+    {2, "1234567890"},
+    {16, "QWERTYUIOP"},
+    {30, "ASDFGHJKL"},
+    {44, "ZXCVBNM"},
+}};
+
+struct KeyPlace {
+    quint32 scanCode;
+    KeyCode key;
+};
+
+constexpr std::array<KeyPlace, 26> kPlaces{{
+    {1, kKeyEscape},       {13, kKeyLeftOfBackspace}, {14, kKeyBackspace},   {26, kKeyRightOfP},
+    {27, kKeyPlus},        {28, kKeyEnter},           {39, kKeyRightOfL},    {51, kKeyComma},
+    {52, kKeyFullStop},    {53, kKeyMinus},           {57, kKeySpace},       {71, kKeyNumpad0 + 7},
+    {72, kKeyNumpad0 + 8}, {73, kKeyNumpad0 + 9},     {75, kKeyNumpad0 + 4}, {76, kKeyNumpad0 + 5},
+    {77, kKeyNumpad0 + 6}, {79, kKeyNumpad0 + 1},     {80, kKeyNumpad0 + 2}, {81, kKeyNumpad0 + 3},
+    {82, kKeyNumpad0},     {96, kKeyEnter},           {103, kKeyUp},         {105, kKeyLeft},
+    {106, kKeyRight},      {108, kKeyDown},
+}};
+
+/// The scan codes of F1 to F10 follow each other.
+constexpr quint32 kFirstFunctionKey = 59;
+constexpr quint32 kLastFunctionKey = 68;
+
+KeyCode fromScanCode(quint32 scanCode) {
+    for (const KeyRun& row : kRows) {
+        const auto length = static_cast<quint32>(qstrlen(row.keys));
+        if (scanCode >= row.firstScanCode && scanCode < row.firstScanCode + length)
+            return row.keys[scanCode - row.firstScanCode];
+    }
+    if (scanCode >= kFirstFunctionKey && scanCode <= kLastFunctionKey)
+        return kKeyF1 + static_cast<KeyCode>(scanCode - kFirstFunctionKey);
+    for (const KeyPlace& place : kPlaces) {
+        if (place.scanCode == scanCode)
+            return place.key;
+    }
+    return 0;
+}
+
+struct NamedKey {
+    int qtKey;
+    KeyCode key;
+};
+
+constexpr std::array<NamedKey, 12> kNames{{
+    {Qt::Key_Escape, kKeyEscape},
+    {Qt::Key_Backspace, kKeyBackspace},
+    {Qt::Key_Return, kKeyEnter},
+    {Qt::Key_Enter, kKeyEnter},
+    {Qt::Key_Space, kKeySpace},
+    {Qt::Key_Left, kKeyLeft},
+    {Qt::Key_Up, kKeyUp},
+    {Qt::Key_Right, kKeyRight},
+    {Qt::Key_Down, kKeyDown},
+    {Qt::Key_Comma, kKeyComma},
+    {Qt::Key_Period, kKeyFullStop},
+    {Qt::Key_Plus, kKeyPlus},
+}};
+
+KeyCode fromName(int qtKey, bool onKeypad) {
+    if (qtKey >= Qt::Key_0 && qtKey <= Qt::Key_9)
+        return onKeypad ? kKeyNumpad0 + (qtKey - Qt::Key_0) : qtKey;
+    if (qtKey >= Qt::Key_A && qtKey <= Qt::Key_Z)
+        return qtKey;
+    if (qtKey >= Qt::Key_F1 && qtKey <= Qt::Key_F12)
+        return kKeyF1 + (qtKey - Qt::Key_F1);
+    for (const NamedKey& name : kNames) {
+        if (name.qtKey == qtKey)
+            return name.key;
+    }
+    return qtKey == Qt::Key_Minus ? kKeyMinus : 0;
+}
+
+}  // namespace
+
+KeyCode keyCodeOf(const QKeyEvent& event) {
+    if (event.nativeScanCode() > kScanCodeOffset)
+        return fromScanCode(event.nativeScanCode() - kScanCodeOffset);
+    return fromName(event.key(), event.modifiers().testFlag(Qt::KeypadModifier));
+}

@@ -1,0 +1,38 @@
+#include "platform/desktop/qt_dialogs.h"
+
+#include <QApplication>
+#include <QInputDialog>
+#include <QMessageBox>
+
+namespace {
+
+QMessageBox::StandardButton show(const QString& text, QMessageBox::Icon icon,
+                                 QMessageBox::StandardButtons buttons,
+                                 QMessageBox::StandardButton usual) {
+    QMessageBox box(QApplication::activeWindow());
+    box.setIcon(icon);
+    box.setWindowTitle(QApplication::applicationDisplayName());
+    box.setTextFormat(Qt::PlainText);
+    box.setText(QString(text).replace(QLatin1String("\r\n"), QLatin1String("\n")));
+    box.setStandardButtons(buttons);
+    box.setDefaultButton(usual);
+    return static_cast<QMessageBox::StandardButton>(box.exec());
+}
+
+}  // namespace
+
+void QtDialogs::message(const QString& text) {
+    show(text, QMessageBox::Information, QMessageBox::Ok, QMessageBox::Ok);
+}
+
+bool QtDialogs::confirm(const QString& text) {
+    return show(text, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No, QMessageBox::No) ==
+           QMessageBox::Yes;
+}
+
+QString QtDialogs::input(const QString& prompt, const QString& title, const QString& proposed) {
+    bool accepted = false;
+    const QString answer = QInputDialog::getText(QApplication::activeWindow(), title, prompt,
+                                                 QLineEdit::Normal, proposed, &accepted);
+    return accepted ? answer : QString();
+}

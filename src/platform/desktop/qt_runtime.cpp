@@ -1,0 +1,95 @@
+#include "platform/desktop/qt_runtime.h"
+
+#include <QAbstractEventDispatcher>
+#include <QCoreApplication>
+#include <QDateTime>
+
+#include <algorithm>
+#include <thread>
+
+namespace {
+
+using namespace std::chrono_literals;
+using SteadyClock = std::chrono::steady_clock;
+
+/// How often a long wait answers the window manager and repaints.
+constexpr Instant kServeInterval = 50ms;
+/// The last stretch of a wait serves nothing, as a repaint could outlast it.
+constexpr Instant kQuietStretch = 8ms;
+/// A sleeping thread is woken late by up to about a millisecond; the rest is waited out awake.
+constexpr Instant kAwakeStretch = 1500us;
+
+SteadyClock::time_point onSteadyClock(Instant instant) {
+    return SteadyClock::time_point{std::chrono::duration_cast<SteadyClock::duration>(instant)};
+}
+
+bool processEvents(QEventLoop::ProcessEventsFlags flags) {
+    return QAbstractEventDispatcher::instance()->processEvents(flags);
+}
+
+}  // namespace
+
+QtRuntime::QtRuntime() {
+    wakeUp_.setTimerType(Qt::PreciseTimer);
+    wakeUp_.setSingleShot(true);
+}
+
+Instant QtRuntime::now() const {
+    return std::chrono::duration_cast<Instant>(SteadyClock::now().time_since_epoch());
+}
+
+double QtRuntime::secondsSinceMidnight() const {
+    // The date's own resolution is a millisecond; the rest comes from the system clock itself.
+    const auto sinceEpoch = std::chrono::system_clock::now().time_since_epoch();
+    const auto millis = std::chrono::floor<std::chrono::milliseconds>(sinceEpoch);
+    const double fraction = std::chrono::duration<double>(sinceEpoch - millis).count();
+    const QDateTime local = QDateTime::fromMSecsSinceEpoch(millis.count());
+    return local.time().msecsSinceStartOfDay() / 1000.0 + fraction;
+}
+
+QDateTime QtRuntime::dateTime() const {
+    return QDateTime::currentDateTime();
+}
+
+void QtRuntime::pump(Instant wakeBy) {
+    const bool ran = processEvents(QEventLoop::AllEvents);
+    const bool keysChanged = keys_.advance();
+    if (ran || keysChanged || ending_ || now() >= wakeBy)
+        return;
+    sleepUntilEvent(wakeBy);
+    keys_.advance();
+}
+
+void QtRuntime::sleepUntilEvent(Instant wakeBy) {
+    if (wakeBy != kForever) {
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(wakeBy - now());
+        wakeUp_.start(std::max(left, std::chrono::milliseconds{0}));
+    }
+    processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+    wakeUp_.stop();
+}
+
+void QtRuntime::blockUntil(Instant end) {
+    if (now() >= end)
+        return;
+    paintAndServe(end - kQuietStretch);
+    while (end - now() > kServeInterval + kQuietStretch) {
+        std::this_thread::sleep_for(kServeInterval);
+        paintAndServe(end - kQuietStretch);
+    }
+    std::this_thread::sleep_until(onSteadyClock(end - kAwakeStretch));
+    while (now() < end) {
+    }
+}
+
+/// Lets layout and painting settle and answers the window manager; user input, a click on a
+/// window's close button included, stays queued.
+void QtRuntime::paintAndServe(Instant until) {
+    while (now() < until && processEvents(QEventLoop::ExcludeUserInputEvents)) {
+    }
+}
+
+void QtRuntime::end() {
+    ending_ = true;
+    QCoreApplication::quit();
+}

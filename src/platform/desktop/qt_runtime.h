@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/desktop/key_table.h"
+#include "platform/runtime.h"
+
+#include <QTimer>
+
+/// The runtime on the desktop's event queue. Made after the application object.
+class QtRuntime : public Runtime {
+public:
+    QtRuntime();
+
+    Instant now() const override;
+    double secondsSinceMidnight() const override;
+    QDateTime dateTime() const override;
+    void pump(Instant wakeBy) override;
+    void blockUntil(Instant end) override;
+    bool held(KeyCode key) const override { return keys_.held(key); }
+    void end() override;
+    bool ending() const override { return ending_; }
+
+private:
+    void sleepUntilEvent(Instant wakeBy);
+    void paintAndServe(Instant until);
+
+    KeyTable keys_;
+    QTimer wakeUp_;
+    bool ending_ = false;
+};

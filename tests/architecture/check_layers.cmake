@@ -1,0 +1,51 @@
+# Holds the includes of the sources against the layers of the house. An include points down, never
+# up and never sideways; sound libraries and the operating system stay inside platform/.
+#
+#   cmake -DSOURCES=<src folder> -P check_layers.cmake
+
+cmake_minimum_required(VERSION 3.22)
+
+set(below_subsystems widgets core platform)
+set(subsystems reading metronome composer eartraining reference)
+
+set(allowed_core core platform)
+set(allowed_widgets ${below_subsystems})
+foreach(subsystem IN LISTS subsystems)
+  set(allowed_${subsystem} ${subsystem} ${below_subsystems})
+endforeach()
+set(allowed_shell shell ${subsystems} ${below_subsystems})
+set(allowed_platform platform)
+set(allowed_platform/desktop platform platform/desktop)
+set(allowed_platform/linux platform platform/linux)
+set(allowed_platform/windows platform platform/windows)
+
+set(system_headers "<(fluidsynth|RtMidi|rtmidi|alsa/|jack/|pulse/|unistd|sys/|fcntl|pthread|windows|mmsystem)")
+
+file(GLOB_RECURSE files RELATIVE ${SOURCES} ${SOURCES}/*.h ${SOURCES}/*.cpp)
+set(checked 0)
+foreach(file IN LISTS files)
+  get_filename_component(folder ${file} DIRECTORY)
+  if(folder STREQUAL "")
+    continue()  # main.cpp puts everything together
+  endif()
+  if(NOT DEFINED allowed_${folder})
+    message(SEND_ERROR "${file}: no layer is known for this folder")
+  endif()
+  file(STRINGS ${SOURCES}/${file} includes REGEX "^#include [<\"]")
+  foreach(include IN LISTS includes)
+    if(include MATCHES "${system_headers}" AND NOT folder MATCHES "^platform/")
+      message(SEND_ERROR "${file}: ${include} belongs into platform/")
+    endif()
+    if(include MATCHES "\"(.*)/[^/]+\"")
+      math(EXPR checked "${checked} + 1")
+      if(NOT CMAKE_MATCH_1 IN_LIST allowed_${folder})
+        message(SEND_ERROR "${file}: ${include} points up or sideways")
+      endif()
+    endif()
+  endforeach()
+endforeach()
+
+if(checked EQUAL 0)
+  message(SEND_ERROR "No include was checked: is ${SOURCES} the folder of the sources?")
+endif()
+message(STATUS "${checked} includes point down")
