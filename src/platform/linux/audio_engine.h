@@ -1,0 +1,77 @@
+#pragma once
+
+#include "platform/linux/message_timeline.h"
+#include "platform/linux/sound_mixer.h"
+
+#include <atomic>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+/// The two ends of the program's sound: the user-interface thread posts what shall sound, the
+/// audio thread renders it, and neither ever waits for the other.
+class AudioEngine {
+public:
+    explicit AudioEngine(double rate);
+
+    double rate() const { return rate_; }
+
+    /// Only while no stream runs. The synthesizer must have been loaded for the same rate.
+    void setRate(double rate);
+    void setSynthesizer(std::unique_ptr<Synthesizer> synthesizer);
+    bool hasSynthesizer() const { return mixer_.hasSynthesizer(); }
+
+    /// User-interface thread. `now` is the instant in nanoseconds of the steady clock. False if
+    /// the audio thread does not take anything any more.
+    bool message(std::uint32_t packed, std::int64_t now);
+    bool reset(std::int64_t now);
+    bool startTune(std::shared_ptr<const Tune> tune, std::int64_t now);
+    bool stopTune(std::int64_t now);
+    bool startWave(std::shared_ptr<const Wave> wave, std::int64_t now);
+
+    /// Audio thread: the stream wants its next `frames` frames, and asks for them at `now`.
+    void render(float* left, float* right, int frames, std::int64_t now);
+
+    /// Audio thread: whether nothing has sounded for a few seconds and nothing is waiting.
+    bool resting() const;
+
+    /// Audio thread: sleeps until something is posted or `wake` is called. The stream's buffers
+    /// run empty meanwhile, which is inaudible, and an idle program does not use the processor.
+    void rest();
+    void wake();
+
+    /// When the stream last asked for frames; the largest value while it rests.
+    std::int64_t lastRequest() const { return lastRequest_.load(); }
+
+    /// From the arrival of a message to the request for its frame.
+    double delaySeconds() const { return timeline_.delaySeconds(); }
+
+private:
+    enum class Slot { Tune, Wave };
+
+    /// Something that the audio thread may be reading until it has taken the event that ends it.
+    struct Kept {
+        Slot slot;
+        std::shared_ptr<const void> object;
+        std::uint64_t endedBy;  // number of that event, or kNotEnded
+    };
+
+    bool post(SoundEvent event, std::int64_t now);
+    void endKept(Slot slot);
+    void freeEnded();
+    void renderBlock();
+
+    std::atomic<double> rate_;
+    MessageTimeline timeline_;
+    std::vector<Kept> kept_;
+
+    SoundMixer mixer_;
+    SoundMixer::Side left_{};
+    SoundMixer::Side right_{};
+    int used_ = SoundMixer::kBlock;  // frames of the block already handed out
+    std::int64_t rendered_ = 0;
+    std::int64_t delivered_ = 0;
+
+    std::atomic<std::uint32_t> posts_ = 0;
+    std::atomic<std::int64_t> lastRequest_;
+};

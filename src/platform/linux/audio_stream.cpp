@@ -1,0 +1,213 @@
+#include "platform/linux/audio_stream.h"
+
+#include "platform/linux/audio_engine.h"
+#include "platform/linux/jack_watch.h"
+#include "platform/linux/quiet_libraries.h"
+#include "platform/linux/steady_time.h"
+#include "platform/linux/synthesizer.h"
+
+#include <fluidsynth.h>
+
+#include <algorithm>
+#include <atomic>
+#include <condition_variable>
+#include <mutex>
+#include <thread>
+#include <utility>
+
+namespace {
+
+constexpr int kPeriods = 4;
+constexpr auto kFarewell = std::chrono::seconds(1);
+constexpr std::int64_t kStalledAfter = 2'000'000'000;
+
+struct Driver {
+    std::unique_ptr<fluid_settings_t, decltype(&delete_fluid_settings)> settings{
+        nullptr, delete_fluid_settings};
+    std::unique_ptr<fluid_audio_driver_t, decltype(&delete_fluid_audio_driver)> driver{
+        nullptr, delete_fluid_audio_driver};
+    std::unique_ptr<JackWatch> jack;  // for the driver of that name
+
+    void close() {
+        driver.reset();
+        settings.reset();
+        jack.reset();
+    }
+
+    void abandon() {
+        static_cast<void>(driver.release());
+        static_cast<void>(settings.release());
+        jack.reset();
+    }
+};
+
+/// JACK and PipeWire call from their own real-time threads, which must never sleep.
+bool mayRest(const std::string& driver) {
+    return driver == "pulseaudio" || driver == "alsa";
+}
+
+}  // namespace
+
+/// What the program, the opening thread and the audio thread share. Whoever is last frees it: a
+/// thread that hangs in a sound library keeps it, and the program goes on without that thread.
+struct AudioStream::Core {
+    Core(std::shared_ptr<AudioEngine> audioEngine, Setup streamSetup)
+        : engine(std::move(audioEngine)), setup(std::move(streamSetup)) {}
+
+    void run();
+    void prepare(double rate);
+    void open();
+    void close();
+    bool openDriver(const std::string& name);
+    static int fill(void* self, int frames, int effects, float* effectSides[], int sides,
+                    float* out[]);
+
+    const std::shared_ptr<AudioEngine> engine;
+    const Setup setup;
+    Driver output;         // the opening thread's
+    bool canRest = false;  // written before the driver starts
+    std::atomic<bool> stayAwake = false;
+
+    std::mutex mutex;
+    std::condition_variable changed;
+    Status status = Status::Opening;
+    std::chrono::steady_clock::time_point attemptStarted = std::chrono::steady_clock::now();
+    bool reopen = false;
+    bool quit = false;
+    bool ended = false;
+};
+
+int AudioStream::Core::fill(void* self, int frames, int, float**, int sides, float* out[]) {
+    auto& core = *static_cast<Core*>(self);
+    if (sides < 2)
+        return FLUID_FAILED;
+    AudioEngine& engine = *core.engine;
+    if (core.canRest && !core.stayAwake.load() && engine.resting())
+        engine.rest();
+    engine.render(out[0], out[1], frames, steadyNow());
+    for (int side = 2; side < sides; ++side)
+        std::fill_n(out[side], frames, 0.0F);
+    return FLUID_OK;
+}
+
+void AudioStream::Core::run() {
+    prepare(engine->rate());
+    std::unique_lock lock(mutex);
+    while (!quit) {
+        reopen = false;
+        lock.unlock();
+        open();
+        lock.lock();
+        status = output.driver ? Status::Running : Status::Failed;
+        changed.notify_all();
+        changed.wait(lock, [this] { return quit || reopen; });
+    }
+    lock.unlock();
+    close();
+    lock.lock();
+    ended = true;
+    changed.notify_all();
+}
+
+void AudioStream::Core::close() {
+    if (!output.driver)
+        return;
+    // The JACK library crashes on closing a client whose server is gone.
+    if (output.jack && output.jack->serverGone()) {
+        output.abandon();
+        return;
+    }
+    // The audio thread may be resting in its callback, where closing would wait for it for ever.
+    stayAwake = true;
+    engine->wake();
+    output.close();
+    stayAwake = false;
+}
+
+void AudioStream::Core::open() {
+    close();
+    for (const std::string& name : setup.drivers)
+        if (openDriver(name))
+            return;
+}
+
+void AudioStream::Core::prepare(double rate) {
+    engine->setRate(rate);
+    engine->setSynthesizer(Synthesizer::load(setup.soundfont, rate));
+}
+
+bool AudioStream::Core::openDriver(const std::string& name) {
+    // JACK alone insists on a rate of its own.
+    output.jack = name == "jack" ? JackWatch::start() : nullptr;
+    if (output.jack && output.jack->sampleRate() != engine->rate())
+        prepare(output.jack->sampleRate());
+    output.settings.reset(new_fluid_settings());
+    fluid_settings_t* settings = output.settings.get();
+    if (!settings || fluid_settings_setstr(settings, "audio.driver", name.c_str()) != FLUID_OK)
+        return false;
+    fluid_settings_setnum(settings, "synth.sample-rate", engine->rate());
+    fluid_settings_setint(settings, "audio.period-size", setup.periodFrames);
+    fluid_settings_setint(settings, "audio.periods", kPeriods);
+    fluid_settings_setint(settings, "audio.jack.autoconnect", 1);
+    fluid_settings_setstr(settings, "audio.jack.id", "Cantavista");
+    canRest = mayRest(name);
+    output.driver.reset(new_fluid_audio_driver2(settings, &Core::fill, this));
+    return output.driver != nullptr;
+}
+
+AudioStream::AudioStream(std::shared_ptr<AudioEngine> engine, Setup setup)
+    : core_(std::make_shared<Core>(std::move(engine), std::move(setup))) {
+    quietLibraries();
+    std::thread([core = core_] { core->run(); }).detach();
+}
+
+AudioStream::~AudioStream() {
+    std::unique_lock lock(core_->mutex);
+    core_->quit = true;
+    core_->changed.notify_all();
+    core_->changed.wait_for(lock, kFarewell, [this] { return core_->ended; });
+}
+
+AudioStream::Status AudioStream::status() const {
+    const std::lock_guard lock(core_->mutex);
+    return core_->status;
+}
+
+AudioStream::Status AudioStream::wait() const {
+    std::unique_lock lock(core_->mutex);
+    const auto deadline = core_->attemptStarted + core_->setup.patience;
+    core_->changed.wait_until(lock, deadline, [this] { return core_->status != Status::Opening; });
+    return core_->status == Status::Running ? Status::Running : Status::Failed;
+}
+
+void AudioStream::retry() {
+    const std::lock_guard lock(core_->mutex);
+    if (core_->status != Status::Failed)
+        return;
+    core_->status = Status::Opening;
+    core_->attemptStarted = std::chrono::steady_clock::now();
+    core_->reopen = true;
+    core_->changed.notify_all();
+}
+
+void AudioStream::revive() {
+    const std::int64_t last = core_->engine->lastRequest();
+    if (steadyNow() - kStalledAfter < last)
+        return;
+    const std::lock_guard lock(core_->mutex);
+    if (core_->status != Status::Running)
+        return;
+    core_->status = Status::Opening;
+    core_->attemptStarted = std::chrono::steady_clock::now();
+    core_->reopen = true;
+    core_->changed.notify_all();
+}
+
+bool AudioStream::hasSynthesizer() const {
+    const std::lock_guard lock(core_->mutex);
+    return core_->status == Status::Running && core_->engine->hasSynthesizer();
+}
+
+std::vector<std::string> AudioStream::usualDrivers() {
+    return {"pulseaudio", "alsa", "jack", "pipewire", "oss"};
+}

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <chrono>
+#include <memory>
+#include <string>
+#include <vector>
+
+class AudioEngine;
+
+/// Opens the machine's audio output for an engine and keeps it open. All of it happens on a thread
+/// of its own, so that neither a slow soundfont nor a sound server that hangs holds up the program.
+class AudioStream {
+public:
+    struct Setup {
+        std::string soundfont;             ///< path; empty or unreadable: no synthesizer
+        std::vector<std::string> drivers;  ///< tried in this order
+        int periodFrames = 384;            ///< asked for at once; 256 costs half as much again
+        std::chrono::milliseconds patience = std::chrono::seconds(5);  ///< then there is no device
+    };
+
+    enum class Status { Opening, Running, Failed };
+
+    /// Returns at once.
+    AudioStream(std::shared_ptr<AudioEngine> engine, Setup setup);
+    ~AudioStream();
+    AudioStream(const AudioStream&) = delete;
+    AudioStream& operator=(const AudioStream&) = delete;
+
+    Status status() const;
+
+    /// Waits until the attempt to open has ended, but no longer than its patience: an attempt that
+    /// takes longer counts as failed until it ends after all.
+    Status wait() const;
+
+    /// Tries once more after a failure; without one, does nothing.
+    void retry();
+
+    /// Opens the stream anew if it has stopped asking for frames.
+    void revive();
+
+    /// Known once the stream does not open any more.
+    bool hasSynthesizer() const;
+
+    /// The drivers worth trying, the best first.
+    static std::vector<std::string> usualDrivers();
+
+private:
+    struct Core;
+    std::shared_ptr<Core> core_;
+};

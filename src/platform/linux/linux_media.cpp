@@ -1,0 +1,94 @@
+#include "platform/linux/linux_media.h"
+
+#include "platform/folders.h"
+#include "platform/linux/audio_engine.h"
+#include "platform/linux/audio_stream.h"
+#include "platform/linux/media_command.h"
+#include "platform/linux/steady_time.h"
+#include "platform/linux/tune.h"
+#include "platform/linux/wave.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <utility>
+
+namespace {
+
+constexpr qint64 kLargestFile = 32 << 20;
+
+std::optional<QByteArray> readFile(const QString& path) {
+    QFile file(path);
+    // A pipe or a device could block for ever.
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    return file.read(kLargestFile);
+}
+
+std::shared_ptr<const Wave> waveFromFile(const QString& path, double rate) {
+    const auto bytes = readFile(path);
+    const auto wave = bytes ? readWave(*bytes) : std::nullopt;
+    return wave ? std::make_shared<const Wave>(resampled(*wave, rate)) : nullptr;
+}
+
+}  // namespace
+
+LinuxMedia::LinuxMedia(AudioEngine& engine, AudioStream& stream, const Folders& folders)
+    : engine_(engine), stream_(stream), folders_(folders) {}
+
+LinuxMedia::~LinuxMedia() = default;
+
+int LinuxMedia::command(const QString& text) {
+    const auto parsed = MediaCommand::parse(text);
+    if (!parsed)
+        return toInt(SoundCode::UnknownCommand);
+    if (parsed->verb == MediaCommand::Verb::Open)
+        return toInt(open(*parsed));
+    if (!open_ || open_->alias.compare(parsed->alias, Qt::CaseInsensitive) != 0)
+        return toInt(SoundCode::AliasNotOpen);
+    return toInt(parsed->verb == MediaCommand::Verb::Play ? play() : close());
+}
+
+SoundCode LinuxMedia::open(const MediaCommand& command) {
+    if (open_)
+        return SoundCode::AliasInUse;
+    const auto bytes = readFile(folders_.nativePath(command.path));
+    if (!bytes)
+        return SoundCode::FileNotFound;
+    auto tune = readTune(*bytes);
+    if (!tune)
+        return SoundCode::NotMidiFile;
+    open_ = {command.alias, std::make_shared<const Tune>(std::move(*tune))};
+    return SoundCode::Ok;
+}
+
+SoundCode LinuxMedia::play() {
+    if (audible() && !engine_.startTune(open_->tune, steadyNow()))
+        return SoundCode::NotResponding;
+    return SoundCode::Ok;
+}
+
+SoundCode LinuxMedia::close() {
+    if (audible() && !engine_.stopTune(steadyNow()))
+        return SoundCode::NotResponding;
+    open_.reset();
+    return SoundCode::Ok;
+}
+
+bool LinuxMedia::audible() const {
+    stream_.revive();
+    return stream_.status() != AudioStream::Status::Failed;
+}
+
+bool LinuxMedia::playSound(const QString& path, std::uint32_t flags) {
+    if (!audible())
+        return false;
+    auto wave = waveFromFile(folders_.nativePath(path), engine_.rate());
+    if (!wave && (flags & kSoundNoDefault) == 0)
+        wave = std::make_shared<const Wave>(defaultSound(engine_.rate()));
+    return wave && engine_.startWave(std::move(wave), steadyNow());
+}
+
+QString LinuxMedia::errorText(int code) const {
+    return soundCodeText(code);
+}

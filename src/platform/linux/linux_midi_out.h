@@ -1,0 +1,40 @@
+#pragma once
+
+#include "platform/linux/midi_ports.h"
+#include "platform/midi_out.h"
+
+#include <map>
+#include <memory>
+#include <vector>
+
+class AudioEngine;
+class AudioStream;
+
+/// The built-in synthesizer as the default output, and the machine's MIDI ports.
+class LinuxMidiOut : public MidiOut {
+public:
+    LinuxMidiOut(AudioEngine& engine, AudioStream& stream);
+    ~LinuxMidiOut() override;
+
+    int deviceCount() override;
+    std::optional<QString> deviceName(int deviceId) override;
+    MidiOpenResult open(int deviceId) override;
+    int send(MidiHandle handle, std::uint32_t message) override;
+    int reset(MidiHandle handle) override;
+    int close(MidiHandle handle) override;
+    QString errorText(int code) const override;
+
+private:
+    SoundCode openSynthesizer();
+    SoundCode openPort(int deviceId, std::unique_ptr<MidiPort>& port);
+    template <typename ToEngine, typename ToPort>
+    int route(MidiHandle handle, ToEngine toEngine, ToPort toPort);
+
+    AudioEngine& engine_;
+    AudioStream& stream_;
+    std::vector<PortAddress> ports_;  // as last counted
+    bool counted_ = false;
+    std::map<MidiHandle, std::unique_ptr<MidiPort>> open_;  // no port: the synthesizer
+    MidiHandle lastHandle_ = 0;
+    QString device_;  // the port that was used last, for the text of its failure
+};

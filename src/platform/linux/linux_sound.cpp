@@ -1,0 +1,45 @@
+#include "platform/linux/linux_sound.h"
+
+#include "platform/linux/audio_engine.h"
+#include "platform/linux/audio_stream.h"
+#include "platform/linux/linux_media.h"
+#include "platform/linux/linux_midi_out.h"
+#include "platform/linux/synthesizer.h"
+
+namespace {
+
+constexpr double kFramesPerSecond = 44100;
+
+AudioStream::Setup usualSetup() {
+    AudioStream::Setup setup;
+    setup.soundfont = findSoundfont();
+    setup.drivers = AudioStream::usualDrivers();
+    return setup;
+}
+
+}  // namespace
+
+struct LinuxSound::Parts {
+    explicit Parts(const Folders& folders)
+        : engine(std::make_shared<AudioEngine>(kFramesPerSecond)),
+          stream(engine, usualSetup()),
+          midiOut(*engine, stream),
+          media(*engine, stream, folders) {}
+
+    std::shared_ptr<AudioEngine> engine;
+    AudioStream stream;
+    LinuxMidiOut midiOut;
+    LinuxMedia media;
+};
+
+LinuxSound::LinuxSound(const Folders& folders) : parts_(std::make_unique<Parts>(folders)) {}
+
+LinuxSound::~LinuxSound() = default;
+
+MidiOut& LinuxSound::midiOut() {
+    return parts_->midiOut;
+}
+
+Media& LinuxSound::media() {
+    return parts_->media;
+}

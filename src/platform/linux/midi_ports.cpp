@@ -1,0 +1,181 @@
+#include "platform/linux/midi_ports.h"
+
+#include "platform/linux/jack_watch.h"
+#include "platform/linux/quiet_libraries.h"
+#include "platform/linux/steady_time.h"
+
+#include <RtMidi.h>
+
+#include <array>
+#include <exception>
+#include <iostream>
+#include <jack/jack.h>
+#include <optional>
+#include <sstream>
+#include <utility>
+
+namespace {
+
+constexpr const char* kClientName = "Cantavista";
+constexpr std::array kApis{RtMidi::LINUX_ALSA, RtMidi::UNIX_JACK};
+constexpr std::int64_t kCheckInterval = 100'000'000;
+constexpr std::uint8_t kAllSoundsOff = 120;
+
+/// RtMidi prints to std::cerr what it also throws or reports.
+class MutedErrorStream {
+public:
+    MutedErrorStream() : previous_(std::cerr.rdbuf(sink_.rdbuf())) {}
+    ~MutedErrorStream() { std::cerr.rdbuf(previous_); }
+    MutedErrorStream(const MutedErrorStream&) = delete;
+    MutedErrorStream& operator=(const MutedErrorStream&) = delete;
+
+private:
+    std::ostringstream sink_;
+    std::streambuf* previous_;
+};
+
+/// With a callback RtMidi reports failures to it instead of throwing.
+void noteFailure(RtMidiError::Type type, const std::string&, void* failed) {
+    if (failed && type != RtMidiError::WARNING && type != RtMidiError::DEBUG_WARNING)
+        *static_cast<bool*>(failed) = true;
+}
+
+/// Runs what RtMidi may throw out of or print from; answers whether it went well.
+template <typename Work>
+bool guarded(Work work) {
+    const MutedErrorStream muted;
+    try {
+        return work();
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
+std::unique_ptr<RtMidiOut> makeOut(RtMidi::Api api) {
+    quietLibraries();
+    std::unique_ptr<RtMidiOut> out;
+    guarded([&] {
+        out = std::make_unique<RtMidiOut>(api, kClientName);
+        out->setErrorCallback(noteFailure);
+        return true;
+    });
+    return out;
+}
+
+/// Asks for the count first: without a server, asking for a name crashes.
+std::vector<std::string> portNames(RtMidiOut& out) {
+    std::vector<std::string> names;
+    guarded([&] {
+        const unsigned int count = out.getPortCount();
+        for (unsigned int i = 0; i < count; ++i)
+            names.push_back(out.getPortName(i));
+        return true;
+    });
+    return names;
+}
+
+std::optional<unsigned int> portNumber(RtMidiOut& out, const std::string& name) {
+    const auto names = portNames(out);
+    for (std::size_t i = 0; i < names.size(); ++i)
+        if (names[i] == name)
+            return static_cast<unsigned int>(i);
+    return std::nullopt;
+}
+
+std::size_t messageBytes(std::uint32_t packed) {
+    const std::uint32_t kind = packed & 0xF0u;
+    return kind == 0xC0 || kind == 0xD0 ? 2 : 3;
+}
+
+}  // namespace
+
+std::vector<PortAddress> listMidiPorts() {
+    std::vector<PortAddress> ports;
+    const auto jack = JackWatch::start();
+    for (const RtMidi::Api api : kApis) {
+        // Without a server RtMidi leaks memory at every question about JACK's ports.
+        if (api == RtMidi::UNIX_JACK && !jack)
+            continue;
+        const auto out = makeOut(api);
+        if (!out)
+            continue;
+        for (const std::string& name : portNames(*out))
+            if (!name.empty())
+                ports.push_back({api, name});
+    }
+    return ports;
+}
+
+std::unique_ptr<MidiPort> MidiPort::open(const PortAddress& address, SoundCode& code) {
+    const bool isJack = address.api == RtMidi::UNIX_JACK;
+    auto jack = isJack ? JackWatch::start() : nullptr;
+    auto out = isJack && !jack ? nullptr : makeOut(static_cast<RtMidi::Api>(address.api));
+    const auto number = out ? portNumber(*out, address.name) : std::nullopt;
+    if (!number) {
+        code = SoundCode::DeviceVanished;
+        return nullptr;
+    }
+    bool failed = false;
+    const bool opened = guarded([&] {
+        out->setErrorCallback(noteFailure, &failed);
+        out->openPort(*number, kClientName);
+        out->setErrorCallback(noteFailure);
+        return !failed && out->isPortOpen();
+    });
+    if (!opened) {
+        code = SoundCode::DeviceBusy;
+        return nullptr;
+    }
+    code = SoundCode::Ok;
+    return std::unique_ptr<MidiPort>(new MidiPort(std::move(out), std::move(jack), address.name));
+}
+
+MidiPort::MidiPort(std::unique_ptr<RtMidiOut> out, std::unique_ptr<JackWatch> jack,
+                   std::string name)
+    : out_(std::move(out)), jack_(std::move(jack)), name_(std::move(name)) {}
+
+MidiPort::~MidiPort() {
+    if (jack_ && jack_->serverGone()) {
+        static_cast<void>(out_.release());  // closing it would wait, and crash
+        return;
+    }
+    guarded([this] {
+        out_.reset();
+        return true;
+    });
+}
+
+SoundCode MidiPort::send(std::uint32_t packed) {
+    if (!stillThere())
+        return SoundCode::DeviceVanished;
+    const std::array<unsigned char, 3> bytes{static_cast<unsigned char>(packed),
+                                             static_cast<unsigned char>(packed >> 8),
+                                             static_cast<unsigned char>(packed >> 16)};
+    const bool sent = guarded([&] {
+        bool failed = false;
+        out_->setErrorCallback(noteFailure, &failed);
+        out_->sendMessage(bytes.data(), messageBytes(packed));
+        out_->setErrorCallback(noteFailure);
+        return !failed;
+    });
+    return sent ? SoundCode::Ok : SoundCode::DeviceVanished;
+}
+
+SoundCode MidiPort::reset() {
+    SoundCode code = SoundCode::Ok;
+    for (std::uint32_t channel = 0; channel < 16 && code == SoundCode::Ok; ++channel)
+        code = send(0xB0u | channel | kAllSoundsOff << 8);
+    return code;
+}
+
+bool MidiPort::stillThere() {
+    gone_ = gone_ || (jack_ && jack_->serverGone());
+    // Sending to a port that was unplugged, or over a server that died, reports nothing. The list
+    // tells; it is not read for every message of a chord.
+    const std::int64_t now = steadyNow();
+    if (gone_ || now - checked_ < kCheckInterval)
+        return !gone_;
+    checked_ = now;
+    gone_ = !portNumber(*out_, name_);
+    return !gone_;
+}

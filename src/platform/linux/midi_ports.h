@@ -1,0 +1,51 @@
+#pragma once
+
+#include "platform/linux/sound_code.h"
+
+#include <QString>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+class JackWatch;
+class RtMidiOut;
+
+/// A port as it was listed: its name is what finds it again, since its number may change.
+struct PortAddress {
+    int api = 0;
+    std::string name;
+
+    bool operator==(const PortAddress&) const = default;
+};
+
+/// The machine's MIDI output ports of all systems, ALSA before JACK. Never throws.
+std::vector<PortAddress> listMidiPorts();
+
+/// An open port. Never throws.
+class MidiPort {
+public:
+    /// Nothing, and why in `code`, if the port is not there or does not open.
+    static std::unique_ptr<MidiPort> open(const PortAddress& address, SoundCode& code);
+    ~MidiPort();
+    MidiPort(const MidiPort&) = delete;
+    MidiPort& operator=(const MidiPort&) = delete;
+
+    QString name() const { return QString::fromStdString(name_); }
+
+    SoundCode send(std::uint32_t packed);
+
+    /// All sounds off on every channel.
+    SoundCode reset();
+
+private:
+    MidiPort(std::unique_ptr<RtMidiOut> out, std::unique_ptr<JackWatch> jack, std::string name);
+    bool stillThere();
+
+    std::unique_ptr<RtMidiOut> out_;
+    std::unique_ptr<JackWatch> jack_;  // for a port of JACK
+    std::string name_;
+    std::int64_t checked_ = 0;
+    bool gone_ = false;
+};

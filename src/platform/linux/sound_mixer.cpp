@@ -1,0 +1,127 @@
+#include "platform/linux/sound_mixer.h"
+
+#include "platform/linux/tune.h"
+#include "platform/linux/wave.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace {
+
+constexpr float kInaudible = 3e-5F;
+constexpr double kEchoSeconds = 0.25;
+constexpr float kKnee = 0.8F;
+
+/// Leaves what fits alone and bends the rest, so that a full chord never clips harshly.
+float limited(float sample) {
+    const float size = std::abs(sample);
+    if (size <= kKnee)
+        return sample;
+    constexpr float kRoom = 1.0F - kKnee;
+    const float over = size - kKnee;
+    return std::copysign(kKnee + kRoom * over / (kRoom + over), sample);
+}
+
+float peakOf(const SoundMixer::Side& side) {
+    float peak = 0;
+    for (const float sample : side)
+        peak = std::max(peak, std::abs(sample));
+    return peak;
+}
+
+}  // namespace
+
+void SoundMixer::setSynthesizer(std::unique_ptr<Synthesizer> synthesizer) {
+    synthesizer_ = std::move(synthesizer);
+}
+
+void SoundMixer::apply(const SoundEvent& event) {
+    using Part = Synthesizer::Part;
+    switch (event.kind) {
+        case SoundEvent::Kind::Message:
+            if (synthesizer_)
+                synthesizer_->message(Part::Output, event.message);
+            break;
+        case SoundEvent::Kind::Reset:
+            if (synthesizer_)
+                synthesizer_->silence(Part::Output);
+            break;
+        case SoundEvent::Kind::StartTune:
+            endTune();
+            if (synthesizer_) {
+                synthesizer_->restore(Part::Tune);
+                tune_ = event.tune;
+            }
+            break;
+        case SoundEvent::Kind::StopTune:
+            endTune();
+            break;
+        case SoundEvent::Kind::StartWave:
+            wave_ = event.wave;
+            waveFrame_ = 0;
+            break;
+    }
+    awake_ = synthesizer_ != nullptr;
+    quietFrames_ = 0;
+    silentFrames_ = 0;
+}
+
+void SoundMixer::endTune() {
+    if (synthesizer_)
+        synthesizer_->silence(Synthesizer::Part::Tune);
+    tune_ = nullptr;
+    tuneEvent_ = 0;
+    tuneFrame_ = 0;
+}
+
+void SoundMixer::render(Side& left, Side& right) {
+    left.fill(0);
+    right.fill(0);
+    if (tune_)
+        advanceTune();
+    if (!awake_ && !wave_) {
+        silentFrames_ += kBlock;
+        return;
+    }
+    silentFrames_ = 0;
+    if (awake_)
+        renderSynthesizer(left, right);
+    if (wave_)
+        addWave(left, right);
+    std::transform(left.begin(), left.end(), left.begin(), limited);
+    std::transform(right.begin(), right.end(), right.begin(), limited);
+}
+
+void SoundMixer::advanceTune() {
+    awake_ = true;
+    quietFrames_ = 0;
+    const double blockEnd = static_cast<double>(tuneFrame_ + kBlock) / rate_;
+    const auto& events = tune_->events;
+    while (tuneEvent_ < events.size() && events[tuneEvent_].seconds < blockEnd)
+        synthesizer_->message(Synthesizer::Part::Tune, events[tuneEvent_++].message);
+    tuneFrame_ += kBlock;
+    // What still rings after the last event ends by itself.
+    if (tuneEvent_ == events.size())
+        tune_ = nullptr;
+}
+
+void SoundMixer::renderSynthesizer(Side& left, Side& right) {
+    synthesizer_->render(left.data(), right.data());
+    const bool quiet =
+        !synthesizer_->anyVoice() && std::max(peakOf(left), peakOf(right)) < kInaudible;
+    quietFrames_ = quiet ? quietFrames_ + kBlock : 0;
+    awake_ = static_cast<double>(quietFrames_) < kEchoSeconds * rate_;
+}
+
+void SoundMixer::addWave(Side& left, Side& right) {
+    const std::size_t count = std::min<std::size_t>(kBlock, wave_->frames() - waveFrame_);
+    const float* samples = wave_->samples.data() + 2 * waveFrame_;
+    for (std::size_t i = 0; i < count; ++i) {
+        left[i] += samples[2 * i];
+        right[i] += samples[2 * i + 1];
+    }
+    waveFrame_ += count;
+    if (waveFrame_ == wave_->frames())
+        wave_ = nullptr;
+}

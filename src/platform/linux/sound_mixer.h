@@ -1,0 +1,50 @@
+#pragma once
+
+#include "platform/linux/sound_event.h"
+#include "platform/linux/synthesizer.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
+/// Everything that sounds, rendered in blocks of 64 frames: the synthesizer, the tune that plays
+/// on it, and one wave. It belongs to the audio thread. While nothing sounds it renders nothing.
+class SoundMixer {
+public:
+    static constexpr int kBlock = Synthesizer::kBlockFrames;
+    using Side = std::array<float, kBlock>;
+
+    explicit SoundMixer(double rate) : rate_(rate) {}
+
+    /// Only while no stream runs.
+    void setRate(double rate) { rate_ = rate; }
+
+    /// Only while no stream runs. Without a synthesizer, waves still sound.
+    void setSynthesizer(std::unique_ptr<Synthesizer> synthesizer);
+    bool hasSynthesizer() const { return synthesizer_ != nullptr; }
+
+    void apply(const SoundEvent& event);
+    void render(Side& left, Side& right);
+
+    /// For how many frames nothing has sounded.
+    std::int64_t silentFrames() const { return silentFrames_; }
+    void forgetSilence() { silentFrames_ = 0; }
+
+private:
+    void advanceTune();
+    void endTune();
+    void renderSynthesizer(Side& left, Side& right);
+    void addWave(Side& left, Side& right);
+
+    double rate_;
+    std::unique_ptr<Synthesizer> synthesizer_;
+    bool awake_ = false;  // the synthesizer has something to render, if only an echo
+    std::int64_t quietFrames_ = 0;
+    std::int64_t silentFrames_ = 0;
+    const Tune* tune_ = nullptr;
+    std::size_t tuneEvent_ = 0;
+    std::int64_t tuneFrame_ = 0;
+    const Wave* wave_ = nullptr;
+    std::size_t waveFrame_ = 0;
+};

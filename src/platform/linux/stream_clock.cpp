@@ -1,0 +1,95 @@
+#include "platform/linux/stream_clock.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr double kNanoseconds = 1e9;
+constexpr double kMargin = 1e6;            // beyond the earliest request seen so far
+constexpr double kEarliestBelieved = 3e7;  // a request further ahead than this is a fault
+constexpr double kDropout = 6e7;           // a request this far off the line starts a new line
+constexpr std::int64_t kFillTime = 100'000'000;
+constexpr double kAveragedSeconds = 2.0;
+constexpr double kSettledSeconds = 0.5;
+constexpr double kLargestRateError = 0.005;
+constexpr double kLongestLeadSeconds = 0.2;
+
+}  // namespace
+
+StreamClock::StreamClock(double framesPerSecond)
+    : nominalFrameTime_(kNanoseconds / framesPerSecond), frameTime_(nominalFrameTime_) {}
+
+void StreamClock::request(std::int64_t now, std::int64_t frame, int count) {
+    largestRequest_ = std::max(largestRequest_, count);
+    if (!running_) {
+        start(now, frame);
+        return;
+    }
+    // While the buffers fill, the requests say how large they are and not how time passes.
+    if (now - startTime_ < kFillTime)
+        return;
+
+    const double residual = static_cast<double>(now) - instantOf(static_cast<double>(frame));
+    const bool fresh = weight_ == 0;
+    if (!fresh && std::abs(residual) > kDropout) {
+        // So soon after a start it was the lead that was wrong, not the stream that stopped.
+        leadKnown_ = leadKnown_ && leadMeasured_;
+        start(now, frame);
+        return;
+    }
+    follow(residual, frame, count);
+}
+
+void StreamClock::follow(double residual, std::int64_t frame, int count) {
+    const double average = kAveragedSeconds * kNanoseconds / nominalFrameTime_;
+    weight_ = std::min(weight_ + count, average);
+    lineTime_ = instantOf(static_cast<double>(frame)) + residual * count / weight_;
+    lineFrame_ = static_cast<double>(frame);
+    if (weight_ < average)
+        return;
+    // Critically damped: the rate follows as fast as it can without swinging.
+    frameTime_ += residual * count / (2 * average * average);
+    frameTime_ = std::clamp(frameTime_, nominalFrameTime_ * (1 - kLargestRateError),
+                            nominalFrameTime_ * (1 + kLargestRateError));
+    early_ = std::clamp(-residual, early_, kEarliestBelieved);
+    learnLead();
+}
+
+void StreamClock::start(std::int64_t now, std::int64_t frame) {
+    running_ = true;
+    startTime_ = now;
+    startFrame_ = frame;
+    leadMeasured_ = false;
+    // A stream that starts empty asks for its lead at once, so the frame that is asked for at its
+    // due time is the one after the lead.
+    lineTime_ = static_cast<double>(now);
+    lineFrame_ = static_cast<double>(frame) + lead_;
+    weight_ = leadKnown_ ? kSettledSeconds * kNanoseconds / nominalFrameTime_ : 0;
+}
+
+void StreamClock::learnLead() {
+    // Once for each start: later an error of the rate would count as lead.
+    if (leadMeasured_)
+        return;
+    leadMeasured_ = true;
+    leadKnown_ = true;
+    const double lead =
+        (static_cast<double>(startTime_) - instantOf(static_cast<double>(startFrame_))) /
+        frameTime_;
+    lead_ = std::clamp(lead, 0.0, kLongestLeadSeconds * kNanoseconds / frameTime_);
+}
+
+double StreamClock::instantOf(double frame) const {
+    return lineTime_ + (frame - lineFrame_) * frameTime_;
+}
+
+double StreamClock::frameFor(std::int64_t time) const {
+    return lineFrame_ +
+           (static_cast<double>(time) - lineTime_ + delaySeconds() * kNanoseconds) / frameTime_;
+}
+
+double StreamClock::delaySeconds() const {
+    // A thing that arrives just after a request is first looked at by the next one.
+    return (largestRequest_ * frameTime_ + early_ + kMargin) / kNanoseconds;
+}

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+
+/// Relates the steady clock to the frames of an audio stream. A sound system asks for frames in
+/// jittering bursts, by a clock of its own; this one draws a smooth line through the instants of
+/// the requests and says which frame belongs to an instant, a constant delay later.
+class StreamClock {
+public:
+    explicit StreamClock(double framesPerSecond);
+
+    /// The stream stood still and its buffers ran empty: the next request starts a new line.
+    void restart() { running_ = false; }
+
+    /// The stream asks at `now` (nanoseconds of the steady clock) for `count` frames from `frame`.
+    void request(std::int64_t now, std::int64_t frame, int count);
+
+    /// The frame at which a thing of the instant `time` sounds, the constant delay included.
+    double frameFor(std::int64_t time) const;
+
+    /// From an instant to the (smoothed) request for its frame. It only grows, when the stream
+    /// turns out to ask further ahead than it ever did before.
+    double delaySeconds() const;
+
+private:
+    void start(std::int64_t now, std::int64_t frame);
+    void follow(double residual, std::int64_t frame, int count);
+    void learnLead();
+    double instantOf(double frame) const;
+
+    double nominalFrameTime_;  // nanoseconds
+    double frameTime_;         // the same by the steady clock
+    bool running_ = false;
+    double lineFrame_ = 0;  // a point on the line
+    double lineTime_ = 0;
+    double weight_ = 0;  // frames averaged into the line
+    std::int64_t startTime_ = 0;
+    std::int64_t startFrame_ = 0;
+    double lead_ = 0;         // frames asked for at once by a stream that starts empty
+    bool leadKnown_ = false;  // measured, not assumed
+    bool leadMeasured_ = false;
+    double early_ = 0;  // nanoseconds: how far before the line requests come
+    int largestRequest_ = 0;
+};

@@ -1,0 +1,140 @@
+#include "platform/linux/audio_engine.h"
+
+#include "platform/linux/quiet_libraries.h"
+#include "platform/linux/tune.h"
+#include "platform/linux/wave.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <complex>
+#include <numbers>
+
+namespace {
+
+constexpr double kRate = 44100;
+constexpr int kPeriod = 250;  // no multiple of the synthesizer's block
+constexpr std::int64_t kSecond = 1'000'000'000;
+
+/// Renders the engine's stream without a device, on a clock of its own.
+class AudioEngineTest : public testing::Test {
+protected:
+    void SetUp() override {
+        quietLibraries();
+        auto synthesizer = Synthesizer::load(findSoundfont(), kRate);
+        ASSERT_TRUE(synthesizer) << "the soundfont is not installed";
+        engine_.setSynthesizer(std::move(synthesizer));
+        render(0.5);
+    }
+
+    std::vector<float> render(double seconds) {
+        std::vector<float> heard;
+        while (static_cast<double>(heard.size()) < seconds * kRate) {
+            float left[kPeriod];
+            float right[kPeriod];
+            engine_.render(left, right, kPeriod, now());
+            frames_ += kPeriod;
+            heard.insert(heard.end(), left, left + kPeriod);
+        }
+        return heard;
+    }
+
+    std::int64_t now() const {
+        return 10 * kSecond + static_cast<std::int64_t>(static_cast<double>(frames_) / kRate * 1e9);
+    }
+
+    AudioEngine engine_{kRate};
+
+private:
+    std::int64_t frames_ = 0;
+};
+
+double peak(const std::vector<float>& sound) {
+    float result = 0;
+    for (const float sample : sound)
+        result = std::max(result, std::abs(sample));
+    return result;
+}
+
+double strengthAt(const std::vector<float>& sound, double frequency) {
+    std::complex<double> sum;
+    for (std::size_t i = 0; i < sound.size(); ++i)
+        sum += static_cast<double>(sound[i]) *
+               std::polar(1.0, -2 * std::numbers::pi * frequency * static_cast<double>(i) / kRate);
+    return std::abs(sum) / static_cast<double>(sound.size());
+}
+
+}  // namespace
+
+TEST_F(AudioEngineTest, PlaysTheNoteAndResetKeepsTheProgram) {
+    engine_.message(0x10C0, now());
+    engine_.message(0x644590, now());
+    const auto organ = render(1);
+    EXPECT_GT(strengthAt(organ, 440), 5 * strengthAt(organ, 415.3));
+    EXPECT_GT(strengthAt(organ, 440), 5 * strengthAt(organ, 466.2));
+
+    engine_.reset(now());
+    render(1.5);
+    EXPECT_LT(peak(render(0.5)), 1e-4);
+
+    // An organ sounds on where a piano, the program of a fresh channel, dies away.
+    engine_.message(0x644590, now());
+    const auto start = render(1);
+    render(4);
+    EXPECT_GT(peak(render(0.5)), 0.5 * peak(start));
+}
+
+TEST_F(AudioEngineTest, AnythingButNotesAndProgramsIsIgnored) {
+    for (const std::uint32_t message : {0x000007B0u, 0x007FE0u, 0xFFu, 0xF0u, 0xFFFFFFFFu, 0u})
+        EXPECT_TRUE(engine_.message(message, now()));
+    engine_.message(0x644590, now());
+    EXPECT_GT(strengthAt(render(1), 440), 0.005);
+}
+
+TEST_F(AudioEngineTest, ATuneIsCutAtOnceAndLeavesTheOutputAlone) {
+    const auto tune = std::make_shared<Tune>();
+    tune->events = {{0.0, 0x10C0}, {0.0, 0x7F3C90}, {0.5, 0x7F3E90}};
+    engine_.startTune(tune, now());
+    EXPECT_GT(peak(render(0.8)), 0.05);
+    engine_.reset(now());  // of the MIDI output
+    EXPECT_GT(peak(render(0.5)), 0.05);
+    engine_.message(0x644590, now());
+    engine_.stopTune(now());
+    render(0.1);
+    const auto rest = render(1);
+    EXPECT_GT(strengthAt(rest, 440), 0.005);
+    EXPECT_LT(strengthAt(rest, 261.6), 0.0005);
+}
+
+TEST_F(AudioEngineTest, AWaveReplacesTheOneBeforeAndEnds) {
+    const auto constant = [](float level, std::size_t frames) {
+        return std::make_shared<const Wave>(Wave{kRate, std::vector<float>(2 * frames, level)});
+    };
+    std::weak_ptr<const Wave> first;
+    {
+        const auto wave = constant(0.25F, 44100);
+        first = wave;
+        engine_.startWave(wave, now());
+    }
+    EXPECT_FLOAT_EQ(static_cast<float>(peak(render(0.2))), 0.25F);
+    engine_.startWave(constant(0.125F, 1000), now());
+    render(0.015);
+    EXPECT_LE(peak(render(0.2)), 0.125);
+    EXPECT_LT(peak(render(0.2)), 1e-6);
+    engine_.reset(now());
+    render(0.1);
+    engine_.reset(now());
+    EXPECT_TRUE(first.expired());
+}
+
+TEST_F(AudioEngineTest, RestsOnlyWhenAllIsSilentAndDone) {
+    EXPECT_FALSE(engine_.resting());
+    render(3.5);
+    EXPECT_TRUE(engine_.resting());
+    engine_.message(0x644590, now());
+    EXPECT_FALSE(engine_.resting());
+    engine_.rest();  // returns, as there is something to do
+    EXPECT_GT(peak(render(0.3)), 0.01);
+    EXPECT_FALSE(engine_.resting());
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QByteArray>
+
+#include <cstdint>
+
+/// Files made byte by byte for the tests of what reads them.
+namespace bytes {
+
+inline QByteArray number(std::uint32_t value, int size, bool littleEndian = true) {
+    QByteArray result;
+    for (int i = 0; i < size; ++i)
+        result += static_cast<char>(value >> 8 * (littleEndian ? i : size - 1 - i));
+    return result;
+}
+
+inline QByteArray chunk(const char* name, const QByteArray& content) {
+    return QByteArray(name) + number(static_cast<std::uint32_t>(content.size()), 4) + content;
+}
+
+inline QByteArray wave(std::uint32_t encoding, std::uint32_t channels, std::uint32_t bits,
+                       const QByteArray& data, std::uint32_t rate = 8000) {
+    const std::uint32_t frame = channels * bits / 8;
+    const QByteArray format = number(encoding, 2) + number(channels, 2) + number(rate, 4) +
+                              number(rate * frame, 4) + number(frame, 2) + number(bits, 2);
+    const QByteArray body =
+        "WAVE" + chunk("fmt ", format) + chunk("LIST", "abc") + '\0' + chunk("data", data);
+    return "RIFF" + number(static_cast<std::uint32_t>(body.size()), 4) + body;
+}
+
+inline QByteArray track(const QByteArray& content) {
+    return "MTrk" + number(static_cast<std::uint32_t>(content.size()), 4, false) + content;
+}
+
+inline QByteArray midi(std::uint32_t format, std::uint32_t division, const QByteArray& tracks) {
+    return "MThd" + number(6, 4, false) + number(format, 2, false) + number(1, 2, false) +
+           number(division, 2, false) + tracks;
+}
+
+}  // namespace bytes

@@ -1,0 +1,113 @@
+#include "platform/linux/tune.h"
+#include "platform/linux/wave.h"
+#include "platform/sound_file_bytes.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+
+namespace {
+
+/// Every beginning of the file, and the file with bytes changed at random: none may crash.
+template <typename Reader>
+void torture(const QByteArray& file, Reader read) {
+    for (qsizetype size = 0; size < file.size(); ++size)
+        read(file.first(size));
+    std::mt19937 random(1);
+    for (int i = 0; i < 3000; ++i) {
+        QByteArray broken = file;
+        for (int k = 0; k < 3; ++k)
+            broken[static_cast<qsizetype>(random() % static_cast<unsigned>(file.size()))] =
+                static_cast<char>(random());
+        read(broken);
+    }
+}
+
+}  // namespace
+
+TEST(WaveFile, ReadsEveryFormat) {
+    struct Case {
+        std::uint32_t encoding;
+        std::uint32_t bits;
+        QByteArray half;  // a sample of 0.5
+    };
+    const Case cases[] = {{1, 8, QByteArray("\xC0")},
+                          {1, 16, bytes::number(0x4000, 2)},
+                          {1, 24, bytes::number(0x400000, 3)},
+                          {1, 32, bytes::number(0x40000000, 4)},
+                          {3, 32, bytes::number(0x3F000000, 4)},
+                          {3, 64, bytes::number(0, 4) + bytes::number(0x3FE00000, 4)}};
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.bits);
+        const QByteArray silent = c.bits == 8 ? QByteArray("\x80") : QByteArray(c.half.size(), 0);
+        const auto stereo = readWave(bytes::wave(c.encoding, 2, c.bits, c.half + silent + c.half));
+        ASSERT_TRUE(stereo);
+        EXPECT_EQ(stereo->rate, 8000);
+        EXPECT_EQ(stereo->samples, (std::vector<float>{0.5F, 0.0F}));  // the half frame is left out
+        const auto mono = readWave(bytes::wave(c.encoding, 1, c.bits, c.half));
+        ASSERT_TRUE(mono);
+        EXPECT_EQ(mono->samples, (std::vector<float>{0.5F, 0.5F}));
+    }
+}
+
+TEST(WaveFile, RefusesWhatItCannotPlay) {
+    const QByteArray data(16, '\1');
+    EXPECT_FALSE(readWave(bytes::wave(2, 1, 4, data)));   // compressed
+    EXPECT_FALSE(readWave(bytes::wave(1, 0, 16, data)));  // no channels
+    EXPECT_FALSE(readWave(bytes::wave(1, 6, 16, data)));
+    EXPECT_FALSE(readWave(bytes::wave(1, 1, 12, data)));
+    EXPECT_FALSE(readWave(bytes::wave(1, 1, 16, data, 0)));  // no rate
+    EXPECT_FALSE(readWave(bytes::wave(1, 1, 16, {})));
+    EXPECT_FALSE(readWave("RIFF"));
+    const auto notANumber = readWave(bytes::wave(3, 1, 32, bytes::number(0x7FC00000, 4)));
+    ASSERT_TRUE(notANumber);
+    EXPECT_EQ(notANumber->samples[0], 0.0F);
+    torture(bytes::wave(1, 2, 24, data), [](const QByteArray& file) { readWave(file); });
+}
+
+TEST(WaveFile, ResamplingKeepsLengthAndShape) {
+    Wave wave{8000, {}};
+    const auto sine = [](double time) { return std::sin(2 * 3.14159265358979 * 300 * time); };
+    for (int i = 0; i < 800; ++i)
+        wave.samples.insert(wave.samples.end(), 2, static_cast<float>(sine(i / 8000.0)));
+    const Wave result = resampled(wave, 44100);
+    ASSERT_EQ(result.frames(), 4410u);
+    for (std::size_t i = 10; i < 4390; ++i)
+        EXPECT_NEAR(result.samples[2 * i], sine(static_cast<double>(i) / 44100), 0.01) << i;
+}
+
+TEST(TuneFile, TimesFollowTempoRunningStatusAndTracks) {
+    // At 96 ticks a quarter: a note, the tempo doubled after a quarter, a system-exclusive message
+    // in between, a second note after another quarter under running status.
+    const QByteArray first =
+        bytes::track(QByteArray::fromHex("00903C64"
+                                         "60FF510303D090"
+                                         "00F0027EF7"
+                                         "60903E64"
+                                         "003E00"
+                                         "00FF2F00"
+                                         "00FFFF"));
+    const QByteArray second = bytes::track(QByteArray::fromHex("30C110"));
+    const auto tune = readTune(bytes::midi(1, 96, first + second));
+    ASSERT_TRUE(tune);
+    const auto& events = tune->events;
+    ASSERT_EQ(events.size(), 4u);
+    EXPECT_EQ(events[0].message, 0x643C90u);
+    EXPECT_EQ(events[1].message, 0x10C1u);
+    EXPECT_DOUBLE_EQ(events[1].seconds, 0.25);
+    EXPECT_EQ(events[2].message, 0x643E90u);
+    EXPECT_DOUBLE_EQ(events[2].seconds, 0.75);
+    EXPECT_EQ(events[3].message, 0x003E90u);
+
+    const auto film = readTune(bytes::midi(0, 0xE728,
+                                           bytes::track(QByteArray::fromHex("6490"
+                                                                            "3C64"))));
+    ASSERT_TRUE(film);
+    EXPECT_NEAR(film->events[0].seconds, 0.1, 1e-12);  // 100 ticks at 25 frames of 40
+
+    EXPECT_FALSE(readTune("not a MIDI file"));
+    EXPECT_FALSE(readTune(bytes::midi(1, 96, {})));
+    EXPECT_FALSE(readTune(bytes::midi(1, 0, first)));
+    torture(bytes::midi(1, 96, first + second), [](const QByteArray& file) { readTune(file); });
+}
