@@ -1,0 +1,55 @@
+#include "metronome/custom_sequence.h"
+
+#include "core/funzioni_mm.h"
+#include "metronome/metronome_state.h"
+
+namespace custom_sequence {
+namespace {
+
+constexpr int kMelodyChannel = 1;
+constexpr int kPercussionChannel = 10;
+constexpr int kFullVelocity = 127;
+constexpr double kTestSeconds = 0.8;
+
+}  // namespace
+
+std::optional<QChar> typedLetter(QChar character) {
+    const QChar letter = character.toLower();
+    if (!pulse_pattern::kindOf(letter))
+        return std::nullopt;
+    return letter;
+}
+
+void testSound(FunzioniMM& funzioniMM, int note) {
+    if (!funzioniMM.outputOpen())
+        return;
+    funzioniMM.NoteOff(kMelodyChannel, pitch::kMiddleC);
+    funzioniMM.NoteOn(kPercussionChannel, note, kFullVelocity);
+}
+
+void playOnce(FunzioniMM& funzioniMM, MetronomeState& state, const QString& pattern) {
+    for (const QChar letter : pattern) {
+        state.takePulse(letter);
+        if (!funzioniMM.outputOpen())
+            continue;
+        funzioniMM.ResetOutput();
+        funzioniMM.WaitSeconds(kTestSeconds);
+        funzioniMM.NoteOn(kPercussionChannel, state.MetroPulseNote, kFullVelocity);
+    }
+}
+
+void store(MetronomeState& state, const Result& result) {
+    state.MetroSoundIndexA = static_cast<std::uint8_t>(result.soundIndexA);
+    state.MetroSoundIndexB = static_cast<std::uint8_t>(result.soundIndexB);
+    state.MetroSoundIndexC = static_cast<std::uint8_t>(result.soundIndexC);
+    if (result.pattern.isEmpty()) {
+        state.MetroPattern = pulse_pattern::kBuiltIn.front().pattern;
+        state.MetroTimeSig = pulse_pattern::kBuiltIn.front().timeSig;
+        return;
+    }
+    state.MetroPattern = result.pattern;
+    if (!pulse_pattern::isBuiltIn(result.pattern))
+        state.MetroTimeSig = result.tempo.isEmpty() ? QStringLiteral("P.") : result.tempo;
+}
+
+}  // namespace custom_sequence

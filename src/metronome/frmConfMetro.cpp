@@ -1,0 +1,127 @@
+#include "metronome/frmConfMetro.h"
+
+#include "metronome/custom_sequence.h"
+#include "metronome/label_button.h"
+#include "metronome/metronome_state.h"
+#include "ui_frmConfMetro.h"
+
+#include <QKeyEvent>
+
+namespace {
+
+constexpr double kLetterTextScale = 1.6;
+
+struct LetterColours {
+    QRgb a, b, c;
+};
+
+/// Red, green and blue in shades that can be read as text.
+constexpr LetterColours kOnLight{0xFFC40000, 0xFF007A00, 0xFF0000D0};
+constexpr LetterColours kOnDark{0xFFFF6B6B, 0xFF4FD64F, 0xFF86A0FF};
+
+template <typename Notes>
+void fill(QComboBox& list, const Notes& notes, int chosen) {
+    for (const int note : notes)
+        list.addItem(QString::number(note));
+    list.setMaxVisibleItems(static_cast<int>(notes.size()));
+    list.setCurrentIndex(chosen);
+}
+
+void makeLetter(QToolButton& letter, QRgb colour) {
+    QFont font = letter.font();
+    font.setPointSizeF(font.pointSizeF() * kLetterTextScale);
+    font.setBold(true);
+    letter.setFont(font);
+    makeLabelButton(letter, QColor::fromRgb(colour));
+}
+
+}  // namespace
+
+frmConfMetro::frmConfMetro(FunzioniMM& funzioniMM, MetronomeState& state, QWidget* parent)
+    : QDialog(parent),
+      funzioniMM_(funzioniMM),
+      state_(state),
+      ui_(std::make_unique<Ui::frmConfMetro>()) {
+    ui_->setupUi(this);
+    const bool dark = palette().color(QPalette::Window).lightness() < 128;
+    const LetterColours& colours = dark ? kOnDark : kOnLight;
+    makeLetter(*ui_->lblA, colours.a);
+    makeLetter(*ui_->lblB1, colours.b);
+    makeLetter(*ui_->lblC, colours.c);
+    Form_Load();
+
+    connectSound(ui_->InstrA, ui_->lblA, &MetronomeState::MetroNoteA);
+    connectSound(ui_->InstrB1, ui_->lblB1, &MetronomeState::MetroNoteB);
+    connectSound(ui_->InstrC, ui_->lblC, &MetronomeState::MetroNoteC);
+    connect(ui_->seqPreset, &QComboBox::activated, this, &frmConfMetro::seqPreset_Click);
+    connect(ui_->cmdTest, &QPushButton::clicked, this, &frmConfMetro::cmdTest_Click);
+    connect(ui_->cmdOk, &QPushButton::clicked, this, &QDialog::accept);
+}
+
+frmConfMetro::~frmConfMetro() = default;
+
+/// Comes before the lists are connected, so that filling them is silent.
+void frmConfMetro::Form_Load() {
+    fill(*ui_->InstrA, custom_sequence::kSoundsA, state_.MetroSoundIndexA);
+    fill(*ui_->InstrB1, custom_sequence::kSoundsB, state_.MetroSoundIndexB);
+    fill(*ui_->InstrC, custom_sequence::kSoundsC, state_.MetroSoundIndexC);
+    for (const custom_sequence::Preset& preset : custom_sequence::kPresets)
+        ui_->seqPreset->addItem(preset.pattern);
+    ui_->seqPreset->setCurrentIndex(-1);
+
+    ui_->txtPattern->setMaxLength(pulse_pattern::kMaxLength);
+    ui_->txtTempo->setMaxLength(custom_sequence::kMaxTempoLength);
+    ui_->txtPattern->setText(state_.MetroPattern);
+    ui_->txtTempo->setText(state_.MetroTimeSig);
+    // Composed characters would come past the key filter.
+    ui_->txtPattern->setAttribute(Qt::WA_InputMethodEnabled, false);
+    ui_->txtPattern->installEventFilter(this);
+}
+
+/// The user's choice in the list sets the kind's note and sounds it, even if it is the same again;
+/// a click on the letter sounds it.
+void frmConfMetro::connectSound(QComboBox* list, QAbstractButton* letter, Note note) {
+    connect(list, &QComboBox::activated, this, [this, list, note] {
+        state_.*note = list->currentText().toShort();
+        custom_sequence::testSound(funzioniMM_, state_.*note);
+    });
+    connect(letter, &QAbstractButton::clicked, this,
+            [this, note] { custom_sequence::testSound(funzioniMM_, state_.*note); });
+}
+
+void frmConfMetro::seqPreset_Click() {
+    const auto chosen = static_cast<std::size_t>(ui_->seqPreset->currentIndex());
+    ui_->txtTempo->setText(custom_sequence::kPresets[chosen].tempo);
+    ui_->txtPattern->setText(ui_->seqPreset->currentText());
+}
+
+void frmConfMetro::cmdTest_Click() {
+    custom_sequence::playOnce(funzioniMM_, state_, ui_->txtPattern->text());
+}
+
+bool frmConfMetro::eventFilter(QObject* target, QEvent* event) {
+    if (event->type() != QEvent::KeyPress)
+        return QDialog::eventFilter(target, event);
+    const auto* key = static_cast<QKeyEvent*>(event);
+    const bool shortcut = (key->modifiers() & ~Qt::ShiftModifier) == Qt::ControlModifier;
+    const bool types = !key->text().isEmpty() && key->text().front().isPrint();
+    return types && !shortcut && txtPattern_KeyPress(key->text());
+}
+
+/// Types what the filter leaves of a key; the key itself goes no further.
+bool frmConfMetro::txtPattern_KeyPress(const QString& typed) {
+    if (const auto letter = custom_sequence::typedLetter(typed.front()))
+        ui_->txtPattern->insert(*letter);
+    return true;
+}
+
+void frmConfMetro::done(int result) {
+    Form_Unload();
+    QDialog::done(result);
+}
+
+void frmConfMetro::Form_Unload() {
+    custom_sequence::store(
+        state_, {ui_->txtPattern->text(), ui_->txtTempo->text(), ui_->InstrA->currentIndex(),
+                 ui_->InstrB1->currentIndex(), ui_->InstrC->currentIndex()});
+}

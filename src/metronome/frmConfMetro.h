@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QDialog>
+
+#include <memory>
+
+class FunzioniMM;
+class QAbstractButton;
+class QComboBox;
+struct MetronomeState;
+
+namespace Ui {
+class frmConfMetro;
+}
+
+/// The window in which the user composes a pulse pattern of his own and chooses the sounds of the
+/// pulse kinds. Sounds are taken at once, the pattern and its time signature when the window
+/// closes, in whatever way.
+class frmConfMetro : public QDialog {
+public:
+    frmConfMetro(FunzioniMM& funzioniMM, MetronomeState& state, QWidget* parent);
+    ~frmConfMetro() override;
+
+    void seqPreset_Click();
+    void cmdTest_Click();
+
+    void done(int result) override;
+
+protected:
+    bool eventFilter(QObject* target, QEvent* event) override;
+
+private:
+    using Note = std::int16_t MetronomeState::*;
+
+    void Form_Load();
+    void Form_Unload();
+    void connectSound(QComboBox* list, QAbstractButton* letter, Note note);
+    bool txtPattern_KeyPress(const QString& typed);
+
+    FunzioniMM& funzioniMM_;
+    MetronomeState& state_;
+    std::unique_ptr<Ui::frmConfMetro> ui_;
+};

@@ -1,0 +1,171 @@
+#include "metronome/frmMetro.h"
+
+#include "metronome/frmConfMetro.h"
+#include "metronome/label_button.h"
+#include "metronome/metronome_host.h"
+#include "ui_frmMetro.h"
+
+#include <QEvent>
+
+namespace {
+
+constexpr double kTempoTextScale = 1.9;
+constexpr double kTimeSigTextScale = 1.4;
+
+void enlarge(QWidget& widget, double scale) {
+    QFont font = widget.font();
+    font.setPointSizeF(font.pointSizeF() * scale);
+    font.setBold(true);
+    widget.setFont(font);
+}
+
+void takeColours(QWidget& widget, const QWidget& source) {
+    QPalette colours = widget.palette();
+    for (const QPalette::ColorRole role : {QPalette::Button, QPalette::ButtonText})
+        colours.setColor(role, source.palette().color(QPalette::Active, role));
+    widget.setPalette(colours);
+}
+
+/// The style shows no focus on scroll bars, which the keyboard needs to see.
+void showFocus(QScrollBar& bar, bool focused) {
+    QPalette colours;
+    if (focused) {
+        const QColor button = colours.color(QPalette::Button);
+        const QColor accent = colours.color(QPalette::Highlight);
+        colours.setColor(QPalette::Button, QColor((2 * button.red() + accent.red()) / 3,
+                                                  (2 * button.green() + accent.green()) / 3,
+                                                  (2 * button.blue() + accent.blue()) / 3));
+    }
+    bar.setPalette(colours);
+}
+
+}  // namespace
+
+frmMetro::frmMetro(Metronome& metronome, FunzioniMM& funzioniMM, MetronomeHost& host,
+                   QWidget* parent)
+    : QGroupBox(parent),
+      ui_(std::make_unique<Ui::frmMetro>()),
+      metronome_(metronome),
+      funzioniMM_(funzioniMM),
+      host_(host) {
+    ui_->setupUi(this);
+    enlarge(*ui_->lblTempo, kTempoTextScale);
+    enlarge(*ui_->lblTs, kTimeSigTextScale);
+    enlarge(*ui_->lblX12, kTimeSigTextScale);
+    for (QToolButton* label : {ui_->lblTs, ui_->lblX12, ui_->lblCloseMetro})
+        makeLabelButton(*label, palette().color(QPalette::Link));
+    // Up means louder, for the eye as for the keys.
+    ui_->MetroVol->setInvertedControls(false);
+    connectControls();
+    metronome_.attach(*this);
+    showTempo();
+    hide();
+}
+
+frmMetro::~frmMetro() = default;
+
+void frmMetro::connectControls() {
+    const auto onClick = [this](QAbstractButton* button, void (frmMetro::*handler)()) {
+        connect(button, &QAbstractButton::clicked, this, handler);
+    };
+    onClick(ui_->cmdSSmetro, &frmMetro::cmdSSmetro_Click);
+    onClick(ui_->lblTs, &frmMetro::lblTs_Click);
+    onClick(ui_->lblX12, &frmMetro::lblX12_Click);
+    onClick(ui_->cmdSetup, &frmMetro::cmdSetup_Click);
+    onClick(ui_->lblCloseMetro, &frmMetro::lblCloseMetro_Click);
+    connect(ui_->MetroTempoS, &QScrollBar::valueChanged, this, &frmMetro::MetroTempoS_Change);
+    connect(ui_->MetroVol, &QScrollBar::sliderMoved, this, &frmMetro::MetroVol_Scroll);
+    for (QScrollBar* bar : {ui_->MetroTempoS, ui_->MetroVol})
+        bar->installEventFilter(this);
+}
+
+bool frmMetro::eventFilter(QObject* target, QEvent* event) {
+    auto* bar = qobject_cast<QScrollBar*>(target);
+    if (bar && (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut))
+        showFocus(*bar, event->type() == QEvent::FocusIn);
+    // While the metronome beats, the release of a mouse button waits for the next pulse but timers
+    // do not: a short click on a bar's arrow would repeat itself until then.
+    return bar && event->type() == QEvent::Timer && metronome_.state().MetroRunning;
+}
+
+void frmMetro::mnuMetro_Click() {
+    show();
+    ui_->cmdSSmetro->setFocus();
+}
+
+void frmMetro::cmdSSmetro_Click() {
+    metronome_.startOrStop();
+}
+
+void frmMetro::lblTs_Click() {
+    metronome_.stepTimeSignature();
+}
+
+void frmMetro::MetroTempoS_Change() {
+    metronome_.setTempo(ui_->MetroTempoS->value());
+    showTempo();
+}
+
+void frmMetro::lblX12_Click() {
+    metronome_.toggleDoubling();
+    showTempo();
+}
+
+void frmMetro::MetroVol_Scroll() {
+    metronome_.setVolume(ui_->MetroVol->sliderPosition());
+}
+
+void frmMetro::cmdSetup_Click() {
+    frmConfMetro(funzioniMM_, metronome_.state(), this).exec();
+}
+
+void frmMetro::lblCloseMetro_Click() {
+    hide();
+}
+
+void frmMetro::showTempo() {
+    const bool doubled = metronome_.doubled();
+    ui_->lblTempo->setText(QString::number(metronome_.shownTempo()));
+    ui_->lblX12->setText(doubled ? QStringLiteral("x2") : QStringLiteral("x1"));
+    ui_->lblX12->setToolTip(doubled ? QStringLiteral("Clicca per dimezzare la velocità")
+                                    : QStringLiteral("Clicca per raddoppiare la velocità"));
+    ui_->lblX12->setAccessibleName(doubled ? QStringLiteral("Velocità raddoppiata, x2")
+                                           : QStringLiteral("Velocità semplice, x1"));
+    ui_->lblTempo->setAccessibleName(
+        QStringLiteral("%1 pulsazioni al minuto").arg(metronome_.shownTempo()));
+}
+
+void frmMetro::enableControls(bool on) {
+    ui_->cmdSetup->setEnabled(on);
+    ui_->lblCloseMetro->setEnabled(on);
+}
+
+void frmMetro::metronomeStarted() {
+    host_.setMetronomeRunning(true);
+    enableControls(false);
+    takeColours(*ui_->cmdSSmetro, host_.startColourSource());
+}
+
+void frmMetro::metronomeStopped() {
+    enableControls(true);
+    takeColours(*ui_->cmdSSmetro, host_.stopColourSource());
+    host_.setMetronomeRunning(false);
+}
+
+void frmMetro::showTimeSignature(const QString& timeSig) {
+    ui_->lblTs->setText(QString(timeSig).replace(QLatin1Char('&'), QLatin1String("&&")));
+    ui_->lblTs->setAccessibleName(QStringLiteral("Tempo %1").arg(timeSig));
+}
+
+void frmMetro::showLamps(int count) {
+    darkenLamps();
+    ui_->lamps->setVisibleLamps(count);
+}
+
+void frmMetro::darkenLamps() {
+    ui_->lamps->setAllColours(pulse_pattern::kUnlit);
+}
+
+void frmMetro::lightLamp(int lamp, pulse_pattern::Colour colour) {
+    ui_->lamps->setColour(lamp, colour);
+}

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "metronome/metronome.h"
+
+#include <QGroupBox>
+
+#include <memory>
+
+class MetronomeHost;
+
+namespace Ui {
+class frmMetro;
+}
+
+/// The metronome's frame on the main window; hidden until it is asked for.
+class frmMetro : public QGroupBox, private MetronomeView {
+public:
+    frmMetro(Metronome& metronome, FunzioniMM& funzioniMM, MetronomeHost& host, QWidget* parent);
+    ~frmMetro() override;
+
+    /// Shows the frame and gives the focus to the start button.
+    void mnuMetro_Click();
+
+    void cmdSSmetro_Click();
+    void lblTs_Click();
+    void MetroTempoS_Change();
+    void lblX12_Click();
+    void MetroVol_Scroll();
+    void cmdSetup_Click();
+    void lblCloseMetro_Click();
+
+protected:
+    bool eventFilter(QObject* target, QEvent* event) override;
+
+private:
+    void connectControls();
+    void enableControls(bool on);
+    void showTempo();
+
+    void metronomeStarted() override;
+    void metronomeStopped() override;
+    void showTimeSignature(const QString& timeSig) override;
+    void showLamps(int count) override;
+    void darkenLamps() override;
+    void lightLamp(int lamp, pulse_pattern::Colour colour) override;
+
+    std::unique_ptr<Ui::frmMetro> ui_;
+    Metronome& metronome_;
+    FunzioniMM& funzioniMM_;
+    MetronomeHost& host_;
+};

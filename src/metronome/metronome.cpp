@@ -1,0 +1,114 @@
+#include "metronome/metronome.h"
+
+#include "core/funzioni_mm.h"
+#include "platform/runtime.h"
+
+namespace {
+
+constexpr int kPercussionChannel = 10;
+/// The lamps are dark and the output is silent for this long before each click.
+constexpr double kDarkSeconds = 0.1;
+
+}  // namespace
+
+Metronome::Metronome(Runtime& runtime, FunzioniMM& funzioniMM, MetronomeState& state)
+    : runtime_(runtime), funzioniMM_(funzioniMM), state_(state) {}
+
+void Metronome::attach(MetronomeView& view) {
+    view_ = &view;
+    showTimeSignature(state_.MetroTimeSig);
+    view_->showLamps(static_cast<int>(state_.MetroPattern.size()));
+}
+
+void Metronome::startOrStop() {
+    if (state_.MetroRunning)
+        stop();
+    else
+        start();
+}
+
+void Metronome::start() {
+    state_.MetroRunning = true;
+    view_->metronomeStarted();
+    if (inLoop_) {
+        startAgain_ = true;
+        return;
+    }
+    inLoop_ = true;
+    while (state_.MetroRunning)
+        beat();
+    inLoop_ = false;
+}
+
+void Metronome::stop() {
+    state_.MetroRunning = false;
+    view_->metronomeStopped();
+}
+
+/// From one start to its stop.
+void Metronome::beat() {
+    startAgain_ = false;
+    const QString pattern = state_.MetroPattern;
+    showTimeSignature(state_.MetroTimeSig);
+    view_->showLamps(static_cast<int>(pattern.size()));
+
+    for (int i = 0; letEventsRun(); i = (i + 1) % static_cast<int>(pattern.size())) {
+        state_.takePulse(pattern[i]);
+        if (funzioniMM_.outputOpen())
+            playPulse(i);
+    }
+
+    for (const std::int16_t note : {state_.MetroNoteA, state_.MetroNoteB, state_.MetroNoteC})
+        funzioniMM_.NoteOff(kPercussionChannel, note);
+    view_->darkenLamps();
+}
+
+/// The pulse's one pass of events; whether to go on. Without an output nothing is to be done until
+/// the user does something, so the pass then sleeps until that.
+bool Metronome::letEventsRun() {
+    if (funzioniMM_.outputOpen())
+        runtime_.yield();
+    else
+        runtime_.pump(kForever);
+    if (state_.MetroRunning && runtime_.ending())
+        stop();
+    return state_.MetroRunning && !startAgain_;
+}
+
+void Metronome::playPulse(int lamp) {
+    funzioniMM_.WaitSeconds(state_.MetroPeriod - kDarkSeconds);
+    funzioniMM_.ResetOutput();
+    view_->darkenLamps();
+    funzioniMM_.WaitSeconds(kDarkSeconds);
+    view_->lightLamp(lamp, state_.MetroPulseColour);
+    funzioniMM_.NoteOn(kPercussionChannel, state_.MetroPulseNote, state_.MetroVolume);
+}
+
+void Metronome::stepTimeSignature() {
+    if (state_.MetroRunning)
+        return;
+    const pulse_pattern::BuiltIn& next = pulse_pattern::builtInAfter(shownTimeSig_);
+    state_.MetroTimeSig = next.timeSig;
+    state_.MetroPattern = next.pattern;
+    showTimeSignature(state_.MetroTimeSig);
+    view_->showLamps(static_cast<int>(state_.MetroPattern.size()));
+}
+
+void Metronome::setTempo(int beatsPerMinute) {
+    tempo_ = beatsPerMinute;
+    state_.MetroPeriod = 60.0 / tempo_ / state_.MetroMultiplier;
+}
+
+void Metronome::toggleDoubling() {
+    state_.MetroMultiplier = doubled() ? 1 : 2;
+    setTempo(tempo_);
+}
+
+void Metronome::setVolume(int velocity) {
+    state_.MetroVolume = static_cast<std::int16_t>(velocity);
+}
+
+void Metronome::showTimeSignature(const QString& timeSig) {
+    shownTimeSig_ = timeSig;
+    view_->showTimeSignature(timeSig);
+}

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "metronome/metronome_state.h"
+
+#include <QString>
+
+class FunzioniMM;
+class Runtime;
+
+/// What the metronome shows; its frame implements it.
+class MetronomeView {
+public:
+    virtual ~MetronomeView() = default;
+
+    virtual void metronomeStarted() = 0;
+    virtual void metronomeStopped() = 0;
+    virtual void showTimeSignature(const QString& timeSig) = 0;
+    /// Every lamp grey, and visible only the first `count`.
+    virtual void showLamps(int count) = 0;
+    virtual void darkenLamps() = 0;
+    virtual void lightLamp(int lamp, pulse_pattern::Colour colour) = 0;
+};
+
+/// The metronome: it beats the pattern of its state on the percussion channel and lights a lamp
+/// for each pulse. Starting it runs the pulse loop, which lets events through once a pulse: there
+/// a nested call stops it, and a changed tempo, doubling or volume is taken at that very pulse.
+class Metronome {
+public:
+    Metronome(Runtime& runtime, FunzioniMM& funzioniMM, MetronomeState& state);
+
+    /// Shows the view what there is to show before the first start.
+    void attach(MetronomeView& view);
+
+    MetronomeState& state() { return state_; }
+
+    /// Stops a running metronome. Starts a stopped one and returns when it has stopped again; only
+    /// a start from within the pass that saw the stop returns at once, as the loop around it goes
+    /// on from the pattern's beginning.
+    void startOrStop();
+
+    /// Goes on to the next built-in time signature; ignored while running.
+    void stepTimeSignature();
+
+    /// Beats per minute before doubling, 20..200.
+    void setTempo(int beatsPerMinute);
+    void toggleDoubling();
+    /// 0..127.
+    void setVolume(int velocity);
+
+    bool doubled() const { return state_.MetroMultiplier != 1; }
+    /// The tempo with the doubling.
+    int shownTempo() const { return state_.MetroMultiplier * tempo_; }
+
+private:
+    void start();
+    void stop();
+    void beat();
+    bool letEventsRun();
+    void playPulse(int lamp);
+    void showTimeSignature(const QString& timeSig);
+
+    Runtime& runtime_;
+    FunzioniMM& funzioniMM_;
+    MetronomeState& state_;
+    MetronomeView* view_ = nullptr;
+
+    int tempo_ = 60;
+    QString shownTimeSig_;     ///< can lag behind the state until the next start
+    bool inLoop_ = false;      ///< the pulse loop has yet to return
+    bool startAgain_ = false;  ///< started in the pass that saw the stop
+};

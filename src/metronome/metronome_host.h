@@ -1,0 +1,17 @@
+#pragma once
+
+class QWidget;
+
+/// What the metronome's frame asks of the window that holds it.
+class MetronomeHost {
+public:
+    virtual ~MetronomeHost() = default;
+
+    /// While the metronome beats, the menus `f1`, `es` and `Opzioni` and the button `cmdEsci` rest;
+    /// only the help menu stays usable.
+    virtual void setMetronomeRunning(bool running) = 0;
+
+    /// The controls whose colours `cmdSSmetro` takes: `pdo` on a start, `cmdEsci` on a stop.
+    virtual const QWidget& startColourSource() const = 0;
+    virtual const QWidget& stopColourSource() const = 0;
+};

@@ -1,0 +1,129 @@
+#include "widgets/lamp_row.h"
+
+#include <QEvent>
+#include <QLabel>
+#include <QPainter>
+
+#include <algorithm>
+
+namespace {
+
+constexpr std::uint32_t kGrey = 0xAAAAAA;
+/// The lamp's share of its place in the row; the rest is the gap to its neighbours.
+constexpr double kLampShare = 0.86;
+constexpr int kRimDarkness = 160;  ///< of the lamp's colour, in percent
+constexpr double kSmallestPlace = 0.5;
+constexpr double kUsualPlace = 0.8;
+constexpr double kRowHeight = 1.5;  ///< this and the places in heights of a text line
+
+QColor fromBgr(std::uint32_t colour) {
+    return QColor(static_cast<int>(colour & 0xFF), static_cast<int>(colour >> 8 & 0xFF),
+                  static_cast<int>(colour >> 16 & 0xFF));
+}
+
+struct ColourName {
+    std::uint32_t colour;
+    const char* name;
+};
+
+constexpr std::array<ColourName, 4> kColourNames{{
+    {kGrey, "spenta"},
+    {0x0000FF, "rossa"},
+    {0x00FF00, "verde"},
+    {0xFF0000, "blu"},
+}};
+
+QString nameOf(std::uint32_t colour) {
+    const auto* found =
+        std::find_if(kColourNames.begin(), kColourNames.end(),
+                     [colour](const ColourName& entry) { return entry.colour == colour; });
+    return QString::fromLatin1(found == kColourNames.end() ? "accesa" : found->name);
+}
+
+}  // namespace
+
+class Lamp : public QLabel {
+public:
+    Lamp(int index, QWidget* parent) : QLabel(parent), index_(index) {
+        setObjectName(QStringLiteral("lblPuls_%1").arg(index));
+        setColour(kGrey);
+    }
+
+    void setColour(std::uint32_t colour) {
+        if (colour == colour_)
+            return;
+        colour_ = colour;
+        QPalette lit = palette();
+        lit.setColor(QPalette::Window, fromBgr(colour));
+        setPalette(lit);
+        setAccessibleName(QStringLiteral("Pulsazione %1: %2").arg(index_ + 1).arg(nameOf(colour)));
+    }
+
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        const QColor colour = palette().color(QPalette::Window);
+        painter.setBrush(colour);
+        painter.setPen(colour.darker(kRimDarkness));
+        painter.drawEllipse(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
+    }
+
+private:
+    int index_;
+    std::uint32_t colour_ = 0xFFFFFFFF;  ///< no colour, so that the first one is taken
+};
+
+LampRow::LampRow(QWidget* parent) : QWidget(parent), lamps_{} {
+    for (int i = 0; i < kCount; ++i)
+        lamps_[static_cast<std::size_t>(i)] = new Lamp(i, this);
+    arrange();
+}
+
+void LampRow::setVisibleLamps(int count) {
+    visible_ = std::clamp(count, 0, kCount);
+    for (int i = 0; i < kCount; ++i)
+        lamps_[static_cast<std::size_t>(i)]->setVisible(i < visible_);
+    arrange();
+}
+
+void LampRow::setColour(int lamp, std::uint32_t colour) {
+    if (lamp >= 0 && lamp < kCount)
+        lamps_[static_cast<std::size_t>(lamp)]->setColour(colour);
+}
+
+void LampRow::setAllColours(std::uint32_t colour) {
+    for (Lamp* lamp : lamps_)
+        lamp->setColour(colour);
+}
+
+QSize LampRow::sizeHint() const {
+    const int line = fontMetrics().height();
+    return {qRound(kCount * kUsualPlace * line), qRound(kRowHeight * line)};
+}
+
+QSize LampRow::minimumSizeHint() const {
+    const int line = fontMetrics().height();
+    return {qRound(kCount * kSmallestPlace * line), qRound(kRowHeight * line)};
+}
+
+void LampRow::resizeEvent(QResizeEvent* /*event*/) {
+    arrange();
+}
+
+void LampRow::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::FontChange)
+        updateGeometry();
+    QWidget::changeEvent(event);
+}
+
+void LampRow::arrange() {
+    const double place =
+        std::min<double>(height(), width() / static_cast<double>(std::max(visible_, 1)));
+    const int side = std::max(1, static_cast<int>(place * kLampShare));
+    for (int i = 0; i < kCount; ++i) {
+        const double left = i * place + (place - side) / 2;
+        lamps_[static_cast<std::size_t>(i)]->setGeometry(qRound(left), (height() - side) / 2, side,
+                                                         side);
+    }
+}
