@@ -1,0 +1,256 @@
+// How well the metronome keeps time on this machine: the intervals between clicks as the output
+// gets them, against the instants at which the clicks' own waits are over, and the processor's
+// share while it beats with its lamps on show.
+
+#include "core/blocking_wait.h"
+#include "core/funzioni_mm.h"
+#include "metronome/frmMetro.h"
+#include "metronome/metronome_host.h"
+#include "platform/desktop/qt_dialogs.h"
+#include "platform/desktop/qt_runtime.h"
+#include "platform/media.h"
+#include "shell/application.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <cmath>
+#include <csignal>
+#include <cstdio>
+#include <numeric>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+constexpr double kDarkSeconds = 0.1;
+constexpr double kClockNoise = 1e-6;  ///< far below the grain of the waits
+
+/// The desktop's runtime, which keeps the clock reading from which a wait was worked out.
+class TracingRuntime : public QtRuntime {
+public:
+    double secondsSinceMidnight() const override {
+        lastReading_ = QtRuntime::secondsSinceMidnight();
+        return lastReading_;
+    }
+    double lastReading() const { return lastReading_; }
+
+private:
+    mutable double lastReading_ = 0;
+};
+
+/// Notes when each click arrives, and from which reading its last wait began.
+class ClickRecorder : public MidiOut {
+public:
+    struct Click {
+        double arrival;    ///< seconds of the steady clock
+        double waitBegan;  ///< seconds since midnight, of the wait of 0.1 s before the click
+    };
+
+    ClickRecorder(const TracingRuntime& runtime, std::size_t clicks)
+        : runtime_(runtime), wanted_(clicks) {
+        clicks_.reserve(clicks + 2);
+    }
+
+    const std::vector<Click>& clicks() const { return clicks_; }
+    /// Called when the wanted number of clicks has arrived.
+    std::function<void()> onLast;
+
+    int deviceCount() override { return 0; }
+    std::optional<QString> deviceName(int) override { return QStringLiteral("recorder"); }
+    MidiOpenResult open(int) override { return {0, 1}; }
+    int send(MidiHandle, std::uint32_t message) override {
+        const bool silencing = message >> 16 == 0;
+        if (silencing)
+            return 0;
+        clicks_.push_back(
+            {std::chrono::duration<double>(runtime_.now()).count(), runtime_.lastReading()});
+        if (clicks_.size() == wanted_)
+            onLast();
+        return 0;
+    }
+    int reset(MidiHandle) override { return 0; }
+    int close(MidiHandle) override { return 0; }
+    QString errorText(int) const override { return {}; }
+
+private:
+    const TracingRuntime& runtime_;
+    std::size_t wanted_;
+    std::vector<Click> clicks_;
+};
+
+class NoMedia : public Media {
+public:
+    int command(const QString&) override { return 1; }
+    QString errorText(int) const override { return {}; }
+    bool playSound(const QString&, std::uint32_t) override { return false; }
+};
+
+class Host : public QWidget, public MetronomeHost {
+public:
+    void setMetronomeRunning(bool) override {}
+    const QWidget& startColourSource() const override { return *this; }
+    const QWidget& stopColourSource() const override { return *this; }
+};
+
+double processorSeconds() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    const auto seconds = [](const timeval& time) {
+        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
+    };
+    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
+}
+
+/// A process that keeps one core busy for as long as it lives.
+class BusyCore {
+public:
+    explicit BusyCore(bool on) : child_(on ? fork() : -1) {
+        if (child_ == 0) {
+            prctl(PR_SET_PDEATHSIG, SIGKILL);
+            const volatile bool busy = true;
+            while (busy) {
+            }
+        }
+    }
+    ~BusyCore() {
+        if (child_ > 0) {
+            kill(child_, SIGKILL);
+            waitpid(child_, nullptr, 0);
+        }
+    }
+    BusyCore(const BusyCore&) = delete;
+    BusyCore& operator=(const BusyCore&) = delete;
+
+private:
+    pid_t child_;
+};
+
+/// All in seconds.
+struct Intervals {
+    std::vector<double> measured;
+    std::vector<double> byWaits;     ///< between the instants at which the clicks' own waits end
+    std::vector<double> unhindered;  ///< what the rule gives if nothing but the waits takes time
+};
+
+double dueInstant(const ClickRecorder::Click& click) {
+    return blocking_wait::endOf(click.waitBegan, kDarkSeconds);
+}
+
+Intervals intervalsOf(const std::vector<ClickRecorder::Click>& clicks, double period) {
+    Intervals intervals;
+    for (std::size_t i = 1; i < clicks.size(); ++i) {
+        const double due = dueInstant(clicks[i - 1]);
+        const double dark = blocking_wait::endOf(due, period - kDarkSeconds);
+        intervals.measured.push_back(clicks[i].arrival - clicks[i - 1].arrival);
+        intervals.byWaits.push_back(dueInstant(clicks[i]) - due);
+        intervals.unhindered.push_back(blocking_wait::endOf(dark, kDarkSeconds) - due);
+    }
+    return intervals;
+}
+
+double quantile(std::vector<double> values, double share) {
+    std::sort(values.begin(), values.end());
+    const auto last = static_cast<double>(values.size() - 1);
+    return values[static_cast<std::size_t>(std::ceil(share * last))];
+}
+
+double sum(const std::vector<double>& values) {
+    return std::accumulate(values.begin(), values.end(), 0.0);
+}
+
+void reportDrift(const char* against, double drift, double whole) {
+    std::printf("  drift against %-10s %+.3f ms = %+.5f %%\n", against, drift * 1e3,
+                100 * drift / whole);
+}
+
+void report(const Intervals& intervals, double period, double elapsed, double processor) {
+    const std::size_t count = intervals.measured.size();
+    std::vector<double> sizes;
+    std::size_t prolonged = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        sizes.push_back(std::abs(intervals.measured[i] - intervals.byWaits[i]) * 1e3);
+        if (std::abs(intervals.byWaits[i] - intervals.unhindered[i]) > kClockNoise)
+            ++prolonged;
+    }
+    std::printf("  period set %.3f ms, interval by the rule %.3f ms, measured median %.3f ms\n",
+                period * 1e3, quantile(intervals.unhindered, 0.5) * 1e3,
+                quantile(intervals.measured, 0.5) * 1e3);
+    std::printf("  measured against its own waits: median %.4f ms, p99 %.4f ms, largest %.4f ms\n",
+                quantile(sizes, 0.5), quantile(sizes, 0.99), quantile(sizes, 1));
+    std::printf("  intervals that a late start put a grain of the clock off: %zu of %zu\n",
+                prolonged, count);
+    const double measured = sum(intervals.measured);
+    reportDrift("its waits", measured - sum(intervals.byWaits), measured);
+    reportDrift("the rule", measured - sum(intervals.unhindered), measured);
+    std::printf("  processor %.2f %% of one core\n", 100 * processor / elapsed);
+}
+
+void run(int tempo, bool doubled, std::size_t pulses) {
+    TracingRuntime runtime;
+    ClickRecorder output(runtime, pulses + 1);
+    NoMedia media;
+    QtDialogs dialogs;
+    FunzioniMM funzioniMM(runtime, output, media, dialogs, [] { return 0.0F; });
+    funzioniMM.MidiOpen(kMidiMapper);
+
+    MetronomeState state;
+    Metronome metronome(runtime, funzioniMM, state);
+    Host host;
+    frmMetro frame(metronome, funzioniMM, host, &host);
+    (new QVBoxLayout(&host))->addWidget(&frame);
+    host.show();
+    frame.mnuMetro_Click();
+    metronome.setTempo(tempo);
+    if (doubled)
+        metronome.toggleDoubling();
+    output.onLast = [&] {
+        QMetaObject::invokeMethod(
+            &host, [&] { metronome.startOrStop(); }, Qt::QueuedConnection);
+    };
+    QCoreApplication::processEvents();
+
+    std::printf("tempo %d x%d, %zu pulses\n", tempo, doubled ? 2 : 1, pulses);
+    std::fflush(stdout);
+    const double processor = processorSeconds();
+    const Instant begin = runtime.now();
+    metronome.startOrStop();
+    const double elapsed = std::chrono::duration<double>(runtime.now() - begin).count();
+    report(intervalsOf(output.clicks(), state.MetroPeriod), state.MetroPeriod, elapsed,
+           processorSeconds() - processor);
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM") && !qEnvironmentVariableIsSet("DISPLAY"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    application::prepare(app);
+
+    QCommandLineParser options;
+    options.addHelpOption();
+    const QCommandLineOption pulses({"n", "pulses"}, "Pulses at each tempo.", "count", "500");
+    const QCommandLineOption quick({"q", "quick"}, "20 pulses at each tempo.");
+    const QCommandLineOption fast({"f", "fast"}, "Only the fast tempo.");
+    const QCommandLineOption busy({"b", "busy"}, "Keeps one core busy meanwhile.");
+    options.addOptions({pulses, quick, fast, busy});
+    options.process(app);
+
+    const int count = options.isSet(quick) ? 20 : options.value(pulses).toInt();
+    if (count < 1) {
+        std::fputs("the count must be at least 1\n", stderr);
+        return 1;
+    }
+    const BusyCore load(options.isSet(busy));
+    if (!options.isSet(fast))
+        run(60, false, static_cast<std::size_t>(count));
+    run(200, true, static_cast<std::size_t>(count));
+    return 0;
+}

@@ -1,0 +1,123 @@
+#include "shell/frmMidiTest.h"
+
+#include "core/funzioni_mm.h"
+#include "core/instruments.h"
+#include "shell/midi_test.h"
+#include "ui_frmMidiTest.h"
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QSignalBlocker>
+
+namespace {
+
+constexpr int kDeviceIdRole = Qt::UserRole;
+
+}  // namespace
+
+frmMidiTest::frmMidiTest(MidiOut& midiOut, FunzioniMM& funzioniMM, QWidget* parent)
+    : QDialog(parent),
+      midiOut_(midiOut),
+      funzioniMM_(funzioniMM),
+      ui_(std::make_unique<Ui::frmMidiTest>()) {
+    ui_->setupUi(this);
+    ui_->InstrS->setMaximum(instruments::kCount - 1);
+    ui_->lblInstr->setMinimumWidth(
+        ui_->lblInstr->fontMetrics().horizontalAdvance(QStringLiteral("000")));
+    showInstrument();
+    connectControls();
+}
+
+frmMidiTest::~frmMidiTest() = default;
+
+void frmMidiTest::connectControls() {
+    // The keyboard and screen readers choose by selecting a line; the mouse may drag the selection
+    // about before it lets go, and may click on the selected line again.
+    ui_->LstMidiDev->viewport()->installEventFilter(this);
+    connect(ui_->LstMidiDev, &QListWidget::itemSelectionChanged, this, [this] {
+        if (QApplication::mouseButtons() == Qt::NoButton)
+            LstMidiDev_Click();
+    });
+    connect(ui_->cmdTest, &QPushButton::clicked, this, &frmMidiTest::cmdTest_Click);
+    connect(ui_->cmdOff, &QPushButton::clicked, this, &frmMidiTest::cmdOff_Click);
+    connect(ui_->InstrS, &QSlider::valueChanged, this, &frmMidiTest::InstrS_Change);
+    connect(ui_->cmdChiudi, &QPushButton::clicked, this, &QDialog::accept);
+}
+
+void frmMidiTest::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    if (!activated_)
+        QMetaObject::invokeMethod(
+            this, [this] { Form_Activate(); }, Qt::QueuedConnection);
+}
+
+bool frmMidiTest::eventFilter(QObject* target, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonRelease &&
+        static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton)
+        QMetaObject::invokeMethod(
+            this, [this] { LstMidiDev_Click(); }, Qt::QueuedConnection);
+    return QDialog::eventFilter(target, event);
+}
+
+void frmMidiTest::Form_Activate() {
+    if (activated_)
+        return;
+    activated_ = true;
+    const midi_test::DeviceList list = midi_test::listDevices(midiOut_);
+    const QSignalBlocker silent(ui_->LstMidiDev);
+    for (const midi_test::Device& device : list.devices) {
+        auto* line = new QListWidgetItem(device.name, ui_->LstMidiDev);
+        line->setData(kDeviceIdRole, device.id);
+    }
+    if (!list.opensFirst)
+        return;
+    ui_->LstMidiDev->setCurrentRow(0);
+    const int id = showDeviceId(*ui_->LstMidiDev->item(0));
+    showInstrument();
+    funzioniMM_.MidiOpen(id);
+    funzioniMM_.ProgramChange(funzioniMM_.currentInstrument());
+}
+
+void frmMidiTest::LstMidiDev_Click() {
+    const QList<QListWidgetItem*> selected = ui_->LstMidiDev->selectedItems();
+    if (selected.isEmpty())
+        return;
+    funzioniMM_.MidiOpen(showDeviceId(*selected.front()));
+    funzioniMM_.ProgramChange(ui_->InstrS->value());
+}
+
+void frmMidiTest::cmdTest_Click() {
+    funzioniMM_.NoteOn(midi_test::kMelodyChannel, midi_test::kTestNote, midi_test::kTestVelocity);
+}
+
+void frmMidiTest::cmdOff_Click() {
+    funzioniMM_.NoteOff(midi_test::kMelodyChannel, midi_test::kTestNote);
+}
+
+void frmMidiTest::InstrS_Change() {
+    const int program = ui_->InstrS->value();
+    ui_->lblInstr->setText(QString::number(program));
+    funzioniMM_.chooseInstrument(program);
+}
+
+void frmMidiTest::done(int result) {
+    Form_Unload();
+    QDialog::done(result);
+}
+
+void frmMidiTest::Form_Unload() {
+    cmdOff_Click();
+}
+
+void frmMidiTest::showInstrument() {
+    const QSignalBlocker silent(ui_->InstrS);
+    ui_->InstrS->setValue(funzioniMM_.currentInstrument());
+    ui_->lblInstr->setText(QString::number(funzioniMM_.currentInstrument()));
+}
+
+/// Shows the ID of a line's device and answers with it.
+int frmMidiTest::showDeviceId(const QListWidgetItem& line) {
+    const int id = line.data(kDeviceIdRole).toInt();
+    ui_->lblDevID->setText(QStringLiteral("Dev. ID: %1").arg(id));
+    return id;
+}

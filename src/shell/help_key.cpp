@@ -1,0 +1,31 @@
+#include "shell/help_key.h"
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QWidget>
+#include <QWindow>
+
+#include <utility>
+
+HelpKey::HelpKey(std::function<void()> showHelp) : showHelp_(std::move(showHelp)) {
+    QCoreApplication::instance()->installEventFilter(this);
+}
+
+void HelpKey::sendEscF1(QWidget& window) {
+    for (const int key : {Qt::Key_Escape, Qt::Key_F1}) {
+        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            QCoreApplication::postEvent(window.windowHandle(),
+                                        new QKeyEvent(type, key, Qt::NoModifier));
+        }
+    }
+}
+
+bool HelpKey::eventFilter(QObject* target, QEvent* event) {
+    if (event->type() != QEvent::KeyPress || !qobject_cast<QWindow*>(target))
+        return false;
+    const auto* key = static_cast<QKeyEvent*>(event);
+    if (key->key() != Qt::Key_F1 || key->modifiers() != Qt::NoModifier || key->isAutoRepeat())
+        return false;
+    showHelp_();
+    return true;
+}

@@ -1,0 +1,200 @@
+#include "shell/main_window.h"
+
+#include "core/funzioni_mm.h"
+#include "core/instruments.h"
+#include "metronome/frmMetro.h"
+#include "platform/folders.h"
+#include "platform/help_viewer.h"
+#include "platform/runtime.h"
+#include "reading/reading_drill.h"
+#include "shell/frmAbout.h"
+#include "shell/frmMidiTest.h"
+#include "shell/status_line.h"
+#include "ui_main_window.h"
+
+#include <QCloseEvent>
+#include <QLabel>
+
+namespace {
+
+constexpr int kStatusIndent = 12;
+
+}  // namespace
+
+MainWindow::MainWindow(const Services& services)
+    : services_(services),
+      ui_(std::make_unique<Ui::MainWindow>()),
+      reading_(services.runtime, services.funzioniMM,
+               start_up::noteFolder(services.folders.programFolder())),
+      metronome_(services.runtime, services.funzioniMM, metronomeState_),
+      noteFolder_(start_up::noteFolder(services.folders.programFolder())),
+      helpFile_(start_up::helpFile(services.folders.programFolder())),
+      helpKey_([this] { services_.help.show(helpFile_); }),
+      status_(new QLabel) {
+    ui_->setupUi(this);
+    status_->setContentsMargins(kStatusIndent, 0, 0, 2);
+    ui_->statusBar->addWidget(status_, 1);
+    drill_ = std::make_unique<ReadingDrill>(reading_, *ui_->board, *ui_->controls);
+    metronomeFrame_ = new frmMetro(metronome_, services_.funzioniMM, *this, ui_->centre);
+    ui_->rightColumn->insertWidget(ui_->rightColumn->indexOf(ui_->cmdEsci) - 1, metronomeFrame_);
+    connectMenu();
+    Form_Load();
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::connectMenu() {
+    for (QAction* separator :
+         {ui_->Sep3, ui_->step4, ui_->SeparatoreN, ui_->step5, ui_->Step6, ui_->Separatore30,
+          ui_->Separatore1, ui_->Separatore2, ui_->Separatore3})
+        separator->setSeparator(true);
+    for (QAction* withoutWindow :
+         {ui_->Intonazione, ui_->mnuRint, ui_->mnuRac, ui_->mnuComposer, ui_->mnuPromemoria})
+        withoutWindow->setEnabled(false);
+
+    const auto on = [this](QAction* item, void (MainWindow::*handler)()) {
+        connect(item, &QAction::triggered, this, handler);
+    };
+    on(ui_->Esci, &MainWindow::Esci_Click);
+    on(ui_->mnuLettura, &MainWindow::mnuLettura_Click);
+    on(ui_->mnuMetro, &MainWindow::mnuMetro_Click);
+    on(ui_->mnuMidiTest, &MainWindow::mnuMidiTest_Click);
+    on(ui_->Nominote1, &MainWindow::Nominote1_Click);
+    on(ui_->Nominote2, &MainWindow::Nominote2_Click);
+    on(ui_->Suono1, &MainWindow::Suono1_Click);
+    on(ui_->Suono2, &MainWindow::Suono2_Click);
+    on(ui_->mnuOrgano, &MainWindow::mnuOrgano_Click);
+    on(ui_->mnuPiano, &MainWindow::mnuPiano_Click);
+    on(ui_->mnuNormale, &MainWindow::mnuNormale_Click);
+    on(ui_->mnuAutomatico, &MainWindow::mnuAutomatico_Click);
+    on(ui_->mnuAiuto, &MainWindow::mnuAiuto_Click);
+    on(ui_->mnuVersione, &MainWindow::mnuVersione_Click);
+    connect(ui_->cmdEsci, &QPushButton::clicked, this, &MainWindow::Esci_Click);
+}
+
+void MainWindow::Form_Load() {
+    reading_.setMode(ReadingMode::Normale);
+    services_.funzioniMM.setCurrentInstrument(instruments::kOrgano);
+    showStatus();
+}
+
+void MainWindow::paintEvent(QPaintEvent* event) {
+    QMainWindow::paintEvent(event);
+    // The first activation blocks for the tune, so it waits until there is something to look at.
+    if (!activated_)
+        QMetaObject::invokeMethod(this, &MainWindow::Form_Activate, Qt::QueuedConnection);
+}
+
+void MainWindow::Form_Activate() {
+    if (activated_)
+        return;
+    activated_ = true;
+    start_up::firstActivation(services_.runtime, services_.funzioniMM, noteFolder_, *this);
+    showStatus();
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    if (metronomeState_.MetroRunning) {
+        event->ignore();
+        return;
+    }
+    services_.funzioniMM.MidiClose();
+    event->accept();
+    services_.runtime.end();
+}
+
+void MainWindow::Esci_Click() {
+    close();
+}
+
+void MainWindow::mnuLettura_Click() {
+    drill_->focusStart();
+}
+
+void MainWindow::mnuMetro_Click() {
+    metronomeFrame_->mnuMetro_Click();
+}
+
+void MainWindow::mnuMidiTest_Click() {
+    frmMidiTest(services_.midiOut, services_.funzioniMM, this).exec();
+    showStatus();
+}
+
+void MainWindow::Nominote1_Click() {
+    ui_->Nominote1->setChecked(true);
+    ui_->Nominote2->setChecked(false);
+    drill_->nameAnswers(pitch::AnswerNames::Syllables);
+}
+
+void MainWindow::Nominote2_Click() {
+    ui_->Nominote2->setChecked(true);
+    ui_->Nominote1->setChecked(false);
+    drill_->nameAnswers(pitch::AnswerNames::Letters);
+}
+
+void MainWindow::Suono1_Click() {
+    reading_.setAnswerWithNote(false);
+    ui_->Suono1->setChecked(true);
+}
+
+void MainWindow::Suono2_Click() {
+    reading_.setAnswerWithNote(true);
+    ui_->Suono1->setChecked(false);
+}
+
+void MainWindow::mnuOrgano_Click() {
+    services_.funzioniMM.chooseInstrument(instruments::kOrgano);
+    showStatus();
+}
+
+void MainWindow::mnuPiano_Click() {
+    services_.funzioniMM.chooseInstrument(instruments::kPianoforte);
+    showStatus();
+}
+
+void MainWindow::mnuNormale_Click() {
+    ui_->mnuNormale->setChecked(true);
+    ui_->mnuAutomatico->setChecked(false);
+    drill_->chooseMode(ReadingMode::Normale);
+}
+
+void MainWindow::mnuAutomatico_Click() {
+    ui_->mnuAutomatico->setChecked(true);
+    ui_->mnuNormale->setChecked(false);
+    drill_->chooseMode(ReadingMode::Automatico);
+}
+
+void MainWindow::mnuAiuto_Click() {
+    HelpKey::sendEscF1(*this);
+}
+
+void MainWindow::mnuVersione_Click() {
+    frmAbout(this).exec();
+}
+
+void MainWindow::enableStartUpControls(bool on) {
+    drill_->enableStart(on);
+    ui_->cmdEsci->setEnabled(on);
+}
+
+void MainWindow::focusStart() {
+    drill_->focusStart();
+}
+
+void MainWindow::setMetronomeRunning(bool running) {
+    for (QMenu* menu : {ui_->f1, ui_->es, ui_->Opzioni})
+        menu->setEnabled(!running);
+    ui_->cmdEsci->setEnabled(!running);
+}
+
+const QWidget& MainWindow::startColourSource() const {
+    return *ui_->board->answerButtons().front();
+}
+
+const QWidget& MainWindow::stopColourSource() const {
+    return *ui_->cmdEsci;
+}
+
+void MainWindow::showStatus() {
+    status_->setText(status_line::text(services_.midiOut, services_.funzioniMM));
+}

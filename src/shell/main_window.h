@@ -1,0 +1,77 @@
+#pragma once
+
+#include "core/pitch.h"
+#include "core/services.h"
+#include "metronome/metronome.h"
+#include "metronome/metronome_host.h"
+#include "metronome/metronome_state.h"
+#include "reading/reading_session.h"
+#include "shell/help_key.h"
+#include "shell/start_up.h"
+
+#include <QMainWindow>
+#include <QString>
+
+#include <memory>
+
+class QLabel;
+class ReadingDrill;
+class frmMetro;
+
+namespace Ui {
+class MainWindow;
+}
+
+/// The window `main`: the application. It holds the note-reading drill, the metronome's frame and
+/// the menu that opens every other window; closing it ends the program, but is refused while the
+/// metronome beats.
+class MainWindow : public QMainWindow, private StartUpView, private MetronomeHost {
+public:
+    explicit MainWindow(const Services& services);
+    ~MainWindow() override;
+
+    void Esci_Click();
+    void mnuLettura_Click();
+    void mnuMetro_Click();
+    void mnuMidiTest_Click();
+    void Nominote1_Click();
+    void Nominote2_Click();
+    void Suono1_Click();
+    void Suono2_Click();
+    void mnuOrgano_Click();
+    void mnuPiano_Click();
+    void mnuNormale_Click();
+    void mnuAutomatico_Click();
+    void mnuAiuto_Click();
+    void mnuVersione_Click();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void Form_Load();
+    void Form_Activate();
+    void connectMenu();
+    void showStatus();
+
+    void enableStartUpControls(bool on) override;
+    void focusStart() override;
+
+    void setMetronomeRunning(bool running) override;
+    const QWidget& startColourSource() const override;
+    const QWidget& stopColourSource() const override;
+
+    Services services_;
+    std::unique_ptr<Ui::MainWindow> ui_;
+    ReadingSession reading_;
+    std::unique_ptr<ReadingDrill> drill_;
+    MetronomeState metronomeState_;
+    Metronome metronome_;
+    frmMetro* metronomeFrame_;
+    QString noteFolder_;
+    QString helpFile_;
+    HelpKey helpKey_;
+    QLabel* status_;
+    bool activated_ = false;
+};

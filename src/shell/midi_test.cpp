@@ -1,0 +1,27 @@
+#include "shell/midi_test.h"
+
+#include "platform/midi_out.h"
+
+namespace midi_test {
+
+DeviceList listDevices(MidiOut& midiOut) {
+    DeviceList list;
+    // One number is both the count of outputs and the place of the line added last; what it ends
+    // as decides whether the first line is opened.
+    int k = 0;
+    const auto add = [&](int id) {
+        if (const auto name = midiOut.deviceName(id)) {
+            k = static_cast<int>(list.devices.size());
+            list.devices.push_back({id, *name});
+        }
+    };
+    add(kMidiMapper);
+    const int count = midiOut.deviceCount();
+    k = count;
+    for (int id = 0; id < count; ++id)
+        add(id);
+    list.opensFirst = k > 0 && !list.devices.empty();
+    return list;
+}
+
+}  // namespace midi_test

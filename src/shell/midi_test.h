@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QString>
+
+#include <vector>
+
+class MidiOut;
+
+/// The list of outputs of the MIDI test.
+namespace midi_test {
+
+constexpr int kMelodyChannel = 1;
+constexpr int kTestNote = 69;  ///< the "La" above middle C
+constexpr int kTestVelocity = 100;
+
+struct Device {
+    int id = 0;  ///< -1 = the default output, else 0..n-1
+    QString name;
+};
+
+struct DeviceList {
+    std::vector<Device> devices;  ///< outputs that do not tell their name are left out
+    /// Whether the first of them is to be opened at once. A single entry is not, unless other
+    /// outputs were counted that do not tell their name.
+    bool opensFirst = false;
+};
+
+DeviceList listDevices(MidiOut& midiOut);
+
+}  // namespace midi_test

@@ -1,0 +1,145 @@
+#include "shell/midi_test.h"
+
+#include "shell/frmMidiTest.h"
+#include "support/test_world.h"
+#include "support/window_driver.h"
+
+#include <QApplication>
+#include <QListWidget>
+#include <QMouseEvent>
+#include <QSlider>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+void clickSelected(QListWidget& list) {
+    const QPointF place = list.visualItemRect(list.selectedItems().front()).center();
+    for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        const auto held = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
+        QMouseEvent event(type, place, list.viewport()->mapToGlobal(place), Qt::LeftButton, held,
+                          Qt::NoModifier);
+        QCoreApplication::sendEvent(list.viewport(), &event);
+    }
+    QCoreApplication::processEvents();
+}
+
+struct MidiTestWindow : testing::Test {
+    TestWorld world;
+
+    /// Opens the window, works in it and closes it.
+    void open(const std::function<void(const WindowDriver&)>& work) {
+        bool worked = false;
+        frmMidiTest window(world.midi, world.funzioniMM, nullptr);
+        world.runtime.at(world.runtime.now(), [&] {
+            work(WindowDriver(window));
+            worked = true;
+            window.close();
+        });
+        window.exec();
+        EXPECT_TRUE(worked);
+    }
+};
+
+}  // namespace
+
+TEST(MidiTest, TheCountDecidesWhetherTheFirstLineIsOpened) {
+    struct Case {
+        const char* what;
+        int devices;
+        std::set<int> silent;
+        std::vector<int> listed;
+        bool opensFirst;
+    };
+    const std::array<Case, 7> kCases{{
+        {"the mapper and real devices", 2, {}, {-1, 0, 1}, true},
+        {"the mapper alone", 0, {}, {-1}, false},
+        {"one real device, no mapper", 1, {-1}, {0}, false},
+        {"two real devices, no mapper", 2, {-1}, {0, 1}, true},
+        {"the mapper, no real device answers", 2, {0, 1}, {-1}, true},
+        {"two real devices, the last answers, no mapper", 2, {-1, 0}, {1}, false},
+        {"nothing answers", 2, {-1, 0, 1}, {}, false},
+    }};
+    for (const Case& c : kCases) {
+        SCOPED_TRACE(c.what);
+        TestWorld world;
+        world.midi.devices.resize(static_cast<std::size_t>(c.devices));
+        world.midi.silentDevices = c.silent;
+        const midi_test::DeviceList list = midi_test::listDevices(world.midi);
+        std::vector<int> ids;
+        for (const midi_test::Device& device : list.devices)
+            ids.push_back(device.id);
+        EXPECT_EQ(ids, c.listed);
+        EXPECT_EQ(list.opensFirst, c.opensFirst);
+    }
+}
+
+TEST_F(MidiTestWindow, OpensTheFirstDeviceAndTriesIt) {
+    world.funzioniMM.setCurrentInstrument(16);
+    open([&](const WindowDriver& user) {
+        EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("open -1", "program 16"));
+        EXPECT_EQ(user.text("lblDevID"), QStringLiteral("Dev. ID: -1"));
+        EXPECT_EQ(user.text("lblInstr"), QStringLiteral("16"));
+        user.find<QSlider>("InstrS").setValue(127);
+        user.click("cmdTest");
+        user.click("cmdTest");
+        user.click("cmdOff");
+        EXPECT_THAT(world.midi.takeUntimed(),
+                    ElementsAre("program 127", "on 1 69 100", "on 1 69 100", "on 1 69 0"));
+        EXPECT_EQ(world.funzioniMM.currentInstrument(), 127);
+
+        user.find<QListWidget>("LstMidiDev").setFocus();
+        user.type(Qt::Key_Down);
+        EXPECT_EQ(user.text("lblDevID"), QStringLiteral("Dev. ID: 0"));
+        clickSelected(user.find<QListWidget>("LstMidiDev"));
+        EXPECT_THAT(world.midi.takeUntimed(),
+                    ElementsAre("close", "open 0", "program 127", "close", "open 0", "program 127"))
+            << "a click opens the selected line again";
+        user.click("cmdTest");
+    });
+    EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("on 1 69 100", "on 1 69 0"));
+    EXPECT_TRUE(world.funzioniMM.outputOpen());
+    EXPECT_EQ(world.funzioniMM.deviceId(), 0);
+}
+
+TEST_F(MidiTestWindow, NothingIsSelectedWhenNothingIsOpened) {
+    world.funzioniMM.setCurrentInstrument(16);
+    world.midi.devices.clear();
+    world.openOutput();
+    open([&](const WindowDriver& user) {
+        auto& list = user.find<QListWidget>("LstMidiDev");
+        EXPECT_EQ(list.count(), 1);
+        list.setFocus();
+        user.find<QWidget>("cmdTest").setFocus();
+        list.setFocus();
+        EXPECT_THAT(world.midi.takeUntimed(), IsEmpty());
+        EXPECT_EQ(user.text("lblDevID"), QStringLiteral("Dev. ID: "));
+        user.type(Qt::Key_Space);
+        EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("close", "open -1", "program 16"));
+    });
+}
+
+TEST_F(MidiTestWindow, SurvivesADeviceThatVanishes) {
+    open([&](const WindowDriver& user) {
+        world.midi.openCode = 4;
+        user.find<QListWidget>("LstMidiDev").setFocus();
+        user.type(Qt::Key_Down);
+        EXPECT_FALSE(world.funzioniMM.outputOpen());
+        world.midi.openCode = 0;
+        user.type(Qt::Key_Down);
+        world.midi.sendCode = 5;
+        user.click("cmdTest");
+        world.midi.closeCode = 5;
+        user.type(Qt::Key_Up);
+        EXPECT_TRUE(world.funzioniMM.outputOpen());
+        world.midi.sendCode = 0;
+    });
+    EXPECT_THAT(world.dialogs.lines,
+                ElementsAre("message: Operation:Open\r\nErrore di sistema 4",
+                            "message: Operation:ShortMsg\r\nErrore di sistema 5",
+                            "message: Operation:Close midi error: \r\nErrore di sistema 5"));
+}
