@@ -1,0 +1,114 @@
+// The composer's operations in melodies of different lengths: each should cost the same in all.
+// Operations that change the melody are measured together with taking them back, so that the
+// melody keeps its length.
+
+#include "composer/melody_editor.h"
+#include "composer/playback.h"
+
+#include <benchmark/benchmark.h>
+
+#include <cstdint>
+
+namespace {
+
+/// A composition of notes and rests, with two bookmarks, one entry short of the given number.
+struct Workshop {
+    explicit Workshop(std::int64_t entries) {
+        MelodyFile file;
+        file.bookmarks = QStringList{Bookmarks::wholeMelody(1), Bookmark{1, 8, "intro"}.text()};
+        for (std::int64_t i = 1; i < entries; ++i) {
+            const bool rest = i % 7 == 0;
+            file.texts.notes += rest ? QStringLiteral("00;") : QString::number(36 + i % 60) + u';';
+            file.texts.durations += QStringLiteral("0,75;");
+            file.texts.attributes += rest ? QStringLiteral("p;") : QStringLiteral("n;");
+        }
+        editor.open(file);
+        composition.activeNote = 60;
+        composition.step.active = true;
+        composition.step.index = static_cast<std::int16_t>(entries / 2);
+    }
+
+    /// What the window reads after each change.
+    void refresh() const {
+        benchmark::DoNotOptimize(composition.melody.lastNames(40));
+        benchmark::DoNotOptimize(QString::number(composition.melody.EntryCount()));
+        benchmark::DoNotOptimize(composition.range.endBox());
+    }
+
+    Composition composition;
+    MelodyEditor editor{composition};
+};
+
+void append(benchmark::State& state) {
+    Workshop workshop(state.range(0));
+    for ([[maybe_unused]] auto _ : state) {
+        workshop.editor.insertNote();
+        workshop.refresh();
+        workshop.editor.undo();
+    }
+}
+
+void deleteLast(benchmark::State& state) {
+    Workshop workshop(state.range(0));
+    for ([[maybe_unused]] auto _ : state) {
+        workshop.editor.deleteLast();
+        workshop.refresh();
+        workshop.editor.undo();
+    }
+}
+
+void modifyInTheMiddle(benchmark::State& state) {
+    Workshop workshop(state.range(0));
+    for ([[maybe_unused]] auto _ : state) {
+        workshop.editor.modify({"2/4", "3", "t"});
+        workshop.refresh();
+        workshop.editor.undo();
+    }
+}
+
+void insertInTheMiddle(benchmark::State& state) {
+    Workshop workshop(state.range(0));
+    for ([[maybe_unused]] auto _ : state) {
+        workshop.editor.insertAfter({"1/4", "1", "n"});
+        workshop.refresh();
+        workshop.editor.undo();
+    }
+}
+
+void step(benchmark::State& state) {
+    Workshop workshop(state.range(0));
+    Composition& composition = workshop.composition;
+    for ([[maybe_unused]] auto _ : state) {
+        composition.step.step(StepMode::Direction::Forward, composition.range);
+        benchmark::DoNotOptimize(StepEntry::of(composition.melody.entry(composition.step.index)));
+    }
+}
+
+void refresh(benchmark::State& state) {
+    const Workshop workshop(state.range(0));
+    for ([[maybe_unused]] auto _ : state)
+        workshop.refresh();
+}
+
+void makeTheTexts(benchmark::State& state) {
+    const Workshop workshop(state.range(0));
+    for ([[maybe_unused]] auto _ : state)
+        benchmark::DoNotOptimize(workshop.composition.melody.texts());
+}
+
+void atAllLengths(benchmark::internal::Benchmark* benchmark) {
+    for (const int entries : {100, 1000, 10000, 32767})
+        benchmark->Arg(entries);
+}
+
+BENCHMARK(append)->Apply(atAllLengths);
+BENCHMARK(deleteLast)->Apply(atAllLengths);
+BENCHMARK(modifyInTheMiddle)->Apply(atAllLengths);
+BENCHMARK(insertInTheMiddle)->Apply(atAllLengths);
+BENCHMARK(step)->Apply(atAllLengths);
+BENCHMARK(refresh)->Apply(atAllLengths);
+BENCHMARK(makeTheTexts)->Apply(atAllLengths);
+
+}  // namespace
+
+BENCHMARK_MAIN();

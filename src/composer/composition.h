@@ -1,0 +1,34 @@
+#pragma once
+
+#include "composer/bookmarks.h"
+#include "composer/entry_settings.h"
+#include "composer/melody.h"
+#include "composer/play_range.h"
+#include "composer/step_mode.h"
+#include "core/pitch.h"
+
+#include <QChar>
+#include <QString>
+
+/// Everything that the composer works on. The window owns it; the editor changes it, the player
+/// reads it.
+struct Composition {
+    static constexpr int kLowestTempo = 20;
+    static constexpr int kHighestTempo = 250;
+    static constexpr int kDefaultTempo = 60;
+    static constexpr int kDefaultInstrument = 16;
+
+    Melody melody;
+    PlayRange range;
+    Bookmarks bookmarks;
+    QString name;                         ///< as shown above the melody
+    int tempo = kDefaultTempo;            ///< quarter notes per minute
+    int instrument = kDefaultInstrument;  ///< General MIDI program
+
+    EntrySettings settings;
+    StepMode step;
+    pitch::NoteNumber activeNote = pitch::kRest;  ///< 0 = none
+    int transposition = 0;                        ///< semitones, -12..12
+
+    QChar decimalSeparator{u','};  ///< of the durations that are written
+};

@@ -1,0 +1,278 @@
+#include "composer/composer_staff.h"
+
+#include "core/pitch.h"
+
+#include <QApplication>
+#include <QMouseEvent>
+
+#include <gmock/gmock.h>
+
+#include <cmath>
+#include <random>
+#include <set>
+
+namespace {
+
+using engraving::Duration;
+using staff_entry::Entry;
+using staff_entry::Value;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace layout = composer_staff_layout;
+
+double quarters(const staff_entry::Figure& figure) {
+    double sum = 0;
+    for (const Value& value : figure.values)
+        sum +=
+            std::pow(2.0, 2 - static_cast<int>(value.duration)) * (2 - std::pow(0.5, value.dots));
+    return figure.triplet ? sum * 2 / 3 : sum;
+}
+
+TEST(StaffEntry, DurationsAreEngravedAsAMusicianWritesThem) {
+    struct Case {
+        double duration;
+        std::vector<Value> values;
+        bool triplet = false;
+        bool exact = true;
+    };
+    const Value whole{Duration::Whole}, half{Duration::Half}, quarter{Duration::Quarter},
+        eighth{Duration::Eighth}, sixteenth{Duration::Sixteenth},
+        thirtySecond{Duration::ThirtySecond}, sixtyFourth{Duration::SixtyFourth};
+    const auto dotted = [](Value value) { return Value{value.duration, 1}; };
+    const std::vector<Case> cases{
+        {4, {whole}},
+        {6, {dotted(whole)}},
+        {2, {half}},
+        {3, {dotted(half)}},
+        {1, {quarter}},
+        {1.5, {dotted(quarter)}},
+        {0.5, {eighth}},
+        {0.75, {dotted(eighth)}},
+        {0.25, {sixteenth}},
+        {0.375, {dotted(sixteenth)}},
+        {0.125, {thirtySecond}},
+        {0.1875, {dotted(thirtySecond)}},
+        {0.0625, {sixtyFourth}},
+        {0.09375, {dotted(sixtyFourth)}},
+        {1.5 + 1, {half, eighth}},
+        {5, {whole, quarter}},
+        {8, {whole, whole}},
+        {1.25, {quarter, sixteenth}},
+        {0.15625, {sixtyFourth, dotted(sixtyFourth)}},
+        {24, {whole, whole, whole, whole, whole, whole}},
+        {8.0 / 3, {whole}, true},
+        {0.666666666666667, {quarter}, true},
+        {1.0 / 3, {eighth}, true},
+        {1.0 / 6, {sixteenth}, true},
+        {1 + 2.0 / 3, {half, eighth}, true},
+        {0.1, {dotted(sixtyFourth)}, false, false},
+        {0.03125, {sixtyFourth}, false, false},
+        {0, {sixtyFourth}, false, false},
+        {-1, {sixtyFourth}, false, false},
+        {1e300, {dotted(whole)}, false, false},
+    };
+    for (const Case& c : cases) {
+        const staff_entry::Figure expected{c.values, c.triplet, c.exact};
+        EXPECT_EQ(staff_entry::figureOf(c.duration), expected) << c.duration;
+    }
+    for (int units = 2; units <= 24 * 32; ++units) {
+        const auto figure = staff_entry::figureOf(units / 32.0);
+        if (figure.exact) {
+            EXPECT_NEAR(quarters(figure), units / 32.0, 1e-9);
+        }
+    }
+    EXPECT_FALSE(staff_entry::figureOf(std::nan("")).exact);
+}
+
+TEST(ComposerStaffLayout, EveryNaturalNoteHasAPlaceOfItsOwn) {
+    double above = layout::kHeight;
+    for (int note = pitch::kLowestNote; note <= pitch::kHighestNote; ++note) {
+        const layout::Head head = layout::headOf(note);
+        const double place = layout::placeOf(head);
+        EXPECT_EQ(head.system == layout::System::Treble, note >= 60) << note;
+        if (head.sharp) {
+            EXPECT_EQ(place, layout::placeOf(layout::headOf(note - 1))) << note;
+            continue;
+        }
+        EXPECT_LT(place, above) << note;
+        above = place;
+        for (const double off : {-0.45, 0.0, 0.45})
+            EXPECT_EQ(layout::noteAt(place + off), note);
+    }
+    EXPECT_EQ(layout::headOf(60).position, -2);
+    EXPECT_EQ(layout::headOf(53).position, 6) << "the Fa of the Fa clef";
+    EXPECT_EQ(layout::headOf(67).position, 2) << "the Sol of the Sol clef";
+    EXPECT_EQ(layout::noteAt(-100), 95);
+    EXPECT_EQ(layout::noteAt(1000), 36);
+}
+
+TEST(ComposerStaffLayout, TheCurrentEntryIsInViewHoweverItMoves) {
+    constexpr double kRoom = 40;
+    constexpr int kCount = 500;
+    int asked = 0;
+    const auto widthOf = [&asked](int entry) {
+        ++asked;
+        return 2.0 + entry * 7 % 5;
+    };
+    std::mt19937 random(4);
+    layout::View view{kCount - 1, true};
+    auto shown = layout::arrange(view, kCount, kRoom, widthOf);
+    EXPECT_EQ(shown.back().entry, kCount - 1);
+    EXPECT_DOUBLE_EQ(shown.back().left + shown.back().width, kRoom);
+
+    int current = 0;
+    for (int i = 0; i < 2000; ++i) {
+        current = i % 7 == 0 ? static_cast<int>(random() % kCount)
+                             : std::clamp(current + (i / 400 % 2 == 0 ? 1 : -1), 0, kCount - 1);
+        const bool inView = current >= shown.front().entry && current <= shown.back().entry;
+        const int first = shown.front().entry;
+        view = layout::following(view, shown, current);
+        asked = 0;
+        shown = layout::arrange(view, kCount, kRoom, widthOf);
+        ASSERT_LE(asked, 22);
+        ASSERT_TRUE(current >= shown.front().entry && current <= shown.back().entry);
+        if (inView) {
+            ASSERT_EQ(shown.front().entry, first) << "a page turned without need";
+        }
+        double left = shown.front().left;
+        for (const auto& cell : shown) {
+            ASSERT_NEAR(cell.left, left, 1e-9);
+            left += cell.width;
+        }
+        ASSERT_TRUE(shown.front().left >= 0 && left <= kRoom + 1e-9);
+    }
+    EXPECT_THAT(layout::arrange({0, true}, 0, kRoom, widthOf), IsEmpty());
+    EXPECT_EQ(layout::arrange({9, false}, 3, 1, widthOf).size(), 1U) << "wider than the room";
+    EXPECT_EQ(layout::arrange({2, true}, 3, kRoom, widthOf).front().left, 0) << "a short melody";
+}
+
+class ComposerStaffTest : public testing::Test {
+protected:
+    ComposerStaffTest() {
+        staff.resize(1180, 220);
+        staff.onNoteChosen([this](int note) { acts.push_back(note); });
+        staff.onNoteReleased([this](int note) { acts.push_back(-note); });
+        staff.show();
+    }
+
+    void setMelody(int count) {
+        staff.setSource({[count] { return count; },
+                         [this](int entry) {
+                             asked.insert(entry);
+                             return entryAt(entry);
+                         }});
+    }
+
+    static Entry entryAt(int i) {
+        return i % 9 == 3 ? Entry{0, 1.0 / 3, 'p'}
+                          : Entry{36 + i * 7 % 60, 0.0625 * (1 + i * 5 % 40), "nsta"[i % 4]};
+    }
+
+    void mouse(QEvent::Type type, qreal y) {
+        const QPointF at(600, y);
+        QMouseEvent event(type, at, staff.mapToGlobal(at), Qt::LeftButton,
+                          type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton,
+                          Qt::NoModifier);
+        QCoreApplication::sendEvent(&staff, &event);
+    }
+
+    QWidget& part(const char* name) {
+        return *staff.findChild<QWidget*>(QString::fromLatin1(name));
+    }
+
+    std::set<int> asked;
+    std::vector<int> acts;
+    ComposerStaff staff;
+};
+
+TEST_F(ComposerStaffTest, OnlyEntriesAroundTheViewAreAskedFor) {
+    setMelody(32767);
+    EXPECT_EQ(*asked.rbegin(), 32766);
+    for (const int current : {0, 1, 2, 16000, 16001, 15000, 32766}) {
+        asked.clear();
+        staff.setCurrentEntry(current);
+        staff.refresh();
+        staff.grab();
+        EXPECT_TRUE(asked.contains(current));
+        EXPECT_LT(asked.size(), 150U) << current;
+    }
+    asked.clear();
+    staff.grab();
+    EXPECT_THAT(asked, IsEmpty()) << "painting again asks for nothing";
+}
+
+TEST_F(ComposerStaffTest, TheCurrentEntryIsHighlighted) {
+    setMelody(300);
+    for (const int current : {299, 40, 41, 7}) {
+        staff.setCurrentEntry(std::nullopt);
+        staff.setCurrentEntry(current);
+        const QImage with = staff.grab().toImage();
+        const QColor base = staff.palette().color(QPalette::Base);
+        int tinted = 0;
+        for (int x = 60; x < with.width() - 58; ++x)
+            tinted += with.pixelColor(x, with.height() - 5) != base ? 1 : 0;
+        EXPECT_GT(tinted, 10) << current;
+        EXPECT_LT(tinted, 200) << current;
+    }
+}
+
+TEST_F(ComposerStaffTest, AClickChoosesTheNaturalNoteThatIsDrawnThere) {
+    std::set<int> chosen;
+    int last = 96;
+    for (int y = 0; y < staff.height(); ++y) {
+        acts.clear();
+        mouse(y % 2 == 0 ? QEvent::MouseButtonPress : QEvent::MouseButtonDblClick, y);
+        mouse(QEvent::MouseButtonRelease, 3);
+        ASSERT_EQ(acts.size(), 2U);
+        const int note = acts[0];
+        ASSERT_EQ(acts[1], -note) << "released elsewhere";
+        ASSERT_LE(note, last);
+        last = note;
+        const bool bandIsOneStep = note != 95 && note != 59;
+        if (chosen.insert(note).second && bandIsOneStep) {
+            staff.setActiveNote(note);
+            EXPECT_TRUE(part("lblCursore").geometry().contains(part("lblCursore").x() + 1, y))
+                << note;
+        }
+    }
+    EXPECT_EQ(chosen.size(), 35U);
+    EXPECT_TRUE(std::none_of(chosen.begin(), chosen.end(),
+                             [](int note) { return layout::headOf(note).sharp; }));
+}
+
+TEST_F(ComposerStaffTest, TheActiveNoteShowsAtTheCursor) {
+    EXPECT_EQ(staff.objectName(), QStringLiteral("Regolo"));
+    for (int note = 35; note <= 96; ++note) {
+        staff.setActiveNote(note);
+        const bool playable = pitch::isPlayable(note);
+        EXPECT_EQ(part("lblCursore").isVisible(), playable) << note;
+        EXPECT_EQ(part("lblAccidente").isVisible(), playable && !pitch::NoteNumberToStep(note))
+            << note;
+        if (playable) {
+            EXPECT_TRUE(staff.rect().contains(part("lblCursore").geometry())) << note;
+        }
+    }
+}
+
+TEST_F(ComposerStaffTest, ItsDescriptionIsInWords) {
+    EXPECT_EQ(staff.accessibleName(), QStringLiteral("Pentagramma della melodia"));
+    EXPECT_EQ(staff.accessibleDescription(), QStringLiteral("Nessuna nota attiva; melodia vuota"));
+    const std::vector<Entry> melody{
+        {64, 0.5, 's'}, {61, 2.5, 'n'}, {0, 1.5, 'p'}, {60, 0.1, 'n'}, {36, 1.0 / 3, 'n'}};
+    staff.setSource(
+        {[] { return 5; }, [&](int entry) { return melody[static_cast<std::size_t>(entry)]; }});
+    staff.setActiveNote(61);
+    const std::vector<const char*> expected{
+        "voce 1: Mi 4, 1/8, staccato", "voce 2: Do diesis 4, 2/4 + 1/8",
+        "voce 3: pausa, 1/4 col punto", "voce 4: Do centrale, durata 0,1",
+        "voce 5: Do 2, terzina di 1/8"};
+    for (int i = 0; i < 5; ++i) {
+        staff.setCurrentEntry(i);
+        EXPECT_EQ(staff.accessibleDescription(),
+                  QStringLiteral("Nota attiva Do diesis 4; ") +
+                      QString::fromLatin1(expected[static_cast<std::size_t>(i)]));
+    }
+}
+
+}  // namespace
