@@ -8,6 +8,21 @@
 namespace {
 
 constexpr double kButtonTextScale = 1.4;
+constexpr int kTintPercent = 16;
+
+/// The answer buttons carry a little of the accent colour.
+void tint(QPushButton& button) {
+    QPalette palette = button.palette();
+    const QColor plain = palette.color(QPalette::Button);
+    const QColor accent = palette.color(QPalette::Highlight);
+    const auto mix = [](int a, int b) {
+        return (a * (100 - kTintPercent) + b * kTintPercent) / 100;
+    };
+    palette.setColor(QPalette::Button,
+                     QColor(mix(plain.red(), accent.red()), mix(plain.green(), accent.green()),
+                            mix(plain.blue(), accent.blue())));
+    button.setPalette(palette);
+}
 
 }  // namespace
 
@@ -20,6 +35,7 @@ ReadingBoard::ReadingBoard(QWidget* parent)
         font.setPointSizeF(font.pointSizeF() * kButtonTextScale);
         font.setBold(true);
         button->setFont(font);
+        tint(*button);
     }
 }
 
