@@ -1,9 +1,9 @@
 #include "metronome/frmConfMetro.h"
 
 #include "metronome/custom_sequence.h"
-#include "metronome/label_button.h"
 #include "metronome/metronome_state.h"
 #include "ui_frmConfMetro.h"
+#include "widgets/label_button.h"
 
 #include <QKeyEvent>
 

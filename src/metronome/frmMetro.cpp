@@ -1,9 +1,9 @@
 #include "metronome/frmMetro.h"
 
 #include "metronome/frmConfMetro.h"
-#include "metronome/label_button.h"
 #include "metronome/metronome_host.h"
 #include "ui_frmMetro.h"
+#include "widgets/label_button.h"
 
 #include <QEvent>
 

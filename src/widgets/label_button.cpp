@@ -1,4 +1,4 @@
-#include "metronome/label_button.h"
+#include "widgets/label_button.h"
 
 #include <QColor>
 #include <QPalette>
