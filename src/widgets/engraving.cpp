@@ -176,6 +176,17 @@ qreal dotsWidth(int dots) {
     return dots > 0 ? kDotGap + (dots - 1) * kDotDistance + widthOf(Glyph::AugmentationDot) : 0;
 }
 
+/// From the head's left edge. The flags of a stem that goes up hang down to where the dots stand
+/// when there are many or the dots stand higher, beside a head on a line.
+qreal dotsStart(const Note& note) {
+    const Shape& shape = shapeOf(note.duration);
+    const qreal head = widthOf(shape.head);
+    const bool below = note.position % 2 != 0 && note.duration < Duration::ThirtySecond;
+    if (!shape.flagged() || !stemGoesUp(note.position) || below)
+        return head;
+    return head + widthOf(shape.flagUp) - kDotGap / 2;
+}
+
 int articulationPosition(int head, const Sign& sign, bool above, bool tied) {
     const int distance = sign.distance + (tied ? kTieRoom : 0);
     const int position = above ? head + distance : head - distance;
@@ -253,7 +264,7 @@ void drawNote(QPainter& painter, const MusicFont& font, const Stave& stave, qrea
     drawLedgerLines(painter, stave, headX, width, note.position);
     drawGlyph(painter, font, shape.head, QPointF(headX, y), stave.space);
     drawAccidental(painter, font, stave, headX, note.position, note.accidental);
-    drawDots(painter, font, stave, headX + width, note.position, note.dots);
+    drawDots(painter, font, stave, headX + dotsStart(note) * stave.space, note.position, note.dots);
 }
 
 void drawRest(QPainter& painter, const MusicFont& font, const Stave& stave, qreal x,
@@ -285,7 +296,8 @@ Extent extentOf(const Note& note) {
         extent.right = std::max(extent.right, up ? head.stemUp.x + widthOf(shape.flagUp)
                                                  : head.stemDown.x + widthOf(shape.flagDown));
     }
-    extent.right = std::max(extent.right, headWidth(note.duration) + dotsWidth(note.dots));
+    if (note.dots > 0)
+        extent.right = std::max(extent.right, dotsStart(note) + dotsWidth(note.dots));
     return extent;
 }
 

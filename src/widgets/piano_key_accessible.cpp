@@ -1,0 +1,49 @@
+#include "widgets/piano_key_accessible.h"
+
+#include "widgets/piano_keyboard.h"
+
+#include <QAccessibleWidget>
+
+namespace {
+
+class KeyAccessible : public QAccessibleWidget {
+public:
+    KeyAccessible(PianoKey* key, PianoKeyboard* keyboard)
+        : QAccessibleWidget(key, QAccessible::Button), key_(key), keyboard_(keyboard) {}
+
+    QAccessible::State state() const override {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.focusable = keyboard_->isEnabled();
+        state.focused = keyboard_->hasFocus() && keyboard_->cursorKey() == key_->index();
+        state.pressed = keyboard_->marked(key_->index());
+        return state;
+    }
+
+    QStringList actionNames() const override { return {pressAction()}; }
+
+    void doAction(const QString& name) override {
+        if (name == pressAction() && keyboard_->isEnabled())
+            keyboard_->tap(key_->index());
+    }
+
+private:
+    PianoKey* key_;
+    PianoKeyboard* keyboard_;
+};
+
+/// The keyboard's classes share the meta data of QWidget.
+QAccessibleInterface* makeInterface(const QString& className, QObject* object) {
+    if (className != QLatin1String("QWidget"))
+        return nullptr;
+    if (auto* keyboard = dynamic_cast<PianoKeyboard*>(object))
+        return new QAccessibleWidget(keyboard, QAccessible::Grouping);
+    auto* key = dynamic_cast<PianoKey*>(object);
+    auto* keyboard = key ? dynamic_cast<PianoKeyboard*>(key->parentWidget()) : nullptr;
+    return keyboard ? new KeyAccessible(key, keyboard) : nullptr;
+}
+
+}  // namespace
+
+void installPianoKeyAccessible() {
+    QAccessible::installFactory(makeInterface);
+}

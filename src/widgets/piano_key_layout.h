@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QRectF>
+
+#include <optional>
+
+/// Where the 60 keys of five octaves lie; a key is counted from the lowest, which is a Do.
+namespace piano_key_layout {
+
+constexpr int kKeys = 60;
+constexpr int kKeysInOctave = 12;
+constexpr int kNaturals = 35;
+
+bool isSharp(int key);
+
+/// The place of a key on a keyboard that fills `keyboard`. A natural's reaches under its sharps.
+QRectF keyRect(int key, const QRectF& keyboard);
+
+/// The key that is seen at a point: sharps lie over naturals.
+std::optional<int> keyAt(QPointF point, const QRectF& keyboard);
+
+}  // namespace piano_key_layout

@@ -1,0 +1,13 @@
+#include "widgets/piano_key_name.h"
+
+#include "core/pitch.h"
+
+QString noteInWords(int noteNumber) {
+    if (!pitch::isPlayable(noteNumber))
+        return {};
+    if (noteNumber == pitch::kMiddleC)
+        return QStringLiteral("Do centrale");
+    QString name = pitch::NoteName(noteNumber);
+    name.replace(QLatin1Char('#'), QLatin1String(" diesis"));
+    return QStringLiteral("%1 %2").arg(name).arg(noteNumber / 12 - 1);
+}

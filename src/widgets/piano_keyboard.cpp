@@ -1,0 +1,384 @@
+#include "widgets/piano_keyboard.h"
+
+#include "core/pitch.h"
+#include "widgets/piano_key_accessible.h"
+#include "widgets/piano_key_name.h"
+
+#include <QAccessible>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QPainterPath>
+#include <QTimer>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+using piano_key_layout::isSharp;
+using piano_key_layout::kKeysInOctave;
+
+constexpr int kMiddleC = pitch::noteIndexOf(pitch::kMiddleC);
+constexpr int kTapMilliseconds = 250;
+
+constexpr QColor kMarked(192, 192, 255);
+constexpr QColor kRangeMark(0, 255, 0);
+constexpr QColor kIvory(253, 253, 250);
+constexpr QColor kIvoryInTheDark(226, 226, 221);
+constexpr QColor kEbony(34, 34, 38);
+constexpr QColor kEbonyFace(66, 66, 72);
+constexpr QColor kGap(70, 70, 74);
+constexpr QColor kMiddleCMark(64, 105, 190);
+
+/// In pixels.
+constexpr double kFrame = 1;
+constexpr double kNaturalCorner = 3;
+constexpr double kSharpCorner = 2;
+constexpr double kSharpBevel = 2;
+
+constexpr double kSharpFront = 0.1;  ///< the share of a sharp's length that is its front
+constexpr double kMarkWidth = 0.5;   ///< a range mark's share of its key
+constexpr double kDisabledOpacity = 0.5;
+
+/// The rectangle with its edges moved to device pixels, so that neighbours still meet.
+QRectF onPixels(const QPainter& painter, const QRectF& rect) {
+    const QTransform toDevice = painter.deviceTransform();
+    const QRectF device = toDevice.mapRect(rect);
+    const QPointF topLeft(std::round(device.left()), std::round(device.top()));
+    const QPointF bottomRight(std::round(device.right()), std::round(device.bottom()));
+    return toDevice.inverted().mapRect(QRectF(topLeft, bottomRight));
+}
+
+/// Square at the top, rounded at the bottom.
+QPainterPath keyShape(const QRectF& rect, double corner) {
+    QPainterPath path;
+    path.setFillRule(Qt::WindingFill);
+    path.addRoundedRect(rect, corner, corner);
+    path.addRect(rect.adjusted(0, 0, 0, -2 * corner));
+    return path;
+}
+
+void call(const PianoKeyboard::KeyHandler& handler, int index) {
+    if (handler)
+        handler(index);
+}
+
+}  // namespace
+
+PianoKey::PianoKey(int index, QWidget* parent) : QWidget(parent), index_(index) {
+    setObjectName(QStringLiteral("lb_%1").arg(index));
+    setAccessibleName(noteInWords(index + pitch::kLowestNote));
+    if (index == kMiddleC)
+        setToolTip(QStringLiteral("Do Centrale"));
+}
+
+PianoKeyboard::PianoKeyboard(QWidget* parent) : QWidget(parent), cursor_(kMiddleC) {
+    installPianoKeyAccessible();
+    setAccessibleName(QStringLiteral("Tastiera"));
+    setFocusPolicy(Qt::TabFocus);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+
+    for (int i = 0; i < kKeys; ++i) {
+        const auto place = static_cast<std::size_t>(i);
+        keys_[place] = new PianoKey(i, this);
+        auto* mark = new QWidget(this);
+        mark->setObjectName(QStringLiteral("lbr_%1").arg(i));
+        mark->setAttribute(Qt::WA_TransparentForMouseEvents);
+        mark->setAutoFillBackground(true);
+        QPalette green = mark->palette();
+        green.setColor(QPalette::Window, kRangeMark);
+        mark->setPalette(green);
+        mark->hide();
+        rangeMarks_[place] = mark;
+    }
+    for (PianoKey* key : keys_) {
+        if (isSharp(key->index()))
+            key->raise();
+    }
+}
+
+void PianoKeyboard::setMarked(int index, bool on) {
+    if (!isKey(index) || marked(index) == on)
+        return;
+    marked_[static_cast<std::size_t>(index)] = on;
+    repaintKey(index);
+    QAccessible::State changed;
+    changed.pressed = true;
+    QAccessibleStateChangeEvent event(keyWidget(index), changed);
+    QAccessible::updateAccessibility(&event);
+}
+
+bool PianoKeyboard::marked(int index) const {
+    return isKey(index) && marked_[static_cast<std::size_t>(index)];
+}
+
+void PianoKeyboard::setRangeMark(int index, bool on) {
+    if (!isKey(index))
+        return;
+    rangeMarked_[static_cast<std::size_t>(index)] = on;
+    markWidget(index)->setVisible(on && showsRangeMarks_);
+    keyWidget(index)->setAccessibleDescription(on ? QStringLiteral("contrassegnato") : QString());
+}
+
+bool PianoKeyboard::rangeMark(int index) const {
+    return isKey(index) && rangeMarked_[static_cast<std::size_t>(index)];
+}
+
+void PianoKeyboard::showRangeMarks(bool on) {
+    showsRangeMarks_ = on;
+    for (int i = 0; i < kKeys; ++i)
+        markWidget(i)->setVisible(on && rangeMark(i));
+    arrange();
+    updateGeometry();
+}
+
+void PianoKeyboard::moveCursor(int index) {
+    if (!isKey(index) || index == cursor_)
+        return;
+    update(keyWidget(cursor_)->geometry());
+    cursor_ = index;
+    update(keyWidget(cursor_)->geometry());
+    announceCursor();
+}
+
+void PianoKeyboard::tap(int index) {
+    if (!isKey(index))
+        return;
+    if (press_ && press_->holder == Holder::Reader)
+        end(true);
+    begin(index, Holder::Reader);
+    const int tap = ++taps_;
+    QTimer::singleShot(kTapMilliseconds, this, [this, tap] {
+        if (tap == taps_ && press_ && press_->holder == Holder::Reader)
+            end(true);
+    });
+}
+
+QSize PianoKeyboard::sizeHint() const {
+    const int line = fontMetrics().height();
+    return {kKeys * line, 7 * line + 2 * markRowHeight()};
+}
+
+QSize PianoKeyboard::minimumSizeHint() const {
+    const int line = fontMetrics().height();
+    return {piano_key_layout::kNaturals * line / 2, 4 * line + 2 * markRowHeight()};
+}
+
+/// The release of a key is not told to a window that a dialog blocks.
+bool PianoKeyboard::event(QEvent* event) {
+    if (event->type() == QEvent::WindowBlocked)
+        end(false);
+    return QWidget::event(event);
+}
+
+void PianoKeyboard::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setOpacity(isEnabled() ? 1 : kDisabledOpacity);
+    painter.fillRect(onPixels(painter, bed_.adjusted(-kFrame, -kFrame, kFrame, kFrame)), kGap);
+    for (const bool sharps : {false, true}) {
+        for (int i = 0; i < kKeys; ++i) {
+            if (isSharp(i) != sharps || !event->rect().intersects(keyWidget(i)->geometry()))
+                continue;
+            sharps ? paintSharp(painter, i) : paintNatural(painter, i);
+        }
+    }
+    if (hasFocus())
+        paintCursor(painter);
+}
+
+void PianoKeyboard::resizeEvent(QResizeEvent* /*event*/) {
+    arrange();
+}
+
+void PianoKeyboard::hideEvent(QHideEvent* event) {
+    end(false);
+    QWidget::hideEvent(event);
+}
+
+void PianoKeyboard::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::EnabledChange && !isEnabled())
+        end(false);
+    if (event->type() == QEvent::FontChange) {
+        arrange();
+        updateGeometry();
+    }
+    QWidget::changeEvent(event);
+}
+
+void PianoKeyboard::mousePressEvent(QMouseEvent* event) {
+    const auto key = piano_key_layout::keyAt(event->position(), bed_);
+    if (event->button() != Qt::LeftButton || !key) {
+        QWidget::mousePressEvent(event);
+        return;
+    }
+    if (heldByMouse())
+        end(false);
+    begin(*key, Holder::Mouse);
+}
+
+/// Two quick clicks on neighbouring keys, as in a trill, are no double click.
+void PianoKeyboard::mouseDoubleClickEvent(QMouseEvent* event) {
+    const auto key = piano_key_layout::keyAt(event->position(), bed_);
+    if (event->button() != Qt::LeftButton || !key || key != lastClicked_ || press_) {
+        mousePressEvent(event);
+        return;
+    }
+    press_ = Press{*key, Holder::DoubleClick};
+    call(doubleClick_, *key);
+}
+
+void PianoKeyboard::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton || !heldByMouse()) {
+        QWidget::mouseReleaseEvent(event);
+        return;
+    }
+    const bool over = piano_key_layout::keyAt(event->position(), bed_) == press_->key;
+    const bool click = over && press_->holder == Holder::Mouse;
+    lastClicked_ = click ? std::optional(press_->key) : std::nullopt;
+    end(click);
+}
+
+void PianoKeyboard::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Space) {
+        if (!event->isAutoRepeat())
+            begin(cursor_, Holder::Space);
+    } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        if (!event->isAutoRepeat())
+            call(doubleClick_, cursor_);
+    } else if (const auto target = keyTarget(event->key())) {
+        moveCursor(*target);
+    } else {
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void PianoKeyboard::keyReleaseEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Space) {
+        QWidget::keyReleaseEvent(event);
+        return;
+    }
+    if (!event->isAutoRepeat() && press_ && press_->holder == Holder::Space)
+        end(true);
+}
+
+void PianoKeyboard::focusInEvent(QFocusEvent* /*event*/) {
+    update(keyWidget(cursor_)->geometry());
+    announceCursor();
+}
+
+void PianoKeyboard::focusOutEvent(QFocusEvent* /*event*/) {
+    update(keyWidget(cursor_)->geometry());
+    if (press_ && press_->holder == Holder::Space)
+        end(false);
+}
+
+/// Where a key moves the cursor; nothing for a key that does not.
+std::optional<int> PianoKeyboard::keyTarget(int key) const {
+    const auto by = [this](int keys) { return std::clamp(cursor_ + keys, 0, kKeys - 1); };
+    switch (key) {
+        case Qt::Key_Left:
+            return arrowKeys_ ? std::optional(by(-1)) : std::nullopt;
+        case Qt::Key_Right:
+            return arrowKeys_ ? std::optional(by(1)) : std::nullopt;
+        case Qt::Key_PageDown:
+            return by(-kKeysInOctave);
+        case Qt::Key_PageUp:
+            return by(kKeysInOctave);
+        case Qt::Key_Home:
+            return 0;
+        case Qt::Key_End:
+            return kKeys - 1;
+        default:
+            return std::nullopt;
+    }
+}
+
+/// One key is held at a time; whatever comes meanwhile from another hand is left out.
+void PianoKeyboard::begin(int index, Holder holder) {
+    if (press_)
+        return;
+    press_ = Press{index, holder};
+    call(down_, index);
+}
+
+void PianoKeyboard::end(bool click) {
+    if (!press_)
+        return;
+    const int key = press_->key;
+    press_.reset();
+    call(up_, key);
+    if (click)
+        call(click_, key);
+}
+
+bool PianoKeyboard::heldByMouse() const {
+    return press_ && (press_->holder == Holder::Mouse || press_->holder == Holder::DoubleClick);
+}
+
+void PianoKeyboard::arrange() {
+    const double row = markRowHeight();
+    bed_ = QRectF(rect()).adjusted(kFrame, kFrame + row, -kFrame, -kFrame - row);
+    for (int i = 0; i < kKeys; ++i) {
+        const QRectF key = piano_key_layout::keyRect(i, bed_);
+        keyWidget(i)->setGeometry(key.toAlignedRect());
+        const double width = kMarkWidth * key.width();
+        const double top = isSharp(i) ? 1 : height() - row + 1;
+        markWidget(i)->setGeometry(
+            QRectF(key.center().x() - width / 2, top, width, std::max(0.0, row - 2)).toRect());
+    }
+    update();
+}
+
+void PianoKeyboard::repaintKey(int index) {
+    if (isVisible())
+        repaint(keyWidget(index)->geometry());
+}
+
+/// A screen reader follows the cursor as if each key had the focus in turn.
+void PianoKeyboard::announceCursor() {
+    if (!hasFocus())
+        return;
+    QAccessibleEvent event(keyWidget(cursor_), QAccessible::Focus);
+    QAccessible::updateAccessibility(&event);
+}
+
+int PianoKeyboard::markRowHeight() const {
+    return showsRangeMarks_ ? std::max(6, fontMetrics().height() / 2) : 0;
+}
+
+void PianoKeyboard::paintNatural(QPainter& painter, int index) const {
+    const qreal pixel = 1 / painter.deviceTransform().m11();
+    const QRectF key =
+        onPixels(painter, piano_key_layout::keyRect(index, bed_)).adjusted(0, 0, -pixel, 0);
+    const bool dark = palette().color(QPalette::Base).lightness() < 128;
+    const QColor face = marked(index) ? kMarked : dark ? kIvoryInTheDark : kIvory;
+    painter.fillPath(keyShape(key, kNaturalCorner), face);
+    if (index == kMiddleC) {
+        const double side = std::min(key.width() * 0.3, key.height() * 0.08);
+        const QRectF mark(key.center().x() - side / 2, key.bottom() - 2.2 * side, side, side);
+        painter.fillRect(onPixels(painter, mark), kMiddleCMark);
+    }
+}
+
+void PianoKeyboard::paintSharp(QPainter& painter, int index) const {
+    const QRectF key = onPixels(painter, piano_key_layout::keyRect(index, bed_));
+    painter.fillPath(keyShape(key, kSharpCorner), kEbony);
+    const double front = marked(index) ? 0.5 * kSharpFront : kSharpFront;
+    const QRectF top =
+        onPixels(painter, key.adjusted(kSharpBevel, 0, -kSharpBevel, -front * key.height()));
+    painter.fillPath(keyShape(top, kSharpCorner), marked(index) ? kMarked : kEbonyFace);
+}
+
+void PianoKeyboard::paintCursor(QPainter& painter) const {
+    const bool sharp = isSharp(cursor_);
+    const QRectF key = piano_key_layout::keyRect(cursor_, bed_);
+    QRectF ring = key.adjusted(3, 3, -3, -3);
+    if (!sharp)
+        ring.setTop(key.top() + 0.68 * key.height());
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
+    painter.drawRoundedRect(ring, 3, 3);
+}

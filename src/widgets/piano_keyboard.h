@@ -1,0 +1,117 @@
+#pragma once
+
+#include "widgets/piano_key_layout.h"
+
+#include <QWidget>
+
+#include <array>
+#include <functional>
+#include <optional>
+
+/// The place of one key, `lb_0` … `lb_59`, for the mouse and for screen readers. The keyboard
+/// paints it and answers its events.
+class PianoKey : public QWidget {
+public:
+    PianoKey(int index, QWidget* parent);
+
+    int index() const { return index_; }
+
+private:
+    int index_;
+};
+
+/// A piano keyboard of five octaves from note number 36; a key's index is its note number - 36.
+///
+/// A press of the left mouse button is a key going down, its release anywhere the same key going
+/// up, and a click if it is released over that key. A double click gives down, up, click, double
+/// click, up. With the keyboard, Left, Right, Page Up, Page Down, Home and End move a cursor, Space
+/// holds the cursor's key down and Enter double-clicks it. All other keys go to the window.
+class PianoKeyboard : public QWidget {
+public:
+    static constexpr int kKeys = piano_key_layout::kKeys;
+    using KeyHandler = std::function<void(int index)>;
+
+    explicit PianoKeyboard(QWidget* parent = nullptr);
+
+    void onKeyDown(KeyHandler handler) { down_ = std::move(handler); }
+    void onKeyUp(KeyHandler handler) { up_ = std::move(handler); }
+    void onKeyClick(KeyHandler handler) { click_ = std::move(handler); }
+    void onKeyDoubleClick(KeyHandler handler) { doubleClick_ = std::move(handler); }
+
+    /// A marked key looks pressed, at once. An index that is no key changes nothing.
+    void setMarked(int index, bool on);
+    bool marked(int index) const;
+
+    /// The bars `lbr_0` … `lbr_59` below the naturals and above the sharps. They have room only
+    /// after `showRangeMarks(true)`.
+    void setRangeMark(int index, bool on);
+    bool rangeMark(int index) const;
+    void showRangeMarks(bool on);
+
+    /// Whether Left and Right move the cursor, as at first; else they go to the window.
+    void setArrowKeys(bool on) { arrowKeys_ = on; }
+
+    int cursorKey() const { return cursor_; }
+    void moveCursor(int index);
+
+    /// A short press, as a screen reader asks for: down at once, up and click a moment later.
+    void tap(int index);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    bool event(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    /// What holds a key down.
+    enum class Holder { Mouse, DoubleClick, Space, Reader };
+    struct Press {
+        int key;
+        Holder holder;
+    };
+
+    static bool isKey(int index) { return index >= 0 && index < kKeys; }
+    QWidget* keyWidget(int index) const { return keys_[static_cast<std::size_t>(index)]; }
+    QWidget* markWidget(int index) const { return rangeMarks_[static_cast<std::size_t>(index)]; }
+    std::optional<int> keyTarget(int key) const;
+
+    void begin(int index, Holder holder);
+    void end(bool click);
+    bool heldByMouse() const;
+    void arrange();
+    void repaintKey(int index);
+    void announceCursor();
+    int markRowHeight() const;
+
+    void paintNatural(QPainter& painter, int index) const;
+    void paintSharp(QPainter& painter, int index) const;
+    void paintCursor(QPainter& painter) const;
+
+    KeyHandler down_;
+    KeyHandler up_;
+    KeyHandler click_;
+    KeyHandler doubleClick_;
+    std::array<PianoKey*, kKeys> keys_{};
+    std::array<QWidget*, kKeys> rangeMarks_{};
+    std::array<bool, kKeys> marked_{};
+    std::array<bool, kKeys> rangeMarked_{};
+    QRectF bed_;  ///< what the keys fill
+    std::optional<Press> press_;
+    std::optional<int> lastClicked_;
+    int cursor_;
+    int taps_ = 0;
+    bool arrowKeys_ = true;
+    bool showsRangeMarks_ = false;
+};
