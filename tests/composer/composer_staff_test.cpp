@@ -16,7 +16,6 @@ namespace {
 using engraving::Duration;
 using staff_entry::Entry;
 using staff_entry::Value;
-using testing::ElementsAre;
 using testing::IsEmpty;
 
 namespace layout = composer_staff_layout;
@@ -113,7 +112,7 @@ TEST(ComposerStaffLayout, TheCurrentEntryIsInViewHoweverItMoves) {
     int asked = 0;
     const auto widthOf = [&asked](int entry) {
         ++asked;
-        return 2.0 + entry * 7 % 5;
+        return 2.1 + entry * 7 % 5;
     };
     std::mt19937 random(4);
     layout::View view{kCount - 1, true};
@@ -142,6 +141,15 @@ TEST(ComposerStaffLayout, TheCurrentEntryIsInViewHoweverItMoves) {
         }
         ASSERT_TRUE(shown.front().left >= 0 && left <= kRoom + 1e-9);
     }
+    shown = layout::arrange({100, true}, kCount, kRoom, widthOf);
+    view = layout::following({100, true}, shown, shown.back().entry + 1);
+    const int turned = shown.back().entry + 1;
+    shown = layout::arrange(view, kCount, kRoom, widthOf);
+    EXPECT_EQ(shown.front().entry, turned) << "a turned page shows what comes next";
+    EXPECT_EQ(shown.front().left, 0);
+    EXPECT_EQ(layout::arrange({kCount - 1, false}, kCount, kRoom, widthOf).size(),
+              layout::arrange({kCount - 1, true}, kCount, kRoom, widthOf).size())
+        << "the last page is full";
     EXPECT_THAT(layout::arrange({0, true}, 0, kRoom, widthOf), IsEmpty());
     EXPECT_EQ(layout::arrange({9, false}, 3, 1, widthOf).size(), 1U) << "wider than the room";
     EXPECT_EQ(layout::arrange({2, true}, 3, kRoom, widthOf).front().left, 0) << "a short melody";
@@ -207,11 +215,11 @@ TEST_F(ComposerStaffTest, TheCurrentEntryIsHighlighted) {
     for (const int current : {299, 40, 41, 7}) {
         staff.setCurrentEntry(std::nullopt);
         staff.setCurrentEntry(current);
-        const QImage with = staff.grab().toImage();
-        const QColor base = staff.palette().color(QPalette::Base);
+        const QImage row = staff.grab(QRect(60, staff.height() - 5, 1060, 1)).toImage();
         int tinted = 0;
-        for (int x = 60; x < with.width() - 58; ++x)
-            tinted += with.pixelColor(x, with.height() - 5) != base ? 1 : 0;
+        for (int x = 0; x < row.width(); ++x)
+            tinted += row.pixelColor(x, 0) != staff.palette().color(QPalette::Base) ? 1 : 0;
+        tinted = qRound(tinted / row.devicePixelRatio());
         EXPECT_GT(tinted, 10) << current;
         EXPECT_LT(tinted, 200) << current;
     }

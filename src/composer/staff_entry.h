@@ -1,0 +1,51 @@
+#pragma once
+
+#include "widgets/engraving.h"
+
+#include <QString>
+
+#include <vector>
+
+/// An entry of the melody as the staff shows it: which note values make up its duration.
+namespace staff_entry {
+
+struct Entry {
+    int noteNumber = 0;   ///< 36..95; anything else is a rest
+    double duration = 1;  ///< in quarter notes
+    char attribute = 'n';
+};
+
+struct Value {
+    engraving::Duration duration = engraving::Duration::Quarter;
+    int dots = 0;
+
+    bool operator==(const Value&) const = default;
+};
+
+/// What is engraved for a duration: values tied together, the longest first, which last two thirds
+/// of their time under a triplet sign. A duration that no such figure has is the nearest value and
+/// not exact.
+struct Figure {
+    std::vector<Value> values;
+    bool triplet = false;
+    bool exact = true;
+
+    bool operator==(const Figure&) const = default;
+};
+
+/// The most values of a figure; four dotted semibreves, the longest multiple, take six.
+constexpr int kMostValues = 6;
+
+/// Always at least one value.
+Figure figureOf(double duration);
+
+bool isRest(const Entry& entry);
+engraving::Articulation articulationOf(const Entry& entry);
+
+/// The sign beside a figure that is not exact: "[×0,1]", in the locale's format.
+QString durationSign(double duration);
+
+/// "Mi 4, 1/8, staccato"; a tie is "2/4 + 1/8", a dotted value "1/4 col punto".
+QString inWords(const Entry& entry);
+
+}  // namespace staff_entry
