@@ -21,6 +21,7 @@
 #include <cstdlib>
 
 int main(int argc, char* argv[]) {
+    QtRuntime::chooseEventQueue();
     QApplication app(argc, argv);
     application::prepare(app);
     const int presses = argc > 1 ? std::atoi(argv[1]) : 500;

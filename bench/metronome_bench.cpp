@@ -231,6 +231,7 @@ void run(int tempo, bool doubled, std::size_t pulses) {
 int main(int argc, char* argv[]) {
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM") && !qEnvironmentVariableIsSet("DISPLAY"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    QtRuntime::chooseEventQueue();
     QApplication app(argc, argv);
     application::prepare(app);
 

@@ -116,6 +116,7 @@ std::string start(bool last) {
 
 int main(int argc, char* argv[]) {
     if (argc > 3 && std::string(argv[1]) == "--child") {
+        QtRuntime::chooseEventQueue();
         QApplication app(argc, argv);
         return runChild(app, std::atoll(argv[2]), argv[3][0] == '1');
     }

@@ -29,6 +29,7 @@ public:
 
 int main(int argc, char* argv[]) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    QtRuntime::chooseEventQueue();
     QApplication app(argc, argv);
     const int waits = argc > 1 ? std::atoi(argv[1]) : 200;
 

@@ -24,6 +24,7 @@ Random randomNumbers() {
 }  // namespace
 
 int main(int argc, char* argv[]) {
+    QtRuntime::chooseEventQueue();
     QApplication app(argc, argv);
     application::prepare(app);
 

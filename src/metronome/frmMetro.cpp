@@ -5,6 +5,7 @@
 #include "ui_frmMetro.h"
 #include "widgets/label_button.h"
 
+#include <QApplication>
 #include <QEvent>
 
 namespace {
@@ -75,6 +76,7 @@ void frmMetro::connectControls() {
     onClick(ui_->lblCloseMetro, &frmMetro::lblCloseMetro_Click);
     connect(ui_->MetroTempoS, &QScrollBar::valueChanged, this, &frmMetro::MetroTempoS_Change);
     connect(ui_->MetroVol, &QScrollBar::sliderMoved, this, &frmMetro::MetroVol_Scroll);
+    connect(ui_->MetroVol, &QScrollBar::actionTriggered, this, &frmMetro::MetroVol_Action);
     for (QScrollBar* bar : {ui_->MetroTempoS, ui_->MetroVol})
         bar->installEventFilter(this);
 }
@@ -113,6 +115,24 @@ void frmMetro::lblX12_Click() {
 
 void frmMetro::MetroVol_Scroll() {
     metronome_.setVolume(ui_->MetroVol->sliderPosition());
+}
+
+/// The toolkit lets the mouse move an upside-down bar the wrong way: its lower arrow would add.
+void frmMetro::MetroVol_Action(int action) {
+    if (!QApplication::mouseButtons().testFlag(Qt::LeftButton))
+        return;
+    QScrollBar& bar = *ui_->MetroVol;
+    int step = 0;
+    if (action == QAbstractSlider::SliderSingleStepAdd)
+        step = -bar.singleStep();
+    else if (action == QAbstractSlider::SliderSingleStepSub)
+        step = bar.singleStep();
+    else if (action == QAbstractSlider::SliderPageStepAdd)
+        step = -bar.pageStep();
+    else if (action == QAbstractSlider::SliderPageStepSub)
+        step = bar.pageStep();
+    if (step != 0)
+        bar.setSliderPosition(bar.value() + step);
 }
 
 void frmMetro::cmdSetup_Click() {

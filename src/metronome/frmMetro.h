@@ -26,6 +26,7 @@ public:
     void MetroTempoS_Change();
     void lblX12_Click();
     void MetroVol_Scroll();
+    void MetroVol_Action(int action);
     void cmdSetup_Click();
     void lblCloseMetro_Click();
 

@@ -35,7 +35,8 @@ public:
     /// machine without sound has been told so once, when the output did not open.
     virtual int send(MidiHandle handle, std::uint32_t message) = 0;
 
-    /// Silences every note on every channel at once and keeps the programs.
+    /// Silences every note on every channel at once and keeps the programs. On the percussion
+    /// channel a sound that was struck may ring out.
     virtual int reset(MidiHandle handle) = 0;
 
     virtual int close(MidiHandle handle) = 0;

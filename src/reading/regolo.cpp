@@ -88,7 +88,7 @@ Regolo::Regolo(QWidget* parent) : QWidget(parent), line_(new QWidget(this)), cur
 
     line_->setObjectName(QStringLiteral("Line1"));
     line_->setAttribute(Qt::WA_TransparentForMouseEvents);
-    line_->setBackgroundRole(QPalette::Mid);
+    line_->setBackgroundRole(QPalette::PlaceholderText);
     line_->setAutoFillBackground(true);
     std::transform(kSteps.begin(), kSteps.end(), markers_.begin(),
                    [this](int step) { return new RegoloMarker(step, this); });

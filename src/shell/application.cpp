@@ -62,6 +62,12 @@ QIcon icon() {
     return icon;
 }
 
+/// Numbers are written as the user's system does; one that says nothing is taken for Italian.
+void chooseLocale() {
+    if (QLocale::system().language() == QLocale::C)
+        QLocale::setDefault(QLocale(QLocale::Italian, QLocale::Italy));
+}
+
 void translateStandardButtons(QApplication& app) {
     auto* translator = new QTranslator(&app);
     if (translator->load(QStringLiteral("qtbase_it"),
@@ -77,6 +83,7 @@ void prepare(QApplication& app) {
     QApplication::setApplicationVersion(QStringLiteral(CANTAVISTA_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("cantavista"));
     QApplication::setWindowIcon(icon());
+    chooseLocale();
     const bool dark = desktopIsDark();
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QApplication::setPalette(paletteOf(dark ? kDark : kLight));

@@ -1,5 +1,6 @@
 #include "shell/main_window.h"
 
+#include "composer/frmComposer.h"
 #include "core/funzioni_mm.h"
 #include "core/instruments.h"
 #include "metronome/frmMetro.h"
@@ -48,8 +49,7 @@ void MainWindow::connectMenu() {
          {ui_->Sep3, ui_->step4, ui_->SeparatoreN, ui_->step5, ui_->Step6, ui_->Separatore30,
           ui_->Separatore1, ui_->Separatore2, ui_->Separatore3})
         separator->setSeparator(true);
-    for (QAction* withoutWindow :
-         {ui_->Intonazione, ui_->mnuRint, ui_->mnuRac, ui_->mnuComposer, ui_->mnuPromemoria})
+    for (QAction* withoutWindow : {ui_->Intonazione, ui_->mnuRint, ui_->mnuRac, ui_->mnuPromemoria})
         withoutWindow->setEnabled(false);
 
     const auto on = [this](QAction* item, void (MainWindow::*handler)()) {
@@ -57,6 +57,7 @@ void MainWindow::connectMenu() {
     };
     on(ui_->Esci, &MainWindow::Esci_Click);
     on(ui_->mnuLettura, &MainWindow::mnuLettura_Click);
+    on(ui_->mnuComposer, &MainWindow::mnuComposer_Click);
     on(ui_->mnuMetro, &MainWindow::mnuMetro_Click);
     on(ui_->mnuMidiTest, &MainWindow::mnuMidiTest_Click);
     on(ui_->Nominote1, &MainWindow::Nominote1_Click);
@@ -109,6 +110,11 @@ void MainWindow::Esci_Click() {
 
 void MainWindow::mnuLettura_Click() {
     drill_->focusStart();
+}
+
+void MainWindow::mnuComposer_Click() {
+    frmComposer(services_, this).exec();
+    showStatus();
 }
 
 void MainWindow::mnuMetro_Click() {
@@ -173,6 +179,9 @@ void MainWindow::mnuVersione_Click() {
 }
 
 void MainWindow::enableStartUpControls(bool on) {
+    // A disabled control would hand the focus on to the ruler, which shows what it points at.
+    if (!on)
+        ui_->centre->setFocus();
     drill_->enableStart(on);
     ui_->cmdEsci->setEnabled(on);
 }

@@ -32,6 +32,7 @@ public:
 
     void Esci_Click();
     void mnuLettura_Click();
+    void mnuComposer_Click();
     void mnuMetro_Click();
     void mnuMidiTest_Click();
     void Nominote1_Click();

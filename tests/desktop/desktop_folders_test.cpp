@@ -1,20 +1,147 @@
 #include "platform/desktop/desktop_folders.h"
 
+#include <QCoreApplication>
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
-TEST(DesktopFolders, TheEnvironmentNamesTheProgramFolderAndPathsAreTranslated) {
-    const QTemporaryDir home;
-    ASSERT_TRUE(QFile(home.filePath(QStringLiteral("ap.mid"))).open(QIODevice::WriteOnly));
-    qputenv("CANTAVISTA_HOME", home.path().toUtf8());
-    const DesktopFolders folders;
-    qunsetenv("CANTAVISTA_HOME");
+namespace {
 
-    EXPECT_FALSE(folders.programFolder().contains(QLatin1Char('/')));
+struct DesktopFoldersTest : testing::Test {
+    QTemporaryDir home;
+
+    void SetUp() override { qputenv("CANTAVISTA_HOME", home.path().toUtf8()); }
+    void TearDown() override {
+        qunsetenv("CANTAVISTA_HOME");
+        qunsetenv("CANTAVISTA_DRIVE_A");
+    }
+
+    QString native(const QString& path) const { return home.filePath(path); }
+    QString path(const QString& name) const {
+        return QString(home.path()).replace(u'/', u'\\') + u'\\' + name;
+    }
+
+    static void put(const QString& file, const QByteArray& bytes = "x") {
+        QFile out(file);
+        ASSERT_TRUE(out.open(QIODevice::WriteOnly));
+        out.write(bytes);
+    }
+};
+
+TEST_F(DesktopFoldersTest, theEnvironmentNamesTheProgramFolderAndPathsAreTranslated) {
+    put(native("ap.mid"));
+    const DesktopFolders folders;
+
+    EXPECT_FALSE(folders.programFolder().contains(u'/'));
     EXPECT_EQ(folders.nativePath(folders.programFolder()), home.path());
-    EXPECT_TRUE(folders.fileExists(folders.programFolder() + QStringLiteral("\\ap.mid")));
-    EXPECT_FALSE(folders.fileExists(folders.programFolder() + QStringLiteral("\\none.mid")));
+    EXPECT_TRUE(folders.fileExists(folders.programFolder() + "\\ap.mid"));
+    EXPECT_FALSE(folders.fileExists(folders.programFolder() + "\\none.mid"));
     EXPECT_FALSE(folders.fileExists(folders.programFolder())) << "a folder is no file";
 }
+
+TEST_F(DesktopFoldersTest, aFirstStartMakesTheMelodiesAndLaterOnesLeaveThemAlone) {
+    // What comes with the program stands beside the executable.
+    const QString name = QStringLiteral("prova%1.mel").arg(QCoreApplication::applicationPid());
+    const QString examples = QCoreApplication::applicationDirPath() + "/Melodie/Esempi/";
+    ASSERT_TRUE(QDir().mkpath(examples));
+    put(examples + name);
+    QFile::setPermissions(examples + name, QFileDevice::ReadOwner);
+    const DesktopFolders first;
+    QFile::remove(examples + name);
+    EXPECT_TRUE(first.fileExists(path("Melodie\\Esempi\\" + name)));
+    EXPECT_TRUE(QFileInfo(native("Melodie/Esempi/" + name)).permissions() &
+                QFileDevice::WriteOwner);
+    EXPECT_EQ(QDir(home.path()).entryList(QDir::Dirs | QDir::NoDotAndDotDot),
+              QStringList{"Melodie"});
+
+    QDir(native("Melodie/Esempi")).removeRecursively();
+    const DesktopFolders second;
+    EXPECT_TRUE(second.folderExists(path("Melodie")));
+    EXPECT_FALSE(second.folderExists(path("Melodie\\Esempi")));
+}
+
+TEST_F(DesktopFoldersTest, filesAreListedReadWrittenRenamedAndRemoved) {
+    DesktopFolders folders;
+    const QString folder = path("Prove\\");
+    EXPECT_EQ(folders.createFolder(folder.chopped(1)).number, 0);
+    for (const char* name : {"b.mel", "A.MEL", "c.mel.txt", "è.mel"})
+        EXPECT_FALSE(folders.writeFile(folder + name, name).failed());
+    EXPECT_EQ(folders.createFolder(folder + "Zeta").number, 0);
+    EXPECT_EQ(folders.createFolder(folder + "alfa.mel").number, 0);
+    EXPECT_EQ(folders.createFolder(folder + "Zeta").number, file_error::kAlreadyExists);
+    EXPECT_EQ(folders.subFolders(folder), (QStringList{".", "..", "alfa.mel", "Zeta"}));
+    EXPECT_EQ(folders.files(folder, "*.mel"), (QStringList{"A.MEL", "b.mel", "è.mel"}));
+
+    EXPECT_EQ(folders.readFile(folder + "A.MEL", 3).bytes, "A.M");
+    EXPECT_EQ(folders.readFile(folder + "no.mel", 3).error.number, file_error::kNotFound);
+    EXPECT_EQ(folders.readFile(folder + "Zeta", 3).error.number, file_error::kNotFound);
+    EXPECT_EQ(folders.writeFile(folder + "Zeta", "x").number, file_error::kNoAccess);
+    EXPECT_EQ(folders.writeFile(folder + "no\\x.mel", "x").number, file_error::kPathNotFound);
+    EXPECT_EQ(folders.writeFile(folder + QString(250, u'x'), "x").number, file_error::kBadName);
+    EXPECT_EQ(folders.writeFile(folder + QString(u'\0') + "x", "x").number, file_error::kBadName);
+
+    EXPECT_EQ(folders.renameFile(folder + "b.mel", folder + "A.MEL").number,
+              file_error::kAlreadyExists);
+    EXPECT_EQ(folders.renameFile(folder + "no.mel", folder + "x.mel").number,
+              file_error::kNotFound);
+    EXPECT_EQ(folders.renameFile(folder + "b.mel", folder + "d.mel").number, 0);
+    EXPECT_EQ(folders.readFile(folder + "d.mel", 9).bytes, "b.mel");
+    EXPECT_EQ(folders.removeFile(folder + "d.mel").number, 0);
+    EXPECT_EQ(folders.removeFile(folder + "d.mel").number, file_error::kNotFound);
+    EXPECT_EQ(folders.removeFile(folder + "Zeta").number, file_error::kNoAccess);
+    EXPECT_EQ(folders.removeFolder(folder.chopped(1)).number, file_error::kNoAccess);
+    EXPECT_EQ(folders.removeFolder(folder + "Zeta").number, 0);
+}
+
+TEST_F(DesktopFoldersTest, dotsAndLinksAreFollowedToSeeWhatLiesInTheTree) {
+    DesktopFolders folders;
+    const QString root = path("Melodie\\");
+    QDir().mkpath(native("Melodie/Sotto"));
+    QDir().mkpath(native("Fuori"));
+    QDir().mkpath(native("Melodie due"));
+    put(native("Fuori/vera.mel"));
+    QFile::link(native("Fuori"), native("Melodie/Via"));
+    QFile::link(native("Melodie/Sotto"), native("Melodie/Dentro"));
+    QFile::link(native("Fuori/vera.mel"), native("Melodie/legata.mel"));
+    QFile::link(native("Fuori/manca.mel"), native("Melodie/pendente.mel"));
+    const std::pair<const char*, bool> rows[] = {
+        {"Melodie\\x.mel", true},
+        {"Melodie\\Sotto\\..\\x.mel", true},
+        {"Melodie\\Dentro\\x.mel", true},
+        {"Melodie\\Manca\\x.mel", true},
+        {"Melodie\\", false},
+        {"Melodie\\..\\x.mel", false},
+        {"Melodie\\Manca\\..\\..\\x.mel", false},
+        {"Melodie due\\x.mel", false},
+        {"Melodie\\Via\\x.mel", false},
+        {"Melodie\\Via\\..\\x.mel", false},
+        {"Melodie\\legata.mel", false},
+        {"Melodie\\pendente.mel", false},
+    };
+    for (const auto& [name, inside] : rows)
+        EXPECT_EQ(folders.isInside(root, path(name)), inside) << name;
+}
+
+TEST_F(DesktopFoldersTest, driveAIsTheNamedFolderForAsLongAsItIsThere) {
+    DesktopFolders folders;
+    const QTemporaryDir disk;
+    qputenv("CANTAVISTA_DRIVE_A", disk.path().toUtf8());
+    EXPECT_EQ(folders.writeFile("a:\\x.mel", "x").number, 0);
+    EXPECT_TRUE(QFile::exists(disk.filePath("x.mel")));
+    EXPECT_EQ(folders.files("A:\\", "*.mel"), QStringList{"x.mel"});
+    EXPECT_FALSE(folders.isInside("a:\\", "a:\\..\\y.mel"));
+
+    qputenv("CANTAVISTA_DRIVE_A", disk.filePath("fuori").toUtf8());
+    const FileError error = folders.writeFile("a:\\x.mel", "x");
+    EXPECT_EQ(error.number, file_error::kNotReady);
+    EXPECT_FALSE(error.text.isEmpty());
+    EXPECT_EQ(folders.readFile("a:\\x.mel", 1).error.number, file_error::kNotReady);
+    EXPECT_TRUE(folders.files("a:\\", "*.mel").isEmpty());
+    EXPECT_TRUE(folders.subFolders("a:\\").isEmpty());
+    EXPECT_FALSE(folders.fileExists("a:\\x.mel"));
+}
+
+}  // namespace

@@ -47,6 +47,18 @@ TEST_F(QtRuntimeTest, ATapBetweenTwoPassesIsDownForOneOfThem) {
     EXPECT_FALSE(runtime.held('F')) << "a key let go elsewhere is never reported";
 }
 
+TEST_F(QtRuntimeTest, WhatWasTypedBeforeALoopPolledIsNotPlayedInIt) {
+    for (const int key : {Qt::Key_D, Qt::Key_F, Qt::Key_G}) {
+        post(QEvent::KeyPress, key);
+        post(QEvent::KeyRelease, key);
+    }
+    post(QEvent::KeyPress, Qt::Key_H);
+    QCoreApplication::processEvents();
+    runtime.yield();
+    EXPECT_FALSE(runtime.held('D') || runtime.held('F') || runtime.held('G'));
+    EXPECT_TRUE(runtime.held('H')) << "a key that is still down is down";
+}
+
 TEST_F(QtRuntimeTest, KeysGoByTheirPlaceAndRepeatsAreDropped) {
     struct Row {
         int qtKey;

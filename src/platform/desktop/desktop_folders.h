@@ -6,14 +6,32 @@
 ///
 /// The program folder is the one named by the environment variable CANTAVISTA_HOME, else the
 /// executable's own if the note folder stands beside it (portable use), else the user's data
-/// folder, filled at the first start from the installed read-only data.
+/// folder, filled at the first start from the installed read-only data. A program folder without a
+/// folder of melodies gets one, with the examples; whoever deletes the examples is rid of them.
+///
+/// Drive A: is the folder named by CANTAVISTA_DRIVE_A, else the first medium that the desktop has
+/// mounted. It is looked for at every use.
 class DesktopFolders : public Folders {
 public:
     DesktopFolders();
 
     QString programFolder() const override { return programFolder_; }
     bool fileExists(const QString& path) const override;
+    /// The empty text if the path is on a drive without a medium.
     QString nativePath(const QString& path) const override;
+
+    bool folderExists(const QString& path) const override;
+    /// "." and ".." first, then by name.
+    QStringList subFolders(const QString& folder) const override;
+    QStringList files(const QString& folder, const QString& pattern) const override;
+    bool isInside(const QString& root, const QString& path) const override;
+
+    Content readFile(const QString& path, qint64 atMost) const override;
+    FileError writeFile(const QString& path, const QByteArray& bytes) override;
+    FileError renameFile(const QString& from, const QString& to) override;
+    FileError removeFile(const QString& path) override;
+    FileError createFolder(const QString& path) override;
+    FileError removeFolder(const QString& path) override;
 
 private:
     QString programFolder_;

@@ -8,7 +8,8 @@
 
 void DesktopHelpViewer::show(const QString& helpFile) {
     if (!folders_.fileExists(helpFile)) {
-        dialogs_.message(QStringLiteral("File della guida non trovato !!!\n%1").arg(helpFile));
+        dialogs_.message(QStringLiteral("File della guida non trovato !!!\n%1")
+                             .arg(folders_.nativePath(helpFile)));
         return;
     }
     if (!QDesktopServices::openUrl(QUrl::fromLocalFile(folders_.nativePath(helpFile))))

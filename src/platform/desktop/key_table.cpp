@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QEvent>
 #include <QKeyEvent>
+#include <QThread>
 #include <QWindow>
 
 #include <bitset>
@@ -45,7 +46,7 @@ bool KeyTable::eventFilter(QObject* target, QEvent* event) {
             if (qobject_cast<QWindow*>(target) && !keyEvent->isAutoRepeat()) {
                 const KeyCode key = keyCodeOf(*keyEvent);
                 if (key > 0 && key <= kKeyLast)
-                    queue_.push_back({key, event->type() == QEvent::KeyPress});
+                    take({key, event->type() == QEvent::KeyPress});
             }
             break;
         }
@@ -57,6 +58,25 @@ bool KeyTable::eventFilter(QObject* target, QEvent* event) {
             break;
     }
     return false;
+}
+
+void KeyTable::take(const Transition& transition) {
+    if (polledDepth_ == currentDepth()) {
+        queue_.push_back(transition);
+        return;
+    }
+    for (const Transition& waiting : queue_)
+        down_[static_cast<std::size_t>(waiting.key)] = waiting.down;
+    queue_.clear();
+    down_[static_cast<std::size_t>(transition.key)] = transition.down;
+}
+
+int KeyTable::setPolledDepth(int depth) {
+    return std::exchange(polledDepth_, depth);
+}
+
+int KeyTable::currentDepth() {
+    return QThread::currentThread()->loopLevel();
 }
 
 /// A key that is let go in another application is never reported here.

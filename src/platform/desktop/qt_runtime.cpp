@@ -34,6 +34,10 @@ QtRuntime::QtRuntime() {
     wakeUp_.setSingleShot(true);
 }
 
+void QtRuntime::chooseEventQueue() {
+    qputenv("QT_NO_GLIB", "1");
+}
+
 Instant QtRuntime::now() const {
     return std::chrono::duration_cast<Instant>(SteadyClock::now().time_since_epoch());
 }
@@ -52,12 +56,14 @@ QDateTime QtRuntime::dateTime() const {
 }
 
 void QtRuntime::pump(Instant wakeBy) {
+    const int polledBefore = keys_.setPolledDepth(KeyTable::currentDepth());
     const bool ran = processEvents(QEventLoop::AllEvents);
     const bool keysChanged = keys_.advance();
-    if (ran || keysChanged || ending_ || now() >= wakeBy)
-        return;
-    sleepUntilEvent(wakeBy);
-    keys_.advance();
+    if (!ran && !keysChanged && !ending_ && now() < wakeBy) {
+        sleepUntilEvent(wakeBy);
+        keys_.advance();
+    }
+    keys_.setPolledDepth(polledBefore);
 }
 
 void QtRuntime::sleepUntilEvent(Instant wakeBy) {

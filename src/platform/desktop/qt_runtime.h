@@ -10,6 +10,10 @@ class QtRuntime : public Runtime {
 public:
     QtRuntime();
 
+    /// To be called before the application object is made. The toolkit's other event queue forgets
+    /// user input that a wait held back until something else happens.
+    static void chooseEventQueue();
+
     Instant now() const override;
     double secondsSinceMidnight() const override;
     QDateTime dateTime() const override;

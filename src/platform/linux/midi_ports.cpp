@@ -19,7 +19,9 @@ namespace {
 constexpr const char* kClientName = "Cantavista";
 constexpr std::array kApis{RtMidi::LINUX_ALSA, RtMidi::UNIX_JACK};
 constexpr std::int64_t kCheckInterval = 100'000'000;
-constexpr std::uint8_t kAllSoundsOff = 120;
+constexpr std::uint32_t kAllSoundsOff = 120;
+constexpr std::uint32_t kAllNotesOff = 123;
+constexpr std::uint32_t kDrumChannel = 9;
 
 /// RtMidi prints to std::cerr what it also throws or reports.
 class MutedErrorStream {
@@ -164,7 +166,8 @@ SoundCode MidiPort::send(std::uint32_t packed) {
 SoundCode MidiPort::reset() {
     SoundCode code = SoundCode::Ok;
     for (std::uint32_t channel = 0; channel < 16 && code == SoundCode::Ok; ++channel)
-        code = send(0xB0u | channel | kAllSoundsOff << 8);
+        code =
+            send(0xB0u | channel | (channel == kDrumChannel ? kAllNotesOff : kAllSoundsOff) << 8);
     return code;
 }
 

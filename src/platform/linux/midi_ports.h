@@ -36,7 +36,7 @@ public:
 
     SoundCode send(std::uint32_t packed);
 
-    /// All sounds off on every channel.
+    /// All sounds off on every channel, on that of the percussion all notes off.
     SoundCode reset();
 
 private:

@@ -103,8 +103,13 @@ void Synthesizer::message(Part part, std::uint32_t packed) {
 
 void Synthesizer::silence(Part part) {
     const int first = firstChannel(part);
-    for (int channel = first; channel < first + kChannels; ++channel)
-        fluid_synth_all_sounds_off(engine_->synth.get(), channel);
+    for (int channel = first; channel < first + kChannels; ++channel) {
+        // A struck percussion sound rings out, even if it was struck only just now.
+        if (channel == kDrumChannel)
+            fluid_synth_all_notes_off(engine_->synth.get(), channel);
+        else
+            fluid_synth_all_sounds_off(engine_->synth.get(), channel);
+    }
 }
 
 void Synthesizer::restore(Part part) {

@@ -1,0 +1,177 @@
+// From the click on a right answer to the first note-on of the next test, in the real window and
+// without the waits that belong to the exercises: the runtime's blocking waits return at once.
+
+#include "core/funzioni_mm.h"
+#include "core/services.h"
+#include "eartraining/ear_training_state.h"
+#include "eartraining/frmInto.h"
+#include "figures.h"
+#include "platform/desktop/qt_runtime.h"
+#include "platform/folders.h"
+#include "platform/help_viewer.h"
+#include "silent_machine.h"
+
+#include <QApplication>
+#include <QDateTime>
+#include <QMouseEvent>
+#include <QTimer>
+
+#include <random>
+
+namespace {
+
+constexpr int kAnswers = 300;
+
+/// The real machine, without blocking.
+class ImpatientRuntime : public Runtime {
+public:
+    Instant now() const override { return real_.now(); }
+    double secondsSinceMidnight() const override { return real_.secondsSinceMidnight(); }
+    QDateTime dateTime() const override { return real_.dateTime(); }
+    void pump(Instant wakeBy) override { real_.pump(wakeBy); }
+    void blockUntil(Instant /*end*/) override {}
+    bool held(KeyCode key) const override { return real_.held(key); }
+    void end() override { real_.end(); }
+    bool ending() const override { return real_.ending(); }
+
+private:
+    QtRuntime real_;
+};
+
+class NoFolders : public Folders {
+public:
+    QString programFolder() const override { return {}; }
+    bool fileExists(const QString&) const override { return false; }
+    QString nativePath(const QString& path) const override { return path; }
+};
+
+class NoHelp : public HelpViewer {
+public:
+    void show(const QString&) override {}
+};
+
+bool isNoteOn(std::uint32_t message) {
+    return (message & 0xF0) == 0x90 && message >> 16 != 0;
+}
+
+/// Works the window and takes the times.
+class Bench {
+public:
+    explicit Bench(EarTrainingState& state) : window_(services_, state, nullptr) {
+        funzioniMM_.MidiOpen(kMidiMapper);
+    }
+
+    /// Runs the work once the window's loop runs, then closes the window.
+    void run(const std::function<void()>& work) {
+        QTimer::singleShot(500, &window_, [this, work] {
+            work();
+            window_.close();
+        });
+        window_.exec();
+    }
+
+    void click(const QString& name) {
+        auto* widget = window_.findChild<QWidget*>(name);
+        const QPointF place(widget->rect().center());
+        for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+            const auto buttons = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
+            QMouseEvent event(type, place, widget->mapToGlobal(place), Qt::LeftButton, buttons,
+                              Qt::NoModifier);
+            QCoreApplication::sendEvent(widget, &event);
+        }
+    }
+
+    /// Clicks on the right answer and waits for the screen to settle.
+    void answer(const QString& name) {
+        midi_.arrivals.clear();
+        const auto begin = figures::Clock::now();
+        click(name);
+        for (const ArrivalRecorder::Arrival& arrival : midi_.arrivals) {
+            if (isNoteOn(arrival.message)) {
+                times.push_back(figures::seconds(arrival.when - begin));
+                break;
+            }
+        }
+        QCoreApplication::processEvents();
+    }
+
+    /// The note numbers that the last click let sound.
+    std::vector<int> sounded() const {
+        std::vector<int> notes;
+        for (const ArrivalRecorder::Arrival& arrival : midi_.arrivals) {
+            if (isNoteOn(arrival.message))
+                notes.push_back(static_cast<int>(arrival.message >> 8 & 0x7F));
+        }
+        return notes;
+    }
+
+    std::vector<double> times;
+
+private:
+    ImpatientRuntime runtime_;
+    ArrivalRecorder midi_;
+    NoMedia media_;
+    NoDialogs dialogs_;
+    NoFolders folders_;
+    NoHelp help_;
+    std::mt19937 engine_{1};
+    FunzioniMM funzioniMM_{runtime_, midi_, media_, dialogs_,
+                           [this] { return static_cast<float>(engine_() >> 8) * 0x1p-24F; }};
+    Services services_{runtime_, midi_, dialogs_, folders_, help_, funzioniMM_};
+    frmInto window_;
+};
+
+std::vector<double> notes() {
+    EarTrainingState state;
+    Bench bench(state);
+    bench.run([&bench] {
+        for (const char* name : {"lb_12", "lb_36", "lb_24", "IntoStart"})
+            bench.click(QLatin1String(name));
+        for (int i = 0; i < kAnswers; ++i)
+            bench.answer(QStringLiteral("lb_%1").arg(bench.sounded().back() - 36));
+        bench.click(QStringLiteral("IntoStart"));
+    });
+    return bench.times;
+}
+
+std::vector<double> intervals() {
+    EarTrainingState state;
+    state.intervalRequested = true;
+    Bench bench(state);
+    bench.run([&bench] {
+        bench.click(QStringLiteral("CmdIntStart"));
+        for (int i = 0; i < kAnswers; ++i)
+            bench.answer(QStringLiteral("LblSemi_%1").arg(bench.sounded().back() - 60));
+        bench.click(QStringLiteral("CmdIntStart"));
+    });
+    return bench.times;
+}
+
+std::vector<double> chords() {
+    EarTrainingState state;
+    state.chordRequested = true;
+    Bench bench(state);
+    bench.run([&bench] {
+        for (const char* name : {"lb_12", "lb_36", "ComdRacStart"})
+            bench.click(QLatin1String(name));
+        for (int i = 0; i < kAnswers; ++i) {
+            const std::vector<int> chord = bench.sounded();
+            const int middle = chord[chord.size() - 2] - chord[chord.size() - 3];
+            const int top = chord.back() - chord[chord.size() - 3];
+            const int type = top == 6 ? 2 : top == 8 ? 3 : middle == 3 ? 0 : 1;
+            bench.answer(QStringLiteral("TipoAcc_%1").arg(type));
+        }
+        bench.click(QStringLiteral("ComdRacStart"));
+    });
+    return bench.times;
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+    QApplication app(argc, argv);
+    figures::print("Answer to next note", notes(), 1e-3, "ms");
+    figures::print("Answer to next interval", intervals(), 1e-3, "ms");
+    figures::print("Answer to next chord", chords(), 1e-3, "ms");
+    return 0;
+}

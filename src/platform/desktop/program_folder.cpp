@@ -1,0 +1,70 @@
+#include "platform/desktop/program_folder.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+
+namespace program_folder {
+namespace {
+
+const QLatin1String kNoteFolder("/note");
+const QLatin1String kMelodyFolder("/Melodie");
+const QLatin1String kInstalledData("/../share/cantavista");
+
+/// Copies what is missing; a file that cannot be copied is met later as a missing file.
+void fillFrom(const QString& installed, const QString& own) {
+    if (!QDir().mkpath(own))
+        return;
+    QDirIterator files(installed, QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        const QString source = files.next();
+        const QString target = own + source.mid(installed.size());
+        if (QFile::exists(target) || !QDir().mkpath(QFileInfo(target).path()))
+            continue;
+        if (QFile::copy(source, target)) {
+            // What was installed may be read-only; the copy is the user's.
+            QFile(target).setPermissions(QFile(target).permissions() | QFileDevice::WriteOwner);
+        }
+    }
+}
+
+/// The melodies that came with the program: beside the executable, or installed.
+QString melodiesOfTheProgram() {
+    const QString executable = QCoreApplication::applicationDirPath();
+    const QString beside = executable + kMelodyFolder;
+    return QFileInfo(beside).isDir() ? beside : executable + kInstalledData + kMelodyFolder;
+}
+
+}  // namespace
+
+QString find() {
+    const QString named = qEnvironmentVariable("CANTAVISTA_HOME");
+    if (!named.isEmpty())
+        return QDir(named).absolutePath();
+
+    QString executable = QCoreApplication::applicationDirPath();
+    if (QFileInfo(executable + kNoteFolder).isDir())
+        return executable;
+
+    QString own = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    fillFrom(executable + kInstalledData + kNoteFolder, own + kNoteFolder);
+    return own;
+}
+
+void prepareMelodies(const QString& programFolder) {
+    const QString folder = programFolder + kMelodyFolder;
+    if (QFileInfo::exists(folder) || !QDir().mkpath(programFolder))
+        return;
+    const QTemporaryDir workshop(programFolder + QLatin1String("/Melodie-XXXXXX"));
+    if (!workshop.isValid())
+        return;
+    const QString made = workshop.filePath(QStringLiteral("Melodie"));
+    fillFrom(melodiesOfTheProgram(), made);
+    QDir().rename(made, folder);
+}
+
+}  // namespace program_folder

@@ -1,0 +1,165 @@
+#include "support/memory_folders.h"
+
+#include <QRegularExpression>
+
+#include <algorithm>
+
+namespace {
+
+const QChar kBackslash(u'\\');
+const QString kDriveA = QStringLiteral("A:");
+
+/// A path without "." and "..", and with a capital drive letter.
+QString keyOf(const QString& path) {
+    QStringList parts;
+    const QStringList names = QString(path).replace(u'/', kBackslash).split(kBackslash);
+    for (const QString& name : names) {
+        if (name == ".." && parts.size() > 1)
+            parts.removeLast();
+        else if (!name.isEmpty() && name != "." && name != "..")
+            parts << name;
+    }
+    if (!parts.isEmpty())
+        parts.front() = parts.front().toUpper();
+    return parts.join(kBackslash);
+}
+
+QString parentOf(const QString& key) {
+    return key.left(std::max<qsizetype>(key.lastIndexOf(kBackslash), 0));
+}
+
+QString nameOf(const QString& key) {
+    return key.mid(key.lastIndexOf(kBackslash) + 1);
+}
+
+FileError error(int number) {
+    return {number, QStringLiteral("Testo dell'errore %1 !!!").arg(number)};
+}
+
+}  // namespace
+
+MemoryFolders::MemoryFolders() {
+    folders_ << kDriveA << keyOf(programFolder());
+}
+
+void MemoryFolders::put(const QString& path, const QByteArray& bytes) {
+    const QString key = keyOf(path);
+    const QStringList parts = parentOf(key).split(kBackslash);
+    for (qsizetype i = 1; i <= parts.size(); ++i) {
+        const QString folder = parts.first(i).join(kBackslash);
+        if (!folders_.contains(folder))
+            folders_ << folder;
+    }
+    files_[key] = bytes;
+}
+
+QByteArray MemoryFolders::at(const QString& path) const {
+    const auto found = files_.find(keyOf(path));
+    return found == files_.end() ? QByteArray() : found->second;
+}
+
+void MemoryFolders::loseFolder(const QString& path) {
+    const QString key = keyOf(path);
+    const auto isLost = [&key](const QString& other) {
+        return other == key || other.startsWith(key + kBackslash);
+    };
+    folders_.removeIf(isLost);
+    std::erase_if(files_, [&isLost](const auto& file) { return isLost(file.first); });
+}
+
+bool MemoryFolders::fileExists(const QString& path) const {
+    return files_.count(keyOf(path)) > 0;
+}
+
+bool MemoryFolders::folderExists(const QString& path) const {
+    return folders_.contains(keyOf(path));
+}
+
+QStringList MemoryFolders::subFolders(const QString& folder) const {
+    if (!folderExists(folder))
+        return {};
+    QStringList names{QStringLiteral("."), QStringLiteral("..")};
+    for (const QString& other : folders_) {
+        if (parentOf(other) == keyOf(folder))
+            names << nameOf(other);
+    }
+    return names;
+}
+
+QStringList MemoryFolders::files(const QString& folder, const QString& pattern) const {
+    const QString key = keyOf(folder);
+    if (key == kDriveA && !hasDriveA)
+        return {};
+    const auto wanted = QRegularExpression::fromWildcard(pattern, Qt::CaseInsensitive);
+    QStringList names;
+    for (const auto& [file, bytes] : files_) {
+        if (parentOf(file) == key && wanted.match(nameOf(file)).hasMatch())
+            names << nameOf(file);
+    }
+    return names;
+}
+
+bool MemoryFolders::isInside(const QString& root, const QString& path) const {
+    return keyOf(path).startsWith(keyOf(root) + kBackslash);
+}
+
+Folders::Content MemoryFolders::readFile(const QString& path, qint64 atMost) const {
+    if (readFailure.failed())
+        return {readFailure, {}};
+    if (!fileExists(path))
+        return {error(file_error::kNotFound), {}};
+    return {{}, at(path).left(atMost)};
+}
+
+FileError MemoryFolders::checkParent(const QString& key) const {
+    if (key.startsWith(kDriveA) && !hasDriveA)
+        return error(file_error::kNotReady);
+    return folders_.contains(parentOf(key)) ? FileError{} : error(file_error::kPathNotFound);
+}
+
+FileError MemoryFolders::writeFile(const QString& path, const QByteArray& bytes) {
+    const QString key = keyOf(path);
+    if (const FileError failure = checkParent(key); failure.failed())
+        return failure;
+    if (folders_.contains(key))
+        return error(file_error::kNoAccess);
+    if (!writeFailure.failed())
+        files_[key] = bytes;
+    return writeFailure;
+}
+
+FileError MemoryFolders::renameFile(const QString& from, const QString& to) {
+    if (!fileExists(from))
+        return error(file_error::kNotFound);
+    if (fileExists(to) || folderExists(to))
+        return error(file_error::kAlreadyExists);
+    if (const FileError failure = writeFile(to, at(from)); failure.failed())
+        return failure;
+    return removeFile(from);
+}
+
+FileError MemoryFolders::removeFile(const QString& path) {
+    if (writeFailure.failed())
+        return writeFailure;
+    return files_.erase(keyOf(path)) > 0 ? FileError{} : error(file_error::kNotFound);
+}
+
+FileError MemoryFolders::createFolder(const QString& path) {
+    const QString key = keyOf(path);
+    if (const FileError failure = checkParent(key); failure.failed())
+        return failure;
+    if (fileExists(path) || folderExists(path))
+        return error(file_error::kAlreadyExists);
+    if (!writeFailure.failed())
+        folders_ << key;
+    return writeFailure;
+}
+
+FileError MemoryFolders::removeFolder(const QString& path) {
+    if (!folderExists(path))
+        return error(file_error::kPathNotFound);
+    if (subFolders(path).size() > 2 || !files(path, QStringLiteral("*")).isEmpty())
+        return error(file_error::kNoAccess);
+    folders_.removeAll(keyOf(path));
+    return {};
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/folders.h"
+
+#include <map>
+
+/// Files and folders in memory. Names differ in case; sub-folders are enumerated in the order in
+/// which they were made, after "." and "..", files by their code points. Links do not exist.
+class MemoryFolders : public Folders {
+public:
+    MemoryFolders();
+
+    bool hasDriveA = true;
+    FileError writeFailure;  ///< what every further write ends with, unless it is 0
+    FileError readFailure;   ///< the same for reading
+
+    /// Puts a file there, with the folders above it.
+    void put(const QString& path, const QByteArray& bytes = {});
+    /// What the file holds, or a null array if there is none.
+    QByteArray at(const QString& path) const;
+    /// Takes a folder away with everything in it, as another program would.
+    void loseFolder(const QString& path);
+
+    QString programFolder() const override { return QStringLiteral("C:\\Cantavista"); }
+    bool fileExists(const QString& path) const override;
+    QString nativePath(const QString& path) const override { return path; }
+    bool folderExists(const QString& path) const override;
+    QStringList subFolders(const QString& folder) const override;
+    QStringList files(const QString& folder, const QString& pattern) const override;
+    bool isInside(const QString& root, const QString& path) const override;
+    Content readFile(const QString& path, qint64 atMost) const override;
+    FileError writeFile(const QString& path, const QByteArray& bytes) override;
+    FileError renameFile(const QString& from, const QString& to) override;
+    FileError removeFile(const QString& path) override;
+    FileError createFolder(const QString& path) override;
+    FileError removeFolder(const QString& path) override;
+
+private:
+    FileError checkParent(const QString& key) const;
+
+    std::map<QString, QByteArray> files_;  ///< by their path without "." and ".."
+    QStringList folders_;
+};
