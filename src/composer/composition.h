@@ -10,6 +10,15 @@
 #include <QChar>
 #include <QString>
 
+/// The file that a melody was opened from or saved to last; without a name there is none.
+struct MelodySource {
+    QString name;
+    QString folder;
+    QString fileName;  ///< as it stands in the folder
+
+    bool operator==(const MelodySource&) const = default;
+};
+
 /// Everything that the composer works on. The window owns it; the editor changes it, the player
 /// reads it.
 struct Composition {
@@ -21,7 +30,8 @@ struct Composition {
     Melody melody;
     PlayRange range;
     Bookmarks bookmarks;
-    QString name;                         ///< as shown above the melody
+    QString name;  ///< as shown above the melody
+    MelodySource source;
     int tempo = kDefaultTempo;            ///< quarter notes per minute
     int instrument = kDefaultInstrument;  ///< General MIDI program
 

@@ -222,6 +222,7 @@ EditOutcome MelodyEditor::open(const MelodyFile& file) {
     composition_.range.coverAll(composition_.melody.EntryCount());
     composition_.bookmarks = Bookmarks(file.bookmarks);
     composition_.name = file.name;
+    composition_.source = file.source;
     composition_.instrument = std::clamp(file.instrument, 0, kHighestProgram);
     if (!damaged) {
         composition_.tempo =

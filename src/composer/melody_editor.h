@@ -27,6 +27,7 @@ struct MelodyFile {
     QString name;
     int tempo = Composition::kDefaultTempo;
     int instrument = Composition::kDefaultInstrument;
+    MelodySource source = {};
 };
 
 /// The operations that change a composition, each of which can be taken back. It makes no sound and

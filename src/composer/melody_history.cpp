@@ -13,8 +13,9 @@ void restoreIfChanged(Value& value, const Value& from, const Value& to) {
 }  // namespace
 
 EditState EditState::of(const Composition& composition) {
-    return {composition.range, composition.step.index, composition.bookmarks,      composition.name,
-            composition.tempo, composition.instrument, composition.settings.mode()};
+    return {composition.range,      composition.step.index,     composition.bookmarks,
+            composition.name,       composition.source,         composition.tempo,
+            composition.instrument, composition.settings.mode()};
 }
 
 void MelodyHistory::undo(Composition& composition) {
@@ -41,6 +42,7 @@ void MelodyHistory::restore(Composition& composition, Change& change, const Edit
     composition.range = to.range;
     composition.bookmarks = to.bookmarks;
     restoreIfChanged(composition.name, from.name, to.name);
+    restoreIfChanged(composition.source, from.source, to.source);
     restoreIfChanged(composition.tempo, from.tempo, to.tempo);
     restoreIfChanged(composition.instrument, from.instrument, to.instrument);
     if (from.mode != to.mode)

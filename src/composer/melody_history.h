@@ -11,6 +11,7 @@ struct EditState {
     std::int16_t stepIndex = 0;
     Bookmarks bookmarks;
     QString name;
+    MelodySource source;
     int tempo = 0;
     int instrument = 0;
     EntrySettings::Mode mode;

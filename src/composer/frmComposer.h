@@ -1,0 +1,135 @@
+#pragma once
+
+#include "composer/composer_menu.h"
+#include "composer/composition.h"
+#include "composer/computer_keys.h"
+#include "composer/melody_editor.h"
+#include "composer/playback.h"
+#include "composer/polling_runtime.h"
+#include "composer/range_arrows.h"
+#include "core/services.h"
+
+#include <QDialog>
+
+#include <memory>
+
+class QLineEdit;
+
+namespace Ui {
+class frmComposer;
+}
+
+/// The composer: the user writes a melody note by note, plays it and changes it.
+///
+/// The window wires the panels to the composition, its editor and its player; it decides nothing of
+/// theirs. While it is open, a loop in its activation lets events run and polls the keyboard; the
+/// player's and the arrows' loops nest in it and poll the keyboard as well.
+class frmComposer : public QDialog,
+                    private PlaybackView,
+                    private RangeView,
+                    private ComputerKeysListener {
+public:
+    frmComposer(const Services& services, QWidget* parent);
+    ~frmComposer() override;
+
+    void cmdSimbNote_Click(std::uint8_t index);
+    void cmdAttrNota_Click(std::uint8_t index);
+    void ckConsAtt_Click();
+    void lb_MouseDown(int index);
+    void lb_MouseUp(int index);
+    void lb_DblClick();
+    void lblActNote_DblClick();
+    void cmdInsNota_Click();
+    void cmdInsPausa_Click();
+    void cmdCanc_Click();
+    void cmdReset_Click();
+
+    void cmdPlay_Click();
+    void chekLoop_Click();
+    void lblStep_Click(StepMode::Direction direction);
+    void Slider1_Change();
+    void lblNt_DblClick();
+    void mnuPlayRitardo_Click();
+
+    void lblid_MouseDown(PlayRange::Arrow arrow);
+    void lblid_MouseUp();
+    void lblRange_Validate(QLineEdit& box);
+    void lblIDs_Click(int semitones);
+    void lblSemitoni_Click();
+
+    void cmdModifica_Click();
+    void cmdInsertNote_Click();
+    void cmdCancNota_Click();
+    void mnuAnnulla_Click();
+    void mnuRipeti_Click();
+
+    void chooseInstrument(int program);
+
+    /// Stops what plays, asks about unsaved changes, and closes.
+    void done(int result) override;
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    bool eventFilter(QObject* target, QEvent* event) override;
+
+private:
+    void Form_Activate();
+    ComposerMenu::Handlers menuHandlers();
+    void placeOnScreen();
+    void arrangeSide();
+    void orderTabs();
+    void connectPalette();
+    void connectPlayback();
+    void connectRange();
+    void connectEditFrame();
+    void connectStaff();
+
+    void pollKeys();
+    ComputerKeys::Focus keysFocus() const;
+    void silenceHands();
+
+    void take(const EditOutcome& outcome);
+    void takeTempoAndInstrument();
+    void showMelody();
+    void showRange() override;
+    void showActiveNote();
+    void showCurrentEntry();
+    void showStepIndex();
+    void showRestoredEntry();
+    void showEditFrame(bool on);
+    void showUndo();
+
+    void noteDown(pitch::NoteNumber note) override;
+    void noteUp(pitch::NoteNumber note) override;
+    void stepKeyDown(bool forward) override;
+    void semitoneKeyDown(bool upwards) override;
+    void semitoneKeyUp() override;
+
+    void showPlaying(bool playing) override;
+    void enableCanc(bool enabled) override;
+    void showEntryNumber(const QString& text) override;
+    void showEntryName(const QString& text) override;
+    void markKey(pitch::NoteIndex key, bool on) override;
+    void focusPlay() override;
+    void openEditFrame() override;
+    void hideEditFrame() override;
+    void showStepEntry(const StepEntry& entry) override;
+    void untickLoop() override;
+
+    Services services_;
+    std::unique_ptr<Ui::frmComposer> ui_;
+    Composition composition_;
+    MelodyEditor editor_;
+    ComputerKeys keys_;
+    PollingRuntime runtime_;
+    Playback playback_;
+    RangeArrows arrows_;
+    ComposerMenu menu_;
+
+    int shownNumber_ = 0;                            ///< of the entry in `lblNe`, 0 = none
+    pitch::NoteNumber semitoneNote_ = pitch::kRest;  ///< the one that an arrow key holds
+    bool typed_ = false;                             ///< a key of this pass was text or a shortcut
+    bool polling_ = false;
+    bool closed_ = false;
+};

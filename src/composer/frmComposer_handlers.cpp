@@ -1,0 +1,230 @@
+// What the window does when its controls are used.
+
+#include "composer/frmComposer.h"
+#include "core/funzioni_mm.h"
+#include "core/pitch.h"
+#include "platform/dialogs.h"
+#include "ui_entry_palette_panel.h"
+#include "ui_frmComposer.h"
+#include "ui_playback_panel.h"
+#include "ui_range_panel.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+constexpr int kMelodyChannel = 1;
+constexpr int kKeyVelocity = 90;
+
+}  // namespace
+
+void frmComposer::cmdSimbNote_Click(std::uint8_t index) {
+    ui_->palette->ui().cmdInsNota->setFocus();
+    composition_.settings.chooseSymbol(index);
+    ui_->palette->showSettings(composition_.settings);
+}
+
+void frmComposer::cmdAttrNota_Click(std::uint8_t index) {
+    composition_.settings.clickAttribute(index);
+    ui_->palette->showSettings(composition_.settings);
+}
+
+void frmComposer::ckConsAtt_Click() {
+    composition_.settings.setKeepsAttributes(ui_->palette->ui().ckConsAtt->isChecked());
+}
+
+void frmComposer::lb_MouseDown(int index) {
+    noteDown(pitch::noteNumberOf(static_cast<pitch::NoteIndex>(index)));
+}
+
+void frmComposer::lb_MouseUp(int index) {
+    noteUp(pitch::noteNumberOf(static_cast<pitch::NoteIndex>(index)));
+}
+
+void frmComposer::lb_DblClick() {
+    cmdInsNota_Click();
+    focusPlay();
+}
+
+void frmComposer::lblActNote_DblClick() {
+    keys_.piano().cycleOctave();
+}
+
+void frmComposer::cmdInsNota_Click() {
+    if (!pitch::isPlayable(composition_.activeNote))
+        return;
+    focusPlay();
+    take(editor_.insertNote());
+}
+
+void frmComposer::cmdInsPausa_Click() {
+    ui_->palette->showActiveNote(pitch::NoteName(pitch::kRest));
+    take(editor_.insertRest());
+}
+
+void frmComposer::cmdCanc_Click() {
+    if (composition_.melody.EntryCount() == 1) {
+        cmdReset_Click();
+        return;
+    }
+    ui_->palette->ui().cmdInsNota->setFocus();
+    take(editor_.deleteLast());
+}
+
+void frmComposer::cmdReset_Click() {
+    playback_.stop();
+    take(editor_.reset());
+    ui_->palette->ui().cmdInsNota->setFocus();
+}
+
+void frmComposer::cmdPlay_Click() {
+    playback_.clickPlay();
+}
+
+void frmComposer::chekLoop_Click() {
+    auto& playback = ui_->playback->ui();
+    playback_.player().setLoops(playback.chekLoop->isChecked());
+    focusPlay();
+}
+
+void frmComposer::lblStep_Click(StepMode::Direction direction) {
+    const QString message = playback_.step(direction);
+    showCurrentEntry();
+    if (message.isEmpty())
+        return;
+    silenceHands();
+    services_.dialogs.message(message);
+}
+
+/// The mouse leaves the focus where it was; only a user who went to the bar with Tab stays on it.
+void frmComposer::Slider1_Change() {
+    const QScrollBar& bar = *ui_->playback->ui().Slider1;
+    composition_.tempo = bar.value();
+    ui_->playback->showTempo(composition_.tempo);
+    if (!bar.hasFocus())
+        focusPlay();
+}
+
+void frmComposer::lblNt_DblClick() {
+    playback_.player().toggleKeepLastNumber();
+}
+
+void frmComposer::mnuPlayRitardo_Click() {
+    playback_.clickDelayedPlay();
+}
+
+/// Returns when the arrow was released.
+void frmComposer::lblid_MouseDown(PlayRange::Arrow arrow) {
+    arrows_.hold(arrow, *this);
+}
+
+void frmComposer::lblid_MouseUp() {
+    arrows_.release();
+    focusPlay();
+}
+
+void frmComposer::lblRange_Validate(QLineEdit& box) {
+    const bool start = &box == ui_->range->ui().lblNini;
+    box.setText(start ? editor_.validateStart(box.text()) : editor_.validateEnd(box.text()));
+    showCurrentEntry();
+}
+
+void frmComposer::lblIDs_Click(int semitones) {
+    editor_.changeTransposition(semitones);
+    ui_->range->showTransposition(composition_.transposition);
+}
+
+void frmComposer::lblSemitoni_Click() {
+    take(editor_.transpose());
+    focusPlay();
+}
+
+void frmComposer::cmdModifica_Click() {
+    const EditChoice choice = ui_->frmModifica->choice();
+    const EditOutcome outcome = editor_.modify(choice);
+    if (outcome.changed)
+        showStepIndex();
+    take(outcome);
+    if (outcome.changed)
+        playback_.playStepEntry();
+}
+
+void frmComposer::cmdInsertNote_Click() {
+    const EditOutcome outcome = editor_.insertAfter(ui_->frmModifica->choice());
+    if (outcome.changed)
+        showStepIndex();
+    take(outcome);
+}
+
+void frmComposer::cmdCancNota_Click() {
+    if (composition_.melody.EntryCount() == 1) {
+        cmdReset_Click();
+        return;
+    }
+    const EditOutcome outcome = editor_.deleteAtStep();
+    if (outcome.changed)
+        showStepIndex();
+    take(outcome);
+}
+
+void frmComposer::mnuAnnulla_Click() {
+    if (playback_.player().playing())
+        return;
+    editor_.undo();
+    takeTempoAndInstrument();
+    showMelody();
+    showRestoredEntry();
+}
+
+void frmComposer::mnuRipeti_Click() {
+    if (playback_.player().playing())
+        return;
+    editor_.redo();
+    takeTempoAndInstrument();
+    showMelody();
+    showRestoredEntry();
+}
+
+void frmComposer::chooseInstrument(int program) {
+    composition_.instrument = program;
+    services_.funzioniMM.chooseInstrument(program);
+    ui_->instrument->showProgram(program);
+}
+
+/// Sounds a note that a hand plays, and makes it the active one.
+void frmComposer::noteDown(pitch::NoteNumber note) {
+    markKey(pitch::noteIndexOf(note), true);
+    services_.funzioniMM.NoteOn(kMelodyChannel, note, kKeyVelocity);
+    if (editor_.chooseActiveNote(note))
+        showActiveNote();
+}
+
+void frmComposer::noteUp(pitch::NoteNumber note) {
+    services_.funzioniMM.NoteOff(kMelodyChannel, note);
+    markKey(pitch::noteIndexOf(note), false);
+}
+
+void frmComposer::stepKeyDown(bool forward) {
+    lblStep_Click(forward ? StepMode::Direction::Forward : StepMode::Direction::Backward);
+    ui_->palette->ui().cmdInsNota->setFocus();
+}
+
+/// Without an active note it begins at middle C.
+void frmComposer::semitoneKeyDown(bool upwards) {
+    int note = pitch::kMiddleC;
+    if (pitch::isPlayable(composition_.activeNote))
+        note = composition_.activeNote + (upwards ? 1 : -1);
+    semitoneNote_ = static_cast<pitch::NoteNumber>(
+        std::clamp<int>(note, pitch::kLowestNote, pitch::kHighestNote));
+    noteDown(semitoneNote_);
+}
+
+void frmComposer::semitoneKeyUp() {
+    noteUp(std::exchange(semitoneNote_, pitch::kRest));
+}
+
+/// Ends every note that a key of the computer holds, as before a box in which its release is lost.
+void frmComposer::silenceHands() {
+    keys_.releaseAll();
+}

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+
+class QWidget;
+
+/// Sizes of texts in the composer's panels, so that nothing moves when a text changes.
+namespace panel_text {
+
+void enlarge(QWidget& widget, double scale);
+
+/// Keeps room for a text, and for some pixels of frame beside it.
+void reserve(QWidget& widget, const QString& widest, int frame = 12);
+
+/// The widest name of a note.
+inline QString widestNoteName() {
+    return QStringLiteral("Sol#");
+}
+
+/// The widest number of an entry.
+inline QString widestEntryNumber() {
+    return QStringLiteral("32767");
+}
+
+}  // namespace panel_text

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QWidget>
+
+#include <memory>
+
+namespace Ui {
+class PlaybackPanel;
+}
+
+/// Play and stop, the loop, the step arrows with the entry that sounds, and the tempo.
+class PlaybackPanel : public QWidget {
+public:
+    explicit PlaybackPanel(QWidget* parent = nullptr);
+    ~PlaybackPanel() override;
+
+    Ui::PlaybackPanel& ui() { return *ui_; }
+
+    void showPlaying(bool playing);
+
+    /// Shows the tempo without telling anybody that it changed.
+    void showTempo(int tempo);
+
+private:
+    std::unique_ptr<Ui::PlaybackPanel> ui_;
+};

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/runtime.h"
+
+#include <QDateTime>
+
+#include <functional>
+#include <utility>
+
+/// A runtime that does something after each of its passes, whichever loop took it. A window that
+/// polls the keyboard hands it to its player and its arrows, so that keys are heard in their loops
+/// too.
+class PollingRuntime : public Runtime {
+public:
+    PollingRuntime(Runtime& runtime, std::function<void()> afterPass)
+        : runtime_(runtime), afterPass_(std::move(afterPass)) {}
+
+    void pump(Instant wakeBy) override {
+        runtime_.pump(wakeBy);
+        afterPass_();
+    }
+
+    Instant now() const override { return runtime_.now(); }
+    double secondsSinceMidnight() const override { return runtime_.secondsSinceMidnight(); }
+    QDateTime dateTime() const override { return runtime_.dateTime(); }
+    void blockUntil(Instant end) override { runtime_.blockUntil(end); }
+    bool held(KeyCode key) const override { return runtime_.held(key); }
+    void end() override { runtime_.end(); }
+    bool ending() const override { return runtime_.ending(); }
+
+private:
+    Runtime& runtime_;
+    std::function<void()> afterPass_;
+};
