@@ -1,0 +1,348 @@
+#include "composer/melody_library.h"
+
+#include "composer/floppy.h"
+#include "composer/melody_editor.h"
+#include "support/memory_folders.h"
+#include "support/test_world.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Lines = std::vector<std::string>;
+using Activated = MelodyLibrary::Activated;
+
+namespace {
+
+const QString kRoot = QStringLiteral("C:\\Cantavista\\Melodie\\");
+const QByteArray kMelody = "60;62;\r\n1;1;\r\nn;n;\r\n 90 \r\n 40 \r\n1 \xF7 2 \xF7 Tutto;\r\n";
+const QByteArray kDamaged = "60;62;\r\n1;\r\nn;n;\r\n 90 \r\n 7 \r\n";
+
+struct LibraryTest : testing::Test {
+    TestWorld world;
+    MemoryFolders folders;
+    Services services{world.runtime, world.midi, world.dialogs,
+                      folders,       world.help, world.funzioniMM};
+    Composition composition;
+    MelodyEditor editor{composition};
+    MelodyLibrary library{services, composition, editor};
+
+    void fill(std::initializer_list<const char*> paths) {
+        for (const char* path : paths)
+            folders.put(kRoot + path, kMelody);
+        library.fill();
+    }
+
+    Lines list() const {
+        Lines texts;
+        for (const LibraryEntry& entry : library.entries())
+            texts.push_back(entry.text().toStdString());
+        return texts;
+    }
+
+    Activated activate(const QString& text) {
+        const auto& entries = library.entries();
+        for (std::size_t i = 0; i < entries.size(); ++i) {
+            if (entries[i].text() == text)
+                return library.activate(static_cast<int>(i));
+        }
+        ADD_FAILURE() << text.toStdString() << " is not listed";
+        return Activated::Nothing;
+    }
+
+    Lines takeLines() { return std::exchange(world.dialogs.lines, {}); }
+
+    /// Makes the melody one of a single note, without a name.
+    void compose() {
+        composition.activeNote = 72;
+        editor.insertNote();
+    }
+};
+
+TEST_F(LibraryTest, foldersAreListedEnteredAndLeft) {
+    fill({"Zeta\\a.mel", "Alfa\\Interna\\b.mel", "Alfa\\c.mel", "zoo.mel", "Ètude.MEL", "alba.mel",
+          "Estate.v2.mel", "note.txt", "._alba.mel", ".mel"});
+    EXPECT_THAT(list(), ElementsAre("» Zeta", "» Alfa", "alba", "Estate.v2", "Ètude", "zoo"));
+    EXPECT_EQ(library.pathLabel(), "..\\Melodie\\");
+
+    EXPECT_EQ(activate("» Alfa"), Activated::Folder);
+    EXPECT_THAT(list(), ElementsAre("» ..", "» Interna", "c"));
+    activate("» Interna");
+    EXPECT_EQ(library.MelodyFolder(), kRoot + "Alfa\\Interna\\");
+    EXPECT_EQ(library.pathLabel(), "..\\Melodie\\Alfa\\Interna\\");
+    EXPECT_EQ(library.FolderDepth(), 2);
+    activate("» ..");
+    EXPECT_EQ(library.MelodyFolder(), kRoot + "Alfa\\");
+
+    activate("» Interna");
+    folders.loseFolder(kRoot + "Alfa");
+    library.fill();
+    EXPECT_EQ(library.MelodyFolder(), kRoot) << "a folder that is gone leaves no one stranded";
+    EXPECT_EQ(library.FolderDepth(), 0);
+    EXPECT_EQ(library.activate(-1), Activated::Nothing);
+    EXPECT_EQ(library.activate(99), Activated::Nothing);
+}
+
+TEST_F(LibraryTest, aMelodyIsOpenedWithItsInstrumentTempoAndBookmarks) {
+    fill({"Aria.MEL"});
+    world.openOutput();
+    EXPECT_EQ(activate("Aria"), Activated::Melody);
+    EXPECT_EQ(composition.melody.EntryCount(), 2);
+    EXPECT_EQ(composition.tempo, 90);
+    EXPECT_EQ(composition.name, "Aria");
+    EXPECT_EQ(composition.range.end(), 1);
+    EXPECT_EQ(composition.bookmarks.items().size(), 1);
+    EXPECT_EQ(library.CurrentMelodyName(), "Aria");
+    EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("program 40"));
+
+    compose();
+    EXPECT_TRUE(library.save(-1));
+    EXPECT_FALSE(editor.modified());
+    EXPECT_EQ(composition.name, "Salvato: Aria");
+    EXPECT_TRUE(folders.at(kRoot + "Aria.MEL").startsWith("60;62;72;\r\n"));
+    EXPECT_TRUE(
+        folders.at(kRoot + "Aria.MEL").endsWith("\r\n 90 \r\n 40 \r\n1 \xF7 3 \xF7 Tutto;\r\n"));
+    EXPECT_FALSE(folders.fileExists(kRoot + "Aria.mel"));
+    EXPECT_THAT(world.dialogs.lines, IsEmpty());
+}
+
+TEST_F(LibraryTest, aFileThatIsNoMelodyLeavesEverythingAndADamagedOneCanBeTakenBack) {
+    fill({"Aria.mel"});
+    folders.put(kRoot + "Rotta.mel", kDamaged);
+    folders.put(kRoot + "Vuota.mel", "");
+    library.fill();
+    activate("Aria");
+    const MelodyTexts aria = composition.melody.texts();
+    world.funzioniMM.chooseInstrument(12);
+    world.midi.take();
+
+    EXPECT_EQ(activate("Vuota"), Activated::Nothing);
+    folders.readFailure = {file_error::kDeviceFault, {}};
+    EXPECT_EQ(activate("Rotta"), Activated::Nothing);
+    folders.readFailure = {file_error::kNoAccess, "Negato !!!"};
+    EXPECT_EQ(activate("Rotta"), Activated::Nothing);
+    folders.readFailure = {};
+    EXPECT_THAT(takeLines(), ElementsAre("message: File corrotto !!!", "message: File corrotto !!!",
+                                         "message: Errore: 75\n\nNegato !!!"));
+    EXPECT_EQ(composition.melody.texts(), aria);
+    EXPECT_EQ(composition.name, "Aria");
+    EXPECT_EQ(library.CurrentMelodyName(), "Aria");
+    EXPECT_EQ(world.funzioniMM.currentInstrument(), 12);
+    EXPECT_THAT(world.midi.take(), IsEmpty());
+
+    EXPECT_EQ(activate("Rotta"), Activated::Damaged);
+    EXPECT_THAT(takeLines(), ElementsAre("message: File corrotto !!!"));
+    EXPECT_EQ(composition.melody.texts().durations, "1;");
+    EXPECT_EQ(composition.tempo, 90);
+    EXPECT_EQ(world.funzioniMM.currentInstrument(), 7);
+    editor.undo();
+    EXPECT_EQ(composition.melody.texts(), aria);
+    EXPECT_EQ(composition.instrument, 12) << "the one in use before";
+}
+
+TEST_F(LibraryTest, saveAsTakesAnyNameThatStaysInTheTree) {
+    struct Row {
+        const char* name;
+        bool alreadyThere;
+        bool replace;
+        const char* path;
+        Lines lines;
+    };
+    const std::string ask = "input: Nome melodia | Salva con nome | ";
+    const std::string there = "confirm: E' già presente una melodia dal nome: ";
+    const std::string replaceIt = "\nVuoi sostituirla ?";
+    const Row rows[] = {
+        {"", false, false, nullptr, {ask}},
+        {"Valzer n.1 - (prova)", false, false, "Valzer n.1 - (prova).mel", {ask}},
+        {"c'era", true, false, nullptr, {ask, there + "c'era" + replaceIt}},
+        {"c'era", true, true, "c'era.mel", {ask, there + "c'era" + replaceIt}},
+        {"Sotto\\x", false, false, "Sotto\\x.mel", {ask}},
+        {"Sotto\\..\\y", false, false, "y.mel", {ask}},
+        {"Perche\u0301", false, false, "Perch\u00E9.mel", {ask}},
+        {"..\\fuori", false, false, nullptr, {ask, "message: Nome non valido !!!"}},
+        {"Sotto\\..\\..\\x", false, false, nullptr, {ask, "message: Nome non valido !!!"}},
+        {"../fuori", false, false, nullptr, {ask, "message: Nome non valido !!!"}},
+        {"Sotto\\", false, false, nullptr, {ask, "message: Nome non valido !!!"}},
+        {"曲", false, false, nullptr, {ask, "message: Nome con carattere non consentito !!!"}},
+        {"a\nb", false, false, nullptr, {ask, "message: Nome con carattere non consentito !!!"}},
+        {"Manca\\x",
+         false,
+         false,
+         nullptr,
+         {ask, "message: Errore: 76\n\nTesto dell'errore 76 !!!"}},
+    };
+    compose();
+    for (const Row& row : rows) {
+        folders.loseFolder(kRoot.chopped(1));
+        folders.put(kRoot + "Sotto\\q.mel");
+        if (row.alreadyThere)
+            folders.put(kRoot + row.name + ".mel", "vecchia");
+        library.fill();
+        library.setCurrentMelodyName({});
+        world.dialogs.inputs = {row.name};
+        world.dialogs.confirmations = {row.replace};
+        EXPECT_EQ(library.save(-1), row.path != nullptr) << row.name;
+        EXPECT_EQ(takeLines(), row.lines) << row.name;
+        if (row.path) {
+            EXPECT_TRUE(folders.at(kRoot + row.path).startsWith("72;\r\n")) << row.name;
+        } else if (row.alreadyThere) {
+            EXPECT_EQ(folders.at(kRoot + row.name + ".mel"), "vecchia");
+        }
+    }
+    EXPECT_FALSE(folders.fileExists("C:\\Cantavista\\fuori.mel"));
+
+    world.dialogs.inputs = {{}};
+    library.saveAs(0);
+    EXPECT_THAT(takeLines(), ElementsAre(ask + "» Sotto"));
+    editor.reset();
+    EXPECT_FALSE(library.saveAs(0)) << "there is nothing to save";
+    EXPECT_THAT(takeLines(), IsEmpty());
+}
+
+TEST_F(LibraryTest, aSaveThatFailsIsReportedAndLosesNothing) {
+    fill({"Aria.mel"});
+    activate("Aria");
+    compose();
+    folders.writeFailure = {file_error::kDiskFull, "Disco pieno !!!"};
+    EXPECT_FALSE(library.save(-1));
+    EXPECT_THAT(takeLines(), ElementsAre("message: Errore: 61\n\nDisco pieno !!!"));
+    EXPECT_TRUE(editor.modified());
+    EXPECT_EQ(composition.name, "Aria");
+    EXPECT_EQ(folders.at(kRoot + "Aria.mel"), kMelody);
+    folders.writeFailure = {file_error::kBadName, {}};
+    EXPECT_FALSE(library.save(-1));
+    EXPECT_THAT(takeLines(), ElementsAre("message: Nome non valido !!!"));
+
+    folders.writeFailure = {};
+    editor.setBookmarks({"1 ÷ 3 ÷ 曲"});
+    EXPECT_FALSE(library.save(-1));
+    EXPECT_THAT(takeLines(),
+                ElementsAre("message: Il file non può contenere il carattere \"曲\" !!!"));
+}
+
+TEST_F(LibraryTest, renamingAndNewFoldersKeepToTheirCharacters) {
+    fill({"Aria.mel", "Altra.mel", "Sotto\\q.mel"});
+    struct Row {
+        const char* name;
+        Lines afterRename;
+        Lines afterCreate;
+    };
+    const std::string invalid = "message: Nome non valido !!!";
+    const std::string invalidFolder = "message: Nome cartella non valido !!!";
+    const Row rows[] = {
+        {"", {}, {}},
+        {"a-b", {invalid}, {invalidFolder}},
+        {"..\\x", {invalid}, {invalidFolder}},
+        {"a.b", {invalid}, {invalidFolder}},
+        {"<§>", {invalid}, {invalidFolder}},
+        {"曲",
+         {"message: Nome con carattere non consentito !!!"},
+         {"message: Nome con carattere non consentito !!!"}},
+        {"Altra", {"message: E' già presente una melodia dal nome: Altra"}, {}},
+        {"Sotto", {}, {"message: Errore: 58\n\nTesto dell'errore 58 !!!"}},
+    };
+    for (const Row& row : rows) {
+        fill({"Aria.mel"});
+        activate("Aria");
+        world.dialogs.inputs = {row.name, row.name};
+        library.rename(library.rowOf("Aria"));
+        Lines lines = takeLines();
+        EXPECT_EQ(lines.front(), "input: Rinominare | Rinomina melodia | Aria");
+        EXPECT_EQ(Lines(lines.begin() + 1, lines.end()), row.afterRename) << row.name;
+        library.createFolder();
+        lines = takeLines();
+        EXPECT_EQ(lines.front(), "input: Nome cartella | Nome Cartella | ");
+        EXPECT_EQ(Lines(lines.begin() + 1, lines.end()), row.afterCreate) << row.name;
+    }
+    EXPECT_EQ(library.CurrentMelodyName(), "Sotto") << "the open melody goes by its new name";
+    EXPECT_THAT(list(), ElementsAre("» Sotto", "» Altra", "Altra", "Sotto"));
+    EXPECT_FALSE(library.rename(0)) << "folders keep their names";
+    EXPECT_THAT(takeLines(), IsEmpty());
+}
+
+TEST_F(LibraryTest, onlyEmptyFoldersAreDeleted) {
+    fill({"Piena\\q.mel", "Cupa\\Interna\\q.mel", "Estranea\\x.txt", "Aria.mel"});
+    folders.createFolder(kRoot + "Vuota");
+    library.fill();
+    world.dialogs.confirmations = {true, true, false, true};
+    for (int row = 0; row < 3; ++row)
+        EXPECT_FALSE(library.remove(row)) << row;
+    const std::string impossible = "message: Impossibile eliminare la cartella !!!";
+    EXPECT_THAT(takeLines(), ElementsAre(impossible, impossible,
+                                         "confirm: Eliminare la cartella: Estranea ?", impossible));
+    EXPECT_TRUE(library.remove(3));
+    EXPECT_FALSE(library.remove(3)) << "the answer was no";
+    EXPECT_TRUE(library.remove(3));
+    EXPECT_THAT(takeLines(), ElementsAre("confirm: Eliminare la cartella: Vuota ?",
+                                         "confirm: Eliminare il file: Aria ?",
+                                         "confirm: Eliminare il file: Aria ?"));
+    EXPECT_FALSE(library.remove(-1));
+    activate("» Piena");
+    EXPECT_FALSE(library.remove(0)) << "the parent entry";
+    EXPECT_THAT(list(), ElementsAre("» ..", "q"));
+    EXPECT_THAT(world.dialogs.lines, IsEmpty());
+}
+
+struct FloppyTest : LibraryTest {
+    std::string pointer;
+    Floppy floppy{services, composition, library,
+                  [this](bool busy) { pointer += busy ? 'B' : 'N'; }};
+};
+
+TEST_F(FloppyTest, theMelodyIsSavedUnderItsNameAndFailuresHaveTheirWords) {
+    floppy.save();
+    EXPECT_EQ(pointer, "") << "there is nothing to save";
+    compose();
+    world.dialogs.inputs = {{}, "..\\x", "Mia"};
+    world.dialogs.duringMessage = [this] { pointer += '!'; };
+    floppy.save();
+    floppy.save();
+    EXPECT_EQ(library.CurrentMelodyName(), "");
+    floppy.save();
+    floppy.save();
+    const std::string ask = "input: Nome melodia | Nome File | ";
+    const std::string saved = "message: Salvato: Mia.mel\nsu dischetto";
+    EXPECT_THAT(takeLines(),
+                ElementsAre(ask, ask, "message: Nome non valido !!!", ask, saved, saved));
+    EXPECT_EQ(pointer, "!BN!BN!") << "the pointer is normal again before the box";
+    EXPECT_EQ(library.CurrentMelodyName(), "Mia");
+    EXPECT_TRUE(folders.at("a:\\Mia.mel").startsWith("72;\r\n"));
+
+    for (const int number : {61, 71, 70}) {
+        folders.writeFailure = {number, "Protetto !!!"};
+        floppy.save();
+    }
+    folders.writeFailure = {};
+    folders.hasDriveA = false;
+    floppy.save();
+    const std::string notReady =
+        "message: Errore: 71\n\nDischetto non inserito o non inserito correttamente !!!";
+    EXPECT_THAT(takeLines(), ElementsAre("message: Errore: 61\n\nDischetto pieno !!!", notReady,
+                                         "message: Errore: 70\n\nProtetto !!!", notReady));
+}
+
+TEST_F(FloppyTest, selectedMelodiesAreCopiedWithoutAsking) {
+    fill({"due.mel"});
+    for (const char* name : {"due.mel", "quattro.mel", "TRE.MEL", "uno.mel"})
+        folders.put(QStringLiteral("A:\\") + name, name);
+    folders.put("A:\\Cartella\\cinque.mel");
+    floppy.list();
+    ASSERT_EQ(floppy.melodies().size(), 4U);
+    EXPECT_EQ(floppy.copy({}), 0);
+    EXPECT_EQ(pointer, "");
+    EXPECT_EQ(floppy.copy({3, 0, 1}), 3);
+    EXPECT_EQ(pointer, "BN");
+    EXPECT_THAT(list(), ElementsAre("due", "TRE", "uno"));
+    EXPECT_EQ(folders.at(kRoot + "due.mel"), "due.mel");
+
+    folders.writeFailure = {file_error::kDiskFull, {}};
+    EXPECT_EQ(floppy.copy({2}), 0);
+    folders.hasDriveA = false;
+    floppy.list();
+    EXPECT_THAT(floppy.melodies(), IsEmpty());
+    EXPECT_EQ(pointer, "BNBN");
+    EXPECT_THAT(world.dialogs.lines, IsEmpty());
+}
+
+}  // namespace
