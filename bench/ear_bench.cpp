@@ -169,6 +169,7 @@ std::vector<double> chords() {
 }  // namespace
 
 int main(int argc, char* argv[]) {
+    QtRuntime::chooseEventQueue();
     QApplication app(argc, argv);
     figures::print("Answer to next note", notes(), 1e-3, "ms");
     figures::print("Answer to next interval", intervals(), 1e-3, "ms");

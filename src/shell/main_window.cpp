@@ -3,6 +3,7 @@
 #include "composer/frmComposer.h"
 #include "core/funzioni_mm.h"
 #include "core/instruments.h"
+#include "eartraining/frmInto.h"
 #include "metronome/frmMetro.h"
 #include "platform/folders.h"
 #include "platform/help_viewer.h"
@@ -49,14 +50,17 @@ void MainWindow::connectMenu() {
          {ui_->Sep3, ui_->step4, ui_->SeparatoreN, ui_->step5, ui_->Step6, ui_->Separatore30,
           ui_->Separatore1, ui_->Separatore2, ui_->Separatore3})
         separator->setSeparator(true);
-    for (QAction* withoutWindow : {ui_->Intonazione, ui_->mnuRint, ui_->mnuRac, ui_->mnuPromemoria})
-        withoutWindow->setEnabled(false);
+    // Its window is yet to come.
+    ui_->mnuPromemoria->setEnabled(false);
 
     const auto on = [this](QAction* item, void (MainWindow::*handler)()) {
         connect(item, &QAction::triggered, this, handler);
     };
     on(ui_->Esci, &MainWindow::Esci_Click);
     on(ui_->mnuLettura, &MainWindow::mnuLettura_Click);
+    on(ui_->Intonazione, &MainWindow::Intonazione_Click);
+    on(ui_->mnuRint, &MainWindow::mnuRint_Click);
+    on(ui_->mnuRac, &MainWindow::mnuRac_Click);
     on(ui_->mnuComposer, &MainWindow::mnuComposer_Click);
     on(ui_->mnuMetro, &MainWindow::mnuMetro_Click);
     on(ui_->mnuMidiTest, &MainWindow::mnuMidiTest_Click);
@@ -110,6 +114,26 @@ void MainWindow::Esci_Click() {
 
 void MainWindow::mnuLettura_Click() {
     drill_->focusStart();
+}
+
+void MainWindow::Intonazione_Click() {
+    showEarTraining(EarExercise::Pitch);
+}
+
+void MainWindow::mnuRint_Click() {
+    earTraining_.intervalRequested = true;
+    showEarTraining(EarExercise::Interval);
+}
+
+void MainWindow::mnuRac_Click() {
+    earTraining_.chordRequested = true;
+    showEarTraining(EarExercise::Chord);
+}
+
+void MainWindow::showEarTraining(EarExercise exercise) {
+    earTraining_.exercise = exercise;
+    frmInto(services_, earTraining_, this).exec();
+    showStatus();
 }
 
 void MainWindow::mnuComposer_Click() {
@@ -183,6 +207,8 @@ void MainWindow::enableStartUpControls(bool on) {
     if (!on)
         ui_->centre->setFocus();
     drill_->enableStart(on);
+    for (QAction* item : {ui_->Intonazione, ui_->mnuRint})
+        item->setEnabled(on);
     ui_->cmdEsci->setEnabled(on);
 }
 

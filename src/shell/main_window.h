@@ -2,6 +2,7 @@
 
 #include "core/pitch.h"
 #include "core/services.h"
+#include "eartraining/ear_training_state.h"
 #include "metronome/metronome.h"
 #include "metronome/metronome_host.h"
 #include "metronome/metronome_state.h"
@@ -32,6 +33,9 @@ public:
 
     void Esci_Click();
     void mnuLettura_Click();
+    void Intonazione_Click();
+    void mnuRint_Click();
+    void mnuRac_Click();
     void mnuComposer_Click();
     void mnuMetro_Click();
     void mnuMidiTest_Click();
@@ -54,6 +58,7 @@ private:
     void Form_Load();
     void Form_Activate();
     void connectMenu();
+    void showEarTraining(EarExercise exercise);
     void showStatus();
 
     void enableStartUpControls(bool on) override;
@@ -67,6 +72,7 @@ private:
     std::unique_ptr<Ui::MainWindow> ui_;
     ReadingSession reading_;
     std::unique_ptr<ReadingDrill> drill_;
+    EarTrainingState earTraining_;
     MetronomeState metronomeState_;
     Metronome metronome_;
     frmMetro* metronomeFrame_;

@@ -1,0 +1,108 @@
+#include "eartraining/chord_panel.h"
+
+#include "eartraining/chord_exercise.h"
+#include "eartraining/colour_button.h"
+#include "eartraining/mode_button.h"
+#include "ui_chord_panel.h"
+
+namespace {
+
+using chord_types::kCount;
+
+constexpr double kTypeTextScale = 1.5;
+constexpr double kTypeLines = 2.2;
+constexpr double kMarkerLines = 1.2;
+
+/// The types in words, for screen readers.
+constexpr std::array<const char*, kCount> kSpoken{"minore", "maggiore", "diminuito", "eccedente"};
+
+}  // namespace
+
+ChordPanel::ChordPanel(QWidget* parent)
+    : QGroupBox(parent), ui_(std::make_unique<Ui::ChordPanel>()) {
+    ui_->setupUi(this);
+    buildTypes();
+    QSizePolicy policy = ui_->ComdRacStart->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    ui_->ComdRacStart->setSizePolicy(policy);
+    styleModeButtons(*ui_->lblModoVt, *ui_->lblVt);
+}
+
+ChordPanel::~ChordPanel() = default;
+
+void ChordPanel::buildTypes() {
+    for (int i = 0; i < kCount; ++i) {
+        const auto place = static_cast<std::size_t>(i);
+        auto* type = new ColourButton(this);
+        type->setObjectName(QStringLiteral("TipoAcc_%1").arg(i));
+        type->setText(QLatin1String(chord_types::kTypes[place].name));
+        type->setAccessibleName(QStringLiteral("Accordo ") + QLatin1String(kSpoken[place]));
+        type->setLines(kTypeLines);
+        type->setColours(ear_colours::kConsonant, ear_colours::kConsonantText);
+        QFont font = type->font();
+        font.setPointSizeF(font.pointSizeF() * kTypeTextScale);
+        font.setBold(true);
+        type->setFont(font);
+        ui_->answers->addWidget(type, 0, i);
+        types_[place] = type;
+    }
+    for (int i = 0; i < kCount; ++i) {
+        auto* marker = new ColourButton(this);
+        marker->setObjectName(QStringLiteral("EsclTa_%1").arg(i));
+        marker->setLines(kMarkerLines);
+        marker->setToolTip(QStringLiteral("Accordo disponibile"));
+        ui_->answers->addWidget(marker, 1, i);
+        markers_[static_cast<std::size_t>(i)] = marker;
+    }
+}
+
+void ChordPanel::attach(ChordExercise& exercise) {
+    exercise_ = &exercise;
+    connect(ui_->ComdRacStart, &QPushButton::clicked, this, [this] { exercise_->startOrStop(); });
+    connect(ui_->cmdRes, &QPushButton::clicked, this, [this] { exercise_->resetRange(); });
+    for (QToolButton* label : {ui_->lblModoVt, ui_->lblVt})
+        connect(label, &QToolButton::clicked, this, &ChordPanel::lblVt_Click);
+    for (int i = 0; i < kCount; ++i) {
+        const auto place = static_cast<std::size_t>(i);
+        connect(types_[place], &ColourButton::clicked, this,
+                [this, i] { exercise_->typeClicked(i); });
+        connect(markers_[place], &ColourButton::clicked, this, [this, i] { EsclTa_Click(i); });
+        showAvailability(i);
+    }
+    showMode();
+}
+
+void ChordPanel::EsclTa_Click(int type) {
+    const auto place = static_cast<std::size_t>(type);
+    if (!chord_types::kTypes[place].excludable)
+        return;
+    exercise_->toggleAvailable(type);
+    markers_[place]->setToolTip(exercise_->available(type)
+                                    ? QStringLiteral("Tipo accordo disponibile")
+                                    : QStringLiteral("Tipo accordo escluso"));
+    showAvailability(type);
+}
+
+void ChordPanel::lblVt_Click() {
+    exercise_->toggleKeys();
+    showMode();
+}
+
+void ChordPanel::showMode() {
+    const bool shows = exercise_->showsKeys();
+    ui_->lblVt->setText(shows ? QStringLiteral("VT") : QStringLiteral("NT"));
+    ui_->lblVt->setToolTip(shows ? QStringLiteral("Mostra tasti suonati")
+                                 : QStringLiteral("Nascondi tasti suonati"));
+    ui_->lblVt->setAccessibleName(QStringLiteral("Modo: %1").arg(ui_->lblVt->toolTip()));
+}
+
+void ChordPanel::showAvailability(int type) {
+    const auto place = static_cast<std::size_t>(type);
+    const bool available = exercise_->available(type);
+    ColourButton& marker = *markers_[place];
+    marker.setColours(available ? ear_colours::kAvailable : ear_colours::kExcluded,
+                      available ? ear_colours::kAvailableMark : ear_colours::kExcludedMark);
+    marker.setMark(available ? Mark::Tick : Mark::Cross);
+    marker.setAccessibleName(types_[place]->accessibleName() + QStringLiteral(": ") +
+                             marker.toolTip());
+}

@@ -1,0 +1,240 @@
+#include "eartraining/frmInto.h"
+
+#include "core/instruments.h"
+#include "core/services.h"
+#include "eartraining/announcement.h"
+#include "eartraining/ear_training_state.h"
+#include "eartraining/middle_c_patch.h"
+#include "ui_chord_panel.h"
+#include "ui_frmInto.h"
+#include "ui_interval_panel.h"
+#include "ui_pitch_panel.h"
+
+#include <QGuiApplication>
+#include <QMenu>
+#include <QMenuBar>
+
+namespace {
+
+constexpr double kPromptTextScale = 1.5;
+constexpr int kPromptAccent = 22;  ///< the share of the accent in the prompt's ground, in percent
+
+constexpr int kMiddleC = pitch::noteIndexOf(pitch::kMiddleC);
+
+int mixed(int ground, int accent) {
+    return ((100 - kPromptAccent) * ground + kPromptAccent * accent) / 100;
+}
+
+void stylePrompt(QLabel& prompt) {
+    QFont font = prompt.font();
+    font.setPointSizeF(font.pointSizeF() * kPromptTextScale);
+    prompt.setFont(font);
+    QPalette palette = prompt.palette();
+    const QColor ground = palette.color(QPalette::Window);
+    const QColor accent = palette.color(QPalette::Highlight);
+    palette.setColor(QPalette::Window, QColor(mixed(ground.red(), accent.red()),
+                                              mixed(ground.green(), accent.green()),
+                                              mixed(ground.blue(), accent.blue())));
+    prompt.setPalette(palette);
+}
+
+void addItem(QMenu& menu, const char* name, const QString& text, std::function<void()> handler) {
+    QAction* item = menu.addAction(text);
+    item->setObjectName(QLatin1String(name));
+    QObject::connect(item, &QAction::triggered, &menu, std::move(handler));
+}
+
+}  // namespace
+
+frmInto::frmInto(const Services& services, EarTrainingState& state, QWidget* parent)
+    : QDialog(parent),
+      ui_(std::make_unique<Ui::frmInto>()),
+      ear_(services.runtime, services.funzioniMM, services.dialogs, state) {
+    ui_->setupUi(this);
+    stylePrompt(*ui_->lblStep);
+    QSizePolicy keepsItsPlace = ui_->cmdEsci->sizePolicy();
+    keepsItsPlace.setRetainSizeWhenHidden(true);
+    ui_->cmdEsci->setSizePolicy(keepsItsPlace);
+    ui_->keyboard->showRangeMarks(true);
+    ui_->frmRacc->setMinimumHeight(ui_->FrmIntervalli->sizeHint().height());
+    ui_->pitchPanel->attach(ear_.pitch());
+    ui_->FrmIntervalli->attach(ear_.interval());
+    ui_->frmRacc->attach(ear_.chord());
+    ui_->Fr1->attach(services.funzioniMM);
+    buildMenus();
+    connectControls();
+    showContext(state.exercise);
+    ear_.load(*this);
+    ui_->keyboard->setFocus();
+}
+
+frmInto::~frmInto() = default;
+
+void frmInto::buildMenus() {
+    auto* bar = new QMenuBar(this);
+    layout()->setMenuBar(bar);
+    exercises_ = bar->addMenu(QStringLiteral("Esercizio"));
+    exercises_->setObjectName(QStringLiteral("Esercizio"));
+    addItem(*exercises_, "mnuNota", QStringLiteral("Riconoscimento altezza nota"),
+            [this] { mnuNota_Click(); });
+    addItem(*exercises_, "mnuRint", QStringLiteral("Riconoscimento intervallo"),
+            [this] { mnuRint_Click(); });
+    addItem(*exercises_, "mnuRicTa", QStringLiteral("Riconoscimento tipo accordo"),
+            [this] { mnuRicTa_Click(); });
+    QMenu* instrument = bar->addMenu(QStringLiteral("Strumento"));
+    instrument->setObjectName(QStringLiteral("strumento"));
+    addItem(*instrument, "mnuPiano", QStringLiteral("Pianoforte"),
+            [this] { ui_->Fr1->choose(instruments::kPianoforte); });
+    addItem(*instrument, "mnuOrgano", QStringLiteral("Organo"),
+            [this] { ui_->Fr1->choose(instruments::kOrgano); });
+    addItem(*instrument, "mnuSs", QStringLiteral("Scegli strumento ..."),
+            [this] { ui_->Fr1->mnuSs_Click(); });
+}
+
+void frmInto::connectControls() {
+    const auto cycleOctave = [this] { ear_.pianoKeys().cycleOctave(); };
+    PianoKeyboard& keyboard = *ui_->keyboard;
+    keyboard.onKeyDown([&keyboard](int key) { keyboard.setMarked(key, true); });
+    keyboard.onKeyUp([&keyboard](int key) { keyboard.setMarked(key, false); });
+    keyboard.onKeyClick([this](int key) { ear_.keyClicked(static_cast<pitch::NoteIndex>(key)); });
+    // With the mouse only the blue square of middle C can be double-clicked, with Enter its key.
+    keyboard.onKeyDoubleClick([cycleOctave](int key) {
+        if (key == kMiddleC && QGuiApplication::mouseButtons() == Qt::NoButton)
+            cycleOctave();
+    });
+    new MiddleCPatch(keyboard, cycleOctave);
+    ui_->score->onPercentageDoubleClick(cycleOctave);
+    connect(ui_->cmdEsci, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+void frmInto::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    if (!activated_)
+        QMetaObject::invokeMethod(
+            this, [this] { Form_Activate(); }, Qt::QueuedConnection);
+}
+
+void frmInto::Form_Activate() {
+    if (activated_)
+        return;
+    activated_ = true;
+    ear_.activate();
+}
+
+void frmInto::done(int result) {
+    if (ear_.unload())
+        QDialog::done(result);
+}
+
+void frmInto::mnuNota_Click() {
+    showContext(EarExercise::Pitch);
+    ear_.choosePitch();
+}
+
+void frmInto::mnuRint_Click() {
+    showContext(EarExercise::Interval);
+    ear_.chooseInterval();
+}
+
+void frmInto::mnuRicTa_Click() {
+    showContext(EarExercise::Chord);
+    ear_.chooseChord();
+}
+
+/// The exercise's number, for what will be told of it elsewhere, as a help topic.
+void frmInto::showContext(EarExercise exercise) {
+    setProperty("contextNumber", static_cast<int>(exercise));
+}
+
+QWidget& frmInto::widgetOf(EarControl control) {
+    switch (control) {
+        case EarControl::cmdEsci:
+            return *ui_->cmdEsci;
+        case EarControl::cmdReimposta:
+            return *ui_->pitchPanel->ui().cmdReimposta;
+        case EarControl::IntoStart:
+            return *ui_->pitchPanel->ui().IntoStart;
+        case EarControl::FrmIntervalli:
+            return *ui_->FrmIntervalli;
+        case EarControl::frmRacc:
+            return *ui_->frmRacc;
+        case EarControl::ComdRacStart:
+            return *ui_->frmRacc->ui().ComdRacStart;
+        case EarControl::cmdRes:
+            break;
+    }
+    return *ui_->frmRacc->ui().cmdRes;
+}
+
+QPushButton& frmInto::startButtonOf(EarExercise exercise) {
+    switch (exercise) {
+        case EarExercise::Pitch:
+            return *ui_->pitchPanel->ui().IntoStart;
+        case EarExercise::Interval:
+            return *ui_->FrmIntervalli->ui().CmdIntStart;
+        case EarExercise::Chord:
+            break;
+    }
+    return *ui_->frmRacc->ui().ComdRacStart;
+}
+
+void frmInto::showPrompt(EarPrompt prompt) {
+    ui_->lblStep->setText(textOf(prompt));
+    announce(*ui_->lblStep);
+}
+
+void frmInto::showScore(const Score& score) {
+    ui_->score->show(score);
+}
+
+void frmInto::announceVerdict(const Score& score) {
+    ui_->score->announceVerdict(score);
+}
+
+void frmInto::showKey(pitch::NoteIndex key, bool pressed) {
+    ui_->keyboard->setMarked(key, pressed);
+}
+
+void frmInto::showRangeMark(pitch::NoteIndex key, bool on) {
+    ui_->keyboard->setRangeMark(key, on);
+}
+
+void frmInto::clearRangeMarks() {
+    for (int key = 0; key < PianoKeyboard::kKeys; ++key)
+        ui_->keyboard->setRangeMark(key, false);
+}
+
+void frmInto::showControl(EarControl control, bool on) {
+    // A frame that comes takes the place of the panel; side by side they would stretch the window.
+    if (on && (control == EarControl::FrmIntervalli || control == EarControl::frmRacc))
+        ui_->pitchPanel->hide();
+    widgetOf(control).setVisible(on);
+    arrangePitchPanel();
+}
+
+/// The controls of the pitch exercise make room for the other exercises, unless one of them is
+/// asked for there too. Alone, they are as high as the others, so that the keyboard stays in place.
+void frmInto::arrangePitchPanel() {
+    const bool intervals = !ui_->FrmIntervalli->isHidden();
+    ui_->pitchPanel->setVisible(ui_->frmRacc->isHidden() &&
+                                (!intervals || ui_->pitchPanel->hasButtons()));
+    ui_->pitchPanel->setMinimumHeight(intervals ? 0 : ui_->FrmIntervalli->sizeHint().height());
+}
+
+void frmInto::focusIntoStart() {
+    ui_->pitchPanel->ui().IntoStart->setFocus();
+}
+
+void frmInto::enableExerciseMenu(bool on) {
+    exercises_->setEnabled(on);
+}
+
+void frmInto::showRunning(EarExercise exercise, bool running) {
+    QPushButton& button = startButtonOf(exercise);
+    button.setText(running ? QStringLiteral("Stop") : QStringLiteral("Start"));
+    const QPalette source =
+        running ? ui_->lblStep->palette() : ui_->pitchPanel->ui().Label6->palette();
+    QPalette palette = button.palette();
+    palette.setColor(QPalette::Button, source.color(running ? QPalette::Window : QPalette::Button));
+    button.setPalette(palette);
+}

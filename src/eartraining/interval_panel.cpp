@@ -1,0 +1,167 @@
+#include "eartraining/interval_panel.h"
+
+#include "eartraining/colour_button.h"
+#include "eartraining/double_click.h"
+#include "eartraining/interval_chart.h"
+#include "eartraining/interval_exercise.h"
+#include "eartraining/mode_button.h"
+#include "ui_interval_panel.h"
+
+namespace {
+
+using namespace interval_chart;
+
+/// The chart's rows and columns; the first column holds the rows' titles.
+constexpr int kAboveRow = 0;
+constexpr int kButtonRow = 1;
+constexpr int kBelowRow = 2;
+constexpr int kMarkerRow = 3;
+
+constexpr double kSemitonesTextScale = 1.25;
+constexpr double kSemitonesLines = 2;
+constexpr double kMarkerLines = 1.2;
+
+int columnOf(int semitones) {
+    return semitones + 1;
+}
+
+QString semitonesInWords(int semitones) {
+    return semitones == 1 ? QStringLiteral("1 semitono")
+                          : QStringLiteral("%1 semitoni").arg(semitones);
+}
+
+struct ModeText {
+    const char* caption;
+    const char* toolTip;
+};
+
+constexpr std::array<ModeText, 3> kModes{{
+    {":", "Suona intervallo armonico"},
+    {"/", "Suona intervallo melodico"},
+    {"/ :", "Suona intervallo melodico e armonico"},
+}};
+
+/// Consonances stand upright and bold, dissonances slanted, for those who do not see the colours.
+void styleName(QLabel& label, bool consonant) {
+    QFont font = label.font();
+    font.setBold(consonant);
+    font.setItalic(!consonant);
+    label.setFont(font);
+    QPalette palette = label.palette();
+    palette.setColor(QPalette::Window, QColor::fromRgb(consonant ? ear_colours::kConsonant
+                                                                 : ear_colours::kDissonant));
+    palette.setColor(
+        QPalette::WindowText,
+        QColor::fromRgb(consonant ? ear_colours::kConsonantText : ear_colours::kDissonantText));
+    label.setPalette(palette);
+    label.setAutoFillBackground(true);
+    label.setAlignment(Qt::AlignCenter);
+    label.setContentsMargins(6, 4, 6, 4);
+    label.setAccessibleDescription(consonant ? QStringLiteral("consonante")
+                                             : QStringLiteral("dissonante"));
+}
+
+}  // namespace
+
+IntervalPanel::IntervalPanel(QWidget* parent)
+    : QGroupBox(parent), ui_(std::make_unique<Ui::IntervalPanel>()) {
+    ui_->setupUi(this);
+    for (int i = 0; i < kIntervals; ++i)
+        ui_->chart->setColumnStretch(columnOf(i), 1);
+    buildNames();
+    buildButtons();
+    styleName(*ui_->consonances, true);
+    styleName(*ui_->dissonances, false);
+    styleModeButtons(*ui_->Label7, *ui_->lblModo);
+}
+
+IntervalPanel::~IntervalPanel() = default;
+
+void IntervalPanel::buildNames() {
+    for (std::size_t i = 0; i < kNames.size(); ++i) {
+        const Name& name = kNames[i];
+        auto* label = new QLabel(QLatin1String(name.text), this);
+        label->setObjectName(QStringLiteral("Label4_%1").arg(i));
+        styleName(*label, name.consonant);
+        ui_->chart->addWidget(label, name.row == Row::Above ? kAboveRow : kBelowRow,
+                              columnOf(name.semitones));
+    }
+}
+
+void IntervalPanel::buildButtons() {
+    for (int i = 0; i < kIntervals; ++i) {
+        auto* button = new ColourButton(this);
+        button->setObjectName(QStringLiteral("LblSemi_%1").arg(i));
+        button->setText(QString::number(i));
+        button->setAccessibleName(semitonesInWords(i));
+        button->setLines(kSemitonesLines);
+        button->setColours(isConsonant(i) ? ear_colours::kConsonant : ear_colours::kDissonantButton,
+                           ear_colours::kConsonantText);
+        QFont font = button->font();
+        font.setPointSizeF(font.pointSizeF() * kSemitonesTextScale);
+        font.setBold(true);
+        button->setFont(font);
+        ui_->chart->addWidget(button, kButtonRow, columnOf(i));
+        semitones_[static_cast<std::size_t>(i)] = button;
+    }
+    for (int i = 0; i < kIntervals; ++i) {
+        auto* marker = new ColourButton(this);
+        marker->setObjectName(QStringLiteral("Il_%1").arg(i));
+        marker->setLines(kMarkerLines);
+        ui_->chart->addWidget(marker, kMarkerRow, columnOf(i));
+        markers_[static_cast<std::size_t>(i)] = marker;
+    }
+}
+
+void IntervalPanel::attach(IntervalExercise& exercise) {
+    exercise_ = &exercise;
+    connect(ui_->CmdIntStart, &QPushButton::clicked, this, [this] { exercise_->startOrStop(); });
+    for (QToolButton* label : {ui_->Label7, ui_->lblModo})
+        connect(label, &QToolButton::clicked, this, &IntervalPanel::lblModo_Click);
+    for (int i = 0; i < kIntervals; ++i) {
+        const auto place = static_cast<std::size_t>(i);
+        connect(semitones_[place], &ColourButton::clicked, this,
+                [this, i] { exercise_->semitonesClicked(i); });
+        connect(markers_[place], &ColourButton::clicked, this, [this, i] { Il_Click(i); });
+        onDoubleClick(*markers_[place], [this, i] { Il_DblClick(i); });
+    }
+    showMode();
+    showAvailability();
+}
+
+void IntervalPanel::Il_Click(int semitones) {
+    exercise_->toggleAvailable(semitones);
+    showAvailability();
+}
+
+void IntervalPanel::Il_DblClick(int semitones) {
+    if (semitones != 0)
+        return;
+    exercise_->toggleAll();
+    showAvailability();
+}
+
+void IntervalPanel::lblModo_Click() {
+    exercise_->stepMode();
+    showMode();
+}
+
+void IntervalPanel::showMode() {
+    const ModeText& text = kModes[static_cast<std::size_t>(exercise_->mode())];
+    ui_->lblModo->setText(QLatin1String(text.caption));
+    ui_->lblModo->setToolTip(QLatin1String(text.toolTip));
+    ui_->lblModo->setAccessibleName(QStringLiteral("Modo: ") + QLatin1String(text.toolTip));
+}
+
+void IntervalPanel::showAvailability() {
+    for (int i = 0; i < kIntervals; ++i) {
+        const bool available = exercise_->available(i);
+        ColourButton& marker = *markers_[static_cast<std::size_t>(i)];
+        marker.setColours(available ? ear_colours::kAvailable : ear_colours::kExcluded,
+                          available ? ear_colours::kAvailableMark : ear_colours::kExcludedMark);
+        marker.setMark(available ? Mark::Tick : Mark::Cross);
+        marker.setToolTip(available ? QStringLiteral("Intervallo disponibile")
+                                    : QStringLiteral("Intervallo escluso"));
+        marker.setAccessibleName(semitonesInWords(i) + QStringLiteral(": ") + marker.toolTip());
+    }
+}

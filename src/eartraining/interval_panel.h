@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QGroupBox>
+
+#include <array>
+#include <memory>
+
+class ColourButton;
+class IntervalExercise;
+
+namespace Ui {
+class IntervalPanel;
+}
+
+/// The frame of the interval exercise: a chart with a column for each number of semitones, and the
+/// exercise's controls.
+class IntervalPanel : public QGroupBox {
+public:
+    explicit IntervalPanel(QWidget* parent = nullptr);
+    ~IntervalPanel() override;
+
+    Ui::IntervalPanel& ui() { return *ui_; }
+    void attach(IntervalExercise& exercise);
+
+private:
+    void buildNames();
+    void buildButtons();
+    void lblModo_Click();
+    void Il_Click(int semitones);
+    void Il_DblClick(int semitones);
+    void showMode();
+    void showAvailability();
+
+    std::unique_ptr<Ui::IntervalPanel> ui_;
+    IntervalExercise* exercise_ = nullptr;
+    std::array<ColourButton*, 14> semitones_{};  ///< `LblSemi`
+    std::array<ColourButton*, 14> markers_{};    ///< `Il`
+};

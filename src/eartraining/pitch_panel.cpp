@@ -1,0 +1,45 @@
+#include "eartraining/pitch_panel.h"
+
+#include "eartraining/mode_button.h"
+#include "eartraining/pitch_exercise.h"
+#include "ui_pitch_panel.h"
+
+PitchPanel::PitchPanel(QWidget* parent)
+    : QGroupBox(parent), ui_(std::make_unique<Ui::PitchPanel>()) {
+    ui_->setupUi(this);
+    for (QWidget* button : {ui_->IntoStart, ui_->cmdReimposta}) {
+        QSizePolicy policy = button->sizePolicy();
+        policy.setRetainSizeWhenHidden(true);
+        button->setSizePolicy(policy);
+    }
+    styleModeButtons(*ui_->Label6, *ui_->lblMod);
+}
+
+PitchPanel::~PitchPanel() = default;
+
+void PitchPanel::attach(PitchExercise& exercise) {
+    exercise_ = &exercise;
+    connect(ui_->IntoStart, &QPushButton::clicked, this, [this] { exercise_->startOrStop(); });
+    connect(ui_->cmdReimposta, &QPushButton::clicked, this, [this] { exercise_->reset(); });
+    for (QToolButton* label : {ui_->Label6, ui_->lblMod})
+        connect(label, &QToolButton::clicked, this, &PitchPanel::lblMod_Click);
+    showMode();
+}
+
+bool PitchPanel::hasButtons() const {
+    return !ui_->IntoStart->isHidden() || !ui_->cmdReimposta->isHidden();
+}
+
+void PitchPanel::lblMod_Click() {
+    exercise_->toggleMode();
+    showMode();
+}
+
+void PitchPanel::showMode() {
+    const bool withReference = exercise_->withReference();
+    ui_->lblMod->setText(withReference ? QStringLiteral("/") : QStringLiteral("o"));
+    ui_->lblMod->setToolTip(
+        withReference ? QStringLiteral("Suona intervallo melodico")
+                      : QStringLiteral("Suona nota casuale all'interno dell'intervallo scelto"));
+    ui_->lblMod->setAccessibleName(QStringLiteral("Modo: %1").arg(ui_->lblMod->toolTip()));
+}

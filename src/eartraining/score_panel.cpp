@@ -1,0 +1,74 @@
+#include "eartraining/score_panel.h"
+
+#include "eartraining/announcement.h"
+#include "eartraining/double_click.h"
+#include "ui_score_panel.h"
+#include "widgets/label_button.h"
+
+namespace {
+
+constexpr double kCounterTextScale = 1.6;
+
+void enlarge(QWidget& widget) {
+    QFont font = widget.font();
+    font.setPointSizeF(font.pointSizeF() * kCounterTextScale);
+    font.setBold(true);
+    widget.setFont(font);
+}
+
+void setGround(QWidget& counter, const std::optional<ear_colours::Rgb>& colour) {
+    if (!colour)
+        return;
+    QPalette palette = counter.palette();
+    palette.setColor(QPalette::Window, QColor::fromRgb(*colour));
+    palette.setColor(QPalette::WindowText, Qt::black);
+    counter.setPalette(palette);
+}
+
+}  // namespace
+
+ScorePanel::ScorePanel(QWidget* parent) : QWidget(parent), ui_(std::make_unique<Ui::ScorePanel>()) {
+    ui_->setupUi(this);
+    for (QWidget* number :
+         std::initializer_list<QWidget*>{ui_->txtResatte, ui_->txtRerrate, ui_->lblPerc})
+        enlarge(*number);
+    for (QLabel* counter : {ui_->txtResatte, ui_->txtRerrate})
+        counter->setBackgroundRole(QPalette::Base);
+    makeLabelButton(*ui_->lblPerc, palette().color(QPalette::WindowText));
+    ui_->lblPerc->setMinimumWidth(
+        ui_->lblPerc->fontMetrics().horizontalAdvance(QStringLiteral("100.00%")) + 12);
+    ui_->lblOk->setMark(Mark::Tick, ear_colours::kRightIndicator);
+    ui_->lblKo->setMark(Mark::Cross, ear_colours::kWrongIndicator);
+    ui_->lblOk->hide();
+    ui_->lblKo->hide();
+}
+
+ScorePanel::~ScorePanel() = default;
+
+void ScorePanel::show(const Score& score) {
+    ui_->txtResatte->setText(QString::number(score.right()));
+    ui_->txtRerrate->setText(QString::number(score.wrong()));
+    ui_->lblPerc->setText(score.percentage());
+    ui_->lblPerc->setAccessibleName(
+        QStringLiteral("Percentuale risposte esatte: %1").arg(score.percentage()));
+    for (QLabel* counter : {ui_->txtResatte, ui_->txtRerrate}) {
+        const bool right = counter == ui_->txtResatte;
+        const auto& colour = right ? score.rightColour() : score.wrongColour();
+        if (colour)
+            counter->setBackgroundRole(QPalette::Window);
+        setGround(*counter, colour);
+    }
+    ui_->lblOk->setVisible(score.lastVerdict() == Score::Verdict::Right);
+    ui_->lblKo->setVisible(score.lastVerdict() == Score::Verdict::Wrong);
+}
+
+void ScorePanel::announceVerdict(const Score& score) {
+    if (score.lastVerdict() == Score::Verdict::Right)
+        announce(*ui_->lblOk, QStringLiteral("Risposta esatta, %1").arg(score.percentage()));
+    else
+        announce(*ui_->lblKo, QStringLiteral("Risposta errata, %1").arg(score.percentage()));
+}
+
+void ScorePanel::onPercentageDoubleClick(std::function<void()> handler) {
+    onDoubleClick(*ui_->lblPerc, std::move(handler));
+}

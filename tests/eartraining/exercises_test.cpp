@@ -1,0 +1,299 @@
+#include "eartraining/ear_world.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using namespace std::chrono_literals;
+using testing::Each;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Lines = std::vector<std::string>;
+
+namespace {
+
+struct EarTest : testing::Test, EarWorld {
+    Lines messages() { return midi.takeUntimed(); }
+};
+
+}  // namespace
+
+TEST_F(EarTest, PitchAnswersAreJudgedAndARightOneSoundsTheNextNote) {
+    clickKeys({20, 24, 22});
+    midi.take();
+    willDraw(5, {1, 1, 4});
+    ear.pitch().startOrStop();
+    EXPECT_EQ(messages(), Lines({"on 1 58 0", "on 1 57 100"}));
+    EXPECT_EQ(screen.prompt, EarPrompt::RecogniseNote);
+    EXPECT_FALSE(screen.exerciseMenu);
+    EXPECT_FALSE(ear.unload());
+    clickKeys({20, 59});
+    EXPECT_THAT(messages(), IsEmpty()) << "a wrong click sounds nothing";
+    EXPECT_EQ(screen.score, "0 2 0.00%");
+    clickKeys({21});
+    EXPECT_EQ(messages(), Lines({"on 1 57 0", "on 1 57 100"})) << "a note may come again";
+    clickKeys({21});
+    EXPECT_EQ(messages(), Lines({"on 1 57 0", "on 1 60 100"}));
+    clickKeys({24});
+    EXPECT_EQ(screen.score, "3 2 60.00%");
+    EXPECT_THAT(screen.verdicts, ElementsAre(false, false, true, true, true));
+    EXPECT_THAT(screen.keys, IsEmpty());
+    messages();
+
+    ear.pitch().startOrStop();
+    EXPECT_EQ(messages(), Lines({"on 1 60 0"}));
+    EXPECT_EQ(screen.prompt, EarPrompt::ResetRange);
+    clickKeys({24, 30});
+    EXPECT_EQ(screen.score, "3 2 60.00%") << "the keyboard rests";
+    ear.pitch().startOrStop();
+    EXPECT_EQ(screen.score, "0 0 0") << "the same range again";
+    ear.pitch().startOrStop();
+    messages();
+    EXPECT_TRUE(ear.unload());
+    EXPECT_THAT(messages(), IsEmpty());
+}
+
+TEST_F(EarTest, WithTheReferenceEachTestEndsByItself) {
+    clickKeys({20, 24, 22});
+    ear.pitch().toggleMode();
+    midi.take();
+    willDraw(5, {3});
+    ear.pitch().startOrStop();
+    EXPECT_THAT(midi.take(),
+                ElementsAre("0.000 on 1 58 90", "1.200 on 1 58 0",  //
+                            "1.300 on 1 58 0", "1.300 on 1 59 100", "2.200 on 1 59 0"));
+    // A stop that is clicked while the answer's handler lets events through overtakes its test.
+    runtime.at(runtime.now(), [this] { ear.pitch().startOrStop(); });
+    clickKeys({23});
+    EXPECT_EQ(messages(), Lines({"on 1 59 0"}));
+    EXPECT_TRUE(ear.unload());
+}
+
+TEST_F(EarTest, CountersAlternateTheirColoursInThePitchExerciseOnly) {
+    Score score;
+    EXPECT_FALSE(score.rightColour());
+    std::vector<ear_colours::Rgb> colours;
+    for (int i = 0; i < 3; ++i) {
+        score.count(Score::Verdict::Right);
+        score.alternateColour(Score::Verdict::Right);
+        colours.push_back(*score.rightColour());
+    }
+    score.count(Score::Verdict::Wrong);
+    EXPECT_EQ(score.percentage(), QStringLiteral("75.00%"));
+    EXPECT_FALSE(score.wrongColour()) << "an answer of another exercise";
+    score.alternateColour(Score::Verdict::Wrong);
+    EXPECT_THAT(colours, ElementsAre(0xFF00BF0B, 0xFFC0F700, 0xFF00BF0B));
+    EXPECT_EQ(score.wrongColour(), 0xFFF7CAE9);
+}
+
+TEST_F(EarTest, TheIdleIntervalChartPlaysEachModeAndShowsItsKeys) {
+    ear.chooseInterval();
+    messages();
+    ear.interval().semitonesClicked(7);
+    EXPECT_EQ(screen.keys, std::set<int>({24, 31}));
+    EXPECT_EQ(messages(), Lines({"on 1 0 0", "on 1 0 0", "on 1 60 90", "on 1 67 90"}));
+    ear.interval().stepMode();
+    ear.interval().semitonesClicked(4);
+    EXPECT_EQ(screen.keys, std::set<int>({24, 28}));
+    EXPECT_THAT(midi.take(), ElementsAre("0.000 on 1 60 0", "0.000 on 1 67 0",  //
+                                         "0.000 on 1 60 90", "0.700 on 1 60 0", "0.800 on 1 64 90",
+                                         "1.500 on 1 64 0"));
+    EXPECT_EQ(std::chrono::round<std::chrono::milliseconds>(runtime.now()), 1800ms);
+    ear.interval().stepMode();
+    for (const int none : {-1, 14})
+        ear.interval().semitonesClicked(none);
+    EXPECT_THAT(messages(), IsEmpty());
+    ear.interval().semitonesClicked(0);
+    EXPECT_EQ(messages(), Lines({"on 1 60 0", "on 1 64 0", "on 1 60 90", "on 1 60 0", "on 1 60 90",
+                                 "on 1 60 0", "on 1 60 90", "on 1 60 90"}));
+    ear.interval().stepMode();
+    EXPECT_EQ(ear.interval().mode(), IntervalExercise::Mode::Harmonic);
+    EXPECT_TRUE(ear.unload());
+    EXPECT_EQ(messages(), Lines({"on 1 60 0", "on 1 60 0"}));
+}
+
+TEST_F(EarTest, IntervalAnswersAreJudgedWithoutShowingKeys) {
+    ear.chooseInterval();
+    ear.interval().semitonesClicked(9);
+    messages();
+    willDraw(14, {12, 12, 3});
+    ear.interval().startOrStop();
+    EXPECT_THAT(screen.keys, IsEmpty());
+    EXPECT_EQ(screen.prompt, EarPrompt::RecogniseInterval);
+    EXPECT_EQ(messages(), Lines({"on 1 60 0", "on 1 69 0", "on 1 60 90", "on 1 72 90"}));
+    ear.interval().semitonesClicked(3);
+    clickKeys({20});
+    EXPECT_THAT(messages(), IsEmpty());
+    ear.interval().semitonesClicked(12);
+    EXPECT_EQ(messages(), Lines({"on 1 60 0", "on 1 72 0", "on 1 60 90", "on 1 72 90"}));
+    ear.interval().semitonesClicked(12);
+    EXPECT_EQ(screen.score, "2 1 66.67%");
+    EXPECT_THAT(screen.keys, IsEmpty());
+    messages();
+    EXPECT_FALSE(ear.unload());
+    ear.interval().startOrStop();
+    EXPECT_EQ(messages(), Lines({"on 1 60 0", "on 1 63 0"}));
+    EXPECT_TRUE(screen.exerciseMenu);
+}
+
+TEST_F(EarTest, ExcludedIntervalsAreNotDrawn) {
+    IntervalExercise& interval = ear.interval();
+    const auto available = [&interval] {
+        int count = 0;
+        for (int i = 0; i < interval_chart::kIntervals; ++i)
+            count += interval.available(i) ? 1 : 0;
+        return count;
+    };
+    interval.toggleAvailable(0);
+    EXPECT_EQ(available(), 14) << "the first cannot be excluded";
+    interval.toggleAvailable(5);
+    interval.toggleAll();
+    EXPECT_EQ(available(), 1);
+    willDraw(14, {5, 13, 1, 0});
+    interval.startOrStop();
+    EXPECT_EQ(random.drawn, 4);
+    interval.toggleAvailable(5);
+    EXPECT_EQ(available(), 2) << "also while it runs";
+    interval.toggleAll();
+    EXPECT_EQ(available(), 14) << "the interval of 1 semitone decides";
+}
+
+TEST_F(EarTest, ALaterIntervalOvertakesTheOneThatLetItsEventIn) {
+    ear.chooseInterval();
+    ear.interval().stepMode();
+    messages();
+    runtime.at(0ns, [this] { ear.interval().semitonesClicked(7); });
+    ear.interval().semitonesClicked(2);
+    EXPECT_EQ(messages(), Lines({"on 1 0 0", "on 1 0 0", "on 1 60 0", "on 1 62 0", "on 1 60 90",
+                                 "on 1 60 0", "on 1 67 90", "on 1 67 0"}));
+    EXPECT_EQ(screen.keys, std::set<int>({24, 31}));
+}
+
+TEST_F(EarTest, ChordsFollowTheirTypesAndASilence) {
+    ear.chooseChord();
+    clickKeys({51, 51});
+    messages();
+    willDraw(4, {3, 0, 1, 2});
+    ear.chord().startOrStop();
+    EXPECT_EQ(messages(), Lines({"on 1 87 90", "on 1 91 90", "on 1 95 90"}));
+    EXPECT_EQ(screen.keys, std::set<int>({51, 55, 59}));
+    EXPECT_FALSE(screen.shown(EarControl::cmdRes));
+    ear.chord().toggleKeys();
+    ear.chord().typeClicked(0);
+    EXPECT_THAT(messages(), IsEmpty()) << "a wrong answer leaves the chord sounding";
+    const std::array<Lines, 3> kNext{{{"on 1 87 0", "on 1 91 0", "on 1 95 0",  //
+                                       "on 1 87 90", "on 1 90 90", "on 1 94 90"},
+                                      {"on 1 87 0", "on 1 90 0", "on 1 94 0",  //
+                                       "on 1 87 90", "on 1 91 90", "on 1 94 90"},
+                                      {"on 1 87 0", "on 1 91 0", "on 1 94 0",  //
+                                       "on 1 87 90", "on 1 90 90", "on 1 93 90"}}};
+    const std::array<int, 3> kRight{3, 0, 1};
+    for (std::size_t i = 0; i < kNext.size(); ++i) {
+        const Instant before = runtime.now();
+        ear.chord().typeClicked(kRight[i]);
+        EXPECT_EQ(messages(), kNext[i]);
+        EXPECT_THAT(screen.keys, IsEmpty());
+        EXPECT_EQ(std::chrono::round<std::chrono::milliseconds>(runtime.now() - before), 300ms);
+    }
+    EXPECT_EQ(screen.score, "3 1 75.00%");
+    EXPECT_FALSE(ear.unload());
+    ear.chord().startOrStop();
+    EXPECT_EQ(messages(), Lines({"on 1 87 0", "on 1 90 0", "on 1 93 0"}));
+    EXPECT_TRUE(screen.shown(EarControl::cmdRes));
+    EXPECT_TRUE(ear.unload());
+
+    ear.chord().startOrStop();
+    EXPECT_EQ(messages().front(), "on 1 87 0") << "the stopped chord is silenced again";
+}
+
+TEST_F(EarTest, ExcludedChordTypesAreNotDrawn) {
+    for (const int type : {0, 1, 2, 3})
+        ear.chord().toggleAvailable(type);
+    EXPECT_TRUE(ear.chord().available(0) && ear.chord().available(1));
+    EXPECT_FALSE(ear.chord().available(2) || ear.chord().available(3));
+    ear.chooseChord();
+    clickKeys({24, 24});
+    willDraw(4, {3, 2, 3, 1});
+    messages();
+    ear.chord().startOrStop();
+    EXPECT_EQ(messages(), Lines({"on 1 60 90", "on 1 64 90", "on 1 67 90"}));
+    EXPECT_EQ(random.drawn, 4) << "one root needs no draw";
+}
+
+TEST_F(EarTest, WithoutARangeAnAnswerIsJudgedButNothingSounds) {
+    ear.chooseChord();
+    messages();
+    willDraw(4, {1});
+    ear.chord().typeClicked(0);
+    ear.chord().typeClicked(1);
+    EXPECT_EQ(screen.score, "2 0 100.00%");
+    EXPECT_THAT(messages(), IsEmpty());
+    clickKeys({10});
+    random.numbers = {0.0F, 0.99F};
+    ear.chord().typeClicked(1);
+    EXPECT_EQ(messages(), Lines({"on 1 46 90", "on 1 49 90", "on 1 53 90"}));
+    ear.choosePitch();
+    EXPECT_EQ(messages(), Lines({"on 1 0 0", "on 1 0 0", "on 1 46 0", "on 1 49 0", "on 1 53 0"}))
+        << "no chord goes with the user into another exercise";
+}
+
+TEST_F(EarTest, ChoosingAnExerciseBeginsAnew) {
+    clickKeys({20, 30, 25});
+    ear.chooseInterval();
+    EXPECT_TRUE(screen.shown(EarControl::FrmIntervalli));
+    EXPECT_FALSE(screen.shown(EarControl::IntoStart));
+    EXPECT_EQ(messages().back(), "on 1 61 0");
+    EXPECT_FALSE(ear.unload()) << "the prompt still asks for the reference";
+    ear.chooseChord();
+    EXPECT_THAT(screen.marks, IsEmpty());
+    EXPECT_FALSE(screen.shown(EarControl::cmdEsci));
+    clickKeys({30, 40});
+    ear.choosePitch();
+    EXPECT_FALSE(screen.shown(EarControl::frmRacc));
+    EXPECT_THAT(screen.marks, IsEmpty());
+    clickKeys({50, 55});
+    EXPECT_EQ(screen.prompt, EarPrompt::Reference);
+    EXPECT_FALSE(screen.shown(EarControl::IntoStart)) << "no reference has been chosen";
+}
+
+TEST_F(EarTest, TheRequestsOfTheMainWindowHaveDifferentLives) {
+    state.intervalRequested = true;
+    runtime.at(1s, [this] {
+        EXPECT_TRUE(screen.shown(EarControl::FrmIntervalli));
+        ear.unload();
+    });
+    ear.activate();
+    EXPECT_FALSE(state.intervalRequested);
+
+    state.chordRequested = true;
+    for (const Instant later : {2s, 3s}) {
+        EarTraining again(runtime, funzioniMM, dialogs, state);
+        again.load(screen);
+        runtime.at(later, [&] {
+            EXPECT_TRUE(screen.shown(EarControl::frmRacc));
+            EXPECT_TRUE(again.unload());
+        });
+        again.activate();
+    }
+    EXPECT_TRUE(state.chordRequested);
+}
+
+TEST_F(EarTest, TheComputerKeyboardPlaysUntilTheWindowCloses) {
+    runtime.press('O', 0ms, 500ms);  // the menu's shortcut
+    runtime.press('Z', 1000ms, 1200ms);
+    runtime.press(kKeyBackspace, 1300ms, 1400ms);
+    runtime.at(1500ms, [this] { ear.pianoKeys().cycleOctave(); });
+    runtime.press('Z', 1600ms, 9000ms);
+    runtime.at(2000ms, [this] {
+        EXPECT_EQ(screen.keys, std::set<int>({24}));
+        EXPECT_TRUE(ear.unload());
+        EXPECT_THAT(screen.keys, IsEmpty());
+    });
+    runtime.yield();
+    ear.activate();
+    EXPECT_EQ(runtime.now(), Instant(2s));
+    EXPECT_THAT(midi.take(), ElementsAre("1.000 on 1 48 90", "1.200 on 1 48 0",  //
+                                         "1.300 on 1 80 90", "1.400 on 1 80 0", "1.600 on 1 60 90",
+                                         "2.000 on 1 60 0"));
+    EXPECT_LT(runtime.passes(), 15) << "a pass is taken when something happened";
+    runtime.runActs();
+}

@@ -1,0 +1,176 @@
+#include "eartraining/frmInto.h"
+
+#include "eartraining/colour_button.h"
+#include "eartraining/ear_training_state.h"
+#include "support/test_world.h"
+#include "support/window_driver.h"
+
+#include <QDateTime>
+#include <QLabel>
+#include <QSlider>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+struct FrmIntoTest : testing::Test {
+    TestWorld world;
+    EarTrainingState state;
+
+    FrmIntoTest() {
+        world.runtime.setWallClock(QDateTime(QDate(2004, 10, 1), QTime(0, 0)));
+        world.openOutput();
+    }
+
+    /// Opens the window and works in it once its loop runs; the work has to close it.
+    void use(const std::function<void(frmInto&, const WindowDriver&)>& work) {
+        frmInto window(world.services(), state, nullptr);
+        world.runtime.at(world.runtime.now() + 1s, [&] { work(window, WindowDriver(window)); });
+        window.exec();
+        EXPECT_FALSE(window.isVisible());
+    }
+
+    static QRgb ground(const WindowDriver& user, const QString& name) {
+        return user.find<QLabel>(name).palette().color(QPalette::Window).rgb();
+    }
+};
+
+}  // namespace
+
+TEST_F(FrmIntoTest, APitchExerciseFromTheFirstClickToClosing) {
+    use([this](frmInto& window, const WindowDriver& user) {
+        EXPECT_FALSE(user.shown("FrmIntervalli") || user.shown("frmRacc") || user.shown("Fr1"));
+        EXPECT_FALSE(user.shown("lblOk") || user.shown("lblKo") || user.shown("IntoStart"));
+        for (const char* key : {"lb_10", "lb_20", "lb_15"})
+            user.click(key);
+        EXPECT_TRUE(user.shown("lbr_10") && user.shown("lbr_15") && user.shown("lbr_20"));
+        EXPECT_EQ(window.focusWidget(), &user.find<QWidget>("IntoStart"));
+        EXPECT_FALSE(user.shown("cmdEsci"));
+        window.close();
+        EXPECT_TRUE(window.isVisible()) << "the reference is being chosen";
+
+        world.random.numbers = {0.0F};
+        user.type(Qt::Key_Space);
+        EXPECT_EQ(user.text("IntoStart"), QStringLiteral("Stop"));
+        EXPECT_FALSE(user.enabled("Esercizio"));
+        user.type(Qt::Key_Escape);
+        EXPECT_TRUE(window.isVisible()) << "an exercise runs";
+        for (const char* key : {"lb_10", "lb_11", "lb_10"})
+            user.click(key);
+        EXPECT_EQ(user.text("txtResatte"), QStringLiteral("2"));
+        EXPECT_EQ(user.text("lblPerc"), QStringLiteral("66.67%"));
+        EXPECT_EQ(ground(user, "txtResatte"), 0xFFC0F700);
+        EXPECT_EQ(ground(user, "txtRerrate"), 0xFFF7CAE9);
+        EXPECT_TRUE(user.shown("lblOk") && !user.shown("lblKo"));
+        EXPECT_EQ(user.find<QWidget>("lblOk").accessibleName(),
+                  QStringLiteral("Risposta esatta, 66.67%"));
+        user.click("IntoStart");
+        EXPECT_EQ(user.text("lblStep"), QStringLiteral("Reimposta l'intervallo"));
+        EXPECT_TRUE(user.enabled("Esercizio"));
+        user.click("cmdEsci");
+    });
+}
+
+TEST_F(FrmIntoTest, TheIntervalChartIsAlignedAndItsMarkersExclude) {
+    state.intervalRequested = true;
+    use([this](frmInto& window, const WindowDriver& user) {
+        EXPECT_TRUE(user.shown("FrmIntervalli"));
+        EXPECT_FALSE(user.shown("pitchPanel"));
+        for (const auto& [label, semitones] :
+             {std::pair{"Label4_0", 7}, {"Label4_6", 13}, {"Label4_19", 0}, {"Label4_23", 5}}) {
+            const QRect button =
+                user.find<QWidget>(QStringLiteral("LblSemi_%1").arg(semitones)).geometry();
+            const QRect name = user.find<QWidget>(label).geometry();
+            EXPECT_EQ(name.left(), button.left()) << label;
+            EXPECT_EQ(name.width(), button.width()) << label;
+        }
+        const auto ground = [&user](const char* name) {
+            return user.find<ColourButton>(name).ground().rgb();
+        };
+        EXPECT_EQ(ground("LblSemi_9"), 0xFFC0FFFF);
+        EXPECT_EQ(ground("LblSemi_11"), 0xFFFFFFC0);
+
+        user.click("Il_13");
+        user.click("Il_0");
+        EXPECT_EQ(ground("Il_13"), 0xFFFF0000);
+        EXPECT_EQ(ground("Il_0"), 0xFF80FF80);
+        user.doubleClick("Il_5");
+        EXPECT_EQ(ground("Il_5"), 0xFFFF0000) << "the second click of the two is none";
+        user.doubleClick("Il_0");
+        EXPECT_EQ(user.find<QWidget>("Il_1").toolTip(), QStringLiteral("Intervallo escluso"));
+        user.find<QWidget>("Il_0").setFocus();
+        user.type(Qt::Key_Return);
+        EXPECT_EQ(user.find<QWidget>("Il_13").toolTip(), QStringLiteral("Intervallo disponibile"));
+
+        user.click("Label7");
+        user.click("lblModo");
+        EXPECT_EQ(user.text("lblModo"), QStringLiteral("/ :"));
+        user.click("lblModo");
+        world.midi.take();
+        user.click("LblSemi_4");
+        EXPECT_EQ(world.midi.takeUntimed().back(), "on 1 64 90");
+        window.close();
+    });
+    EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("on 1 60 0", "on 1 64 0"));
+    EXPECT_FALSE(state.intervalRequested);
+}
+
+TEST_F(FrmIntoTest, ChordsAndTheOtherExercisesOfTheMenu) {
+    state.chordRequested = true;
+    use([this](frmInto& window, const WindowDriver& user) {
+        EXPECT_FALSE(user.shown("cmdEsci") || user.shown("ComdRacStart"));
+        user.click("lb_24");
+        user.click("lb_24");
+        user.click("lblModoVt");
+        EXPECT_EQ(user.text("lblVt"), QStringLiteral("NT"));
+        EXPECT_EQ(user.find<QWidget>("lblVt").toolTip(), QStringLiteral("Nascondi tasti suonati"));
+        EXPECT_EQ(user.find<QWidget>("EsclTa_3").toolTip(), QStringLiteral("Accordo disponibile"));
+        user.click("EsclTa_3");
+        EXPECT_EQ(user.find<QWidget>("EsclTa_3").toolTip(), QStringLiteral("Tipo accordo escluso"));
+        world.random.numbers = {0.3F};
+        user.click("ComdRacStart");
+        user.click("TipoAcc_0");
+        user.click("TipoAcc_1");
+        EXPECT_EQ(user.text("lblPerc"), QStringLiteral("50.00%"));
+        EXPECT_FALSE(user.enabled("Esercizio"));
+        user.click("ComdRacStart");
+        EXPECT_TRUE(user.shown("cmdRes"));
+        user.trigger("mnuRint");
+        EXPECT_TRUE(user.shown("FrmIntervalli") && !user.shown("frmRacc"));
+        user.trigger("mnuNota");
+        EXPECT_TRUE(user.shown("lblMod") && !user.shown("FrmIntervalli"));
+        window.close();
+    });
+    EXPECT_TRUE(state.chordRequested);
+}
+
+TEST_F(FrmIntoTest, InstrumentsAndTheOctaveOfTheComputerKeyboard) {
+    world.runtime.press('Z', 2s, 2100ms);
+    world.runtime.press('Z', 3s, 3100ms);
+    use([this](frmInto& window, const WindowDriver& user) {
+        world.runtime.at(2500ms, [user] { user.doubleClick("lblPerc"); });
+        world.runtime.at(2600ms, [user] { user.doubleClick("Lbdoc"); });
+        world.runtime.at(4s, [&window] { window.close(); });
+        user.trigger("mnuPiano");
+        user.trigger("mnuSs");
+        EXPECT_EQ(user.text("lblInstr"), QStringLiteral("0-Acoustic Grand Piano"));
+        auto& slider = user.find<QSlider>("InstrS");
+        slider.setSliderDown(true);
+        slider.setSliderPosition(40);
+        EXPECT_EQ(user.text("lblInstr"), QStringLiteral("0-Acoustic Grand Piano"));
+        slider.setSliderDown(false);
+        EXPECT_EQ(user.text("lblInstr"), QStringLiteral("40-Violin"));
+        user.trigger("mnuOrgano");
+        EXPECT_EQ(slider.value(), 16);
+        user.click("cmdOk");
+        EXPECT_FALSE(user.shown("Fr1"));
+        EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("program 0", "program 40", "program 16"));
+    });
+    EXPECT_THAT(world.midi.take(), ElementsAre("2.000 on 1 48 90", "2.100 on 1 48 0",  //
+                                               "3.000 on 1 36 90", "3.100 on 1 36 0"));
+}

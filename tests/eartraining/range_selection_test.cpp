@@ -1,0 +1,119 @@
+#include "eartraining/ear_world.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using testing::ElementsAre;
+using testing::ElementsAreArray;
+using testing::IsEmpty;
+
+namespace {
+
+struct Selection {
+    std::vector<int> clicks;
+    EarPrompt prompt;
+    std::set<int> marks;
+    std::vector<std::string> messages;
+    int lower;
+    int upper;
+    bool start = false;  ///< the start button is on show
+};
+
+std::string clicksOf(const Selection& selection) {
+    std::string text;
+    for (const int click : selection.clicks)
+        text += std::to_string(click) + ' ';
+    return text;
+}
+
+void clickAll(EarWorld& world, const Selection& selection) {
+    for (const int click : selection.clicks)
+        world.clickKeys({click});
+    EXPECT_EQ(world.screen.prompt, selection.prompt);
+    EXPECT_EQ(world.screen.marks, selection.marks);
+    std::vector<std::string> messages;
+    for (const std::string& message : selection.messages)
+        messages.push_back("message: " + message);
+    EXPECT_THAT(world.dialogs.lines, ElementsAreArray(messages));
+    EXPECT_FALSE(world.screen.shown(EarControl::cmdEsci));
+}
+
+}  // namespace
+
+TEST(NoteRangeSelection, FollowsEachSequenceOfClicks) {
+    const std::string small = "Intervallo troppo piccolo !!!";
+    const std::string notAllowed = "Intervallo non consentito !!!";
+    const std::string outside = "Scegli il riferimento all'interno dell'intervallo !!!";
+    const std::vector<Selection> kCases{
+        {{20}, EarPrompt::UpperKey, {20}, {}, -1, 20},
+        {{20, 22}, EarPrompt::Reference, {20, 22}, {}, 20, 22},
+        {{20, 18}, EarPrompt::Reference, {18, 20}, {}, 18, 20},
+        {{59, 0}, EarPrompt::Reference, {0, 59}, {}, 0, 59},
+        {{20, 20}, EarPrompt::UpperKey, {20}, {small}, 20, 20},
+        {{20, 21}, EarPrompt::UpperKey, {20}, {small}, 20, 20},
+        {{20, 19}, EarPrompt::UpperKey, {20}, {notAllowed}, 19, 20},
+        {{20, 19, 21, 22}, EarPrompt::Reference, {20, 22}, {notAllowed, small}, 20, 22},
+        {{20, 21, 10}, EarPrompt::Reference, {10, 20}, {small}, 10, 20},
+        {{20, 30, 19, 31}, EarPrompt::Reference, {20, 30}, {outside, outside}, 20, 30},
+        {{20, 30, 25}, EarPrompt::Reference, {20, 25, 30}, {}, 20, 30, true},
+        {{20, 30, 25, 30}, EarPrompt::Reference, {20, 30}, {}, 20, 30, true},
+        {{20, 30, 20, 25}, EarPrompt::Reference, {20, 25, 30}, {}, 20, 30, true},
+    };
+    for (const Selection& selection : kCases) {
+        SCOPED_TRACE(clicksOf(selection));
+        EarWorld world;
+        clickAll(world, selection);
+        EXPECT_EQ(world.funzioniMM.rangeLower(), selection.lower);
+        EXPECT_EQ(world.funzioniMM.rangeUpper(), selection.upper);
+        EXPECT_EQ(world.screen.shown(EarControl::IntoStart), selection.start);
+        EXPECT_EQ(world.ear.unload(), selection.prompt != EarPrompt::Reference);
+    }
+}
+
+TEST(NoteRangeSelection, TheReferenceSoundsUntilTheNextOneAndTheResetEndsIt) {
+    EarWorld world;
+    world.clickKeys({20, 30, 25, 28});
+    EXPECT_EQ(world.ear.pitch().reference(), 64);
+    EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("on 1 36 0", "on 1 61 100",  //
+                                                      "on 1 61 0", "on 1 64 100"));
+    world.ear.pitch().reset();
+    EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("on 1 64 0"));
+    EXPECT_THAT(world.screen.marks, IsEmpty());
+    EXPECT_FALSE(world.screen.shown(EarControl::IntoStart));
+    EXPECT_FALSE(world.screen.exerciseMenu) << "until the next stop";
+    EXPECT_EQ(world.screen.prompt, EarPrompt::LowerKey);
+    EXPECT_FALSE(world.screen.shown(EarControl::cmdEsci)) << "until the exercise is stopped";
+    world.clickKeys({40, 45, 42});
+    world.ear.pitch().startOrStop();
+    world.ear.pitch().startOrStop();
+    EXPECT_TRUE(world.screen.exerciseMenu);
+    EXPECT_TRUE(world.screen.shown(EarControl::cmdEsci));
+}
+
+TEST(ChordRangeSelection, FollowsEachSequenceOfClicks) {
+    const std::string limit = "Limite non consentito !!!";
+    const std::string answer = "Riconosci il tipo di accordo suonato !!!";
+    const std::vector<Selection> kCases{
+        {{52}, EarPrompt::LowerKey, {}, {limit}, -1, -1},
+        {{51}, EarPrompt::UpperKey, {51}, {}, -1, 51},
+        {{20, 52}, EarPrompt::UpperKey, {20}, {limit}, -1, 20},
+        {{20, 20}, EarPrompt::RecogniseChord, {20}, {}, 20, 20, true},
+        {{20, 51}, EarPrompt::RecogniseChord, {20, 51}, {}, 20, 51, true},
+        {{51, 59, 0}, EarPrompt::RecogniseChord, {0, 51}, {limit}, 0, 51, true},
+        {{20, 25, 30, 52}, EarPrompt::RecogniseChord, {20, 25}, {answer, answer}, 20, 25, true},
+    };
+    for (const Selection& selection : kCases) {
+        SCOPED_TRACE(clicksOf(selection));
+        EarWorld world;
+        world.ear.chooseChord();
+        clickAll(world, selection);
+        EXPECT_EQ(world.ear.chord().range().lower(), selection.lower);
+        EXPECT_EQ(world.ear.chord().range().upper(), selection.upper);
+        EXPECT_EQ(world.screen.shown(EarControl::ComdRacStart), selection.start);
+        world.ear.chord().resetRange();
+        EXPECT_THAT(world.screen.marks, IsEmpty());
+        EXPECT_EQ(world.screen.prompt, EarPrompt::ResetRange);
+        world.ear.chord().startOrStop();
+        EXPECT_FALSE(world.screen.running[EarExercise::Chord]) << "not without a range";
+    }
+}
