@@ -33,6 +33,9 @@ ComposerMenu::ComposerMenu(QWidget& window, Handlers handlers)
 
     undo_ = add({"mnuAnnulla", "Annulla", "Ctrl+Z", &Handlers::undo, InContext::Same}, edit);
     redo_ = add({"mnuRipeti", "Ripeti", "Ctrl+Y", &Handlers::redo, InContext::Same}, edit);
+    add({"mnuMemorizza", "Memorizza riferimento…", "Ctrl+B", &Handlers::addBookmark,
+         InContext::Same, true},
+        edit);
     const std::array<Item, 6> files{{
         {"mnuApri", "Apri…", "Ctrl+O", &Handlers::open, InContext::Twin, true},
         {"mnuSalva", "Salva", "Ctrl+S", &Handlers::save, InContext::Twin},

@@ -19,6 +19,7 @@ public:
         std::function<void()> close;
         std::function<void()> undo;
         std::function<void()> redo;
+        std::function<void()> addBookmark;
         std::function<void()> delayedPlay;
         std::function<void()> organ;
         std::function<void()> piano;

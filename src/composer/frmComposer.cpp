@@ -1,5 +1,7 @@
 #include "composer/frmComposer.h"
 
+#include "composer/bookmark_panel.h"
+#include "composer/browser_panel.h"
 #include "composer/panel_text.h"
 #include "composer/rhythm.h"
 #include "core/funzioni_mm.h"
@@ -11,6 +13,7 @@
 #include "ui_playback_panel.h"
 #include "ui_range_panel.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QKeyEvent>
@@ -18,8 +21,10 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QScreen>
+#include <QStyle>
 #include <QWindow>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -30,6 +35,13 @@ constexpr int kLabelFrame = 24;
 
 bool isArrow(int key) {
     return key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down;
+}
+
+void showBusyPointer(bool on) {
+    if (on)
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    else
+        QGuiApplication::restoreOverrideCursor();
 }
 
 bool takesText(const QWidget* widget) {
@@ -52,7 +64,12 @@ frmComposer::frmComposer(const Services& services, QWidget* parent)
       runtime_(services.runtime, [this] { pollKeys(); }),
       playback_(runtime_, services.funzioniMM, composition_),
       arrows_(runtime_, services.funzioniMM, composition_),
-      menu_(*this, menuHandlers()) {
+      library_(services, composition_, editor_),
+      bookmarks_(services.dialogs, composition_, editor_),
+      floppy_(services, composition_, library_, showBusyPointer),
+      menu_(*this, menuHandlers()),
+      browser_(new BrowserPanel),
+      bookmarkPanel_(new BookmarkPanel) {
     ui_->setupUi(this);
     setWindowFlags(Qt::Window | Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint |
                    Qt::WindowSystemMenuHint | Qt::WindowTitleHint);
@@ -67,6 +84,7 @@ frmComposer::frmComposer(const Services& services, QWidget* parent)
     connectRange();
     connectEditFrame();
     connectStaff();
+    connectLibrary();
     ui_->instrument->showProgram(composition_.instrument);
     showActiveNote();
     showMelody();
@@ -78,6 +96,12 @@ frmComposer::~frmComposer() = default;
 
 ComposerMenu::Handlers frmComposer::menuHandlers() {
     ComposerMenu::Handlers handlers;
+    handlers.open = [this] { mnuApri_Click(); };
+    handlers.save = [this] { mnuSalva_Click(); };
+    handlers.saveAs = [this] { mnuSaveAs_Click(); };
+    handlers.saveToFloppy = [this] { mnuSalvaA_Click(); };
+    handlers.copyFromFloppy = [this] { mnuCopyFromA_Click(); };
+    handlers.addBookmark = [this] { cmdAddBm_Click(); };
     handlers.close = [this] { reject(); };
     handlers.undo = [this] { mnuAnnulla_Click(); };
     handlers.redo = [this] { mnuRipeti_Click(); };
@@ -98,10 +122,17 @@ void frmComposer::placeOnScreen() {
 }
 
 /// The column beside the staff keeps its width whether a panel is open or not, so that opening one
-/// moves nothing else. `sidePanels` is where every panel of the column goes; while none is open, a
-/// word about what comes there stands in it.
+/// moves nothing else; panels that have no room below each other are scrolled. While none is open,
+/// a word about what comes there stands in it.
 void frmComposer::arrangeSide() {
-    ui_->side->setFixedWidth(ui_->frmModifica->sizeHint().width());
+    for (QWidget* panel : std::initializer_list<QWidget*>{browser_, bookmarkPanel_}) {
+        ui_->sidePanels->addWidget(panel);
+        panel->hide();
+    }
+    const int content =
+        std::max({ui_->frmModifica->sizeHint().width(), browser_->minimumSizeHint().width(),
+                  bookmarkPanel_->minimumSizeHint().width()});
+    ui_->side->setFixedWidth(content + style()->pixelMetric(QStyle::PM_ScrollBarExtent));
     ui_->side->setMinimumHeight(ui_->frmModifica->sizeHint().height());
     panel_text::enlarge(*ui_->lblNome, 1.2);
     panel_text::reserve(*ui_->lblNt, panel_text::widestEntryNumber(), kLabelFrame);
@@ -246,8 +277,9 @@ ComputerKeys::Focus frmComposer::keysFocus() const {
     const bool elsewhere =
         QApplication::activePopupWidget() || QApplication::activeModalWidget() != this;
     const bool text = elsewhere || takesText(focus);
-    const bool slides =
-        text || qobject_cast<const QAbstractSlider*>(focus) || qobject_cast<const QMenuBar*>(focus);
+    const bool slides = text || qobject_cast<const QAbstractSlider*>(focus) ||
+                        qobject_cast<const QAbstractItemView*>(focus) ||
+                        qobject_cast<const QMenuBar*>(focus);
     return {text, slides || focus == ui_->lb, slides};
 }
 

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "composer/bookmark_commands.h"
 #include "composer/composer_menu.h"
 #include "composer/composition.h"
 #include "composer/computer_keys.h"
+#include "composer/floppy.h"
 #include "composer/melody_editor.h"
+#include "composer/melody_library.h"
 #include "composer/playback.h"
 #include "composer/polling_runtime.h"
 #include "composer/range_arrows.h"
@@ -13,6 +16,8 @@
 
 #include <memory>
 
+class BookmarkPanel;
+class BrowserPanel;
 class QLineEdit;
 
 namespace Ui {
@@ -65,6 +70,23 @@ public:
 
     void chooseInstrument(int program);
 
+    void mnuApri_Click();
+    void mnuSalva_Click();
+    void mnuSaveAs_Click();
+    void mnuSalvaA_Click();
+    void mnuCopyFromA_Click();
+    void cmdEseguiFile_Click(int row);
+    void cmdMkdir_Click();
+    void cmdDelete_Click(int row);
+    void cmdRename_Click(int row);
+
+    void cmdAddBm_Click();
+    void cmdPlayBm_Click(int row);
+    void cmdRenameBm_Click(int row);
+    void cmdModBm_Click(int row);
+    void cmdMbUd_Click(int row, BookmarkCommands::Direction direction);
+    void cmdDelBm_Click(int row);
+
     /// Stops what plays, asks about unsaved changes, and closes.
     void done(int result) override;
 
@@ -84,6 +106,8 @@ private:
     void connectRange();
     void connectEditFrame();
     void connectStaff();
+    void connectLibrary();
+    bool refusesDamaged();
 
     void pollKeys();
     ComputerKeys::Focus keysFocus() const;
@@ -98,6 +122,9 @@ private:
     void showStepIndex();
     void showRestoredEntry();
     void showEditFrame(bool on);
+    void showPanel(QWidget& panel, bool on);
+    void showLibrary();
+    void showSaved();
     void showUndo();
 
     void noteDown(pitch::NoteNumber note) override;
@@ -125,7 +152,12 @@ private:
     PollingRuntime runtime_;
     Playback playback_;
     RangeArrows arrows_;
+    MelodyLibrary library_;
+    BookmarkCommands bookmarks_;
+    Floppy floppy_;
     ComposerMenu menu_;
+    BrowserPanel* browser_;
+    BookmarkPanel* bookmarkPanel_;
 
     int shownNumber_ = 0;                            ///< of the entry in `lblNe`, 0 = none
     pitch::NoteNumber semitoneNote_ = pitch::kRest;  ///< the one that an arrow key holds

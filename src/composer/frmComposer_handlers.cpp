@@ -79,6 +79,8 @@ void frmComposer::cmdReset_Click() {
 }
 
 void frmComposer::cmdPlay_Click() {
+    if (refusesDamaged())
+        return;
     playback_.clickPlay();
 }
 
@@ -89,6 +91,8 @@ void frmComposer::chekLoop_Click() {
 }
 
 void frmComposer::lblStep_Click(StepMode::Direction direction) {
+    if (refusesDamaged())
+        return;
     const QString message = playback_.step(direction);
     showCurrentEntry();
     if (message.isEmpty())
@@ -110,7 +114,18 @@ void frmComposer::lblNt_DblClick() {
     playback_.player().toggleKeepLastNumber();
 }
 
+/// Says again what is wrong with a file's melody that cannot be played.
+bool frmComposer::refusesDamaged() {
+    if (composition_.melody.consistent())
+        return false;
+    silenceHands();
+    services_.dialogs.message(QStringLiteral("File corrotto !!!"));
+    return true;
+}
+
 void frmComposer::mnuPlayRitardo_Click() {
+    if (refusesDamaged())
+        return;
     playback_.clickDelayedPlay();
 }
 

@@ -1,5 +1,7 @@
 // What the window shows of the composition and of what plays.
 
+#include "composer/bookmark_panel.h"
+#include "composer/browser_panel.h"
 #include "composer/frmComposer.h"
 #include "core/funzioni_mm.h"
 #include "core/pitch.h"
@@ -38,6 +40,7 @@ void frmComposer::takeTempoAndInstrument() {
     ui_->playback->showTempo(composition_.tempo);
     if (composition_.instrument != services_.funzioniMM.currentInstrument())
         chooseInstrument(composition_.instrument);
+    ui_->instrument->showProgram(composition_.instrument);
 }
 
 /// Costs the same however long the melody is.
@@ -51,6 +54,7 @@ void frmComposer::showMelody() {
     ui_->lblNt->setAccessibleDescription(count);
     ui_->palette->showSettings(composition_.settings);
     ui_->range->showTransposition(composition_.transposition);
+    bookmarkPanel_->showBookmarks(composition_.bookmarks.items());
     showUndo();
     ui_->Regolo->refresh();
     showRange();
@@ -108,8 +112,19 @@ void frmComposer::showRestoredEntry() {
 }
 
 void frmComposer::showEditFrame(bool on) {
-    ui_->frmModifica->setVisible(on);
-    ui_->lblGuida->setVisible(!on);
+    showPanel(*ui_->frmModifica, on);
+}
+
+void frmComposer::showPanel(QWidget& panel, bool on) {
+    panel.setVisible(on);
+    const bool anyOpen =
+        !ui_->frmModifica->isHidden() || !browser_->isHidden() || !bookmarkPanel_->isHidden();
+    ui_->lblGuida->setVisible(!anyOpen);
+}
+
+void frmComposer::showLibrary() {
+    showPanel(*browser_, true);
+    browser_->showEntries(library_);
 }
 
 void frmComposer::showUndo() {

@@ -79,6 +79,11 @@ const LibraryEntry* MelodyLibrary::entryAt(int row) const {
     return isThere ? &entries_[static_cast<std::size_t>(row)] : nullptr;
 }
 
+bool MelodyLibrary::isMelody(int row) const {
+    const LibraryEntry* const entry = entryAt(row);
+    return entry && entry->kind == Kind::Melody;
+}
+
 MelodyLibrary::Activated MelodyLibrary::activate(int row) {
     if (!entryAt(row))
         return Activated::Nothing;

@@ -50,6 +50,8 @@ public:
     void fill();
     const std::vector<LibraryEntry>& entries() const { return entries_; }
 
+    bool isMelody(int row) const;
+
     /// Where a melody of this folder stands in `entries`, or -1.
     int rowOf(const QString& melody) const;
 

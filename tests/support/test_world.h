@@ -3,10 +3,10 @@
 #include "core/funzioni_mm.h"
 #include "core/services.h"
 #include "platform/dialogs.h"
-#include "platform/folders.h"
 #include "platform/help_viewer.h"
 #include "platform/media.h"
 #include "platform/midi_out.h"
+#include "support/memory_folders.h"
 #include "support/virtual_runtime.h"
 
 #include <QString>
@@ -77,13 +77,6 @@ public:
     QString input(const QString& prompt, const QString& title, const QString& proposed) override;
 };
 
-class FakeFolders : public Folders {
-public:
-    QString programFolder() const override { return QStringLiteral("C:\\Cantavista"); }
-    bool fileExists(const QString&) const override { return true; }
-    QString nativePath(const QString& path) const override { return path; }
-};
-
 class HelpRecorder : public HelpViewer {
 public:
     QStringList shown;
@@ -105,7 +98,7 @@ struct TestWorld {
     MidiRecorder midi{runtime};
     MediaRecorder media;
     ScriptedDialogs dialogs;
-    FakeFolders folders;
+    MemoryFolders folders;
     HelpRecorder help;
     ScriptedRandom random;
     FunzioniMM funzioniMM{runtime, midi, media, dialogs, random.source()};
