@@ -84,7 +84,8 @@ void listFolder(benchmark::State& state) {
             library_list::read(disk.folders, disk.folder, library_list::Parent::Hidden, collator)
                 .size();
     }
-    if (static_cast<std::int64_t>(entries) != state.range(0))
+    // The example melodies' folder may stand there as well.
+    if (static_cast<std::int64_t>(entries) < state.range(0))
         state.SkipWithError("the folder was not listed");
 }
 

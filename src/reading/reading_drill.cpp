@@ -113,6 +113,8 @@ void ReadingDrill::showCounts(int conta, int er) {
 void ReadingDrill::sessionStarted() {
     controls_.ui().Start->setText(QStringLiteral("Stop"));
     controls_.hideStatistics();
+    // A session takes no range, and its staff shows nothing but the note that is asked.
+    board_.staff().ruler().setEnabled(false);
     board_.staff().ruler().showAllMarkers();
     board_.enableAnswers(session_.mode() == ReadingMode::Normale);
     showRange();
@@ -120,6 +122,7 @@ void ReadingDrill::sessionStarted() {
 
 void ReadingDrill::sessionStopped(const ReadingStatistics& statistics) {
     controls_.ui().Start->setText(QStringLiteral("Start"));
+    board_.staff().ruler().setEnabled(true);
     board_.enableAnswers(false);
     if (!statistics.empty())
         controls_.showStatistics(statistics);

@@ -79,7 +79,6 @@ void translateStandardButtons(QApplication& app) {
 
 void prepare(QApplication& app) {
     QApplication::setApplicationName(QStringLiteral("cantavista"));
-    QApplication::setApplicationDisplayName(QStringLiteral("Cantavista"));
     QApplication::setApplicationVersion(QStringLiteral(CANTAVISTA_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("cantavista"));
     QApplication::setWindowIcon(icon());

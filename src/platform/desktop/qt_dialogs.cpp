@@ -6,12 +6,15 @@
 
 namespace {
 
+/// Not set as the application's display name, which the toolkit adds to every window's own title.
+const QString kDefaultTitle = QStringLiteral("Cantavista");
+
 QMessageBox::StandardButton show(const QString& text, QMessageBox::Icon icon,
                                  QMessageBox::StandardButtons buttons,
                                  QMessageBox::StandardButton usual) {
     QMessageBox box(QApplication::activeWindow());
     box.setIcon(icon);
-    box.setWindowTitle(QApplication::applicationDisplayName());
+    box.setWindowTitle(kDefaultTitle);
     box.setTextFormat(Qt::PlainText);
     box.setText(QString(text).replace(QLatin1String("\r\n"), QLatin1String("\n")));
     box.setStandardButtons(buttons);
