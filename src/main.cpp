@@ -4,12 +4,13 @@
 #include "platform/desktop/desktop_help_viewer.h"
 #include "platform/desktop/qt_dialogs.h"
 #include "platform/desktop/qt_runtime.h"
-#include "platform/linux/linux_sound.h"
+#include "platform/sound.h"
 #include "shell/application.h"
 #include "shell/main_window.h"
 
 #include <QApplication>
 
+#include <memory>
 #include <random>
 
 namespace {
@@ -29,13 +30,13 @@ int main(int argc, char* argv[]) {
     application::prepare(app);
 
     DesktopFolders folders;
-    LinuxSound sound(folders);
+    const std::unique_ptr<Sound> sound = openSound(folders);
     QtRuntime runtime;
     QtDialogs dialogs;
     DesktopHelpViewer help(folders, dialogs);
-    FunzioniMM funzioniMM(runtime, sound.midiOut(), sound.media(), dialogs, randomNumbers());
+    FunzioniMM funzioniMM(runtime, sound->midiOut(), sound->media(), dialogs, randomNumbers());
 
-    MainWindow window({runtime, sound.midiOut(), dialogs, folders, help, funzioniMM});
+    MainWindow window({runtime, sound->midiOut(), dialogs, folders, help, funzioniMM});
     window.show();
     return QApplication::exec();
 }

@@ -43,3 +43,7 @@ MidiOut& LinuxSound::midiOut() {
 Media& LinuxSound::media() {
     return parts_->media;
 }
+
+std::unique_ptr<Sound> openSound(const Folders& folders) {
+    return std::make_unique<LinuxSound>(folders);
+}

@@ -1,23 +1,19 @@
 #pragma once
 
-#include <memory>
+#include "platform/sound.h"
 
-class Folders;
-class Media;
-class MidiOut;
-
-/// The sound of this machine: one audio output shared by the built-in synthesizer, the tune and
-/// the short sounds, and the machine's MIDI ports. Used from one thread.
-class LinuxSound {
+/// One audio output shared by the built-in synthesizer, the tune and the short sounds, and the
+/// machine's MIDI ports.
+class LinuxSound : public Sound {
 public:
     /// Returns at once; the audio output opens in the background.
     explicit LinuxSound(const Folders& folders);
-    ~LinuxSound();
+    ~LinuxSound() override;
     LinuxSound(const LinuxSound&) = delete;
     LinuxSound& operator=(const LinuxSound&) = delete;
 
-    MidiOut& midiOut();
-    Media& media();
+    MidiOut& midiOut() override;
+    Media& media() override;
 
 private:
     struct Parts;
