@@ -1,0 +1,15 @@
+#pragma once
+
+#include "reference/sheet.h"
+
+class QGridLayout;
+
+/// The page of the intervals: a row for each number of semitones, a column for each group.
+class IntervalSheet : public Sheet {
+public:
+    explicit IntervalSheet(QWidget* parent = nullptr);
+
+private:
+    void addHeadings(QGridLayout& table);
+    void addRow(QGridLayout& table, int semitones);
+};

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QPushButton>
+
+/// A small square button that opens and closes what stands beside it: "+" on one ground, "-" on
+/// another. Both grounds are light in every theme.
+class KeyButton : public QPushButton {
+public:
+    static constexpr QRgb kClosed = qRgb(255, 128, 128);
+    static constexpr QRgb kOpen = qRgb(238, 255, 192);
+
+    explicit KeyButton(QWidget* parent = nullptr);
+
+    void showOpen(bool open);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    bool event(QEvent* event) override;
+
+private:
+    QRgb ground_ = kClosed;
+};

@@ -1,0 +1,9 @@
+#pragma once
+
+#include "reference/sheet.h"
+
+/// The page of the note values: each note with its names, its value and its rest.
+class NoteValueSheet : public Sheet {
+public:
+    explicit NoteValueSheet(QWidget* parent = nullptr);
+};

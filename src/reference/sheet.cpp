@@ -1,0 +1,45 @@
+#include "reference/sheet.h"
+
+#include "widgets/appearance.h"
+
+#include <QLayout>
+#include <QPainter>
+
+namespace {
+
+constexpr double kCornerRadius = 10;
+constexpr double kEdgeInk = 0.2;
+constexpr double kHeadingScale = 1.2;
+constexpr int kHeadingRoom = 28;  ///< besides a line of text
+constexpr int kMargin = 24;
+
+}  // namespace
+
+Sheet::Sheet(QWidget* parent) : QGroupBox(parent) {}
+
+/// The style keeps room for a line of text above the layout's own margins.
+void Sheet::setPage(QLayout* page) {
+    page->setContentsMargins(kMargin, kHeadingRoom + kMargin / 2, kMargin, kMargin * 3 / 4);
+    setLayout(page);
+}
+
+void Sheet::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    const QColor ink = palette().color(QPalette::Text);
+    const QColor card = palette().color(QPalette::Base);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(appearance::mixed(ink, card, kEdgeInk));
+    painter.setBrush(card);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kCornerRadius,
+                            kCornerRadius);
+
+    const int rule = contentsRect().top() + kHeadingRoom;
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.drawLine(kMargin, rule, width() - kMargin, rule);
+    painter.setPen(ink);
+    QFont heading = font();
+    heading.setPointSizeF(heading.pointSizeF() * kHeadingScale);
+    heading.setBold(true);
+    painter.setFont(heading);
+    painter.drawText(QRect(kMargin, 0, width() - 2 * kMargin, rule), Qt::AlignVCenter, title());
+}
