@@ -1,14 +1,11 @@
 // From the click on a right answer to the first note-on of the next test, in the real window and
 // without the waits that belong to the exercises: the runtime's blocking waits return at once.
 
-#include "core/funzioni_mm.h"
 #include "core/services.h"
 #include "eartraining/ear_training_state.h"
 #include "eartraining/frmInto.h"
 #include "figures.h"
-#include "platform/desktop/qt_runtime.h"
 #include "platform/folders.h"
-#include "platform/help_viewer.h"
 #include "silent_machine.h"
 
 #include <QApplication>
@@ -45,11 +42,6 @@ public:
     QString nativePath(const QString& path) const override { return path; }
 };
 
-class NoHelp : public HelpViewer {
-public:
-    void show(const QString&) override {}
-};
-
 bool isNoteOn(std::uint32_t message) {
     return (message & 0xF0) == 0x90 && message >> 16 != 0;
 }
@@ -58,7 +50,7 @@ bool isNoteOn(std::uint32_t message) {
 class Bench {
 public:
     explicit Bench(EarTrainingState& state) : window_(services_, state, nullptr) {
-        funzioniMM_.MidiOpen(kMidiMapper);
+        machine_.funzioniMM.MidiOpen(kMidiMapper);
     }
 
     /// Runs the work once the window's loop runs, then closes the window.
@@ -83,10 +75,10 @@ public:
 
     /// Clicks on the right answer and waits for the screen to settle.
     void answer(const QString& name) {
-        midi_.arrivals.clear();
+        arrivals_.clear();
         const auto begin = figures::Clock::now();
         click(name);
-        for (const ArrivalRecorder::Arrival& arrival : midi_.arrivals) {
+        for (const ArrivalRecorder::Arrival& arrival : arrivals_) {
             if (isNoteOn(arrival.message)) {
                 times.push_back(figures::seconds(arrival.when - begin));
                 break;
@@ -98,7 +90,7 @@ public:
     /// The note numbers that the last click let sound.
     std::vector<int> sounded() const {
         std::vector<int> notes;
-        for (const ArrivalRecorder::Arrival& arrival : midi_.arrivals) {
+        for (const ArrivalRecorder::Arrival& arrival : arrivals_) {
             if (isNoteOn(arrival.message))
                 notes.push_back(static_cast<int>(arrival.message >> 8 & 0x7F));
         }
@@ -108,16 +100,14 @@ public:
     std::vector<double> times;
 
 private:
-    ImpatientRuntime runtime_;
-    ArrivalRecorder midi_;
-    NoMedia media_;
-    NoDialogs dialogs_;
     NoFolders folders_;
     NoHelp help_;
     std::mt19937 engine_{1};
-    FunzioniMM funzioniMM_{runtime_, midi_, media_, dialogs_,
-                           [this] { return static_cast<float>(engine_() >> 8) * 0x1p-24F; }};
-    Services services_{runtime_, midi_, dialogs_, folders_, help_, funzioniMM_};
+    SilentMachine<ImpatientRuntime> machine_{
+        [this] { return static_cast<float>(engine_() >> 8) * 0x1p-24F; }};
+    std::vector<ArrivalRecorder::Arrival>& arrivals_ = machine_.midi.arrivals;
+    Services services_{machine_.runtime, machine_.midi, machine_.dialogs,
+                       folders_,         help_,         machine_.funzioniMM};
     frmInto window_;
 };
 

@@ -6,7 +6,6 @@
 #include "core/services.h"
 #include "figures.h"
 #include "platform/desktop/desktop_folders.h"
-#include "platform/desktop/desktop_help_viewer.h"
 #include "platform/desktop/qt_runtime.h"
 #include "shell/application.h"
 #include "shell/main_window.h"
@@ -27,13 +26,10 @@ int main(int argc, char* argv[]) {
     const int presses = argc > 1 ? std::atoi(argv[1]) : 500;
 
     DesktopFolders folders;
-    QtRuntime runtime;
-    ArrivalRecorder midi;
-    NoMedia media;
-    NoDialogs dialogs;
-    DesktopHelpViewer help(folders, dialogs);
     // The first step of the first difficulty item, a Si, again and again.
-    FunzioniMM funzioniMM(runtime, midi, media, dialogs, [] { return 0.0F; });
+    SilentMachine machine;
+    auto& [runtime, midi, media, dialogs, funzioniMM] = machine;
+    NoHelp help;
     MainWindow window({runtime, midi, dialogs, folders, help, funzioniMM});
     window.show();
     const Instant started = runtime.now() + std::chrono::seconds(3);

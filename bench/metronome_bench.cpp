@@ -3,26 +3,22 @@
 // share while it beats with its lamps on show.
 
 #include "core/blocking_wait.h"
-#include "core/funzioni_mm.h"
+#include "figures.h"
 #include "metronome/frmMetro.h"
 #include "metronome/metronome_host.h"
-#include "platform/desktop/qt_dialogs.h"
-#include "platform/desktop/qt_runtime.h"
-#include "platform/media.h"
 #include "shell/application.h"
+#include "silent_machine.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include <algorithm>
 #include <cmath>
 #include <csignal>
 #include <cstdio>
 #include <numeric>
 #include <sys/prctl.h>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <vector>
@@ -46,7 +42,7 @@ private:
 };
 
 /// Notes when each click arrives, and from which reading its last wait began.
-class ClickRecorder : public MidiOut {
+class ClickRecorder : public SilentOutput {
 public:
     struct Click {
         double arrival;    ///< seconds of the steady clock
@@ -62,9 +58,6 @@ public:
     /// Called when the wanted number of clicks has arrived.
     std::function<void()> onLast;
 
-    int deviceCount() override { return 0; }
-    std::optional<QString> deviceName(int) override { return QStringLiteral("recorder"); }
-    MidiOpenResult open(int) override { return {0, 1}; }
     int send(MidiHandle, std::uint32_t message) override {
         const bool silencing = message >> 16 == 0;
         if (silencing)
@@ -75,21 +68,11 @@ public:
             onLast();
         return 0;
     }
-    int reset(MidiHandle) override { return 0; }
-    int close(MidiHandle) override { return 0; }
-    QString errorText(int) const override { return {}; }
 
 private:
     const TracingRuntime& runtime_;
     std::size_t wanted_;
     std::vector<Click> clicks_;
-};
-
-class NoMedia : public Media {
-public:
-    int command(const QString&) override { return 1; }
-    QString errorText(int) const override { return {}; }
-    bool playSound(const QString&, std::uint32_t) override { return false; }
 };
 
 class Host : public QWidget, public MetronomeHost {
@@ -98,15 +81,6 @@ public:
     const QWidget& startColourSource() const override { return *this; }
     const QWidget& stopColourSource() const override { return *this; }
 };
-
-double processorSeconds() {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    const auto seconds = [](const timeval& time) {
-        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
-    };
-    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
-}
 
 /// A process that keeps one core busy for as long as it lives.
 class BusyCore {
@@ -155,12 +129,6 @@ Intervals intervalsOf(const std::vector<ClickRecorder::Click>& clicks, double pe
     return intervals;
 }
 
-double quantile(std::vector<double> values, double share) {
-    std::sort(values.begin(), values.end());
-    const auto last = static_cast<double>(values.size() - 1);
-    return values[static_cast<std::size_t>(std::ceil(share * last))];
-}
-
 double sum(const std::vector<double>& values) {
     return std::accumulate(values.begin(), values.end(), 0.0);
 }
@@ -170,7 +138,7 @@ void reportDrift(const char* against, double drift, double whole) {
                 100 * drift / whole);
 }
 
-void report(const Intervals& intervals, double period, double elapsed, double processor) {
+void report(const Intervals& intervals, double period, double processorShare) {
     const std::size_t count = intervals.measured.size();
     std::vector<double> sizes;
     std::size_t prolonged = 0;
@@ -180,23 +148,24 @@ void report(const Intervals& intervals, double period, double elapsed, double pr
             ++prolonged;
     }
     std::printf("  period set %.3f ms, interval by the rule %.3f ms, measured median %.3f ms\n",
-                period * 1e3, quantile(intervals.unhindered, 0.5) * 1e3,
-                quantile(intervals.measured, 0.5) * 1e3);
+                period * 1e3, figures::quantile(intervals.unhindered, 0.5) * 1e3,
+                figures::quantile(intervals.measured, 0.5) * 1e3);
     std::printf("  measured against its own waits: median %.4f ms, p99 %.4f ms, largest %.4f ms\n",
-                quantile(sizes, 0.5), quantile(sizes, 0.99), quantile(sizes, 1));
+                figures::quantile(sizes, 0.5), figures::quantile(sizes, 0.99),
+                figures::quantile(sizes, 1));
     std::printf("  intervals that a late start put a grain of the clock off: %zu of %zu\n",
                 prolonged, count);
     const double measured = sum(intervals.measured);
     reportDrift("its waits", measured - sum(intervals.byWaits), measured);
     reportDrift("the rule", measured - sum(intervals.unhindered), measured);
-    std::printf("  processor %.2f %% of one core\n", 100 * processor / elapsed);
+    std::printf("  processor %.2f %% of one core\n", 100 * processorShare);
 }
 
 void run(int tempo, bool doubled, std::size_t pulses) {
     TracingRuntime runtime;
     ClickRecorder output(runtime, pulses + 1);
     NoMedia media;
-    QtDialogs dialogs;
+    NoDialogs dialogs;
     FunzioniMM funzioniMM(runtime, output, media, dialogs, [] { return 0.0F; });
     funzioniMM.MidiOpen(kMidiMapper);
 
@@ -218,12 +187,10 @@ void run(int tempo, bool doubled, std::size_t pulses) {
 
     std::printf("tempo %d x%d, %zu pulses\n", tempo, doubled ? 2 : 1, pulses);
     std::fflush(stdout);
-    const double processor = processorSeconds();
-    const Instant begin = runtime.now();
+    const figures::ProcessorShare share;
     metronome.startOrStop();
-    const double elapsed = std::chrono::duration<double>(runtime.now() - begin).count();
-    report(intervalsOf(output.clicks(), state.MetroPeriod), state.MetroPeriod, elapsed,
-           processorSeconds() - processor);
+    const double used = share.share();
+    report(intervalsOf(output.clicks(), state.MetroPeriod), state.MetroPeriod, used);
 }
 
 }  // namespace

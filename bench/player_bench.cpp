@@ -7,9 +7,7 @@
 #include "composer/composition.h"
 #include "composer/melody_editor.h"
 #include "composer/melody_player.h"
-#include "core/funzioni_mm.h"
 #include "figures.h"
-#include "platform/desktop/qt_runtime.h"
 #include "silent_machine.h"
 
 #include <QApplication>
@@ -54,17 +52,13 @@ int main(int argc, char* argv[]) {
     QApplication app(argc, argv);
     const int entries = argc > 1 ? std::atoi(argv[1]) : 200;
 
-    QtRuntime runtime;
-    ArrivalRecorder midi;
-    NoMedia media;
-    NoDialogs dialogs;
+    SilentMachine machine;
+    machine.funzioniMM.MidiOpen(kMidiMapper);
     NoView view;
-    FunzioniMM funzioniMM(runtime, midi, media, dialogs, [] { return 0.0F; });
-    funzioniMM.MidiOpen(kMidiMapper);
     Composition composition;
     MelodyEditor editor(composition);
     editor.open(melodyOf(entries));
-    MelodyPlayer player(runtime, funzioniMM, composition);
+    MelodyPlayer player(machine.runtime, machine.funzioniMM, composition);
     player.attach(view);
     player.play(0, static_cast<std::int16_t>(entries - 1));
 
@@ -72,7 +66,7 @@ int main(int argc, char* argv[]) {
     double accumulated = 0;
     const ArrivalRecorder::Arrival* last = nullptr;
     int entry = 0;
-    for (const ArrivalRecorder::Arrival& arrival : midi.arrivals) {
+    for (const ArrivalRecorder::Arrival& arrival : machine.midi.arrivals) {
         if (arrival.message >> 16 == 0)
             continue;
         if (last) {

@@ -10,7 +10,6 @@
 #include "core/services.h"
 #include "figures.h"
 #include "platform/desktop/desktop_folders.h"
-#include "platform/desktop/desktop_help_viewer.h"
 #include "platform/desktop/qt_runtime.h"
 #include "platform/linux/linux_sound.h"
 #include "shell/application.h"
@@ -83,7 +82,7 @@ int runChild(QApplication& app, std::int64_t startedAt, bool last) {
     LinuxSound sound(folders);
     QtRuntime runtime;
     NoDialogs dialogs;
-    DesktopHelpViewer help(folders, dialogs);
+    NoHelp help;
     FunzioniMM funzioniMM(runtime, sound.midiOut(), sound.media(), dialogs, [] { return 0.0F; });
     MainWindow window({runtime, sound.midiOut(), dialogs, folders, help, funzioniMM});
     const FirstPaint firstPaint(window, startedAt, !last);

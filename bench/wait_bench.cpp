@@ -2,10 +2,7 @@
 //
 //   wait_bench [waits of each length, 200]
 
-#include "core/blocking_wait.h"
-#include "core/funzioni_mm.h"
 #include "figures.h"
-#include "platform/desktop/qt_runtime.h"
 #include "silent_machine.h"
 
 #include <QApplication>
@@ -33,16 +30,13 @@ int main(int argc, char* argv[]) {
     QApplication app(argc, argv);
     const int waits = argc > 1 ? std::atoi(argv[1]) : 200;
 
-    ObservedRuntime runtime;
-    ArrivalRecorder midi;
-    NoMedia media;
-    NoDialogs dialogs;
-    FunzioniMM funzioniMM(runtime, midi, media, dialogs, [] { return 0.0F; });
+    SilentMachine<ObservedRuntime> machine;
+    const ObservedRuntime& runtime = machine.runtime;
     for (const double length : {0.05, 0.1, 0.9}) {
         std::vector<double> lateness;
         const figures::ProcessorShare share;
         for (int i = 0; i < waits; ++i) {
-            funzioniMM.WaitSeconds(length);
+            machine.funzioniMM.WaitSeconds(length);
             lateness.push_back(
                 std::chrono::duration<double>(runtime.now() - runtime.intendedEnd).count());
         }

@@ -1,7 +1,11 @@
+#include "command/command_line.h"
+#include "command/commands.h"
 #include "core/funzioni_mm.h"
 #include "core/services.h"
+#include "platform/chm_viewer.h"
 #include "platform/desktop/desktop_folders.h"
 #include "platform/desktop/desktop_help_viewer.h"
+#include "platform/desktop/help_files.h"
 #include "platform/desktop/qt_dialogs.h"
 #include "platform/desktop/qt_runtime.h"
 #include "platform/sound.h"
@@ -9,7 +13,11 @@
 #include "shell/main_window.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QTextStream>
 
+#include <cstdio>
 #include <memory>
 #include <random>
 
@@ -22,9 +30,41 @@ Random randomNumbers() {
     };
 }
 
+QStringList argumentsOf(int argc, char* argv[]) {
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments << QString::fromLocal8Bit(argv[i]);
+    return arguments;
+}
+
+/// Without a window, a display or the program's own folder.
+int runCommand(int argc, char* argv[]) {
+    // A command's messages are its own: the toolkit may find fault with a plain terminal's locale.
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+    const QCoreApplication app(argc, argv);
+    DesktopFolders folders(DesktopFolders::ProgramFolder::Unused);
+    const std::unique_ptr<Sound> sound = openSound(folders);
+    QTextStream out(stdout);
+    QTextStream err(stderr);
+    return commands::run(CommandLine::parse(QCoreApplication::arguments()),
+                         {folders, *sound, out, err});
+}
+
+/// The melody that the program was opened with, as the program writes paths.
+QString melodyAtStart() {
+    QStringList files = QCoreApplication::arguments().mid(1);
+    files.removeAll(QStringLiteral("--"));
+    if (files.isEmpty())
+        return {};
+    const QString path = QDir::cleanPath(QFileInfo(files.front()).absoluteFilePath());
+    return QString(path).replace(u'/', u'\\');
+}
+
 }  // namespace
 
 int main(int argc, char* argv[]) {
+    if (CommandLine::isCommand(argumentsOf(argc, argv)))
+        return runCommand(argc, argv);
     QtRuntime::chooseEventQueue();
     QApplication app(argc, argv);
     application::prepare(app);
@@ -33,10 +73,12 @@ int main(int argc, char* argv[]) {
     const std::unique_ptr<Sound> sound = openSound(folders);
     QtRuntime runtime;
     QtDialogs dialogs;
-    DesktopHelpViewer help(folders, dialogs);
+    DesktopHelpViewer help(folders, dialogs, openChm, installedHelpFolders());
     FunzioniMM funzioniMM(runtime, sound->midiOut(), sound->media(), dialogs, randomNumbers());
 
-    MainWindow window({runtime, sound->midiOut(), dialogs, folders, help, funzioniMM});
+    MainWindow window(
+        {runtime, sound->midiOut(), dialogs, folders, help, funzioniMM, sound->waveRenderer()});
+    window.openMelodyAtStart(melodyAtStart());
     window.show();
     return QApplication::exec();
 }

@@ -36,15 +36,24 @@ ComposerMenu::ComposerMenu(QWidget& window, Handlers handlers)
     add({"mnuMemorizza", "Memorizza riferimento…", "Ctrl+B", &Handlers::addBookmark,
          InContext::Same, true},
         edit);
-    const std::array<Item, 6> files{{
+    const std::array<Item, 3> files{{
         {"mnuApri", "Apri…", "Ctrl+O", &Handlers::open, InContext::Twin, true},
         {"mnuSalva", "Salva", "Ctrl+S", &Handlers::save, InContext::Twin},
         {"mnuSaveAs", "Salva con nome…", "Ctrl+Shift+S", &Handlers::saveAs, InContext::Twin},
+    }};
+    for (const Item& item : files)
+        add(item, file);
+    exportAudio_ =
+        add({"mnuEsportaAudio", "Esporta audio (WAV)…", "Ctrl+E", &Handlers::exportAudio,
+             InContext::No, true},
+            file);
+    exportMidi_ = add({"mnuEsportaMidi", "Esporta MIDI…", "", &Handlers::exportMidi}, file);
+    const std::array<Item, 3> others{{
         {"mnuSalvaA", "Salva su dischetto A:", "", &Handlers::saveToFloppy, InContext::No, true},
         {"mnuCopyFromA", "Copia files da dischetto…", "", &Handlers::copyFromFloppy},
         {"mnuChiudi", "Chiudi", "Ctrl+W", &Handlers::close, InContext::No, true},
     }};
-    for (const Item& item : files)
+    for (const Item& item : others)
         add(item, file);
     const std::array<Item, 3> plays{{
         {"mnuPlayRitardo", "Play (ritardo 3 Sec.)", "Ctrl+P", &Handlers::delayedPlay,
@@ -85,4 +94,9 @@ QAction* ComposerMenu::add(const Item& item, QMenu& menu) {
 void ComposerMenu::enableUndo(bool undo, bool redo) {
     undo_->setEnabled(undo);
     redo_->setEnabled(redo);
+}
+
+void ComposerMenu::enableExport(bool audio, bool midi) {
+    exportAudio_->setEnabled(audio);
+    exportMidi_->setEnabled(midi);
 }

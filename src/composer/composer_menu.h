@@ -14,6 +14,8 @@ public:
         std::function<void()> open;
         std::function<void()> save;
         std::function<void()> saveAs;
+        std::function<void()> exportAudio;
+        std::function<void()> exportMidi;
         std::function<void()> saveToFloppy;
         std::function<void()> copyFromFloppy;
         std::function<void()> close;
@@ -31,6 +33,7 @@ public:
     QMenu& context() { return *context_; }
 
     void enableUndo(bool undo, bool redo);
+    void enableExport(bool audio, bool midi);
 
 private:
     struct Item;
@@ -42,4 +45,6 @@ private:
     QMenu* context_;
     QAction* undo_ = nullptr;
     QAction* redo_ = nullptr;
+    QAction* exportAudio_ = nullptr;
+    QAction* exportMidi_ = nullptr;
 };

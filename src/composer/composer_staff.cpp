@@ -2,10 +2,12 @@
 
 #include "composer/composer_staff_cursor.h"
 #include "core/pitch.h"
+#include "widgets/appearance.h"
 #include "widgets/music_font.h"
+#include "widgets/parts_accessible.h"
 #include "widgets/piano_key_name.h"
 
-#include <QAccessibleWidget>
+#include <QAccessible>
 #include <QEvent>
 #include <QFontMetricsF>
 #include <QMouseEvent>
@@ -43,12 +45,6 @@ constexpr double kCurrentTint = 0.24;
 constexpr double kPointedInk = 0.5;
 constexpr double kNumberInk = 0.6;
 
-QColor mixed(const QColor& over, const QColor& under, double share) {
-    const auto mix = [share](int a, int b) { return qRound(a * share + b * (1 - share)); };
-    return {mix(over.red(), under.red()), mix(over.green(), under.green()),
-            mix(over.blue(), under.blue())};
-}
-
 QFont numberFont(const QWidget& widget) {
     QFont font = widget.font();
     font.setPixelSize(std::max(8, qRound(kNumberSize * widget.fontInfo().pixelSize())));
@@ -59,7 +55,7 @@ QAccessibleInterface* makeInterface(const QString& className, QObject* object) {
     if (className != QLatin1String("QWidget"))
         return nullptr;
     auto* staff = dynamic_cast<ComposerStaff*>(object);
-    return staff ? new QAccessibleWidget(staff, QAccessible::Graphic) : nullptr;
+    return staff ? new PartsAccessible(staff, QAccessible::Graphic) : nullptr;
 }
 
 }  // namespace
@@ -306,8 +302,8 @@ void ComposerStaff::paintEvent(QPaintEvent* event) {
     paintCard(painter);
     if (const Shown* entry = current_ ? shown(*current_) : nullptr) {
         painter.setPen(Qt::NoPen);
-        painter.setBrush(mixed(palette().color(QPalette::Highlight),
-                               palette().color(QPalette::Base), kCurrentTint));
+        painter.setBrush(appearance::mixed(palette().color(QPalette::Highlight),
+                                           palette().color(QPalette::Base), kCurrentTint));
         painter.drawRoundedRect(cellRect(*entry), 4, 4);
     }
     const Staves staves = composer_staff_painter::onPixels(painter, staves_);
@@ -333,9 +329,9 @@ void ComposerStaff::paintCard(QPainter& painter) const {
     painter.save();
     painter.setClipPath(outline, Qt::IntersectClip);
     painter.fillRect(column().adjusted(0, 0, kPadding, 0),
-                     mixed(palette().color(QPalette::Highlight), card, kColumnTint));
+                     appearance::mixed(palette().color(QPalette::Highlight), card, kColumnTint));
     painter.restore();
-    painter.setPen(mixed(palette().color(QPalette::Text), card, kBorderInk));
+    painter.setPen(appearance::mixed(palette().color(QPalette::Text), card, kBorderInk));
     painter.drawPath(outline);
 }
 
@@ -343,8 +339,8 @@ void ComposerStaff::paintPointed(QPainter& painter, const Staves& staves) const 
     if (!pointed_)
         return;
     const Head head = composer_staff_layout::headOf(*pointed_);
-    painter.setPen(
-        mixed(palette().color(QPalette::Highlight), palette().color(QPalette::Base), kPointedInk));
+    painter.setPen(appearance::mixed(palette().color(QPalette::Highlight),
+                                     palette().color(QPalette::Base), kPointedInk));
     engraving::drawNote(painter, font_, staves.of(head.system),
                         column().left() + kColumnNote * staves.space(),
                         {.position = head.position});
@@ -355,8 +351,8 @@ void ComposerStaff::paintNumber(QPainter& painter, const Shown& entry) const {
     if (number != 1 && number % kNumbersEvery != 0)
         return;
     painter.setFont(numberFont(*this));
-    painter.setPen(
-        mixed(palette().color(QPalette::Text), palette().color(QPalette::Base), kNumberInk));
+    painter.setPen(appearance::mixed(palette().color(QPalette::Text),
+                                     palette().color(QPalette::Base), kNumberInk));
     const QString text = QString::number(number);
     const QFontMetricsF metrics(painter.font());
     const qreal head =

@@ -13,56 +13,55 @@ constexpr double kSharpReach = 1.6;
 
 }  // namespace
 
-ActiveNotePicture::ActiveNotePicture(const MusicFont& font, QWidget* parent)
+CursorPicture::CursorPicture(const QString& name, const MusicFont& font, QWidget* parent)
     : QWidget(parent), font_(font) {
-    setObjectName(QStringLiteral("lblCursore"));
+    setObjectName(name);
     setAttribute(Qt::WA_TransparentForMouseEvents);
     hide();
 }
 
-void ActiveNotePicture::setPlace(const engraving::Stave& stave, qreal x, int position) {
-    stave_ = stave;
-    x_ = x;
-    note_.position = position;
-    const qreal room = kNoteRoom * stave.space;
-    const qreal end = stave.y(engraving::stemEnd(position));
-    const qreal y = stave.y(position);
-    const qreal width = engraving::headWidth(note_.duration) * stave.space;
-    setGeometry(QRectF(QPointF(x - room, std::min(y, end) - room),
-                       QPointF(x + width + room, std::max(y, end) + room))
-                    .toAlignedRect());
+void CursorPicture::setPlace(const engraving::Stave& stave, qreal x, int position) {
+    place_ = {stave, x, position};
+    setGeometry(extent(place_).toAlignedRect());
     update();
 }
 
-void ActiveNotePicture::paintEvent(QPaintEvent* /*event*/) {
+void CursorPicture::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.translate(-pos());
     painter.setPen(palette().color(QPalette::Highlight));
-    engraving::drawNote(painter, font_, engraving::onPixels(painter, stave_), x_, note_);
+    draw(painter, font_, {engraving::onPixels(painter, place_.stave), place_.x, place_.position});
+}
+
+ActiveNotePicture::ActiveNotePicture(const MusicFont& font, QWidget* parent)
+    : CursorPicture(QStringLiteral("lblCursore"), font, parent) {}
+
+QRectF ActiveNotePicture::extent(const Place& place) const {
+    const engraving::Stave& stave = place.stave;
+    const qreal room = kNoteRoom * stave.space;
+    const qreal end = stave.y(engraving::stemEnd(place.position));
+    const qreal y = stave.y(place.position);
+    const qreal width = engraving::headWidth(engraving::Note().duration) * stave.space;
+    return {QPointF(place.x - room, std::min(y, end) - room),
+            QPointF(place.x + width + room, std::max(y, end) + room)};
+}
+
+void ActiveNotePicture::draw(QPainter& painter, const MusicFont& font, const Place& place) const {
+    engraving::drawNote(painter, font, place.stave, place.x, {.position = place.position});
 }
 
 ActiveSharpPicture::ActiveSharpPicture(const MusicFont& font, QWidget* parent)
-    : QWidget(parent), font_(font) {
-    setObjectName(QStringLiteral("lblAccidente"));
+    : CursorPicture(QStringLiteral("lblAccidente"), font, parent) {
     setAccessibleName(QStringLiteral("Diesis"));
-    setAttribute(Qt::WA_TransparentForMouseEvents);
-    hide();
 }
 
-void ActiveSharpPicture::setPlace(const engraving::Stave& stave, qreal x, int position) {
-    stave_ = stave;
-    x_ = x;
-    position_ = position;
-    const qreal width = kSharpRoom * stave.space;
-    const qreal reach = kSharpReach * stave.space;
-    setGeometry(QRectF(x - width, stave.y(position) - reach, width, 2 * reach).toAlignedRect());
-    update();
+QRectF ActiveSharpPicture::extent(const Place& place) const {
+    const qreal width = kSharpRoom * place.stave.space;
+    const qreal reach = kSharpReach * place.stave.space;
+    return {place.x - width, place.stave.y(place.position) - reach, width, 2 * reach};
 }
 
-void ActiveSharpPicture::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
-    painter.translate(-pos());
-    painter.setPen(palette().color(QPalette::Highlight));
-    engraving::drawAccidental(painter, font_, engraving::onPixels(painter, stave_), x_, position_,
+void ActiveSharpPicture::draw(QPainter& painter, const MusicFont& font, const Place& place) const {
+    engraving::drawAccidental(painter, font, place.stave, place.x, place.position,
                               engraving::Accidental::Sharp);
 }

@@ -14,7 +14,8 @@
 struct MelodySource {
     QString name;
     QString folder;
-    QString fileName;  ///< as it stands in the folder
+    QString fileName;      ///< as it stands in the folder
+    bool outside = false;  ///< not in the tree of melodies: "Salva" writes it where it is
 
     bool operator==(const MelodySource&) const = default;
 };

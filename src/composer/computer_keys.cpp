@@ -4,11 +4,7 @@
 
 namespace {
 
-/// The keys at the ends of the piano's rows.
-constexpr std::array<KeyCode, 9> kSigns{kKeyComma,           'L',       kKeyFullStop,
-                                        kKeyRightOfL,        kKeyMinus, kKeyRightOfP,
-                                        kKeyLeftOfBackspace, kKeyPlus,  kKeyBackspace};
-
+constexpr auto kSigns = PianoKeys::kRowEnds;
 constexpr KeyCode kKeyF5 = kKeyF1 + 4;
 constexpr KeyCode kKeyF6 = kKeyF1 + 5;
 constexpr std::array<KeyCode, 6> kMoves{kKeyLeft, kKeyRight, kKeyUp, kKeyDown, kKeyF5, kKeyF6};

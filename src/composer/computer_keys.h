@@ -37,7 +37,6 @@ public:
     PianoKeys& piano() { return piano_; }
 
 private:
-    static constexpr std::size_t kSignCount = 9;
     static constexpr std::size_t kMoveCount = 6;
     enum class State { Up, Down, Ignored };
 
@@ -48,7 +47,7 @@ private:
     const Runtime& runtime_;
     ComputerKeysListener& listener_;
     PianoKeys piano_;
-    std::array<bool, kSignCount> signs_{};
+    std::array<bool, PianoKeys::kRowEnds.size()> signs_{};
     std::array<State, kMoveCount> moves_{};
     KeyCode semitoneKey_ = 0;  ///< the one whose note sounds
 };

@@ -4,6 +4,7 @@
 #include "composer/panel_text.h"
 #include "composer/picture_button.h"
 #include "ui_entry_palette_panel.h"
+#include "widgets/appearance.h"
 
 namespace {
 
@@ -51,7 +52,7 @@ EntryPalettePanel::EntryPalettePanel(QWidget* parent)
     // The check box is higher than a caption; the rows of buttons stand level nevertheless.
     for (QLabel* caption : {ui_->lblSimboli, ui_->lblInserimento})
         caption->setMinimumHeight(ui_->ckConsAtt->sizeHint().height());
-    panel_text::enlarge(*ui_->lblActNote, kActiveNoteTextScale);
+    appearance::enlargeText(*ui_->lblActNote, kActiveNoteTextScale);
     panel_text::reserve(*ui_->lblActNote, panel_text::widestNoteName(), kLabelFrame);
     for (QWidget* button :
          {static_cast<QWidget*>(ui_->cmdInsNota), static_cast<QWidget*>(ui_->cmdInsPausa),

@@ -12,6 +12,7 @@
 #include "ui_modify_panel.h"
 #include "ui_playback_panel.h"
 #include "ui_range_panel.h"
+#include "widgets/appearance.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -55,7 +56,7 @@ staff_entry::Entry onStaff(const MelodyEntry& entry) {
 
 }  // namespace
 
-frmComposer::frmComposer(const Services& services, QWidget* parent)
+frmComposer::frmComposer(const Services& services, QWidget* parent, QString melodyFile)
     : QDialog(parent),
       services_(services),
       ui_(std::make_unique<Ui::frmComposer>()),
@@ -66,10 +67,13 @@ frmComposer::frmComposer(const Services& services, QWidget* parent)
       arrows_(runtime_, services.funzioniMM, composition_),
       library_(services, composition_, editor_),
       bookmarks_(services.dialogs, composition_, editor_),
+      export_(services, composition_),
       floppy_(services, composition_, library_, showBusyPointer),
+      unsaved_(services, composition_, editor_, library_),
       menu_(*this, menuHandlers()),
       browser_(new BrowserPanel),
-      bookmarkPanel_(new BookmarkPanel) {
+      bookmarkPanel_(new BookmarkPanel),
+      melodyFile_(std::move(melodyFile)) {
     ui_->setupUi(this);
     setWindowFlags(Qt::Window | Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint |
                    Qt::WindowSystemMenuHint | Qt::WindowTitleHint);
@@ -99,6 +103,8 @@ ComposerMenu::Handlers frmComposer::menuHandlers() {
     handlers.open = [this] { mnuApri_Click(); };
     handlers.save = [this] { mnuSalva_Click(); };
     handlers.saveAs = [this] { mnuSaveAs_Click(); };
+    handlers.exportAudio = [this] { mnuEsportaAudio_Click(); };
+    handlers.exportMidi = [this] { mnuEsportaMidi_Click(); };
     handlers.saveToFloppy = [this] { mnuSalvaA_Click(); };
     handlers.copyFromFloppy = [this] { mnuCopyFromA_Click(); };
     handlers.addBookmark = [this] { cmdAddBm_Click(); };
@@ -134,7 +140,7 @@ void frmComposer::arrangeSide() {
                   bookmarkPanel_->minimumSizeHint().width()});
     ui_->side->setFixedWidth(content + style()->pixelMetric(QStyle::PM_ScrollBarExtent));
     ui_->side->setMinimumHeight(ui_->frmModifica->sizeHint().height());
-    panel_text::enlarge(*ui_->lblNome, 1.2);
+    appearance::enlargeText(*ui_->lblNome, 1.2);
     panel_text::reserve(*ui_->lblNt, panel_text::widestEntryNumber(), kLabelFrame);
     showEditFrame(false);
 }
@@ -226,8 +232,12 @@ void frmComposer::Form_Activate() {
     polling_ = true;
     ui_->palette->ui().cmdInsNota->setFocus();
     keys_.piano().resetOctave();
-    while (!closed_ && !runtime_.ending())
-        runtime_.pump(kForever);
+    offerUnsaved();
+    openMelodyFile();
+    while (!closed_ && !runtime_.ending()) {
+        runtime_.pump(unsaved_.due());
+        unsaved_.keepIfDue();
+    }
     silenceHands();
     polling_ = false;
 }
@@ -240,6 +250,7 @@ void frmComposer::done(int result) {
     if (editor_.modified() && !services_.dialogs.confirm(QStringLiteral(
                                   "La melodia non è stata salvata. Chiudere comunque ?")))
         return;
+    unsaved_.forget();
     closed_ = true;
     QDialog::done(result);
 }

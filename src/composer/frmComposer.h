@@ -6,13 +6,16 @@
 #include "composer/computer_keys.h"
 #include "composer/floppy.h"
 #include "composer/melody_editor.h"
+#include "composer/melody_export.h"
 #include "composer/melody_library.h"
 #include "composer/playback.h"
 #include "composer/polling_runtime.h"
 #include "composer/range_arrows.h"
+#include "composer/unsaved_melody.h"
 #include "core/services.h"
 
 #include <QDialog>
+#include <QString>
 
 #include <memory>
 
@@ -34,7 +37,8 @@ class frmComposer : public QDialog,
                     private RangeView,
                     private ComputerKeysListener {
 public:
-    frmComposer(const Services& services, QWidget* parent);
+    /// Opens with the melody of a file, if one is named.
+    frmComposer(const Services& services, QWidget* parent, QString melodyFile = {});
     ~frmComposer() override;
 
     void cmdSimbNote_Click(std::uint8_t index);
@@ -73,6 +77,8 @@ public:
     void mnuApri_Click();
     void mnuSalva_Click();
     void mnuSaveAs_Click();
+    void mnuEsportaAudio_Click();
+    void mnuEsportaMidi_Click();
     void mnuSalvaA_Click();
     void mnuCopyFromA_Click();
     void cmdEseguiFile_Click(int row);
@@ -113,6 +119,10 @@ private:
     ComputerKeys::Focus keysFocus() const;
     void silenceHands();
 
+    void offerUnsaved();
+    void openMelodyFile();
+    bool showOpened(MelodyLibrary::Activated activated);
+    void goThroughHistory(void (MelodyEditor::*go)());
     void take(const EditOutcome& outcome);
     void takeTempoAndInstrument();
     void showMelody();
@@ -154,11 +164,14 @@ private:
     RangeArrows arrows_;
     MelodyLibrary library_;
     BookmarkCommands bookmarks_;
+    MelodyExport export_;
     Floppy floppy_;
+    UnsavedMelody unsaved_;
     ComposerMenu menu_;
     BrowserPanel* browser_;
     BookmarkPanel* bookmarkPanel_;
 
+    QString melodyFile_;                             ///< to be opened when the window comes up
     int shownNumber_ = 0;                            ///< of the entry in `lblNe`, 0 = none
     pitch::NoteNumber semitoneNote_ = pitch::kRest;  ///< the one that an arrow key holds
     bool typed_ = false;                             ///< a key of this pass was text or a shortcut

@@ -14,7 +14,6 @@
 
 namespace {
 
-constexpr int kMelodyChannel = 1;
 constexpr int kKeyVelocity = 90;
 
 }  // namespace
@@ -184,18 +183,17 @@ void frmComposer::cmdCancNota_Click() {
 }
 
 void frmComposer::mnuAnnulla_Click() {
-    if (playback_.player().playing())
-        return;
-    editor_.undo();
-    takeTempoAndInstrument();
-    showMelody();
-    showRestoredEntry();
+    goThroughHistory(&MelodyEditor::undo);
 }
 
 void frmComposer::mnuRipeti_Click() {
+    goThroughHistory(&MelodyEditor::redo);
+}
+
+void frmComposer::goThroughHistory(void (MelodyEditor::*go)()) {
     if (playback_.player().playing())
         return;
-    editor_.redo();
+    (editor_.*go)();
     takeTempoAndInstrument();
     showMelody();
     showRestoredEntry();
@@ -210,13 +208,13 @@ void frmComposer::chooseInstrument(int program) {
 /// Sounds a note that a hand plays, and makes it the active one.
 void frmComposer::noteDown(pitch::NoteNumber note) {
     markKey(pitch::noteIndexOf(note), true);
-    services_.funzioniMM.NoteOn(kMelodyChannel, note, kKeyVelocity);
+    services_.funzioniMM.NoteOn(FunzioniMM::kMelodyChannel, note, kKeyVelocity);
     if (editor_.chooseActiveNote(note))
         showActiveNote();
 }
 
 void frmComposer::noteUp(pitch::NoteNumber note) {
-    services_.funzioniMM.NoteOff(kMelodyChannel, note);
+    services_.funzioniMM.NoteOff(FunzioniMM::kMelodyChannel, note);
     markKey(pitch::noteIndexOf(note), false);
 }
 

@@ -2,8 +2,11 @@
 
 #include "composer/bookmark_panel.h"
 #include "composer/browser_panel.h"
+#include "composer/export_progress.h"
 #include "composer/frmComposer.h"
 #include "composer/frmCopyFromA.h"
+
+#include <utility>
 
 void frmComposer::connectLibrary() {
     BrowserPanel::Handlers browser;
@@ -47,10 +50,43 @@ void frmComposer::mnuSaveAs_Click() {
         showSaved();
 }
 
+/// What an earlier run had no time to save.
+void frmComposer::offerUnsaved() {
+    const EditOutcome outcome = unsaved_.offer();
+    if (!outcome.changed)
+        return;
+    takeTempoAndInstrument();
+    take(outcome);
+}
+
+/// The melody that the window was opened for.
+void frmComposer::openMelodyFile() {
+    const QString path = std::exchange(melodyFile_, {});
+    if (path.isEmpty())
+        return;
+    unsaved_.keep();
+    showOpened(library_.openFile(path));
+}
+
 void frmComposer::showSaved() {
+    unsaved_.forget();
     browser_->showEntries(library_);
-    browser_->select(library_.rowOf(library_.CurrentMelodyName()));
+    if (!composition_.source.outside)
+        browser_->select(library_.rowOf(library_.CurrentMelodyName()));
     showMelody();
+}
+
+void frmComposer::mnuEsportaAudio_Click() {
+    silenceHands();
+    playback_.stop();
+    ExportProgress progress(services_.runtime, *this);
+    export_.exportAudio([&progress](double share) { return progress.show(share); });
+}
+
+void frmComposer::mnuEsportaMidi_Click() {
+    silenceHands();
+    playback_.stop();
+    export_.exportMidi();
 }
 
 void frmComposer::mnuSalvaA_Click() {
@@ -69,11 +105,21 @@ void frmComposer::cmdEseguiFile_Click(int row) {
     silenceHands();
     if (library_.isMelody(row))
         playback_.stop();
+    unsaved_.keep();
     const MelodyLibrary::Activated activated = library_.activate(row);
     browser_->showEntries(library_);
+    if (!showOpened(activated))
+        return;
+    if (activated == MelodyLibrary::Activated::Melody && !playback_.player().playing())
+        playback_.clickPlay();
+}
+
+/// Shows the melody that was opened; false if none was.
+bool frmComposer::showOpened(MelodyLibrary::Activated activated) {
     if (activated == MelodyLibrary::Activated::Nothing ||
         activated == MelodyLibrary::Activated::Folder)
-        return;
+        return false;
+    unsaved_.leave();
     showEntryNumber({});
     showEntryName({});
     takeTempoAndInstrument();
@@ -81,8 +127,7 @@ void frmComposer::cmdEseguiFile_Click(int row) {
     showMelody();
     if (!composition_.bookmarks.empty())
         showPanel(*bookmarkPanel_, true);
-    if (activated == MelodyLibrary::Activated::Melody && !playback_.player().playing())
-        playback_.clickPlay();
+    return true;
 }
 
 void frmComposer::cmdMkdir_Click() {

@@ -45,6 +45,7 @@ void frmComposer::takeTempoAndInstrument() {
 
 /// Costs the same however long the melody is.
 void frmComposer::showMelody() {
+    unsaved_.changed();
     const Melody& melody = composition_.melody;
     const QString names = melody.lastNames(kNamesShown);
     ui_->lblNoteString->setText(names);
@@ -56,6 +57,7 @@ void frmComposer::showMelody() {
     ui_->range->showTransposition(composition_.transposition);
     bookmarkPanel_->showBookmarks(composition_.bookmarks.items());
     showUndo();
+    menu_.enableExport(export_.canExportAudio(), export_.canExportMidi());
     ui_->Regolo->refresh();
     showRange();
     showCurrentEntry();
@@ -116,7 +118,14 @@ void frmComposer::showEditFrame(bool on) {
 }
 
 void frmComposer::showPanel(QWidget& panel, bool on) {
+    const bool opens = on && panel.isHidden();
     panel.setVisible(on);
+    // It has its place in the column once that is laid out.
+    if (opens) {
+        QMetaObject::invokeMethod(
+            ui_->side, [this, &panel] { ui_->side->ensureWidgetVisible(&panel, 0, 0); },
+            Qt::QueuedConnection);
+    }
     const bool anyOpen =
         !ui_->frmModifica->isHidden() || !browser_->isHidden() || !bookmarkPanel_->isHidden();
     ui_->lblGuida->setVisible(!anyOpen);
@@ -132,7 +141,10 @@ void frmComposer::showUndo() {
     menu_.enableUndo(idle && editor_.canUndo(), idle && editor_.canRedo());
 }
 
+/// A copy that is due does not wait for the end of what plays.
 void frmComposer::showPlaying(bool playing) {
+    if (playing)
+        unsaved_.keep();
     ui_->playback->showPlaying(playing);
     showUndo();
 }

@@ -107,7 +107,8 @@ EditOutcome MelodyEditor::modify(const EditChoice& choice) {
     if (note != old.noteNumber())
         entry.note = MelodyEntry::noteToken(note);
     takeDuration(choice, entry);
-    entry.attribute = choice.letter;
+    if (!choice.letter.isEmpty())
+        entry.attribute = choice.letter;
     if (entry == old)
         return {};
     recorder.replace(index, 1, {std::move(entry)});
@@ -139,10 +140,11 @@ EditOutcome MelodyEditor::insertAfter(const EditChoice& choice) {
     const double duration = settings.attribute() == EntrySettings::Terzina
                                 ? rhythm::tripletOf(settings.baseDuration())
                                 : rhythm::ValueNameToDuration(choice.valueName, choice.multiplier);
+    const QString attribute = choice.letter.isEmpty() ? QString(letter::kNormale) : choice.letter;
     Recorder recorder(history_, composition_);
     ++step.index;
     recorder.replace(step.index, 0,
-                     {MelodyEntry::make(chosenNote(choice), duration, choice.letter,
+                     {MelodyEntry::make(chosenNote(choice), duration, attribute,
                                         composition_.decimalSeparator)});
     composition_.range.afterInsertion(melody.EntryCount());
     composition_.bookmarks.refresh(melody.EntryCount());
@@ -213,6 +215,13 @@ QString MelodyEditor::validateEnd(const QString& box) {
 }
 
 EditOutcome MelodyEditor::open(const MelodyFile& file) {
+    const EditOutcome outcome = recover(file);
+    if (outcome.changed)
+        markSaved();
+    return outcome;
+}
+
+EditOutcome MelodyEditor::recover(const MelodyFile& file) {
     Melody::Reading reading = Melody::read(file.texts);
     if (reading.result == Melody::ReadResult::TooLong)
         return refused(fullMessage());
@@ -230,7 +239,6 @@ EditOutcome MelodyEditor::open(const MelodyFile& file) {
     }
     composition_.step.active = false;
     recorder.commit();
-    markSaved();
     return {true, false, damaged ? damagedMessage() : QString()};
 }
 

@@ -17,7 +17,7 @@ struct EditOutcome {
 struct EditChoice {
     QString valueName;
     QString multiplier;
-    QString letter;
+    QString letter;  ///< empty if the entry has one that the list does not know
 };
 
 /// A melody as its file gives it.
@@ -73,6 +73,9 @@ public:
     /// Puts a file's melody in the place of this one, its whole length in the range. A damaged file
     /// leaves its texts and a message; one that is too long leaves only a message.
     EditOutcome open(const MelodyFile& file);
+
+    /// The same of a melody that was never saved.
+    EditOutcome recover(const MelodyFile& file);
 
     /// Puts other bookmarks in the place of these.
     EditOutcome setBookmarks(const QStringList& items);

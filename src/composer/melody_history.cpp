@@ -21,19 +21,22 @@ EditState EditState::of(const Composition& composition) {
 void MelodyHistory::undo(Composition& composition) {
     if (!canUndo())
         return;
-    Change change = std::move(done_.back());
-    done_.pop_back();
+    Change& change = done_.back();
     restore(composition, change, change.after, change.before);
-    undone_.push_back(std::move(change));
+    moveLast(done_, undone_);
 }
 
 void MelodyHistory::redo(Composition& composition) {
     if (!canRedo())
         return;
-    Change change = std::move(undone_.back());
-    undone_.pop_back();
+    Change& change = undone_.back();
     restore(composition, change, change.before, change.after);
-    done_.push_back(std::move(change));
+    moveLast(undone_, done_);
+}
+
+void MelodyHistory::moveLast(std::vector<Change>& from, std::vector<Change>& to) {
+    to.push_back(std::move(from.back()));
+    from.pop_back();
 }
 
 void MelodyHistory::restore(Composition& composition, Change& change, const EditState& from,

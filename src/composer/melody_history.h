@@ -49,6 +49,7 @@ private:
     };
 
     void record(Change change);
+    static void moveLast(std::vector<Change>& from, std::vector<Change>& to);
     static void restore(Composition& composition, Change& change, const EditState& from,
                         const EditState& to);
 

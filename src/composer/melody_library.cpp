@@ -3,6 +3,7 @@
 #include "composer/melody_editor.h"
 #include "composer/melody_file.h"
 #include "composer/melody_names.h"
+#include "composer/melody_reader.h"
 #include "core/funzioni_mm.h"
 #include "core/services.h"
 #include "platform/dialogs.h"
@@ -12,15 +13,12 @@
 #include <QLocale>
 
 #include <algorithm>
+#include <utility>
 
 using melody_names::kBackslash;
 using Kind = LibraryEntry::Kind;
 
 namespace {
-
-QString damagedFile() {
-    return QStringLiteral("File corrotto !!!");
-}
 
 QString invalidFolderName() {
     return QStringLiteral("Nome cartella non valido !!!");
@@ -89,7 +87,7 @@ MelodyLibrary::Activated MelodyLibrary::activate(int row) {
         return Activated::Nothing;
     const LibraryEntry entry = *entryAt(row);
     if (entry.kind == Kind::Melody)
-        return open(entry);
+        return open({entry.name, folder_, entry.fileName});
     if (entry.kind == Kind::Parent)
         goUp();
     else
@@ -113,25 +111,33 @@ void MelodyLibrary::goUp() {
     --depth_;
 }
 
-MelodyLibrary::Activated MelodyLibrary::open(const LibraryEntry& entry) {
-    const Folders::Content content =
-        folders_.readFile(folder_ + entry.fileName, melody_file::kLargestFile + 1);
-    if (content.error.failed() && content.error.number != file_error::kDeviceFault) {
-        dialogs_.message(melody_names::failureText(content.error));
+/// A melody of the tree is opened as if the browser stood in its folder.
+MelodyLibrary::Activated MelodyLibrary::openFile(const QString& path) {
+    const qsizetype end = path.lastIndexOf(kBackslash) + 1;
+    const QString folder = path.left(end);
+    const QString fileName = path.mid(end);
+    const bool outside = !path.startsWith(root_) || !isInTree(path);
+    const Activated activated =
+        open({melody_names::melodyName(fileName), folder, fileName, outside});
+    if (!outside && activated != Activated::Nothing) {
+        folder_ = folder;
+        depth_ = static_cast<int>(folder.count(kBackslash) - root_.count(kBackslash));
+    }
+    return activated;
+}
+
+MelodyLibrary::Activated MelodyLibrary::open(const MelodySource& source) {
+    MelodyReading reading = readMelody(folders_, source.folder + source.fileName);
+    if (!reading.file) {
+        dialogs_.message(reading.error.failed() ? melody_names::failureText(reading.error)
+                                                : melody_names::damagedFile());
         return Activated::Nothing;
     }
-    std::optional<MelodyFile> file;
-    if (!content.error.failed())
-        file = melody_file::read(content.bytes);
-    if (!file) {
-        dialogs_.message(damagedFile());
-        return Activated::Nothing;
-    }
-    file->name = entry.name;
-    file->source = {entry.name, folder_, entry.fileName};
+    reading.file->name = source.name;
+    reading.file->source = source;
     // The instrument in use is what going back restores.
     composition_.instrument = funzioniMM_.currentInstrument();
-    const EditOutcome outcome = editor_.open(*file);
+    const EditOutcome outcome = editor_.open(*reading.file);
     if (outcome.changed)
         funzioniMM_.chooseInstrument(composition_.instrument);
     if (outcome.message.isEmpty())
@@ -159,6 +165,8 @@ bool MelodyLibrary::isInTree(const QString& path) const {
 bool MelodyLibrary::save(int row) {
     if (composition_.source.name.isEmpty())
         return saveAs(row);
+    if (composition_.source.outside)
+        return put(composition_.source);
     const bool isHere = composition_.source.folder == folder_;
     return write(composition_.source.name, isHere ? folder_ + composition_.source.fileName
                                                   : pathOf(composition_.source.name));
@@ -193,13 +201,17 @@ bool MelodyLibrary::accepts(const QString& name) const {
     return false;
 }
 
-std::optional<QByteArray> MelodyLibrary::melodyBytes() const {
+MelodyFile MelodyLibrary::melodyFile() const {
     MelodyFile file;
     file.texts = composition_.melody.texts();
     file.bookmarks = composition_.bookmarks.items();
     file.tempo = composition_.tempo;
     file.instrument = funzioniMM_.currentInstrument();
-    const melody_file::Written written = melody_file::write(file);
+    return file;
+}
+
+std::optional<QByteArray> MelodyLibrary::melodyBytes() const {
+    const melody_file::Written written = melody_file::write(melodyFile());
     if (written.refused.isEmpty())
         return written.bytes;
     dialogs_.message(
@@ -212,11 +224,18 @@ bool MelodyLibrary::write(const QString& name, const QString& path) {
         dialogs_.message(melody_names::invalidName());
         return false;
     }
+    return put({name, folder_, path.mid(folder_.size())});
+}
+
+/// Takes a copy, since the source of the composition may be the target itself.
+bool MelodyLibrary::put(MelodySource target) {
     const auto bytes = melodyBytes();
-    if (!bytes || !done(folders_.writeFile(path, *bytes), melody_names::invalidName()))
+    if (!bytes || !done(folders_.writeFile(target.folder + target.fileName, *bytes),
+                        melody_names::invalidName())) {
         return false;
-    composition_.source = {name, folder_, path.mid(folder_.size())};
-    composition_.name = QStringLiteral("Salvato: ") + name;
+    }
+    composition_.name = QStringLiteral("Salvato: ") + target.name;
+    composition_.source = std::move(target);
     editor_.markSaved();
     return true;
 }

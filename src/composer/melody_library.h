@@ -17,6 +17,8 @@ class QByteArray;
 struct Composition;
 struct FileError;
 struct LibraryEntry;
+struct MelodyFile;
+struct MelodySource;
 struct Services;
 
 /// The tree of melody folders and what the user does in it. Questions and messages go through the
@@ -58,6 +60,9 @@ public:
     /// Enters a folder, goes up, or opens a melody.
     Activated activate(int row);
 
+    /// Opens a melody from anywhere. "Salva" writes it back to where it is.
+    Activated openFile(const QString& path);
+
     /// Each answers whether it was done; the list has then been filled again. `row` offers its text
     /// as the name.
     bool save(int row);
@@ -66,7 +71,10 @@ public:
     bool rename(int row);
     bool remove(int row);
 
-    /// The file of the composition; nothing if it holds what a file cannot, which is reported.
+    /// The composition as it is to be saved.
+    MelodyFile melodyFile() const;
+
+    /// The same as bytes; nothing if it holds what a file cannot, which is reported.
     std::optional<QByteArray> melodyBytes() const;
 
     /// Where a melody of this folder stands, or would stand, on the disk.
@@ -77,10 +85,11 @@ public:
 
 private:
     const LibraryEntry* entryAt(int row) const;
-    Activated open(const LibraryEntry& entry);
+    Activated open(const MelodySource& source);
     void enter(const LibraryEntry& folder);
     void goUp();
     bool write(const QString& name, const QString& path);
+    bool put(MelodySource target);
     bool removeFolder(const LibraryEntry& entry);
     bool done(const FileError& error, const QString& ifBadName);
     bool accepts(const QString& name) const;

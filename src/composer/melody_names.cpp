@@ -43,6 +43,10 @@ QString failureText(const FileError& error) {
     return QStringLiteral("Errore: %1\n\n").arg(error.number) + error.text;
 }
 
+QString damagedFile() {
+    return QStringLiteral("File corrotto !!!");
+}
+
 QString invalidName() {
     return QStringLiteral("Nome non valido !!!");
 }

@@ -30,6 +30,8 @@ QString composed(const QString& name);
 /// "Errore: 61", an empty line and the description.
 QString failureText(const FileError& error);
 
+QString damagedFile();
+
 /// The messages about names.
 QString invalidName();
 QString unknownCharacter();

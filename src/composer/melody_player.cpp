@@ -4,11 +4,7 @@
 #include "composer/play_schedule.h"
 #include "core/funzioni_mm.h"
 
-namespace {
-
-constexpr int kMelodyChannel = 1;
-
-}  // namespace
+namespace {}  // namespace
 
 void MelodyPlayer::play(std::int16_t start, std::int16_t end) {
     if (composition_.melody.empty())
@@ -77,11 +73,11 @@ void MelodyPlayer::soundNote(pitch::NoteNumber note, const Articulation& articul
     const bool playable = pitch::isPlayable(note);
     if (playable) {
         view_->markKey(pitch::noteIndexOf(note), true);
-        funzioniMM_.NoteOn(kMelodyChannel, note, articulation.velocity);
+        funzioniMM_.NoteOn(FunzioniMM::kMelodyChannel, note, articulation.velocity);
     }
     schedule.sound(articulation.soundingMs);
     if (playable) {
-        funzioniMM_.NoteOff(kMelodyChannel, note);
+        funzioniMM_.NoteOff(FunzioniMM::kMelodyChannel, note);
         view_->markKey(pitch::noteIndexOf(note), false);
     }
 }
@@ -100,7 +96,7 @@ void MelodyPlayer::finish() {
 
 void MelodyPlayer::silenceAll() {
     for (pitch::NoteNumber note = pitch::kLowestNote; note <= pitch::kHighestNote; ++note) {
-        funzioniMM_.NoteOff(kMelodyChannel, note);
+        funzioniMM_.NoteOff(FunzioniMM::kMelodyChannel, note);
         view_->markKey(pitch::noteIndexOf(note), false);
     }
 }

@@ -1,8 +1,8 @@
 #include "composer/modify_panel.h"
 
-#include "composer/panel_text.h"
 #include "composer/rhythm.h"
 #include "ui_modify_panel.h"
+#include "widgets/appearance.h"
 
 #include <array>
 
@@ -27,7 +27,7 @@ ModifyPanel::ModifyPanel(QWidget* parent)
         ui_->cmbPer->addItem(QString::number(multiplier));
     for (const QLatin1String letter : kLetters)
         ui_->cmbAttributi->addItem(letter);
-    panel_text::enlarge(*ui_->lblActualNote, kActiveNoteTextScale);
+    appearance::enlargeText(*ui_->lblActualNote, kActiveNoteTextScale);
     connect(ui_->cmbDurata, &QComboBox::currentTextChanged, this, [this](const QString& name) {
         ui_->cmdModifica_0->setEnabled(name != QLatin1String(rhythm::kNoValueName));
     });

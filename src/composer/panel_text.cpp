@@ -4,13 +4,6 @@
 
 namespace panel_text {
 
-void enlarge(QWidget& widget, double scale) {
-    QFont font = widget.font();
-    font.setPointSizeF(font.pointSizeF() * scale);
-    font.setBold(true);
-    widget.setFont(font);
-}
-
 void reserve(QWidget& widget, const QString& widest, int frame) {
     widget.setMinimumWidth(widget.fontMetrics().horizontalAdvance(widest) + frame);
 }

@@ -7,8 +7,6 @@ class QWidget;
 /// Sizes of texts in the composer's panels, so that nothing moves when a text changes.
 namespace panel_text {
 
-void enlarge(QWidget& widget, double scale);
-
 /// Keeps room for a text, and for some pixels of frame beside it.
 void reserve(QWidget& widget, const QString& widest, int frame = 12);
 

@@ -3,6 +3,7 @@
 #include "composer/composition.h"
 #include "composer/panel_text.h"
 #include "ui_playback_panel.h"
+#include "widgets/appearance.h"
 
 #include <QSignalBlocker>
 
@@ -16,11 +17,11 @@ constexpr int kPlayFrame = 36;
 PlaybackPanel::PlaybackPanel(QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::PlaybackPanel>()) {
     ui_->setupUi(this);
-    panel_text::enlarge(*ui_->cmdPlay, 1);
+    appearance::enlargeText(*ui_->cmdPlay, 1);
     panel_text::reserve(*ui_->cmdPlay, QStringLiteral("Stop"), kPlayFrame);
     panel_text::reserve(*ui_->lblNe, panel_text::widestEntryNumber());
     panel_text::reserve(*ui_->lblPnn, panel_text::widestNoteName());
-    panel_text::enlarge(*ui_->lblTempo, kTempoTextScale);
+    appearance::enlargeText(*ui_->lblTempo, kTempoTextScale);
     panel_text::reserve(*ui_->lblTempo, QStringLiteral("250"));
     ui_->Slider1->setRange(Composition::kLowestTempo, Composition::kHighestTempo);
     // Up means faster, for the eye as for the keys.

@@ -2,6 +2,7 @@
 
 #include "composer/panel_text.h"
 #include "ui_range_panel.h"
+#include "widgets/appearance.h"
 #include "widgets/label_button.h"
 
 #include <array>
@@ -20,7 +21,7 @@ RangePanel::RangePanel(QWidget* parent) : QWidget(parent), ui_(std::make_unique<
         panel_text::reserve(*box, panel_text::widestEntryNumber());
         box->setMaximumWidth(box->minimumWidth());
     }
-    panel_text::enlarge(*ui_->lblSemitoni, 1.2);
+    appearance::enlargeText(*ui_->lblSemitoni, 1.2);
     panel_text::reserve(*ui_->lblSemitoni, QStringLiteral("-12"));
     makeLabelButton(*ui_->lblSemitoni, palette().color(QPalette::Link));
     showTransposition(0);

@@ -6,6 +6,7 @@ class FunzioniMM;
 class HelpViewer;
 class MidiOut;
 class Runtime;
+class WaveRenderer;
 
 /// What every window is given: the machine behind its seam and the sound module.
 struct Services {
@@ -15,4 +16,5 @@ struct Services {
     Folders& folders;
     HelpViewer& help;
     FunzioniMM& funzioniMM;
+    WaveRenderer* waveRenderer = nullptr;  ///< where the machine has one
 };

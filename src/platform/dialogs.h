@@ -2,6 +2,12 @@
 
 #include <QString>
 
+/// A kind of file, as a user knows it.
+struct FileKind {
+    QString name;    ///< "File MIDI"
+    QString suffix;  ///< "mid"
+};
+
 /// The boxes that stop the program for a word with the user. All are modal.
 class Dialogs {
 public:
@@ -16,4 +22,12 @@ public:
     /// Asks for a line of text. A cancelled box answers with the empty text.
     virtual QString input(const QString& prompt, const QString& title,
                           const QString& proposed = {}) = 0;
+
+    /// Asks where to save a file and whether it may take another one's place; proposes a name that
+    /// has no suffix yet. The path as the program writes paths; a cancelled box answers with the
+    /// empty text.
+    virtual QString saveFile(const QString& /*title*/, const QString& /*proposed*/,
+                             const FileKind& /*kind*/) {
+        return {};
+    }
 };

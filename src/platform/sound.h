@@ -5,14 +5,19 @@
 class Folders;
 class Media;
 class MidiOut;
+class WaveRenderer;
 
-/// The sound of this machine. Used from one thread.
+/// The sound of this machine. Used from one thread. No device is touched before `midiOut` or
+/// `media` is asked for.
 class Sound {
 public:
     virtual ~Sound() = default;
 
     virtual MidiOut& midiOut() = 0;
     virtual Media& media() = 0;
+
+    /// Nothing where the system's sound has no synthesizer that can work without a device.
+    virtual WaveRenderer* waveRenderer() { return nullptr; }
 };
 
 /// Makes the sound of the system that the program was built for; returns at once, whatever the

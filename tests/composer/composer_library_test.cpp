@@ -8,7 +8,6 @@
 #include <gtest/gtest.h>
 
 using namespace std::chrono_literals;
-using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -89,4 +88,76 @@ TEST_F(ComposerLibraryTest, ADamagedFileIsRefusedAtEveryPlayAndUndoBringsTheForm
         EXPECT_EQ(user().text("lblNome"), QStringLiteral("Due"));
     });
     runUntil(5s);
+}
+
+/// What becomes of a melody that nobody saved, from one opening of the window to the next.
+struct UnsavedMelodyTest : ComposerLibraryTest {
+    const QString copy = QStringLiteral("C:\\Cantavista\\Melodia non salvata.mel");
+
+    void enter(int note) const {
+        user().click(QStringLiteral("lb_%1").arg(note - 36));
+        user().click("cmdInsNota");
+    }
+
+    /// Opens another window for three seconds, as the next run of the program does; answers which
+    /// boxes there were.
+    std::vector<std::string> runAgain(std::deque<bool> answers, std::function<void()> act) {
+        window = std::make_unique<frmComposer>(world.services(), nullptr);
+        world.dialogs.lines.clear();
+        world.dialogs.confirmations = std::move(answers);
+        const Instant start = world.runtime.now();
+        world.runtime.at(start + 1ms, [] {});
+        world.runtime.at(start + 2ms, std::move(act));
+        world.runtime.at(start + 3s, [this] { window->reject(); });
+        window->exec();
+        return world.dialogs.lines;
+    }
+};
+
+TEST_F(UnsavedMelodyTest, IsKeptWhileItIsNotSavedAndOfferedToTheNextRun) {
+    QByteArray killed;
+    world.runtime.at(2500ms, [this] { enter(60); });
+    world.runtime.at(3500ms, [this] { enter(62); });
+    world.runtime.at(4400ms, [this] { EXPECT_FALSE(world.folders.fileExists(copy)); });
+    world.runtime.at(4600ms, [this, &killed] {
+        EXPECT_TRUE(world.folders.at(copy).startsWith("60;62;\r\n"));
+        enter(64);
+        user().click("cmdPlay");
+    });
+    world.runtime.at(5s, [this, &killed] { killed = world.folders.at(copy); });
+    runUntil(9s);
+    EXPECT_TRUE(killed.startsWith("60;62;64;\r\n")) << "before it plays";
+    EXPECT_FALSE(world.folders.fileExists(copy)) << "given up by an answer";
+
+    const std::string offer = "confirm: L'ultima melodia non è stata salvata. Recuperarla ?";
+    world.folders.put(copy, killed);
+    EXPECT_THAT(runAgain({false}, [this] { EXPECT_EQ(user().text("lblNt"), QString()); }),
+                ElementsAre(offer));
+    EXPECT_FALSE(world.folders.fileExists(copy));
+
+    world.folders.put(copy, killed);
+    world.dialogs.inputs = {QStringLiteral("Mia")};
+    EXPECT_THAT(runAgain({true},
+                         [this] {
+                             EXPECT_EQ(user().text("lblNoteString"), QStringLiteral("Do;Re;Mi;"));
+                             user().trigger("mnuSalva");
+                         }),
+                ElementsAre(offer, "input: Nome melodia | Salva con nome | "));
+    EXPECT_EQ(world.folders.at(kRoot + QStringLiteral("Mia.mel")), killed);
+    EXPECT_FALSE(world.folders.fileExists(copy));
+}
+
+TEST_F(UnsavedMelodyTest, OutlivesTheOneThatIsOpenedInItsPlaceButNotItsUndoing) {
+    EXPECT_THAT(runAgain({},
+                         [this] {
+                             enter(60);
+                             open(QStringLiteral("Due"));
+                         }),
+                IsEmpty());
+    EXPECT_TRUE(world.folders.at(copy).startsWith("60;\r\n"));
+    const auto undo = [this] { user().trigger("mnuAnnulla"); };
+    EXPECT_EQ(runAgain({true}, undo).size(), 1U) << "the offer, and no question at the end";
+    EXPECT_FALSE(world.folders.fileExists(copy));
+    world.folders.put(copy, kDamaged.left(9));
+    EXPECT_THAT(runAgain({}, [] {}), IsEmpty()) << "what is no melody is not offered";
 }

@@ -1,11 +1,10 @@
 #include "composer/articulation.h"
-#include "composer/entry_settings.h"
+#include "composer/melody.h"
 #include "composer/play_range.h"
 #include "composer/rhythm.h"
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -55,25 +54,6 @@ TEST(Melody, textsStayAsTheyWereRead) {
     EXPECT_EQ(Melody::read({big(32768), big(32768), big(32768)}).result,
               Melody::ReadResult::TooLong);
     EXPECT_EQ(Melody::read({"60;62", "1;1", "n;n"}).entries.size(), 2U);
-}
-
-TEST(EntrySettings, everyAttributeForNotesAndRests) {
-    // On an empty melody, where a tie has nothing to tie to.
-    const std::array<double, 7> durations{0.75, 0.5, 0.5, 1.0 / 3, 0.5, 0.5, 0.5};
-    const QString letters = QStringLiteral("nsnntan");
-    for (std::uint8_t attribute = 0; attribute < 7; ++attribute) {
-        EntrySettings settings;
-        settings.chooseSymbol(3);
-        settings.clickAttribute(attribute);
-        const auto note = settings.ComputeEntry(EntrySettings::Kind::Note, {});
-        const auto rest = settings.ComputeEntry(EntrySettings::Kind::Rest, {});
-        EXPECT_EQ(note.letter, letters.mid(attribute, 1));
-        EXPECT_EQ(rest.letter, QStringLiteral("p"));
-        EXPECT_DOUBLE_EQ(note.duration, durations[attribute]);
-        EXPECT_DOUBLE_EQ(rest.duration, durations[attribute]);
-        EXPECT_FALSE(note.replacesLast || rest.replacesLast);
-        EXPECT_EQ(settings.tripletCounter(), attribute == EntrySettings::Terzina ? 2 : 0);
-    }
 }
 
 TEST(Articulation, lettersAndTempos) {

@@ -2,14 +2,19 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <random>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 namespace {
 
 class MelodyEditorTest : public ::testing::Test {
 protected:
+    using Act = std::function<void()>;
+
     void open(const MelodyTexts& texts) {
         editor.open({texts, {}, QStringLiteral("aria"), 60, 16});
     }
@@ -19,9 +24,9 @@ protected:
         editor.insertNote();
     }
 
-    void stepTo(std::int16_t index) {
+    void stepTo(int index) {
         composition.step.active = true;
-        composition.step.index = index;
+        composition.step.index = static_cast<std::int16_t>(index);
     }
 
     std::string texts() const {
@@ -29,9 +34,166 @@ protected:
         return (t.notes + u' ' + t.durations + u' ' + t.attributes).toStdString();
     }
 
+    std::string textsAndBookmarks() const {
+        return texts() + ' ' + composition.bookmarks.items().join(u'|').toStdString();
+    }
+
+    std::string state() const {
+        return textsAndBookmarks() + ' ' + std::to_string(composition.range.start()) + '-' +
+               std::to_string(composition.range.end());
+    }
+
+    /// Does something, and notes it down if it is to be taken back.
+    void perform(const Act& act) {
+        const std::string before = state();
+        const std::string undoable = textsAndBookmarks();
+        act();
+        if (textsAndBookmarks() == undoable)
+            return;
+        done.emplace_back(before, state());
+        undone.clear();
+    }
+
+    /// Takes the last change back, or does it again.
+    void travel(bool back) {
+        auto& from = back ? done : undone;
+        EXPECT_EQ(back ? editor.canUndo() : editor.canRedo(), !from.empty());
+        back ? editor.undo() : editor.redo();
+        if (from.empty())
+            return;
+        EXPECT_EQ(state(), back ? from.back().first : from.back().second);
+        (back ? undone : done).push_back(from.back());
+        from.pop_back();
+    }
+
     Composition composition;
     MelodyEditor editor{composition};
+    std::vector<std::pair<std::string, std::string>> done;  ///< before and after each change
+    std::vector<std::pair<std::string, std::string>> undone;
 };
+
+TEST_F(MelodyEditorTest, everyOperationLeavesItsTextsItsRangeAndAWayBack) {
+    EntrySettings& settings = composition.settings;
+    using Attribute = EntrySettings::Attribute;
+    const auto choose = [&settings](Attribute attribute) {
+        if (settings.attribute() != attribute)
+            settings.clickAttribute(attribute);
+    };
+    const auto with = [choose](Attribute attribute, const Act& act) -> Act {
+        return [=] {
+            choose(attribute);
+            act();
+        };
+    };
+    const auto edit = [this](EditOutcome (MelodyEditor::*operation)(const EditChoice&),
+                             const EditChoice& choice) -> Act {
+        return [=, this] { (editor.*operation)(choice); };
+    };
+    const auto modify = &MelodyEditor::modify;
+    const auto insertAfter = &MelodyEditor::insertAfter;
+    const Act note = [this] { insertNote(60); };
+    const Act rest = [this] { editor.insertRest(); };
+    const Act deleteLast = [this] { editor.deleteLast(); };
+    const Act deleteAtStep = [this] { editor.deleteAtStep(); };
+    const Act keepMinims = [&settings] {
+        settings.setKeepsAttributes(true);
+        settings.chooseSymbol(1);
+    };
+    const Act openTwo = [this] { open({"36;48;", "1;1;", "n;n;"}); };
+    const Act transpose = [this] {
+        editor.changeTransposition(7);
+        editor.transpose();
+    };
+    const std::vector<std::pair<Act, const char*>> acts{
+        {with(Attribute::Punto, note), "60; 1,5; n;  0-0"},
+        {with(Attribute::Staccato, note), "60;60; 1,5;1; n;s;  0-1"},
+        {with(Attribute::Tenuto, note), "60;60;60; 1,5;1;1; n;s;t;  0-2"},
+        {[this] { editor.validateStart("3"); }, "60;60;60; 1,5;1;1; n;s;t;  2-2"},
+        {deleteLast, "60;60; 1,5;1; n;s;  0-1"},
+        {deleteLast, "60; 1,5; n;  0-0"},
+        {[this] {
+             editor.setBookmarks({"", "b"});
+         },
+         "60; 1,5; n; |b 0-0"},
+        {with(Attribute::Accentato, note), "60;60; 1,5;1; n;a; 1 ÷ 2 ÷ Tutto|b 0-1"},
+        {[this] { editor.reset(); }, "    0-0"},
+        // A triplet ends by itself, though attributes are kept.
+        {keepMinims, "    0-0"},
+        {with(Attribute::Terzina, note), "60; 1,33333333333333; n;  0-0"},
+        {with(Attribute::Terzina, rest), "60;00; 1,33333333333333;1,33333333333333; n;p;  0-1"},
+        {deleteLast, "60; 1,33333333333333; n;  0-0"},
+        {with(Attribute::Terzina, rest), "60;00; 1,33333333333333;1,33333333333333; n;p;  0-1"},
+        {rest, "60;00;00; 1,33333333333333;1,33333333333333;2; n;p;p;  0-2"},
+        {openTwo, "36;48; 1;1; n;n;  0-1"},
+        {with(Attribute::Legato, rest), "36;48;00; 1;1;2; n;n;p;  0-2"},
+        {with(Attribute::Punto, rest), "36;48;00;00; 1;1;2;3; n;n;p;p;  0-3"},
+        {openTwo, "36;48; 1;1; n;n;  0-1"},
+        {[this] { stepTo(0); }, "36;48; 1;1; n;n;  0-1"},
+        {with(Attribute::Tenuto, edit(modify, {"(1/8).", "2", "a"})), "60;48; 1,5;1; a;n;  0-1"},
+        {with(Attribute::Terzina, edit(modify, {"1/4", "3", "p"})), "00;48; 2;1; p;n;  0-1"},
+        {with(Attribute::Tenuto, edit(insertAfter, {"1/64", "4", "t"})),
+         "00;60;48; 2;0,25;1; p;t;n;  0-2"},
+        {with(Attribute::Tenuto, edit(insertAfter, {"na", "3", "p"})),
+         "00;60;00;48; 2;0,25;3;1; p;t;p;n;  0-3"},
+        {with(Attribute::Terzina, edit(insertAfter, {"1/4", "1", ""})),
+         "00;60;00;60;48; 2;0,25;3;1,33333333333333;1; p;t;p;n;n;  0-4"},
+        {deleteAtStep, "00;60;00;48; 2;0,25;3;1; p;t;p;n;  0-3"},
+        {[this] { editor.validateStart("4"); }, "00;60;00;48; 2;0,25;3;1; p;t;p;n;  3-3"},
+        {deleteAtStep, "00;60;00; 2;0,25;3; p;t;p;  2-2"},
+        {[this] { stepTo(2); }, "00;60;00; 2;0,25;3; p;t;p;  2-2"},
+        {deleteAtStep, "00;60; 2;0,25; p;t;  1-1"},
+        {transpose, "00;67; 2;0,25; p;t;  1-1"},
+    };
+    for (const auto& [act, after] : acts) {
+        perform(act);
+        EXPECT_EQ(state(), after);
+    }
+    EXPECT_EQ(settings.attribute(), EntrySettings::Terzina) << "an insertion does not give it up";
+    while (!done.empty())
+        travel(true);
+    while (!undone.empty())
+        travel(false);
+}
+
+TEST_F(MelodyEditorTest, aRandomWayThroughTheHistoryMeetsEveryState) {
+    std::mt19937 random(7);
+    const auto draw = [&random](int limit) {
+        return static_cast<int>(random() % static_cast<unsigned>(limit));
+    };
+    const EditChoice choice{"1/8", "3", "s"};
+    const std::vector<Act> acts{
+        [&] { composition.settings.clickAttribute(static_cast<std::uint8_t>(draw(6))); },
+        [&] { insertNote(static_cast<pitch::NoteNumber>(40 + draw(50))); },
+        [&] { insertNote(static_cast<pitch::NoteNumber>(40 + draw(50))); },
+        [&] { editor.insertRest(); },
+        [&] { editor.deleteLast(); },
+        [&] { stepTo(draw(composition.melody.EntryCount() + 1)); },
+        [&] { editor.modify(choice); },
+        [&] { editor.insertAfter(choice); },
+        [&] { editor.insertAfter(choice); },
+        [&] { editor.deleteAtStep(); },
+        [&] { editor.validateEnd(QString::number(draw(20))); },
+        [&] { editor.validateStart(QString::number(draw(20))); },
+        [&] {
+            editor.setBookmarks({"", QStringLiteral("1 ÷ 1 ÷ %1").arg(draw(9))});
+        },
+        [&] { composition.transposition = draw(3) - 1; },
+        [&] { editor.transpose(); },
+        [&] { draw(20) == 0 ? void(editor.reset()) : void(); },
+    };
+    for (int i = 0; i < 4000 && !HasFailure(); ++i) {
+        const int way = draw(20);
+        if (way < 16)
+            perform(acts[static_cast<std::size_t>(way)]);
+        else
+            travel(way < 19);
+        const int count = composition.melody.EntryCount();
+        EXPECT_LE(composition.range.start(), composition.range.end());
+        EXPECT_LE(composition.range.end(), std::max(count - 1, 0));
+        EXPECT_TRUE(Melody::read(composition.melody.texts()).entries ==
+                    composition.melody.entries());
+    }
+}
 
 TEST_F(MelodyEditorTest, aTieMergesWithWhateverCameBefore) {
     const std::vector<std::pair<MelodyTexts, const char*>> cases{
@@ -86,10 +248,9 @@ TEST_F(MelodyEditorTest, aFullMelodyRefusesAndLosesNothing) {
 
 TEST_F(MelodyEditorTest, whatIsNotModifiedStaysAsItWasWritten) {
     const std::vector<std::tuple<EditChoice, bool, const char*>> cases{
-        {{"1/4", "1", "s"}, false, "060; 1,0; s;"},
-        {{"1/4", "1", "t"}, true, "060; 1,0; t;"},
-        {{"1/8", "1", "p"}, true, "00; 0,5; p;"},
-        {{"na", "2", "p"}, false, "060; 1,0; s;"},
+        {{"1/4", "1", "s"}, false, "060; 1,0; s;"}, {{"1/4", "1", "t"}, true, "060; 1,0; t;"},
+        {{"1/8", "1", "p"}, true, "00; 0,5; p;"},   {{"na", "2", "p"}, false, "060; 1,0; s;"},
+        {{"1/2", "2", ""}, true, "060; 2; s;"},
     };
     for (const auto& [choice, changed, after] : cases) {
         open({"060;", "1,0;", "s;"});
@@ -128,22 +289,19 @@ TEST_F(MelodyEditorTest, transposesWithinTheFiveOctaves) {
     EXPECT_EQ(composition.transposition, 0);
 }
 
-TEST_F(MelodyEditorTest, deletingTheFirstStepsEntryKeepsTheRangeInTheMelody) {
-    open({"60;62;64;", "1;1;1;", "n;n;n;"});
+TEST_F(MelodyEditorTest, theLastEntryIsDeletedByAResetThatCanBeTakenBack) {
+    open({"60;62;", "1;1;", "n;n;"});
     stepTo(0);
     EXPECT_TRUE(editor.deleteAtStep().changed);
     EXPECT_EQ(composition.step.index, -1);
-    EXPECT_EQ(composition.range.start(), 0);
-    EXPECT_EQ(composition.range.end(), 1);
     EXPECT_FALSE(editor.deleteAtStep().changed);
-    editor.deleteLast();
     const EditOutcome last = editor.deleteLast();
     EXPECT_TRUE(last.changed && last.emptied);
     EXPECT_FALSE(composition.step.active);
     EXPECT_FALSE(editor.deleteLast().changed);
-    for (int i = 0; i < 3; ++i)
-        editor.undo();
-    EXPECT_EQ(texts(), "60;62;64; 1;1;1; n;n;n;");
+    editor.undo();
+    editor.undo();
+    EXPECT_EQ(state(), "60;62; 1;1; n;n;  0-1");
     EXPECT_EQ(composition.name, QStringLiteral("aria"));
     EXPECT_FALSE(editor.modified());
 }

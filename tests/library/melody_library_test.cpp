@@ -1,33 +1,23 @@
 #include "composer/melody_library.h"
 
 #include "composer/floppy.h"
-#include "composer/melody_editor.h"
-#include "support/memory_folders.h"
-#include "support/test_world.h"
+#include "library/library_fixture.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 using testing::ElementsAre;
 using testing::IsEmpty;
-using Lines = std::vector<std::string>;
 using Activated = MelodyLibrary::Activated;
 
 namespace {
 
-const QString kRoot = QStringLiteral("C:\\Cantavista\\Melodie\\");
 const QByteArray kMelody = "60;62;\r\n1;1;\r\nn;n;\r\n 90 \r\n 40 \r\n1 \xF7 2 \xF7 Tutto;\r\n";
 const QByteArray kDamaged = "60;62;\r\n1;\r\nn;n;\r\n 90 \r\n 7 \r\n";
 
-struct LibraryTest : testing::Test {
-    TestWorld world;
-    MemoryFolders folders;
-    Services services{world.runtime, world.midi, world.dialogs,
-                      folders,       world.help, world.funzioniMM};
-    Composition composition;
-    MelodyEditor editor{composition};
-    MelodyLibrary library{services, composition, editor};
-
+struct LibraryTest : LibraryFixture {
     void fill(std::initializer_list<const char*> paths) {
         for (const char* path : paths)
             folders.put(kRoot + path, kMelody);
@@ -50,8 +40,6 @@ struct LibraryTest : testing::Test {
         ADD_FAILURE() << text.toStdString() << " is not listed";
         return Activated::Nothing;
     }
-
-    Lines takeLines() { return std::exchange(world.dialogs.lines, {}); }
 
     /// Makes the melody one of a single note, without a name.
     void compose() {
@@ -144,53 +132,44 @@ TEST_F(LibraryTest, aFileThatIsNoMelodyLeavesEverythingAndADamagedOneCanBeTakenB
 TEST_F(LibraryTest, saveAsTakesAnyNameThatStaysInTheTree) {
     struct Row {
         const char* name;
-        bool alreadyThere;
-        bool replace;
-        const char* path;
-        Lines lines;
+        const char* path;   ///< where it is saved, if it is
+        const char* reply;  ///< the box behind the question, if there is one
+        bool replace = false;
+    };
+    const char* const there =
+        "confirm: E' già presente una melodia dal nome: c'era\nVuoi sostituirla ?";
+    const char* const invalid = "message: Nome non valido !!!";
+    const char* const unknown = "message: Nome con carattere non consentito !!!";
+    const Row rows[] = {
+        {"", nullptr, nullptr},
+        {"Valzer n.1 - (prova)", "Valzer n.1 - (prova).mel", nullptr},
+        {"c'era", nullptr, there},
+        {"c'era", "c'era.mel", there, true},
+        {"Sotto\\x", "Sotto\\x.mel", nullptr},
+        {"Perche\u0301", "Perch\u00E9.mel", nullptr},
+        {"..\\fuori", nullptr, invalid},
+        {"Sotto\\", nullptr, invalid},
+        {"曲", nullptr, unknown},
+        {"a\nb", nullptr, unknown},
+        {"Manca\\x", nullptr, "message: Errore: 76\n\nTesto dell'errore 76 !!!"},
     };
     const std::string ask = "input: Nome melodia | Salva con nome | ";
-    const std::string there = "confirm: E' già presente una melodia dal nome: ";
-    const std::string replaceIt = "\nVuoi sostituirla ?";
-    const Row rows[] = {
-        {"", false, false, nullptr, {ask}},
-        {"Valzer n.1 - (prova)", false, false, "Valzer n.1 - (prova).mel", {ask}},
-        {"c'era", true, false, nullptr, {ask, there + "c'era" + replaceIt}},
-        {"c'era", true, true, "c'era.mel", {ask, there + "c'era" + replaceIt}},
-        {"Sotto\\x", false, false, "Sotto\\x.mel", {ask}},
-        {"Sotto\\..\\y", false, false, "y.mel", {ask}},
-        {"Perche\u0301", false, false, "Perch\u00E9.mel", {ask}},
-        {"..\\fuori", false, false, nullptr, {ask, "message: Nome non valido !!!"}},
-        {"Sotto\\..\\..\\x", false, false, nullptr, {ask, "message: Nome non valido !!!"}},
-        {"../fuori", false, false, nullptr, {ask, "message: Nome non valido !!!"}},
-        {"Sotto\\", false, false, nullptr, {ask, "message: Nome non valido !!!"}},
-        {"曲", false, false, nullptr, {ask, "message: Nome con carattere non consentito !!!"}},
-        {"a\nb", false, false, nullptr, {ask, "message: Nome con carattere non consentito !!!"}},
-        {"Manca\\x",
-         false,
-         false,
-         nullptr,
-         {ask, "message: Errore: 76\n\nTesto dell'errore 76 !!!"}},
-    };
     compose();
     for (const Row& row : rows) {
         folders.loseFolder(kRoot.chopped(1));
         folders.put(kRoot + "Sotto\\q.mel");
-        if (row.alreadyThere)
-            folders.put(kRoot + row.name + ".mel", "vecchia");
+        folders.put(kRoot + "c'era.mel", "vecchia");
         library.fill();
         library.setCurrentMelodyName({});
         world.dialogs.inputs = {row.name};
         world.dialogs.confirmations = {row.replace};
         EXPECT_EQ(library.save(-1), row.path != nullptr) << row.name;
-        EXPECT_EQ(takeLines(), row.lines) << row.name;
+        EXPECT_EQ(takeLines(), row.reply ? Lines({ask, row.reply}) : Lines{ask}) << row.name;
         if (row.path) {
             EXPECT_TRUE(folders.at(kRoot + row.path).startsWith("72;\r\n")) << row.name;
-        } else if (row.alreadyThere) {
-            EXPECT_EQ(folders.at(kRoot + row.name + ".mel"), "vecchia");
         }
+        EXPECT_EQ(folders.at(kRoot + "c'era.mel") == "vecchia", !row.replace);
     }
-    EXPECT_FALSE(folders.fileExists("C:\\Cantavista\\fuori.mel"));
 
     world.dialogs.inputs = {{}};
     library.saveAs(0);
@@ -223,37 +202,31 @@ TEST_F(LibraryTest, aSaveThatFailsIsReportedAndLosesNothing) {
 
 TEST_F(LibraryTest, renamingAndNewFoldersKeepToTheirCharacters) {
     fill({"Aria.mel", "Altra.mel", "Sotto\\q.mel"});
-    struct Row {
-        const char* name;
-        Lines afterRename;
-        Lines afterCreate;
+    const char* const invalid = "message: Nome non valido !!!";
+    const char* const invalidFolder = "message: Nome cartella non valido !!!";
+    const char* const unknown = "message: Nome con carattere non consentito !!!";
+    const char* const none = nullptr;
+    // What the program says to a melody's and to a folder's new name.
+    const std::tuple<const char*, const char*, const char*> rows[] = {
+        {"", none, none},
+        {"a-b", invalid, invalidFolder},
+        {"..\\x", invalid, invalidFolder},
+        {"<§>", invalid, invalidFolder},
+        {"曲", unknown, unknown},
+        {"Altra", "message: E' già presente una melodia dal nome: Altra", none},
+        {"Sotto", none, "message: Errore: 58\n\nTesto dell'errore 58 !!!"},
     };
-    const std::string invalid = "message: Nome non valido !!!";
-    const std::string invalidFolder = "message: Nome cartella non valido !!!";
-    const Row rows[] = {
-        {"", {}, {}},
-        {"a-b", {invalid}, {invalidFolder}},
-        {"..\\x", {invalid}, {invalidFolder}},
-        {"a.b", {invalid}, {invalidFolder}},
-        {"<§>", {invalid}, {invalidFolder}},
-        {"曲",
-         {"message: Nome con carattere non consentito !!!"},
-         {"message: Nome con carattere non consentito !!!"}},
-        {"Altra", {"message: E' già presente una melodia dal nome: Altra"}, {}},
-        {"Sotto", {}, {"message: Errore: 58\n\nTesto dell'errore 58 !!!"}},
+    const auto with = [](const char* ask, const char* reply) {
+        return reply ? Lines{ask, reply} : Lines{ask};
     };
-    for (const Row& row : rows) {
+    for (const auto& [name, toMelody, toFolder] : rows) {
         fill({"Aria.mel"});
         activate("Aria");
-        world.dialogs.inputs = {row.name, row.name};
+        world.dialogs.inputs = {name, name};
         library.rename(library.rowOf("Aria"));
-        Lines lines = takeLines();
-        EXPECT_EQ(lines.front(), "input: Rinominare | Rinomina melodia | Aria");
-        EXPECT_EQ(Lines(lines.begin() + 1, lines.end()), row.afterRename) << row.name;
+        EXPECT_EQ(takeLines(), with("input: Rinominare | Rinomina melodia | Aria", toMelody));
         library.createFolder();
-        lines = takeLines();
-        EXPECT_EQ(lines.front(), "input: Nome cartella | Nome Cartella | ");
-        EXPECT_EQ(Lines(lines.begin() + 1, lines.end()), row.afterCreate) << row.name;
+        EXPECT_EQ(takeLines(), with("input: Nome cartella | Nome Cartella | ", toFolder));
     }
     EXPECT_EQ(library.CurrentMelodyName(), "Sotto") << "the open melody goes by its new name";
     EXPECT_THAT(list(), ElementsAre("» Sotto", "» Altra", "Altra", "Sotto"));
@@ -286,7 +259,7 @@ TEST_F(LibraryTest, onlyEmptyFoldersAreDeleted) {
 
 struct FloppyTest : LibraryTest {
     std::string pointer;
-    Floppy floppy{services, composition, library,
+    Floppy floppy{world.services(), composition, library,
                   [this](bool busy) { pointer += busy ? 'B' : 'N'; }};
 };
 
@@ -331,8 +304,12 @@ TEST_F(FloppyTest, selectedMelodiesAreCopiedWithoutAsking) {
     ASSERT_EQ(floppy.melodies().size(), 4U);
     EXPECT_EQ(floppy.copy({}), 0);
     EXPECT_EQ(pointer, "");
+    folders.removeFile("A:\\due.mel");
+    EXPECT_EQ(floppy.copy({3, 0, 1}), 1) << "the first one first, up to a failure";
+    EXPECT_THAT(list(), ElementsAre("due", "TRE"));
+    folders.put("A:\\due.mel", "due.mel");
     EXPECT_EQ(floppy.copy({3, 0, 1}), 3);
-    EXPECT_EQ(pointer, "BN");
+    EXPECT_EQ(pointer, "BNBN");
     EXPECT_THAT(list(), ElementsAre("due", "TRE", "uno"));
     EXPECT_EQ(folders.at(kRoot + "due.mel"), "due.mel");
 
@@ -341,7 +318,7 @@ TEST_F(FloppyTest, selectedMelodiesAreCopiedWithoutAsking) {
     folders.hasDriveA = false;
     floppy.list();
     EXPECT_THAT(floppy.melodies(), IsEmpty());
-    EXPECT_EQ(pointer, "BNBN");
+    EXPECT_EQ(pointer, "BNBNBN");
     EXPECT_THAT(world.dialogs.lines, IsEmpty());
 }
 

@@ -32,16 +32,22 @@ struct LinuxSound::Parts {
     LinuxMedia media;
 };
 
-LinuxSound::LinuxSound(const Folders& folders) : parts_(std::make_unique<Parts>(folders)) {}
+LinuxSound::LinuxSound(const Folders& folders) : folders_(folders) {}
 
 LinuxSound::~LinuxSound() = default;
 
+LinuxSound::Parts& LinuxSound::parts() {
+    if (!parts_)
+        parts_ = std::make_unique<Parts>(folders_);
+    return *parts_;
+}
+
 MidiOut& LinuxSound::midiOut() {
-    return parts_->midiOut;
+    return parts().midiOut;
 }
 
 Media& LinuxSound::media() {
-    return parts_->media;
+    return parts().media;
 }
 
 std::unique_ptr<Sound> openSound(const Folders& folders) {

@@ -1,12 +1,13 @@
 #pragma once
 
+#include "platform/linux/wave_render.h"
 #include "platform/sound.h"
 
 /// One audio output shared by the built-in synthesizer, the tune and the short sounds, and the
 /// machine's MIDI ports.
 class LinuxSound : public Sound {
 public:
-    /// Returns at once; the audio output opens in the background.
+    /// The audio output opens in the background, once `midiOut` or `media` is asked for.
     explicit LinuxSound(const Folders& folders);
     ~LinuxSound() override;
     LinuxSound(const LinuxSound&) = delete;
@@ -14,8 +15,13 @@ public:
 
     MidiOut& midiOut() override;
     Media& media() override;
+    WaveRenderer* waveRenderer() override { return &waveRenderer_; }
 
 private:
     struct Parts;
+    Parts& parts();
+
+    const Folders& folders_;
+    MixerWaveRenderer waveRenderer_;
     std::unique_ptr<Parts> parts_;
 };

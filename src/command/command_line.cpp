@@ -1,0 +1,158 @@
+#include "command/command_line.h"
+
+#include "core/instruments.h"
+
+#include <QCommandLineOption>
+#include <QCommandLineParser>
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+using Action = CommandLine::Action;
+
+struct ActionName {
+    const char* name;
+    Action action;
+    int leastFiles;
+    int mostFiles;
+    bool hasOutput;
+};
+constexpr int kAnyNumber = 1'000'000;
+constexpr std::array<ActionName, 4> kActions{{{"check", Action::Check, 1, kAnyNumber, false},
+                                              {"render", Action::Render, 1, 1, true},
+                                              {"export-midi", Action::ExportMidi, 1, 1, true},
+                                              {"list-devices", Action::ListDevices, 0, 0, false}}};
+
+const QString kHelp = QStringLiteral("help");
+const QString kVersion = QStringLiteral("version");
+const QString kOutput = QStringLiteral("output");
+const QString kInstrument = QStringLiteral("instrument");
+
+/// Options that the windows' toolkit takes for itself, with one dash or two.
+struct ToolkitOption {
+    const char* name;
+    bool hasValue;
+};
+constexpr std::array<ToolkitOption, 19> kToolkitOptions{{{"display", true},
+                                                         {"dograb", false},
+                                                         {"geometry", true},
+                                                         {"icon", true},
+                                                         {"name", true},
+                                                         {"nograb", false},
+                                                         {"platform", true},
+                                                         {"platformpluginpath", true},
+                                                         {"platformtheme", true},
+                                                         {"plugin", true},
+                                                         {"qwindowgeometry", true},
+                                                         {"qwindowicon", true},
+                                                         {"qwindowtitle", true},
+                                                         {"reverse", false},
+                                                         {"session", true},
+                                                         {"style", true},
+                                                         {"stylesheet", true},
+                                                         {"sync", false},
+                                                         {"title", true}}};
+
+const ToolkitOption* toolkitOption(const QString& argument) {
+    const QString name =
+        argument.mid(argument.startsWith(QLatin1String("--")) ? 2 : 1).section(u'=', 0, 0);
+    const auto* const found =
+        std::find_if(kToolkitOptions.begin(), kToolkitOptions.end(),
+                     [&name](const ToolkitOption& o) { return name == QLatin1String(o.name); });
+    return found == kToolkitOptions.end() ? nullptr : found;
+}
+
+CommandLine misused(const QString& fault) {
+    CommandLine line;
+    line.fault = fault;
+    return line;
+}
+
+void addOptions(QCommandLineParser& parser) {
+    parser.addOption(QCommandLineOption(QStringList{QStringLiteral("h"), kHelp}));
+    parser.addOption(QCommandLineOption(QStringList{QStringLiteral("v"), kVersion}));
+    for (const ActionName& action : kActions)
+        parser.addOption(QCommandLineOption(QString::fromLatin1(action.name)));
+    parser.addOption({{QStringLiteral("o"), kOutput}, {}, QStringLiteral("file")});
+    parser.addOption({kInstrument, {}, QStringLiteral("n")});
+}
+
+QString syntaxFault(const QCommandLineParser& parser, const QStringList& arguments) {
+    const QStringList unknown = parser.unknownOptionNames();
+    if (!unknown.isEmpty()) {
+        const QString& name = unknown.front();
+        return QStringLiteral("opzione sconosciuta: %1%2")
+            .arg(name.size() > 1 ? QStringLiteral("--") : QStringLiteral("-"), name);
+    }
+    if (arguments.back().startsWith(u'-'))
+        return QStringLiteral("manca il valore dopo %1").arg(arguments.back());
+    return QStringLiteral("un'opzione ha un valore che non prende");
+}
+
+/// What is wrong with the files and options given beside an action; empty if nothing is.
+QString contentFault(const QCommandLineParser& parser, const ActionName& action) {
+    const qsizetype files = parser.positionalArguments().size();
+    const QString name = QStringLiteral("--") + QString::fromLatin1(action.name);
+    if (files < action.leastFiles)
+        return QStringLiteral("%1: manca il file della melodia").arg(name);
+    if (files > action.mostFiles)
+        return QStringLiteral("%1: troppi file").arg(name);
+    if (action.hasOutput && parser.value(kOutput).isEmpty())
+        return QStringLiteral("%1: manca il file da scrivere (-o)").arg(name);
+    if (!action.hasOutput && (parser.isSet(kOutput) || parser.isSet(kInstrument)))
+        return QStringLiteral("%1: -o e --instrument non servono").arg(name);
+    return {};
+}
+
+}  // namespace
+
+bool CommandLine::isCommand(const QStringList& arguments) {
+    int files = 0;
+    bool onlyFiles = false;
+    for (qsizetype i = 1; i < arguments.size(); ++i) {
+        const QString& argument = arguments[i];
+        if (onlyFiles || !argument.startsWith(u'-')) {
+            ++files;
+            continue;
+        }
+        onlyFiles = argument == QLatin1String("--");
+        const ToolkitOption* const option = toolkitOption(argument);
+        if (!onlyFiles && !option)
+            return true;
+        if (option && option->hasValue && !argument.contains(u'='))
+            ++i;
+    }
+    return files > 1;
+}
+
+CommandLine CommandLine::parse(const QStringList& arguments) {
+    QCommandLineParser parser;
+    addOptions(parser);
+    if (!parser.parse(arguments))
+        return misused(syntaxFault(parser, arguments));
+    CommandLine line;
+    if (parser.isSet(kHelp) || parser.isSet(kVersion)) {
+        line.action = parser.isSet(kHelp) ? Action::Help : Action::Version;
+        return line;
+    }
+    const auto isSet = [&parser](const ActionName& action) {
+        return parser.isSet(QString::fromLatin1(action.name));
+    };
+    if (std::count_if(kActions.begin(), kActions.end(), isSet) != 1)
+        return misused(QStringLiteral("serve un comando, e uno solo"));
+    const ActionName& action = *std::find_if(kActions.begin(), kActions.end(), isSet);
+    if (const QString fault = contentFault(parser, action); !fault.isEmpty())
+        return misused(fault);
+    if (parser.isSet(kInstrument)) {
+        bool isNumber = false;
+        line.instrument = parser.value(kInstrument).toInt(&isNumber);
+        if (!isNumber || *line.instrument < 0 || *line.instrument >= instruments::kCount)
+            return misused(QStringLiteral("--instrument: serve un numero da 0 a 127"));
+    }
+    line.action = action.action;
+    line.files = parser.positionalArguments();
+    line.output = parser.value(kOutput);
+    return line;
+}

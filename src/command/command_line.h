@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+/// What the program was called for, when it was called for something without a window.
+struct CommandLine {
+    enum class Action { Misused, Help, Version, Check, Render, ExportMidi, ListDevices };
+
+    Action action = Action::Misused;
+    QStringList files;
+    QString output;
+    std::optional<int> instrument;  ///< General MIDI program in place of the file's own
+    QString fault;                  ///< what is wrong with the arguments, for `Misused`
+
+    /// Whether the arguments, the program's name first, ask for anything but the window with at
+    /// most one melody. Options of the windows' toolkit do not count.
+    static bool isCommand(const QStringList& arguments);
+
+    static CommandLine parse(const QStringList& arguments);
+};

@@ -1,0 +1,156 @@
+#include "command/commands.h"
+
+#include "command/command_line.h"
+#include "composer/melody_editor.h"
+#include "composer/melody_export.h"
+#include "composer/melody_names.h"
+#include "composer/melody_reader.h"
+#include "composer/melody_score.h"
+#include "composer/midi_file_writer.h"
+#include "composer/wave_file_writer.h"
+#include "platform/folders.h"
+#include "platform/midi_out.h"
+#include "platform/sound.h"
+
+#include <QFileInfo>
+#include <QTextStream>
+
+namespace commands {
+namespace {
+
+using Action = CommandLine::Action;
+
+const char16_t* const kUsage =
+    u"Uso: cantavista [MELODIA]\n"
+    u"     cantavista --check MELODIA…\n"
+    u"     cantavista --render MELODIA -o FILE.wav [--instrument N]\n"
+    u"     cantavista --export-midi MELODIA -o FILE.mid [--instrument N]\n"
+    u"     cantavista --list-devices | --version | --help\n";
+
+const char16_t* const kExplanation =
+    u"\n"
+    u"Senza opzioni apre il programma; con una MELODIA, un file \".mel\", la apre nel\n"
+    u"compositore. Con un comando lavora senza finestra:\n"
+    u"\n"
+    u"  --check           dice di ogni file se è una melodia valida\n"
+    u"  --render          suona la melodia in un file WAV, con il sintetizzatore interno\n"
+    u"  --export-midi     scrive la melodia in un file MIDI\n"
+    u"  --list-devices    elenca le uscite MIDI; -1 è il sintetizzatore interno\n"
+    u"  -o, --output      il file da scrivere\n"
+    u"  --instrument N    lo strumento, da 0 a 127, al posto di quello della melodia\n"
+    u"  -v, --version     la versione del programma\n"
+    u"  -h, --help        questo testo\n"
+    u"\n"
+    u"Esce con 0 se è riuscito, con 1 se un file non va o non si può scrivere, con 2 se\n"
+    u"il comando è sbagliato.\n";
+
+/// Paths are the user's own; the program's begin at the root.
+QString pathOf(const QString& file) {
+    return QFileInfo(file).absoluteFilePath();
+}
+
+/// Reads a melody; answers what is wrong with it, or the empty text.
+QString load(const Folders& folders, const QString& file, Composition& composition) {
+    const MelodyReading reading = readMelody(folders, pathOf(file));
+    if (reading.error.failed())
+        return reading.error.text;
+    if (!reading.file)
+        return melody_names::damagedFile();
+    return MelodyEditor(composition).open(*reading.file).message;
+}
+
+int check(const CommandLine& line, const CommandMachine& machine) {
+    int status = kDone;
+    for (const QString& file : line.files) {
+        Composition composition;
+        const QString fault = load(machine.folders, file, composition);
+        machine.out << file << ": "
+                    << (fault.isEmpty() ? QStringLiteral("melodia valida, note e pause: %1")
+                                              .arg(composition.melody.EntryCount())
+                                        : fault)
+                    << '\n';
+        if (!fault.isEmpty())
+            status = kFailed;
+    }
+    return status;
+}
+
+QString nameOf(const QString& file) {
+    return melody_names::melodyName(QFileInfo(file).fileName());
+}
+
+QString writeOutput(const CommandLine& line, const CommandMachine& machine,
+                    const MelodyScore& score, int tempo) {
+    const QString path = pathOf(line.output);
+    if (line.action == Action::ExportMidi) {
+        const QByteArray bytes = midi_file::write(score, tempo, nameOf(line.files.front()));
+        return machine.folders.writeFile(path, bytes).text;
+    }
+    WaveRenderer* const renderer = machine.sound.waveRenderer();
+    if (!renderer)
+        return melody_export::noSynthesizer();
+    return melody_export::faultOf(
+        wave_file::write(*renderer, score, machine.folders, path, [](double) { return true; }));
+}
+
+int write(const CommandLine& line, const CommandMachine& machine) {
+    const QString& file = line.files.front();
+    const auto fail = [&machine](const QString& about, const QString& fault) {
+        machine.err << "cantavista: " << about << ": " << fault << '\n';
+        return kFailed;
+    };
+    if (QFileInfo::exists(line.output) && QFileInfo(file) == QFileInfo(line.output))
+        return fail(line.output, QStringLiteral("è la melodia stessa"));
+    Composition composition;
+    if (const QString fault = load(machine.folders, file, composition); !fault.isEmpty())
+        return fail(file, fault);
+    const Melody& melody = composition.melody;
+    const MelodyScore score =
+        scoreOf(melody, composition.tempo, line.instrument.value_or(composition.instrument));
+    if (melody.empty())
+        return fail(file, QStringLiteral("la melodia è vuota"));
+    if (score.entries == 0)
+        return fail(file, melody_export::tooShort(score));
+    if (const QString fault = writeOutput(line, machine, score, composition.tempo);
+        !fault.isEmpty())
+        return fail(line.output, fault);
+    if (score.entries < melody.EntryCount())
+        machine.err << "cantavista: " << file << ": " << melody_export::tooShort(score) << '\n';
+    return kDone;
+}
+
+int listDevices(const CommandMachine& machine) {
+    MidiOut& midiOut = machine.sound.midiOut();
+    const int count = midiOut.deviceCount();
+    for (int id = kMidiMapper; id < count; ++id) {
+        machine.out << QString::number(id).rightJustified(3) << "  "
+                    << midiOut.deviceName(id).value_or(QStringLiteral("(senza nome)")) << '\n';
+    }
+    return kDone;
+}
+
+}  // namespace
+
+int run(const CommandLine& line, const CommandMachine& machine) {
+    switch (line.action) {
+        case Action::Misused:
+            machine.err << "cantavista: " << line.fault << '\n' << QString::fromUtf16(kUsage);
+            return kMisused;
+        case Action::Help:
+            machine.out << QString::fromUtf16(kUsage) << QString::fromUtf16(kExplanation);
+            return kDone;
+        case Action::Version:
+            machine.out << "Cantavista " CANTAVISTA_VERSION "\n";
+            return kDone;
+        case Action::Check:
+            return check(line, machine);
+        case Action::Render:
+        case Action::ExportMidi:
+            return write(line, machine);
+        case Action::ListDevices:
+            return listDevices(machine);
+    }
+    return kMisused;
+}
+
+}  // namespace commands

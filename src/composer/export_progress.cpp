@@ -1,0 +1,37 @@
+#include "composer/export_progress.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr Instant kPatience = 300ms;
+constexpr Instant kInterval = 40ms;
+constexpr int kSteps = 1000;
+
+}  // namespace
+
+ExportProgress::ExportProgress(Runtime& runtime, QWidget& window)
+    : runtime_(runtime),
+      box_(QStringLiteral("Esportazione in corso…"), QStringLiteral("Annulla"), 0, kSteps,
+           &window) {
+    box_.setObjectName(QStringLiteral("boxEsporta"));
+    box_.setWindowTitle(QStringLiteral("Esporta audio"));
+    box_.setWindowModality(Qt::WindowModal);
+    box_.setAutoReset(false);
+    box_.setAutoClose(false);
+    // It decides by itself when to come, but nothing else may run before it is there.
+    box_.reset();
+}
+
+bool ExportProgress::show(double share) {
+    if (!next_)
+        next_ = runtime_.now() + kPatience;
+    if (runtime_.now() < *next_)
+        return true;
+    if (box_.isHidden() && !box_.wasCanceled())
+        box_.show();
+    box_.setValue(static_cast<int>(share * kSteps));
+    runtime_.yield();
+    next_ = runtime_.now() + kInterval;
+    return !box_.wasCanceled() && !runtime_.ending();
+}

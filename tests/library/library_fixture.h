@@ -1,0 +1,27 @@
+#pragma once
+
+#include "composer/composition.h"
+#include "composer/melody_editor.h"
+#include "composer/melody_library.h"
+#include "support/test_world.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+using Lines = std::vector<std::string>;
+
+const QString kRoot = QStringLiteral("C:\\Cantavista\\Melodie\\");
+
+/// A library over folders in memory, and the boxes in which it speaks.
+struct LibraryFixture : testing::Test {
+    TestWorld world;
+    MemoryFolders& folders = world.folders;
+    Composition composition;
+    MelodyEditor editor{composition};
+    MelodyLibrary library{world.services(), composition, editor};
+
+    Lines takeLines() { return std::exchange(world.dialogs.lines, {}); }
+};
