@@ -1,52 +1,38 @@
 #include "platform/desktop/atomic_file.h"
 
+#include "platform/system_files.h"
+
 #include <QByteArray>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
-
-#include <cerrno>
-
-#ifdef Q_OS_UNIX
-#include <unistd.h>
-#endif
 
 namespace atomic_file {
 namespace {
 
 Outcome failure() {
-    return {false, errno, false};
-}
-
-/// The system may notice only here that the disk is full.
-bool reachesTheDisk(const QFileDevice& file) {
-#ifdef Q_OS_UNIX
-    return ::fsync(file.handle()) == 0 || errno == EINVAL;
-#else
-    Q_UNUSED(file)
-    return true;
-#endif
+    return {false, system_files::lastError(), false};
 }
 
 /// A full disk can swallow bytes without a word, so every step is looked at.
 bool put(QFileDevice& file, const QByteArray& bytes) {
-    errno = 0;
+    system_files::forgetError();
     if (file.write(bytes) != bytes.size())
         return false;
-    return file.flush() && file.size() == bytes.size() && reachesTheDisk(file);
+    return file.flush() && file.size() == bytes.size() &&
+           system_files::reachesTheDisk(file.handle());
 }
 
 Outcome readBack(const QString& path, const QByteArray& bytes) {
     QFile file(path);
     const bool same = file.open(QIODevice::ReadOnly) && file.readAll() == bytes;
-    return {same, 0, !same};
+    return {same, {}, !same};
 }
 
 /// Without emptying the file first, so that on a full disk its own blocks remain.
 bool putOver(QFile& file, const QByteArray& bytes) {
-    errno = 0;
+    system_files::forgetError();
     return file.seek(0) && file.write(bytes) == bytes.size() && file.resize(bytes.size()) &&
-           reachesTheDisk(file);
+           system_files::reachesTheDisk(file.handle());
 }
 
 Outcome writeOver(const QString& path, const QByteArray& bytes) {
@@ -67,10 +53,11 @@ Outcome writeOver(const QString& path, const QByteArray& bytes) {
 
 Outcome write(const QString& path, const QByteArray& bytes) {
     QSaveFile file(path);
-    errno = 0;
+    system_files::forgetError();
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
         const Outcome outcome = failure();
-        const bool folderRefuses = outcome.systemError == EACCES || outcome.systemError == EPERM;
+        const bool folderRefuses = outcome.error == std::errc::permission_denied ||
+                                   outcome.error == std::errc::operation_not_permitted;
         return folderRefuses && QFileInfo(path).isWritable() ? writeOver(path, bytes) : outcome;
     }
     if (!put(file, bytes)) {
@@ -78,10 +65,38 @@ Outcome write(const QString& path, const QByteArray& bytes) {
         file.cancelWriting();
         return outcome;
     }
-    errno = 0;
+    system_files::forgetError();
     if (!file.commit())
         return failure();
     return readBack(path, bytes);
+}
+
+Outcome Draft::open() {
+    system_files::forgetError();
+    const bool opened = file_.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
+    return opened ? Outcome{true} : failure();
+}
+
+Outcome Draft::append(const QByteArray& bytes) {
+    system_files::forgetError();
+    if (file_.write(bytes) != bytes.size())
+        return failure();
+    size_ += bytes.size();
+    return {true};
+}
+
+Outcome Draft::amend(qint64 position, const QByteArray& bytes) {
+    system_files::forgetError();
+    const bool amended =
+        file_.seek(position) && file_.write(bytes) == bytes.size() && file_.seek(size_);
+    return amended ? Outcome{true} : failure();
+}
+
+Outcome Draft::finish() {
+    system_files::forgetError();
+    const bool whole = file_.flush() && file_.size() == size_ &&
+                       system_files::reachesTheDisk(file_.handle());
+    return whole && file_.commit() ? Outcome{true} : failure();
 }
 
 }  // namespace atomic_file

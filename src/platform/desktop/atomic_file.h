@@ -1,15 +1,19 @@
 #pragma once
 
+#include <QSaveFile>
+
+#include <system_error>
+
 class QByteArray;
 class QString;
 
 /// Writing a file so that at every instant the old one stands there, or the new one.
 namespace atomic_file {
 
-/// What stopped a write; 0 in `systemError` if the system gave no reason.
+/// What stopped a write; no `error` if the system gave no reason.
 struct Outcome {
     bool written = false;
-    int systemError = 0;     ///< an `errno`
+    std::error_code error{};
     bool disturbed = false;  ///< the bytes on the disk are not those that were written
 };
 
@@ -17,5 +21,21 @@ struct Outcome {
 /// disk. Only where the folder takes no new file but the old one may be written, it is written
 /// over, and put back as it was if that fails.
 Outcome write(const QString& path, const QByteArray& bytes);
+
+/// A file that is written a stretch at a time, beside the old one. Unless it is finished, it leaves
+/// nothing behind.
+class Draft {
+public:
+    explicit Draft(const QString& path) : file_(path) {}
+
+    Outcome open();
+    Outcome append(const QByteArray& bytes);
+    Outcome amend(qint64 position, const QByteArray& bytes);
+    Outcome finish();
+
+private:
+    QSaveFile file_;
+    qint64 size_ = 0;
+};
 
 }  // namespace atomic_file

@@ -2,29 +2,24 @@
 
 #include "platform/desktop/atomic_file.h"
 #include "platform/desktop/program_folder.h"
+#include "platform/system_files.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QStorageInfo>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
 #include <filesystem>
+#include <memory>
+#include <utility>
 
 namespace {
 
 namespace fs = std::filesystem;
 
 constexpr QDir::SortFlags kByName = QDir::Name | QDir::IgnoreCase;
-
-/// The longest name, in bytes, that leaves room for that of a temporary file beside it.
-constexpr qsizetype kLongestName = 240;
-
-/// Where desktops mount the media that a user plugs in.
-constexpr std::array<QLatin1String, 2> kMediaFolders{QLatin1String("/media/"),
-                                                     QLatin1String("/run/media/")};
 
 struct Text {
     int number;
@@ -46,11 +41,8 @@ struct SystemError {
     int system;
     int number;
 };
-constexpr std::array<SystemError, 17> kSystemErrors{{{ENOSPC, file_error::kDiskFull},
+constexpr std::array<SystemError, 16> kSystemErrors{{{ENOSPC, file_error::kDiskFull},
                                                      {EFBIG, file_error::kDiskFull},
-#ifdef EDQUOT
-                                                     {EDQUOT, file_error::kDiskFull},
-#endif
                                                      {EROFS, file_error::kWriteProtected},
                                                      {EACCES, file_error::kNoAccess},
                                                      {EPERM, file_error::kNoAccess},
@@ -72,11 +64,14 @@ FileError errorOf(int number) {
     return {number, QString::fromUtf16(row->text)};
 }
 
-FileError errorOfSystem(int system, int otherwise) {
+FileError errorOfSystem(const std::error_code& error) {
+    if (const int own = system_files::ownErrorNumber(error); own != 0)
+        return errorOf(own);
+    const int general = error.default_error_condition().value();
     const auto* const row =
         std::find_if(kSystemErrors.begin(), kSystemErrors.end(),
-                     [system](const SystemError& e) { return e.system == system; });
-    return errorOf(row == kSystemErrors.end() ? otherwise : row->number);
+                     [general](const SystemError& e) { return e.system == general; });
+    return errorOf(row == kSystemErrors.end() ? file_error::kNoAccess : row->number);
 }
 
 bool isOnDriveA(const QString& path) {
@@ -88,27 +83,7 @@ QString driveA() {
     const QString named = qEnvironmentVariable("CANTAVISTA_DRIVE_A");
     if (!named.isEmpty())
         return QFileInfo(named).isDir() ? QDir(named).absolutePath() : QString();
-#ifdef Q_OS_WIN
-    return QFileInfo(QStringLiteral("A:/")).isDir() ? QStringLiteral("A:") : QString();
-#else
-    for (const QStorageInfo& volume : QStorageInfo::mountedVolumes()) {
-        const bool isMedium = std::any_of(
-            kMediaFolders.begin(), kMediaFolders.end(),
-            [&volume](QLatin1String folder) { return volume.rootPath().startsWith(folder); });
-        if (isMedium && volume.isReady())
-            return volume.rootPath();
-    }
-    return {};
-#endif
-}
-
-/// Whether a path is fit for a file or folder that is yet to be made.
-bool isPossible(const QString& nativePath) {
-    const QStringList names = nativePath.split(QLatin1Char('/'));
-    return std::all_of(names.begin(), names.end(), [](const QString& name) {
-        return name.toUtf8().size() <= kLongestName &&
-               std::none_of(name.begin(), name.end(), [](QChar c) { return c < u' '; });
-    });
+    return system_files::mediumFolder();
 }
 
 FileError checkMedium(const QString& nativePath) {
@@ -116,24 +91,41 @@ FileError checkMedium(const QString& nativePath) {
 }
 
 FileError checkNew(const QString& nativePath) {
-    if (nativePath.isEmpty() || isPossible(nativePath))
+    if (nativePath.isEmpty() || system_files::isPossible(nativePath))
         return checkMedium(nativePath);
     return errorOf(file_error::kBadName);
 }
 
-/// What links, "." and ".." make of a path that need not exist; empty if that cannot be told.
-fs::path followed(const QString& nativePath) {
-    std::error_code error;
-    const fs::path path = QFileInfo(nativePath).filesystemFilePath();
-    const bool leadsNowhere =
-        fs::is_symlink(fs::symlink_status(path, error)) && !fs::exists(path, error);
-    if (leadsNowhere)
+FileError errorOfWriting(const atomic_file::Outcome& outcome) {
+    if (outcome.written)
         return {};
-    fs::path whole = fs::weakly_canonical(path, error);
-    if (error)
-        return {};
-    return whole.has_filename() ? whole : whole.parent_path();
+    if (outcome.disturbed)
+        return errorOf(file_error::kDeviceFault);
+    return errorOfSystem(outcome.error);
 }
+
+/// A folder, or a device, which a new file would replace.
+bool isNoPlainFile(const QString& nativePath) {
+    const QFileInfo there(nativePath);
+    return there.exists() && !there.isFile();
+}
+
+class DesktopDraft : public FileDraft {
+public:
+    explicit DesktopDraft(const QString& nativePath) : draft_(nativePath) {}
+
+    FileError open() { return errorOfWriting(draft_.open()); }
+    FileError append(const QByteArray& bytes) override {
+        return errorOfWriting(draft_.append(bytes));
+    }
+    FileError amend(qint64 position, const QByteArray& bytes) override {
+        return errorOfWriting(draft_.amend(position, bytes));
+    }
+    FileError finish() override { return errorOfWriting(draft_.finish()); }
+
+private:
+    atomic_file::Draft draft_;
+};
 
 /// What a killed save left in a folder: a melody's name and six letters more.
 void removeLeftovers(const QString& folder) {
@@ -144,7 +136,10 @@ void removeLeftovers(const QString& folder) {
 
 }  // namespace
 
-DesktopFolders::DesktopFolders() : programFolder_(program_folder::find()) {
+DesktopFolders::DesktopFolders(ProgramFolder use) {
+    if (use == ProgramFolder::Unused)
+        return;
+    programFolder_ = program_folder::find();
     program_folder::prepareMelodies(programFolder_);
     programFolder_.replace(QLatin1Char('/'), QLatin1Char('\\'));
 }
@@ -188,8 +183,8 @@ bool DesktopFolders::isInside(const QString& root, const QString& path) const {
     const QString native = nativePath(path);
     if (nativeRoot.isEmpty() || native.isEmpty())
         return false;
-    const fs::path above = followed(nativeRoot);
-    const fs::path below = followed(native);
+    const fs::path above = system_files::followed(nativeRoot);
+    const fs::path below = system_files::followed(native);
     if (above.empty() || below.empty() || above == below)
         return false;
     const auto [end, unused] =
@@ -202,11 +197,12 @@ Folders::Content DesktopFolders::readFile(const QString& path, qint64 atMost) co
     if (FileError error = checkMedium(native); error.failed())
         return {error, {}};
     QFile file(native);
-    errno = 0;
     if (!QFileInfo(native).isFile())
         return {errorOf(file_error::kNotFound), {}};
     if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-        return {errorOfSystem(errno, file_error::kNoAccess), {}};
+        return {errorOf(file.error() == QFileDevice::ResourceError ? file_error::kTooManyFiles
+                                                                   : file_error::kNoAccess),
+                {}};
     QByteArray bytes = file.read(atMost);
     if (file.error() != QFileDevice::NoError)
         return {errorOf(file_error::kDeviceFault), {}};
@@ -217,16 +213,24 @@ FileError DesktopFolders::writeFile(const QString& path, const QByteArray& bytes
     const QString native = nativePath(path);
     if (FileError error = checkNew(native); error.failed())
         return error;
-    if (QFileInfo(native).isDir())
+    if (isNoPlainFile(native))
         return errorOf(file_error::kNoAccess);
     const atomic_file::Outcome outcome = atomic_file::write(native, bytes);
-    if (outcome.written)
-        return {};
-    if (isOnDriveA(path) && driveA().isEmpty())
+    if (!outcome.written && isOnDriveA(path) && driveA().isEmpty())
         return errorOf(file_error::kNotReady);
-    if (outcome.disturbed)
-        return errorOf(file_error::kDeviceFault);
-    return errorOfSystem(outcome.systemError, file_error::kNoAccess);
+    return errorOfWriting(outcome);
+}
+
+Folders::Draft DesktopFolders::draftFile(const QString& path) {
+    const QString native = nativePath(path);
+    if (FileError error = checkNew(native); error.failed())
+        return {error, nullptr};
+    if (isNoPlainFile(native))
+        return {errorOf(file_error::kNoAccess), nullptr};
+    auto draft = std::make_unique<DesktopDraft>(native);
+    if (FileError error = draft->open(); error.failed())
+        return {error, nullptr};
+    return {{}, std::move(draft)};
 }
 
 FileError DesktopFolders::renameFile(const QString& from, const QString& to) {
@@ -241,7 +245,7 @@ FileError DesktopFolders::renameFile(const QString& from, const QString& to) {
     std::error_code error;
     fs::rename(QFileInfo(source).filesystemFilePath(), QFileInfo(target).filesystemFilePath(),
                error);
-    return error ? errorOfSystem(error.value(), file_error::kNoAccess) : FileError{};
+    return error ? errorOfSystem(error) : FileError{};
 }
 
 FileError DesktopFolders::removeFile(const QString& path) {
@@ -253,7 +257,7 @@ FileError DesktopFolders::removeFile(const QString& path) {
         return errorOf(file_error::kNoAccess);
     const bool removed = fs::remove(QFileInfo(native).filesystemFilePath(), error);
     if (error)
-        return errorOfSystem(error.value(), file_error::kNoAccess);
+        return errorOfSystem(error);
     return removed ? FileError{} : errorOf(file_error::kNotFound);
 }
 
@@ -264,7 +268,7 @@ FileError DesktopFolders::createFolder(const QString& path) {
     std::error_code error;
     const bool created = fs::create_directory(QFileInfo(native).filesystemFilePath(), error);
     if (error)
-        return errorOfSystem(error.value(), file_error::kNoAccess);
+        return errorOfSystem(error);
     return created ? FileError{} : errorOf(file_error::kAlreadyExists);
 }
 

@@ -2,18 +2,21 @@
 
 #include "platform/folders.h"
 
-/// The program's folder and the user's files on a system with slashes in its paths.
+/// The program's folder and the user's files.
 ///
 /// The program folder is the one named by the environment variable CANTAVISTA_HOME, else the
 /// executable's own if the note folder stands beside it (portable use), else the user's data
 /// folder, filled at the first start from the installed read-only data. A program folder without a
 /// folder of melodies gets one, with the examples; whoever deletes the examples is rid of them.
 ///
-/// Drive A: is the folder named by CANTAVISTA_DRIVE_A, else the first medium that the desktop has
-/// mounted. It is looked for at every use.
+/// Drive A: is the folder named by CANTAVISTA_DRIVE_A, else the system's exchange medium. It is
+/// looked for at every use.
 class DesktopFolders : public Folders {
 public:
-    DesktopFolders();
+    /// Work on other files alone leaves no traces in the program folder, which then is empty.
+    enum class ProgramFolder { Prepared, Unused };
+
+    explicit DesktopFolders(ProgramFolder use = ProgramFolder::Prepared);
 
     QString programFolder() const override { return programFolder_; }
     bool fileExists(const QString& path) const override;
@@ -28,6 +31,7 @@ public:
 
     Content readFile(const QString& path, qint64 atMost) const override;
     FileError writeFile(const QString& path, const QByteArray& bytes) override;
+    Draft draftFile(const QString& path) override;
     FileError renameFile(const QString& from, const QString& to) override;
     FileError removeFile(const QString& path) override;
     FileError createFolder(const QString& path) override;

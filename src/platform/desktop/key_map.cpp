@@ -1,16 +1,15 @@
 #include "platform/desktop/key_map.h"
 
+#include "platform/key_places.h"
+
 #include <QKeyEvent>
 
 #include <array>
 
 namespace {
 
-/// Native scan codes of the X11 and Wayland platforms: the kernel's key number plus 8.
-constexpr quint32 kScanCodeOffset = 8;
-
 struct KeyRun {
-    quint32 firstScanCode;
+    quint32 firstPlace;
     const char* keys;
 };
 
@@ -22,12 +21,12 @@ constexpr std::array<KeyRun, 4> kRows{{
     {44, "ZXCVBNM"},
 }};
 
-struct KeyPlace {
-    quint32 scanCode;
+struct KeyAtPlace {
+    quint32 place;
     KeyCode key;
 };
 
-constexpr std::array<KeyPlace, 26> kPlaces{{
+constexpr std::array<KeyAtPlace, 26> kPlaces{{
     {1, kKeyEscape},       {13, kKeyLeftOfBackspace}, {14, kKeyBackspace},   {26, kKeyRightOfP},
     {27, kKeyPlus},        {28, kKeyEnter},           {39, kKeyRightOfL},    {51, kKeyComma},
     {52, kKeyFullStop},    {53, kKeyMinus},           {57, kKeySpace},       {71, kKeyNumpad0 + 7},
@@ -37,21 +36,21 @@ constexpr std::array<KeyPlace, 26> kPlaces{{
     {106, kKeyRight},      {108, kKeyDown},
 }};
 
-/// The scan codes of F1 to F10 follow each other.
+/// The places of F1 to F10 follow each other.
 constexpr quint32 kFirstFunctionKey = 59;
 constexpr quint32 kLastFunctionKey = 68;
 
-KeyCode fromScanCode(quint32 scanCode) {
+KeyCode fromPlace(quint32 place) {
     for (const KeyRun& row : kRows) {
         const auto length = static_cast<quint32>(qstrlen(row.keys));
-        if (scanCode >= row.firstScanCode && scanCode < row.firstScanCode + length)
-            return row.keys[scanCode - row.firstScanCode];
+        if (place >= row.firstPlace && place < row.firstPlace + length)
+            return row.keys[place - row.firstPlace];
     }
-    if (scanCode >= kFirstFunctionKey && scanCode <= kLastFunctionKey)
-        return kKeyF1 + static_cast<KeyCode>(scanCode - kFirstFunctionKey);
-    for (const KeyPlace& place : kPlaces) {
-        if (place.scanCode == scanCode)
-            return place.key;
+    if (place >= kFirstFunctionKey && place <= kLastFunctionKey)
+        return kKeyF1 + static_cast<KeyCode>(place - kFirstFunctionKey);
+    for (const KeyAtPlace& at : kPlaces) {
+        if (at.place == place)
+            return at.key;
     }
     return 0;
 }
@@ -93,7 +92,7 @@ KeyCode fromName(int qtKey, bool onKeypad) {
 }  // namespace
 
 KeyCode keyCodeOf(const QKeyEvent& event) {
-    if (event.nativeScanCode() > kScanCodeOffset)
-        return fromScanCode(event.nativeScanCode() - kScanCodeOffset);
+    if (const quint32 place = keyPlaceOf(event.nativeScanCode()); place != 0)
+        return fromPlace(place);
     return fromName(event.key(), event.modifiers().testFlag(Qt::KeypadModifier));
 }

@@ -45,8 +45,10 @@ bool KeyTable::eventFilter(QObject* target, QEvent* event) {
             const auto* keyEvent = static_cast<QKeyEvent*>(event);
             if (qobject_cast<QWindow*>(target) && !keyEvent->isAutoRepeat()) {
                 const KeyCode key = keyCodeOf(*keyEvent);
-                if (key > 0 && key <= kKeyLast)
-                    take({key, event->type() == QEvent::KeyPress});
+                const bool down = event->type() == QEvent::KeyPress;
+                const bool isKey = key > 0 && key <= kKeyLast;
+                if (isKey && !(down && target->property(kKeepsKeys).toBool()))
+                    take({key, down});
             }
             break;
         }

@@ -1,8 +1,12 @@
 #include "platform/desktop/qt_dialogs.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QStandardPaths>
 
 namespace {
 
@@ -38,4 +42,21 @@ QString QtDialogs::input(const QString& prompt, const QString& title, const QStr
     const QString answer = QInputDialog::getText(QApplication::activeWindow(), title, prompt,
                                                  QLineEdit::Normal, proposed, &accepted);
     return accepted ? answer : QString();
+}
+
+QString QtDialogs::saveFile(const QString& title, const QString& proposed, const FileKind& kind) {
+    if (!QFileInfo(lastFolder_).isDir())
+        lastFolder_ = QStandardPaths::writableLocation(QStandardPaths::MusicLocation);
+    if (!QFileInfo(lastFolder_).isDir())
+        lastFolder_ = QDir::homePath();
+    QFileDialog box(QApplication::activeWindow(), title, lastFolder_,
+                    QStringLiteral("%1 (*.%2)").arg(kind.name, kind.suffix));
+    box.setAcceptMode(QFileDialog::AcceptSave);
+    box.setDefaultSuffix(kind.suffix);
+    box.selectFile(proposed + QLatin1Char('.') + kind.suffix);
+    if (box.exec() != QDialog::Accepted || box.selectedFiles().isEmpty())
+        return {};
+    QString path = box.selectedFiles().constFirst();
+    lastFolder_ = QFileInfo(path).path();
+    return path.replace(QLatin1Char('/'), QLatin1Char('\\'));
 }

@@ -1,0 +1,133 @@
+#include "platform/desktop/help_browser.h"
+
+#include "platform/desktop/help_pages.h"
+
+#include <QAbstractTextDocumentLayout>
+#include <QScrollBar>
+#include <QTextBlock>
+#include <QWheelEvent>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kMargin = 18;
+constexpr int kSmallest = -4;
+constexpr int kLargest = 12;
+
+QString nameOf(const QColor& colour) {
+    return colour.name(QColor::HexRgb);
+}
+
+QColor mixed(const QColor& ink, const QColor& paper, double share) {
+    const auto mix = [share](int a, int b) { return qRound(a * share + b * (1 - share)); };
+    return {mix(ink.red(), paper.red()), mix(ink.green(), paper.green()),
+            mix(ink.blue(), paper.blue())};
+}
+
+}  // namespace
+
+HelpBrowser::HelpBrowser(QWidget* parent) : QTextBrowser(parent) {
+    setOpenExternalLinks(true);
+    document()->setDocumentMargin(kMargin);
+}
+
+/// The pages' own style sheet is for paper; here they take the palette.
+QString HelpBrowser::styleSheetOfPage() const {
+    const QColor text = palette().color(QPalette::Text);
+    const QColor paper = palette().color(QPalette::Base);
+    const QColor accent = palette().color(QPalette::Link);
+    return QStringLiteral(
+               "h1, h2, h3 { color: %1 } a { color: %1 } p, li { line-height: 130% }"
+               "th { background-color: %2 } code, kbd { background-color: %2 }"
+               "div.nota { background-color: %3; margin-top: 8px; margin-bottom: 8px }"
+               "table { border-collapse: collapse; border-color: %4; border-style: solid;"
+               " margin-top: 6px; margin-bottom: 6px }"
+               "td, th { border: 1px solid %4; padding: 4px 8px }"
+               "p.figura { line-height: 100% } p.piede { color: %5 }")
+        .arg(nameOf(accent), nameOf(mixed(text, paper, 0.09)), nameOf(mixed(accent, paper, 0.13)),
+             nameOf(mixed(text, paper, 0.25)), nameOf(mixed(text, paper, 0.65)));
+}
+
+QImage HelpBrowser::fitted(const QImage& picture) const {
+    const qreal ratio = devicePixelRatioF();
+    const int room = std::max(100, viewport()->width() - 2 * kMargin - 4);
+    const int width = std::min(picture.width(), room);
+    QImage scaled = picture.scaledToWidth(qRound(width * ratio), Qt::SmoothTransformation);
+    scaled.setDevicePixelRatio(ratio);
+    return scaled;
+}
+
+QVariant HelpBrowser::loadResource(int type, const QUrl& name) {
+    if (type == QTextDocument::StyleSheetResource)
+        return styleSheetOfPage();
+    const QVariant loaded = QTextBrowser::loadResource(type, name);
+    if (type != QTextDocument::ImageResource)
+        return loaded;
+    const QImage picture = QImage::fromData(loaded.toByteArray());
+    if (picture.isNull())
+        return loaded;
+    pictures_.insert(name, picture);
+    return fitted(picture);
+}
+
+void HelpBrowser::doSetSource(const QUrl& name, QTextDocument::ResourceType type) {
+    if (name.adjusted(QUrl::RemoveFragment) != source().adjusted(QUrl::RemoveFragment))
+        pictures_.clear();
+    QTextBrowser::doSetSource(name, type);
+}
+
+void HelpBrowser::resizeEvent(QResizeEvent* event) {
+    if (event->size().width() != event->oldSize().width() && !pictures_.isEmpty()) {
+        for (auto it = pictures_.constBegin(); it != pictures_.constEnd(); ++it)
+            document()->addResource(QTextDocument::ImageResource, it.key(), fitted(it.value()));
+        document()->markContentsDirty(0, document()->characterCount());
+    }
+    QTextBrowser::resizeEvent(event);
+}
+
+void HelpBrowser::markWords(const QStringList& words) {
+    QList<QTextEdit::ExtraSelection> marks;
+    int first = document()->characterCount();
+    const QString text = HelpPages::folded(document()->toPlainText());
+    for (const QString& word : words) {
+        for (qsizetype place = text.indexOf(word); place >= 0;
+             place = text.indexOf(word, place + word.size())) {
+            QTextEdit::ExtraSelection mark;
+            mark.cursor = QTextCursor(document());
+            mark.cursor.setPosition(static_cast<int>(place));
+            mark.cursor.setPosition(static_cast<int>(place + word.size()), QTextCursor::KeepAnchor);
+            mark.format.setBackground(QColor(0xFF, 0xD8, 0x4D));
+            mark.format.setForeground(Qt::black);
+            marks << mark;
+            first = std::min(first, static_cast<int>(place));
+        }
+    }
+    setExtraSelections(marks);
+    if (marks.isEmpty())
+        return;
+    QTextCursor cursor(document());
+    cursor.setPosition(first);
+    setTextCursor(cursor);
+    verticalScrollBar()->setValue(verticalScrollBar()->value() + cursorRect().top() -
+                                  viewport()->height() / 3);
+}
+
+void HelpBrowser::zoomBy(int steps) {
+    const int wanted = std::clamp(zoom_ + steps, kSmallest, kLargest);
+    zoomIn(wanted - zoom_);
+    zoom_ = wanted;
+}
+
+void HelpBrowser::resetZoom() {
+    zoomBy(-zoom_);
+}
+
+void HelpBrowser::wheelEvent(QWheelEvent* event) {
+    if (event->modifiers() != Qt::ControlModifier) {
+        QTextBrowser::wheelEvent(event);
+        return;
+    }
+    zoomBy(event->angleDelta().y() > 0 ? 1 : -1);
+    event->accept();
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QImage>
+#include <QMap>
+#include <QTextBrowser>
+
+/// Shows a page of the manual in the window's own colours, its pictures no wider than the page.
+class HelpBrowser : public QTextBrowser {
+public:
+    explicit HelpBrowser(QWidget* parent = nullptr);
+
+    /// Marks every place where one of the words stands, and brings the first into view. The words
+    /// are as the search compares them; without words no place is marked.
+    void markWords(const QStringList& words);
+
+    void zoomBy(int steps);
+    void resetZoom();
+
+protected:
+    QVariant loadResource(int type, const QUrl& name) override;
+    void doSetSource(const QUrl& name, QTextDocument::ResourceType type) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+
+private:
+    QString styleSheetOfPage() const;
+    QImage fitted(const QImage& picture) const;
+
+    QMap<QUrl, QImage> pictures_;  ///< of the page on show, as they are in their files
+    int zoom_ = 0;
+};
