@@ -4,6 +4,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <memory>
+
 /// Why a file operation failed: a number that the user may look up, and the platform's description
 /// of it in the user's language. 0 is success.
 struct FileError {
@@ -29,6 +31,20 @@ constexpr int kPathNotFound = 76;    ///< no such folder
 
 }  // namespace file_error
 
+/// A file in the making, too large to be held in memory. It stands in its place whole, once it is
+/// finished, or never: destroying it earlier leaves there what stood there before.
+class FileDraft {
+public:
+    virtual ~FileDraft() = default;
+
+    virtual FileError append(const QByteArray& bytes) = 0;
+
+    /// Writes over bytes that were appended.
+    virtual FileError amend(qint64 position, const QByteArray& bytes) = 0;
+
+    virtual FileError finish() = 0;
+};
+
 /// Files and folders. Paths are written with backslashes everywhere in the program and are joined
 /// by plain concatenation; only the platform turns them into the system's own. The drive of the
 /// exchange medium is written "a:\", in either case.
@@ -43,6 +59,12 @@ public:
     struct Content {
         FileError error;
         QByteArray bytes;
+    };
+
+    /// A file that was begun, or why it could not be.
+    struct Draft {
+        FileError error;
+        std::unique_ptr<FileDraft> file;
     };
 
     /// The folder in which the program's files stand, without a backslash at its end.
@@ -78,6 +100,8 @@ public:
     virtual FileError writeFile(const QString& /*path*/, const QByteArray& /*bytes*/) {
         return noFiles();
     }
+
+    virtual Draft draftFile(const QString& /*path*/) { return {noFiles(), nullptr}; }
 
     /// Never replaces a file.
     virtual FileError renameFile(const QString& /*from*/, const QString& /*to*/) {

@@ -51,10 +51,8 @@ private:
 };
 
 double peak(const std::vector<float>& sound) {
-    float result = 0;
-    for (const float sample : sound)
-        result = std::max(result, std::abs(sample));
-    return result;
+    const auto [low, high] = std::minmax_element(sound.begin(), sound.end());
+    return std::max(-*low, *high);
 }
 
 double strengthAt(const std::vector<float>& sound, double frequency) {
@@ -111,12 +109,9 @@ TEST_F(AudioEngineTest, AWaveReplacesTheOneBeforeAndEnds) {
     const auto constant = [](float level, std::size_t frames) {
         return std::make_shared<const Wave>(Wave{kRate, std::vector<float>(2 * frames, level)});
     };
-    std::weak_ptr<const Wave> first;
-    {
-        const auto wave = constant(0.25F, 44100);
-        first = wave;
-        engine_.startWave(wave, now());
-    }
+    auto wave = constant(0.25F, 44100);
+    const std::weak_ptr<const Wave> first = wave;
+    engine_.startWave(std::move(wave), now());
     EXPECT_FLOAT_EQ(static_cast<float>(peak(render(0.2))), 0.25F);
     engine_.startWave(constant(0.125F, 1000), now());
     render(0.015);

@@ -85,14 +85,10 @@ double spread(const std::vector<FabricatedStream::Heard>& heard) {
 }  // namespace
 
 TEST(MessageTimeline, DelayIsConstantWhateverTheRequestsDo) {
-    struct Case {
-        double rateError;
-        double jitter;
-    };
-    for (const Case& c : {Case{0, 0}, Case{2e-4, 0.002}, Case{-1e-3, 0.001}}) {
-        SCOPED_TRACE(c.jitter);
+    for (const auto& [rateError, jitter] : {std::pair{0.0, 0.0}, {2e-4, 0.002}, {-1e-3, 0.001}}) {
+        SCOPED_TRACE(jitter);
         MessageTimeline timeline(kRate);
-        FabricatedStream stream(c.rateError, c.jitter);
+        FabricatedStream stream(rateError, jitter);
         stream.run(timeline, 20, {});
         const auto heard = stream.run(timeline, 10, someEvents(stream.now(), 200));
 
@@ -101,7 +97,7 @@ TEST(MessageTimeline, DelayIsConstantWhateverTheRequestsDo) {
             EXPECT_EQ(heard[i].message, i);
         // A block lasts 1.33 ms, which the rounding may cost; requests come 2 ms early or late.
         EXPECT_LT(spread(heard), kBlock / kRate + 0.0006);
-        EXPECT_LT(heard.front().delay, kPeriod / kRate + c.jitter + 0.003);
+        EXPECT_LT(heard.front().delay, kPeriod / kRate + jitter + 0.003);
         EXPECT_GT(heard.front().delay, 0);
     }
 }

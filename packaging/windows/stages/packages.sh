@@ -1,0 +1,6 @@
+# shellcheck shell=bash
+# What has to be installed.
+
+stage_packages() {
+    need windows
+}

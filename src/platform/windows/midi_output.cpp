@@ -1,0 +1,71 @@
+#include "platform/windows/midi_output.h"
+
+#include <array>
+
+namespace {
+
+constexpr int kErrorTextBuffer = 128;
+
+/// The mapper is the highest number of the calls' own type.
+UINT systemDevice(int device) {
+    return static_cast<UINT>(device);
+}
+
+}  // namespace
+
+MidiOutput::~MidiOutput() {
+    for (const auto& [handle, device] : open_) {
+        midiOutReset(device);
+        midiOutClose(device);
+    }
+}
+
+int MidiOutput::count() {
+    return static_cast<int>(midiOutGetNumDevs());
+}
+
+std::optional<std::wstring> MidiOutput::name(int device) {
+    MIDIOUTCAPSW capabilities{};
+    if (midiOutGetDevCapsW(systemDevice(device), &capabilities, sizeof capabilities) != 0)
+        return std::nullopt;
+    const wchar_t* const name = capabilities.szPname;
+    return std::wstring(name, wcsnlen(name, MAXPNAMELEN));
+}
+
+MidiOutput::Opened MidiOutput::open(int device) {
+    HMIDIOUT opened = nullptr;
+    const MMRESULT code = midiOutOpen(&opened, systemDevice(device), 0, 0, CALLBACK_NULL);
+    if (code != MMSYSERR_NOERROR)
+        return {static_cast<int>(code), 0};
+    // Handles are never used twice, so that one kept too long cannot reach another device.
+    open_.emplace(++lastHandle_, opened);
+    return {0, lastHandle_};
+}
+
+int MidiOutput::send(std::uint32_t handle, std::uint32_t message) {
+    return static_cast<int>(midiOutShortMsg(find(handle), message));
+}
+
+int MidiOutput::reset(std::uint32_t handle) {
+    return static_cast<int>(midiOutReset(find(handle)));
+}
+
+int MidiOutput::close(std::uint32_t handle) {
+    const MMRESULT code = midiOutClose(find(handle));
+    if (code == MMSYSERR_NOERROR)
+        open_.erase(handle);
+    return static_cast<int>(code);
+}
+
+std::wstring MidiOutput::errorText(int code) {
+    std::array<wchar_t, kErrorTextBuffer> text{};
+    if (midiOutGetErrorTextW(static_cast<MMRESULT>(code), text.data(), kErrorTextBuffer) != 0)
+        return L"Errore sconosciuto (codice " + std::to_wstring(code) + L").";
+    return text.data();
+}
+
+/// The calls answer a null handle with their own error.
+HMIDIOUT MidiOutput::find(std::uint32_t handle) const {
+    const auto found = open_.find(handle);
+    return found == open_.end() ? nullptr : found->second;
+}

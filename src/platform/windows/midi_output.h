@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <windows.h>
+
+/// The system's MIDI outputs, by its multimedia calls. Codes are the system's; 0 is success.
+class MidiOutput {
+public:
+    struct Opened {
+        int code = 0;
+        std::uint32_t handle = 0;
+    };
+
+    MidiOutput() = default;
+    ~MidiOutput();
+    MidiOutput(const MidiOutput&) = delete;
+    MidiOutput& operator=(const MidiOutput&) = delete;
+
+    static int count();
+
+    /// Device -1 is the mapper: the output that the user chose for the whole system.
+    static std::optional<std::wstring> name(int device);
+
+    Opened open(int device);
+    int send(std::uint32_t handle, std::uint32_t message);
+    int reset(std::uint32_t handle);
+    int close(std::uint32_t handle);
+
+    /// At most 127 characters.
+    static std::wstring errorText(int code);
+
+private:
+    HMIDIOUT find(std::uint32_t handle) const;
+
+    std::map<std::uint32_t, HMIDIOUT> open_;
+    std::uint32_t lastHandle_ = 0;
+};

@@ -1,0 +1,31 @@
+#include "platform/windows/windows_midi_out.h"
+
+int WindowsMidiOut::deviceCount() {
+    return MidiOutput::count();
+}
+
+std::optional<QString> WindowsMidiOut::deviceName(int deviceId) {
+    const auto name = MidiOutput::name(deviceId);
+    return name ? std::optional(QString::fromStdWString(*name)) : std::nullopt;
+}
+
+MidiOpenResult WindowsMidiOut::open(int deviceId) {
+    const MidiOutput::Opened opened = output_.open(deviceId);
+    return {opened.code, opened.handle};
+}
+
+int WindowsMidiOut::send(MidiHandle handle, std::uint32_t message) {
+    return handle == 0 ? 0 : output_.send(handle, message);
+}
+
+int WindowsMidiOut::reset(MidiHandle handle) {
+    return handle == 0 ? 0 : output_.reset(handle);
+}
+
+int WindowsMidiOut::close(MidiHandle handle) {
+    return output_.close(handle);
+}
+
+QString WindowsMidiOut::errorText(int code) const {
+    return QString::fromStdWString(MidiOutput::errorText(code));
+}

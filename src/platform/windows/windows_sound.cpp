@@ -1,0 +1,5 @@
+#include "platform/windows/windows_sound.h"
+
+std::unique_ptr<Sound> openSound(const Folders& folders) {
+    return std::make_unique<WindowsSound>(folders);
+}

@@ -1,0 +1,104 @@
+// A sound driver with one MIDI output that sounds nothing and logs each message with its time in
+// microseconds to the file named by CANTAVISTA_MIDI_LOG. Wine loads it when the registry names it
+// as its audio driver; the multimedia calls, the mapper and the sequencer above it are the
+// system's own. It has no wave devices.
+
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <cwchar>
+#include <windows.h>
+
+// After the header that it needs.
+#include <mmddk.h>
+
+namespace {
+
+constexpr int kNeutralPriority = 2;
+
+void log(const char* format, ...) {
+    static FILE* const file = [] {
+        const char* const name = std::getenv("CANTAVISTA_MIDI_LOG");
+        return name ? std::fopen(name, "ab") : nullptr;
+    }();
+    if (!file)
+        return;
+    LARGE_INTEGER now;
+    LARGE_INTEGER perSecond;
+    QueryPerformanceCounter(&now);
+    QueryPerformanceFrequency(&perSecond);
+    std::va_list arguments;
+    va_start(arguments, format);
+    std::fprintf(file, "%lld ", static_cast<long long>(1e6 * static_cast<double>(now.QuadPart) /
+                                                       static_cast<double>(perSecond.QuadPart)));
+    std::vfprintf(file, format, arguments);
+    std::fputc('\n', file);
+    std::fflush(file);
+    va_end(arguments);
+}
+
+DWORD describe(DWORD_PTR caps, DWORD_PTR size) {
+    MIDIOUTCAPSW description{};
+    std::wcscpy(description.szPname, L"Uscita di prova");
+    description.wTechnology = MOD_MIDIPORT;
+    description.wChannelMask = 0xFFFF;
+    std::memcpy(reinterpret_cast<void*>(caps), &description,
+                size < sizeof description ? size : sizeof description);
+    return MMSYSERR_NOERROR;
+}
+
+}  // namespace
+
+extern "C" {
+
+LRESULT CALLBACK DriverProc(DWORD_PTR, HDRVR, UINT, LPARAM, LPARAM) {
+    return 1;
+}
+
+DWORD WINAPI modMessage(UINT, UINT message, DWORD_PTR, DWORD_PTR first, DWORD_PTR second) {
+    switch (message) {
+        case MODM_GETNUMDEVS:
+            return 1;
+        case MODM_GETDEVCAPS:
+            return describe(first, second);
+        case MODM_OPEN:
+            log("open");
+            return MMSYSERR_NOERROR;
+        case MODM_CLOSE:
+            log("close");
+            return MMSYSERR_NOERROR;
+        case MODM_DATA:
+            log("data %02X %d %d", static_cast<unsigned>(first & 0xFF),
+                static_cast<int>(first >> 8 & 0xFF), static_cast<int>(first >> 16 & 0xFF));
+            return MMSYSERR_NOERROR;
+        case MODM_RESET:
+            log("reset");
+            return MMSYSERR_NOERROR;
+        default:
+            return message == DRVM_INIT || message == DRVM_EXIT ? MMSYSERR_NOERROR
+                                                                : MMSYSERR_NOTSUPPORTED;
+    }
+}
+
+int WINAPI GetPriority() {
+    return kNeutralPriority;
+}
+
+HRESULT WINAPI GetEndpointIDs(int, WCHAR*** ids, GUID** guids, UINT* count, UINT* usual) {
+    *ids = nullptr;
+    *guids = nullptr;
+    *count = 0;
+    *usual = 0;
+    return S_OK;
+}
+
+HRESULT WINAPI GetAudioEndpoint(void*, void*, void*) {
+    return E_NOTIMPL;
+}
+
+HRESULT WINAPI GetAudioSessionManager(void*, void*) {
+    return E_NOTIMPL;
+}
+
+}  // extern "C"
