@@ -1,0 +1,47 @@
+# Installs what was built into TREE and looks at it as a desktop would.
+file(REMOVE_RECURSE ${TREE})
+execute_process(COMMAND ${CMAKE_COMMAND} --install ${BUILD} --prefix ${TREE}
+                OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
+
+function(expect)
+  foreach(file IN LISTS ARGN)
+    if(NOT EXISTS ${TREE}/${file})
+      message(SEND_ERROR "Not installed: ${file}")
+    endif()
+  endforeach()
+endfunction()
+
+# Reads what stands between two marks of a file's first line that has both.
+function(read_between variable file before after)
+  file(STRINGS ${TREE}/${file} line REGEX "${before}.*${after}" LIMIT_COUNT 1)
+  string(REGEX REPLACE ".*${before}(.*)${after}.*" "\\1" found "${line}")
+  set(${variable} "${found}" PARENT_SCOPE)
+endfunction()
+
+set(menu share/applications/cantavista.desktop)
+set(catalogue share/metainfo/org.example.cantavista.metainfo.xml)
+set(types share/mime/packages/cantavista.xml)
+expect(${menu} ${catalogue} ${types} share/man/man1/cantavista.1.gz share/man/it/man1/cantavista.1.gz
+       share/cantavista/note/ap.mid share/cantavista/note/rok.wav share/cantavista/note/rko.wav
+       share/cantavista/Melodie/Esempi/Greensleeves.mel share/cantavista/aiuto/index.html
+       share/doc/cantavista/copyright share/doc/cantavista/changelog.gz)
+
+read_between(program ${menu} "^Exec=" " %f$")
+read_between(icon ${menu} "^Icon=" "$")
+read_between(type ${menu} "^MimeType=" "$")
+# A list of one, whose semicolon comes back escaped.
+string(REGEX REPLACE "[\\;]+$" "" type "${type}")
+string(REPLACE "/" "-" type_icon "${type}")
+expect(bin/${program})
+foreach(size 16 24 32 48 64 128 256)
+  set(icons share/icons/hicolor/${size}x${size})
+  expect(${icons}/apps/${icon}.png ${icons}/mimetypes/${type_icon}.png)
+endforeach()
+
+read_between(declared ${types} "<mime-type type=\"" "\">")
+read_between(provided ${catalogue} "<mediatype>" "</mediatype>")
+read_between(launched ${catalogue} "\"desktop-id\">" "</launchable>")
+if(NOT "${type};${type}" STREQUAL "${declared};${provided}")
+  message(SEND_ERROR "The melody's type has three names: ${type}, ${declared}, ${provided}")
+endif()
+expect(share/applications/${launched})
