@@ -12,7 +12,6 @@ namespace {
 
 constexpr int kNoteOnStatus = 0x90;
 constexpr std::int32_t kProgramChangeStatus = 0xC0;
-constexpr int kMelodyChannel = 1;
 constexpr int kPlayerVelocity = 100;
 constexpr double kDrawnNoteSeconds = 0.9;
 constexpr int kMidiErrorTextLength = 127;

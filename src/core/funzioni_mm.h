@@ -23,6 +23,9 @@ class FunzioniMM {
 public:
     FunzioniMM(Runtime& runtime, MidiOut& midiOut, Media& media, Dialogs& dialogs, Random random);
 
+    static constexpr int kMelodyChannel = 1;
+    static constexpr int kPercussionChannel = 10;
+
     /// The argument of `PlayNoteIndex` that silences the note that sounds.
     static constexpr std::int16_t kSilence = -1;
     /// The argument of `PlayNoteIndex` that draws a note of the range.

@@ -15,21 +15,9 @@ constexpr int kOctave = 12;
 /// The polled keys; each is a semitone above the one before.
 constexpr std::string_view kPolledKeys = "ZSXDCVGBHNJMQ2W3ER5T6Y7UI9O0P";
 
-struct EventKey {
-    KeyCode key;
-    int offset;
-};
-
 constexpr std::size_t kCommaKey = 0;
-constexpr std::array<EventKey, 9> kEventKeys{{{kKeyComma, 12},
-                                              {'L', 13},
-                                              {kKeyFullStop, 14},
-                                              {kKeyRightOfL, 15},
-                                              {kKeyMinus, 16},
-                                              {kKeyRightOfP, 29},
-                                              {kKeyLeftOfBackspace, 30},
-                                              {kKeyPlus, 31},
-                                              {kKeyBackspace, 32}}};
+constexpr std::array<int, PianoKeys::kRowEnds.size()> kRowEndOffsets{12, 13, 14, 15, 16,
+                                                                     29, 30, 31, 32};
 
 }  // namespace
 
@@ -57,7 +45,7 @@ bool PianoKeys::keyDown(KeyCode key) {
     const bool looksAtComma = key == kKeyBackspace && backspace_ == Backspace::LooksAtComma;
     const HeldNote& tested = events_[looksAtComma ? kCommaKey : *index];
     if (!tested)
-        begin(events_[*index], kEventKeys[*index].offset);
+        begin(events_[*index], kRowEndOffsets[*index]);
     return true;
 }
 
@@ -90,10 +78,8 @@ void PianoKeys::end(HeldNote& held) {
 }
 
 std::optional<std::size_t> PianoKeys::eventKey(KeyCode key) {
-    static_assert(kEventKeys.size() == kEventCount);
-    const auto* const found = std::find_if(kEventKeys.begin(), kEventKeys.end(),
-                                           [key](const EventKey& k) { return k.key == key; });
-    if (found == kEventKeys.end())
+    const auto* const found = std::find(kRowEnds.begin(), kRowEnds.end(), key);
+    if (found == kRowEnds.end())
         return std::nullopt;
-    return static_cast<std::size_t>(found - kEventKeys.begin());
+    return static_cast<std::size_t>(found - kRowEnds.begin());
 }

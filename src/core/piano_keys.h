@@ -30,6 +30,11 @@ public:
 
     static constexpr pitch::NoteNumber kFirstBase = 48;
 
+    /// The nine keys at the ends of the rows.
+    static constexpr std::array<KeyCode, 9> kRowEnds{kKeyComma,           'L',       kKeyFullStop,
+                                                     kKeyRightOfL,        kKeyMinus, kKeyRightOfP,
+                                                     kKeyLeftOfBackspace, kKeyPlus,  kKeyBackspace};
+
     PianoKeys(const Runtime& runtime, PianoKeysListener& listener, Backspace backspace)
         : runtime_(runtime), listener_(listener), backspace_(backspace) {}
 
@@ -53,7 +58,6 @@ public:
 
 private:
     static constexpr std::size_t kPolledCount = 29;
-    static constexpr std::size_t kEventCount = 9;
 
     /// A key is up, sounds its note, or is down without a note (a rest).
     using HeldNote = std::optional<pitch::NoteNumber>;
@@ -67,5 +71,5 @@ private:
     Backspace backspace_;
     pitch::NoteNumber base_ = kFirstBase;
     std::array<HeldNote, kPolledCount> polled_;
-    std::array<HeldNote, kEventCount> events_;
+    std::array<HeldNote, kRowEnds.size()> events_;
 };

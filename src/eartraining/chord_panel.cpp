@@ -4,6 +4,7 @@
 #include "eartraining/colour_button.h"
 #include "eartraining/mode_button.h"
 #include "ui_chord_panel.h"
+#include "widgets/appearance.h"
 
 namespace {
 
@@ -16,16 +17,18 @@ constexpr double kMarkerLines = 1.2;
 /// The types in words, for screen readers.
 constexpr std::array<const char*, kCount> kSpoken{"minore", "maggiore", "diminuito", "eccedente"};
 
+const QString kShowsKeys = QStringLiteral("Mostra tasti suonati");
+const QString kHidesKeys = QStringLiteral("Nascondi tasti suonati");
+
 }  // namespace
 
 ChordPanel::ChordPanel(QWidget* parent)
     : QGroupBox(parent), ui_(std::make_unique<Ui::ChordPanel>()) {
     ui_->setupUi(this);
     buildTypes();
-    QSizePolicy policy = ui_->ComdRacStart->sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    ui_->ComdRacStart->setSizePolicy(policy);
+    appearance::keepPlace(*ui_->ComdRacStart);
     styleModeButtons(*ui_->lblModoVt, *ui_->lblVt);
+    reserveExplanations(*ui_->lblSpiegaVt, {kShowsKeys, kHidesKeys});
 }
 
 ChordPanel::~ChordPanel() = default;
@@ -39,10 +42,7 @@ void ChordPanel::buildTypes() {
         type->setAccessibleName(QStringLiteral("Accordo ") + QLatin1String(kSpoken[place]));
         type->setLines(kTypeLines);
         type->setColours(ear_colours::kConsonant, ear_colours::kConsonantText);
-        QFont font = type->font();
-        font.setPointSizeF(font.pointSizeF() * kTypeTextScale);
-        font.setBold(true);
-        type->setFont(font);
+        appearance::enlargeText(*type, kTypeTextScale);
         ui_->answers->addWidget(type, 0, i);
         types_[place] = type;
     }
@@ -91,18 +91,15 @@ void ChordPanel::lblVt_Click() {
 void ChordPanel::showMode() {
     const bool shows = exercise_->showsKeys();
     ui_->lblVt->setText(shows ? QStringLiteral("VT") : QStringLiteral("NT"));
-    ui_->lblVt->setToolTip(shows ? QStringLiteral("Mostra tasti suonati")
-                                 : QStringLiteral("Nascondi tasti suonati"));
+    ui_->lblVt->setToolTip(shows ? kShowsKeys : kHidesKeys);
+    ui_->lblSpiegaVt->setText(ui_->lblVt->toolTip());
     ui_->lblVt->setAccessibleName(QStringLiteral("Modo: %1").arg(ui_->lblVt->toolTip()));
 }
 
 void ChordPanel::showAvailability(int type) {
     const auto place = static_cast<std::size_t>(type);
-    const bool available = exercise_->available(type);
     ColourButton& marker = *markers_[place];
-    marker.setColours(available ? ear_colours::kAvailable : ear_colours::kExcluded,
-                      available ? ear_colours::kAvailableMark : ear_colours::kExcludedMark);
-    marker.setMark(available ? Mark::Tick : Mark::Cross);
+    marker.showAvailable(exercise_->available(type));
     marker.setAccessibleName(types_[place]->accessibleName() + QStringLiteral(": ") +
                              marker.toolTip());
 }

@@ -22,9 +22,12 @@ void ColourButton::setColours(ear_colours::Rgb ground, ear_colours::Rgb text) {
     update();
 }
 
-void ColourButton::setMark(Mark mark) {
-    mark_ = mark;
-    update();
+void ColourButton::showAvailable(bool available) {
+    mark_ = available ? Mark::Tick : Mark::Cross;
+    if (available)
+        setColours(ear_colours::kAvailable, ear_colours::kAvailableMark);
+    else
+        setColours(ear_colours::kExcluded, ear_colours::kExcludedMark);
 }
 
 QSize ColourButton::sizeHint() const {

@@ -11,7 +11,8 @@ public:
     explicit ColourButton(QWidget* parent = nullptr);
 
     void setColours(ear_colours::Rgb ground, ear_colours::Rgb text);
-    void setMark(Mark mark);
+    /// Makes the button a marker: green with a tick, or red with a cross.
+    void showAvailable(bool available);
     /// The height in lines of text.
     void setLines(double lines) { lines_ = lines; }
 

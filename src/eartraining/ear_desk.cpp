@@ -5,7 +5,6 @@
 
 namespace {
 
-constexpr int kMelodyChannel = 1;
 constexpr int kVelocity = 90;
 
 }  // namespace
@@ -56,11 +55,11 @@ void EarDesk::showExerciseMenu() {
 }
 
 void EarDesk::noteOn(pitch::NoteNumber note) {
-    funzioniMM_.NoteOn(kMelodyChannel, note, kVelocity);
+    funzioniMM_.NoteOn(FunzioniMM::kMelodyChannel, note, kVelocity);
 }
 
 void EarDesk::noteOff(pitch::NoteNumber note) {
-    funzioniMM_.NoteOff(kMelodyChannel, note);
+    funzioniMM_.NoteOff(FunzioniMM::kMelodyChannel, note);
 }
 
 void EarDesk::showNote(pitch::NoteNumber note, bool pressed) {

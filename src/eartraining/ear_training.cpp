@@ -4,15 +4,6 @@
 #include "eartraining/ear_training_state.h"
 #include "platform/runtime.h"
 
-namespace {
-
-/// The keys at the ends of the rows.
-constexpr std::array<KeyCode, 9> kRowEnds{kKeyComma,           'L',       kKeyFullStop,
-                                          kKeyRightOfL,        kKeyMinus, kKeyRightOfP,
-                                          kKeyLeftOfBackspace, kKeyPlus,  kKeyBackspace};
-
-}  // namespace
-
 EarTraining::EarTraining(Runtime& runtime, FunzioniMM& funzioniMM, Dialogs& dialogs,
                          EarTrainingState& state)
     : runtime_(runtime),
@@ -58,7 +49,7 @@ void EarTraining::activate() {
 
 void EarTraining::pollKeys() {
     pianoKeys_.poll();
-    for (const KeyCode key : kRowEnds) {
+    for (const KeyCode key : PianoKeys::kRowEnds) {
         if (runtime_.held(key))
             pianoKeys_.keyDown(key);
         else

@@ -9,6 +9,7 @@
 #include "ui_frmInto.h"
 #include "ui_interval_panel.h"
 #include "ui_pitch_panel.h"
+#include "widgets/appearance.h"
 
 #include <QGuiApplication>
 #include <QMenu>
@@ -17,24 +18,16 @@
 namespace {
 
 constexpr double kPromptTextScale = 1.5;
-constexpr int kPromptAccent = 22;  ///< the share of the accent in the prompt's ground, in percent
+constexpr double kPromptAccent = 0.22;  ///< the share of the accent in the prompt's ground
 
 constexpr int kMiddleC = pitch::noteIndexOf(pitch::kMiddleC);
 
-int mixed(int ground, int accent) {
-    return ((100 - kPromptAccent) * ground + kPromptAccent * accent) / 100;
-}
-
 void stylePrompt(QLabel& prompt) {
-    QFont font = prompt.font();
-    font.setPointSizeF(font.pointSizeF() * kPromptTextScale);
-    prompt.setFont(font);
+    appearance::enlargeText(prompt, kPromptTextScale, QFont::Normal);
     QPalette palette = prompt.palette();
-    const QColor ground = palette.color(QPalette::Window);
-    const QColor accent = palette.color(QPalette::Highlight);
-    palette.setColor(QPalette::Window, QColor(mixed(ground.red(), accent.red()),
-                                              mixed(ground.green(), accent.green()),
-                                              mixed(ground.blue(), accent.blue())));
+    palette.setColor(QPalette::Window,
+                     appearance::mixed(palette.color(QPalette::Highlight),
+                                       palette.color(QPalette::Window), kPromptAccent));
     prompt.setPalette(palette);
 }
 
@@ -52,9 +45,7 @@ frmInto::frmInto(const Services& services, EarTrainingState& state, QWidget* par
       ear_(services.runtime, services.funzioniMM, services.dialogs, state) {
     ui_->setupUi(this);
     stylePrompt(*ui_->lblStep);
-    QSizePolicy keepsItsPlace = ui_->cmdEsci->sizePolicy();
-    keepsItsPlace.setRetainSizeWhenHidden(true);
-    ui_->cmdEsci->setSizePolicy(keepsItsPlace);
+    appearance::keepPlace(*ui_->cmdEsci);
     ui_->keyboard->showRangeMarks(true);
     ui_->frmRacc->setMinimumHeight(ui_->FrmIntervalli->sizeHint().height());
     ui_->pitchPanel->attach(ear_.pitch());
@@ -63,7 +54,7 @@ frmInto::frmInto(const Services& services, EarTrainingState& state, QWidget* par
     ui_->Fr1->attach(services.funzioniMM);
     buildMenus();
     connectControls();
-    showContext(state.exercise);
+    showContext(state.chordRequested ? EarExercise::Chord : state.exercise);
     ear_.load(*this);
     ui_->keyboard->setFocus();
 }

@@ -6,6 +6,7 @@
 #include "eartraining/interval_exercise.h"
 #include "eartraining/mode_button.h"
 #include "ui_interval_panel.h"
+#include "widgets/appearance.h"
 
 namespace {
 
@@ -73,6 +74,8 @@ IntervalPanel::IntervalPanel(QWidget* parent)
     styleName(*ui_->consonances, true);
     styleName(*ui_->dissonances, false);
     styleModeButtons(*ui_->Label7, *ui_->lblModo);
+    for (const ModeText& mode : kModes)
+        reserveExplanations(*ui_->lblSpiegaModo, {QLatin1String(mode.toolTip)});
 }
 
 IntervalPanel::~IntervalPanel() = default;
@@ -97,10 +100,7 @@ void IntervalPanel::buildButtons() {
         button->setLines(kSemitonesLines);
         button->setColours(isConsonant(i) ? ear_colours::kConsonant : ear_colours::kDissonantButton,
                            ear_colours::kConsonantText);
-        QFont font = button->font();
-        font.setPointSizeF(font.pointSizeF() * kSemitonesTextScale);
-        font.setBold(true);
-        button->setFont(font);
+        appearance::enlargeText(*button, kSemitonesTextScale);
         ui_->chart->addWidget(button, kButtonRow, columnOf(i));
         semitones_[static_cast<std::size_t>(i)] = button;
     }
@@ -150,6 +150,7 @@ void IntervalPanel::showMode() {
     const ModeText& text = kModes[static_cast<std::size_t>(exercise_->mode())];
     ui_->lblModo->setText(QLatin1String(text.caption));
     ui_->lblModo->setToolTip(QLatin1String(text.toolTip));
+    ui_->lblSpiegaModo->setText(ui_->lblModo->toolTip());
     ui_->lblModo->setAccessibleName(QStringLiteral("Modo: ") + QLatin1String(text.toolTip));
 }
 
@@ -157,9 +158,7 @@ void IntervalPanel::showAvailability() {
     for (int i = 0; i < kIntervals; ++i) {
         const bool available = exercise_->available(i);
         ColourButton& marker = *markers_[static_cast<std::size_t>(i)];
-        marker.setColours(available ? ear_colours::kAvailable : ear_colours::kExcluded,
-                          available ? ear_colours::kAvailableMark : ear_colours::kExcludedMark);
-        marker.setMark(available ? Mark::Tick : Mark::Cross);
+        marker.showAvailable(available);
         marker.setToolTip(available ? QStringLiteral("Intervallo disponibile")
                                     : QStringLiteral("Intervallo escluso"));
         marker.setAccessibleName(semitonesInWords(i) + QStringLiteral(": ") + marker.toolTip());

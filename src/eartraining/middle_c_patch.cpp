@@ -21,6 +21,7 @@ MiddleCPatch::MiddleCPatch(PianoKeyboard& keyboard, std::function<void()> double
     : QWidget(&keyboard), key_(middleCOf(keyboard)) {
     setObjectName(QStringLiteral("Lbdoc"));
     setToolTip(QStringLiteral("Do Centrale"));
+    setAccessibleName(toolTip());
     onDoubleClick(*this, std::move(doubleClicked));
     key_.installEventFilter(this);
     settle();

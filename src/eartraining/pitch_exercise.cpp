@@ -111,7 +111,6 @@ void PitchExercise::silence() {
 }
 
 void PitchExercise::quiet() {
-    ++turn_;
     if (sounding_)
         silence();
 }

@@ -3,16 +3,22 @@
 #include "eartraining/mode_button.h"
 #include "eartraining/pitch_exercise.h"
 #include "ui_pitch_panel.h"
+#include "widgets/appearance.h"
+
+namespace {
+
+const QString kPlaysInterval = QStringLiteral("Suona intervallo melodico");
+const QString kPlaysNote = QStringLiteral("Suona nota casuale all'interno dell'intervallo scelto");
+
+}  // namespace
 
 PitchPanel::PitchPanel(QWidget* parent)
     : QGroupBox(parent), ui_(std::make_unique<Ui::PitchPanel>()) {
     ui_->setupUi(this);
-    for (QWidget* button : {ui_->IntoStart, ui_->cmdReimposta}) {
-        QSizePolicy policy = button->sizePolicy();
-        policy.setRetainSizeWhenHidden(true);
-        button->setSizePolicy(policy);
-    }
+    for (QWidget* button : {ui_->IntoStart, ui_->cmdReimposta})
+        appearance::keepPlace(*button);
     styleModeButtons(*ui_->Label6, *ui_->lblMod);
+    reserveExplanations(*ui_->lblSpiegaMod, {kPlaysInterval, kPlaysNote});
 }
 
 PitchPanel::~PitchPanel() = default;
@@ -38,8 +44,7 @@ void PitchPanel::lblMod_Click() {
 void PitchPanel::showMode() {
     const bool withReference = exercise_->withReference();
     ui_->lblMod->setText(withReference ? QStringLiteral("/") : QStringLiteral("o"));
-    ui_->lblMod->setToolTip(
-        withReference ? QStringLiteral("Suona intervallo melodico")
-                      : QStringLiteral("Suona nota casuale all'interno dell'intervallo scelto"));
+    ui_->lblMod->setToolTip(withReference ? kPlaysInterval : kPlaysNote);
+    ui_->lblSpiegaMod->setText(ui_->lblMod->toolTip());
     ui_->lblMod->setAccessibleName(QStringLiteral("Modo: %1").arg(ui_->lblMod->toolTip()));
 }

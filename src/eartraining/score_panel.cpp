@@ -3,18 +3,12 @@
 #include "eartraining/announcement.h"
 #include "eartraining/double_click.h"
 #include "ui_score_panel.h"
+#include "widgets/appearance.h"
 #include "widgets/label_button.h"
 
 namespace {
 
 constexpr double kCounterTextScale = 1.6;
-
-void enlarge(QWidget& widget) {
-    QFont font = widget.font();
-    font.setPointSizeF(font.pointSizeF() * kCounterTextScale);
-    font.setBold(true);
-    widget.setFont(font);
-}
 
 void setGround(QWidget& counter, const std::optional<ear_colours::Rgb>& colour) {
     if (!colour)
@@ -31,7 +25,7 @@ ScorePanel::ScorePanel(QWidget* parent) : QWidget(parent), ui_(std::make_unique<
     ui_->setupUi(this);
     for (QWidget* number :
          std::initializer_list<QWidget*>{ui_->txtResatte, ui_->txtRerrate, ui_->lblPerc})
-        enlarge(*number);
+        appearance::enlargeText(*number, kCounterTextScale);
     for (QLabel* counter : {ui_->txtResatte, ui_->txtRerrate})
         counter->setBackgroundRole(QPalette::Base);
     makeLabelButton(*ui_->lblPerc, palette().color(QPalette::WindowText));

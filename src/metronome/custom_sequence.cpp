@@ -6,8 +6,6 @@
 namespace custom_sequence {
 namespace {
 
-constexpr int kMelodyChannel = 1;
-constexpr int kPercussionChannel = 10;
 constexpr int kFullVelocity = 127;
 constexpr double kTestSeconds = 0.8;
 
@@ -23,8 +21,8 @@ std::optional<QChar> typedLetter(QChar character) {
 void testSound(FunzioniMM& funzioniMM, int note) {
     if (!funzioniMM.outputOpen())
         return;
-    funzioniMM.NoteOff(kMelodyChannel, pitch::kMiddleC);
-    funzioniMM.NoteOn(kPercussionChannel, note, kFullVelocity);
+    funzioniMM.NoteOff(FunzioniMM::kMelodyChannel, pitch::kMiddleC);
+    funzioniMM.NoteOn(FunzioniMM::kPercussionChannel, note, kFullVelocity);
 }
 
 void playOnce(FunzioniMM& funzioniMM, MetronomeState& state, const QString& pattern) {
@@ -34,7 +32,7 @@ void playOnce(FunzioniMM& funzioniMM, MetronomeState& state, const QString& patt
             continue;
         funzioniMM.ResetOutput();
         funzioniMM.WaitSeconds(kTestSeconds);
-        funzioniMM.NoteOn(kPercussionChannel, state.MetroPulseNote, kFullVelocity);
+        funzioniMM.NoteOn(FunzioniMM::kPercussionChannel, state.MetroPulseNote, kFullVelocity);
     }
 }
 

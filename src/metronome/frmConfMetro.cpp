@@ -2,10 +2,14 @@
 
 #include "metronome/custom_sequence.h"
 #include "metronome/metronome_state.h"
+#include "metronome/percussion_names.h"
 #include "ui_frmConfMetro.h"
+#include "widgets/appearance.h"
 #include "widgets/label_button.h"
 
 #include <QKeyEvent>
+
+#include <algorithm>
 
 namespace {
 
@@ -21,17 +25,32 @@ constexpr LetterColours kOnDark{0xFFFF6B6B, 0xFF4FD64F, 0xFF86A0FF};
 
 template <typename Notes>
 void fill(QComboBox& list, const Notes& notes, int chosen) {
-    for (const int note : notes)
+    for (const int note : notes) {
         list.addItem(QString::number(note));
+        list.setItemData(list.count() - 1, percussion_names::nameOf(note), Qt::ToolTipRole);
+    }
     list.setMaxVisibleItems(static_cast<int>(notes.size()));
     list.setCurrentIndex(chosen);
 }
 
+/// The name below the list says what the chosen note sounds. Answers how wide a name can be.
+int nameSound(QComboBox& list, QLabel& name) {
+    int widest = 0;
+    for (int i = 0; i < list.count(); ++i) {
+        name.setText(list.itemData(i, Qt::ToolTipRole).toString());
+        widest = std::max(widest, name.sizeHint().width());
+    }
+    const auto show = [&list, &name] {
+        name.setText(list.currentData(Qt::ToolTipRole).toString());
+        list.setAccessibleDescription(name.text());
+    };
+    QObject::connect(&list, &QComboBox::currentIndexChanged, &name, show);
+    show();
+    return widest;
+}
+
 void makeLetter(QToolButton& letter, QRgb colour) {
-    QFont font = letter.font();
-    font.setPointSizeF(font.pointSizeF() * kLetterTextScale);
-    font.setBold(true);
-    letter.setFont(font);
+    appearance::enlargeText(letter, kLetterTextScale);
     makeLabelButton(letter, QColor::fromRgb(colour));
 }
 
@@ -65,6 +84,11 @@ void frmConfMetro::Form_Load() {
     fill(*ui_->InstrA, custom_sequence::kSoundsA, state_.MetroSoundIndexA);
     fill(*ui_->InstrB1, custom_sequence::kSoundsB, state_.MetroSoundIndexB);
     fill(*ui_->InstrC, custom_sequence::kSoundsC, state_.MetroSoundIndexC);
+    const int widest = std::max({nameSound(*ui_->InstrA, *ui_->lblSuonoA),
+                                 nameSound(*ui_->InstrB1, *ui_->lblSuonoB1),
+                                 nameSound(*ui_->InstrC, *ui_->lblSuonoC)});
+    for (QLabel* name : {ui_->lblSuonoA, ui_->lblSuonoB1, ui_->lblSuonoC})
+        name->setMinimumWidth(widest);
     for (const custom_sequence::Preset& preset : custom_sequence::kPresets)
         ui_->seqPreset->addItem(preset.pattern);
     ui_->seqPreset->setCurrentIndex(-1);

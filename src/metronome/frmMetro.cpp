@@ -3,6 +3,7 @@
 #include "metronome/frmConfMetro.h"
 #include "metronome/metronome_host.h"
 #include "ui_frmMetro.h"
+#include "widgets/appearance.h"
 #include "widgets/label_button.h"
 
 #include <QApplication>
@@ -12,13 +13,7 @@ namespace {
 
 constexpr double kTempoTextScale = 1.9;
 constexpr double kTimeSigTextScale = 1.4;
-
-void enlarge(QWidget& widget, double scale) {
-    QFont font = widget.font();
-    font.setPointSizeF(font.pointSizeF() * scale);
-    font.setBold(true);
-    widget.setFont(font);
-}
+constexpr double kFocusTint = 1 / 3.0;
 
 void takeColours(QWidget& widget, const QWidget& source) {
     QPalette colours = widget.palette();
@@ -31,11 +26,9 @@ void takeColours(QWidget& widget, const QWidget& source) {
 void showFocus(QScrollBar& bar, bool focused) {
     QPalette colours;
     if (focused) {
-        const QColor button = colours.color(QPalette::Button);
-        const QColor accent = colours.color(QPalette::Highlight);
-        colours.setColor(QPalette::Button, QColor((2 * button.red() + accent.red()) / 3,
-                                                  (2 * button.green() + accent.green()) / 3,
-                                                  (2 * button.blue() + accent.blue()) / 3));
+        colours.setColor(QPalette::Button,
+                         appearance::mixed(colours.color(QPalette::Highlight),
+                                           colours.color(QPalette::Button), kFocusTint));
     }
     bar.setPalette(colours);
 }
@@ -50,9 +43,9 @@ frmMetro::frmMetro(Metronome& metronome, FunzioniMM& funzioniMM, MetronomeHost& 
       funzioniMM_(funzioniMM),
       host_(host) {
     ui_->setupUi(this);
-    enlarge(*ui_->lblTempo, kTempoTextScale);
-    enlarge(*ui_->lblTs, kTimeSigTextScale);
-    enlarge(*ui_->lblX12, kTimeSigTextScale);
+    appearance::enlargeText(*ui_->lblTempo, kTempoTextScale);
+    for (QWidget* label : {ui_->lblTs, ui_->lblX12})
+        appearance::enlargeText(*label, kTimeSigTextScale);
     for (QToolButton* label : {ui_->lblTs, ui_->lblX12, ui_->lblCloseMetro})
         makeLabelButton(*label, palette().color(QPalette::Link));
     // Up means louder, for the eye as for the keys.

@@ -5,7 +5,6 @@
 
 namespace {
 
-constexpr int kPercussionChannel = 10;
 /// The lamps are dark and the output is silent for this long before each click.
 constexpr double kDarkSeconds = 0.1;
 
@@ -59,7 +58,7 @@ void Metronome::beat() {
     }
 
     for (const std::int16_t note : {state_.MetroNoteA, state_.MetroNoteB, state_.MetroNoteC})
-        funzioniMM_.NoteOff(kPercussionChannel, note);
+        funzioniMM_.NoteOff(FunzioniMM::kPercussionChannel, note);
     view_->darkenLamps();
 }
 
@@ -81,7 +80,7 @@ void Metronome::playPulse(int lamp) {
     view_->darkenLamps();
     funzioniMM_.WaitSeconds(kDarkSeconds);
     view_->lightLamp(lamp, state_.MetroPulseColour);
-    funzioniMM_.NoteOn(kPercussionChannel, state_.MetroPulseNote, state_.MetroVolume);
+    funzioniMM_.NoteOn(FunzioniMM::kPercussionChannel, state_.MetroPulseNote, state_.MetroVolume);
 }
 
 void Metronome::stepTimeSignature() {

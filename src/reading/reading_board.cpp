@@ -1,6 +1,7 @@
 #include "reading/reading_board.h"
 
 #include "ui_reading_board.h"
+#include "widgets/appearance.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -8,19 +9,13 @@
 namespace {
 
 constexpr double kButtonTextScale = 1.4;
-constexpr int kTintPercent = 16;
+constexpr double kTint = 0.16;
 
 /// The answer buttons carry a little of the accent colour.
 void tint(QPushButton& button) {
     QPalette palette = button.palette();
-    const QColor plain = palette.color(QPalette::Button);
-    const QColor accent = palette.color(QPalette::Highlight);
-    const auto mix = [](int a, int b) {
-        return (a * (100 - kTintPercent) + b * kTintPercent) / 100;
-    };
-    palette.setColor(QPalette::Button,
-                     QColor(mix(plain.red(), accent.red()), mix(plain.green(), accent.green()),
-                            mix(plain.blue(), accent.blue())));
+    palette.setColor(QPalette::Button, appearance::mixed(palette.color(QPalette::Highlight),
+                                                         palette.color(QPalette::Button), kTint));
     button.setPalette(palette);
 }
 
@@ -31,10 +26,7 @@ ReadingBoard::ReadingBoard(QWidget* parent)
     ui_->setupUi(this);
     buttons_ = {ui_->pdo, ui_->pre, ui_->pmi, ui_->pfa, ui_->psol, ui_->pla, ui_->psi};
     for (QPushButton* button : buttons_) {
-        QFont font = button->font();
-        font.setPointSizeF(font.pointSizeF() * kButtonTextScale);
-        font.setBold(true);
-        button->setFont(font);
+        appearance::enlargeText(*button, kButtonTextScale);
         tint(*button);
     }
 }

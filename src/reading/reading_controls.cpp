@@ -2,16 +2,12 @@
 
 #include "reading/difficulty.h"
 #include "ui_reading_controls.h"
+#include "widgets/appearance.h"
 
 namespace {
 
 constexpr double kCounterTextScale = 2.2;
-
-void enlarge(QWidget& widget, double scale) {
-    QFont font = widget.font();
-    font.setPointSizeF(font.pointSizeF() * scale);
-    widget.setFont(font);
-}
+constexpr double kStartTextScale = 1.2;
 
 }  // namespace
 
@@ -21,9 +17,9 @@ ReadingControls::ReadingControls(QWidget* parent)
     for (const difficulty::Item& item : difficulty::kItems)
         ui_->difficolt->addItem(QString::fromUtf8(item.text));
     ui_->difficolt->setMaxVisibleItems(static_cast<int>(difficulty::kItems.size()));
-    enlarge(*ui_->conta, kCounterTextScale);
-    enlarge(*ui_->er, kCounterTextScale);
-    enlarge(*ui_->Start, 1.2);
+    for (QWidget* counter : {ui_->conta, ui_->er})
+        appearance::enlargeText(*counter, kCounterTextScale, QFont::Normal);
+    appearance::enlargeText(*ui_->Start, kStartTextScale, QFont::Normal);
 }
 
 ReadingControls::~ReadingControls() = default;

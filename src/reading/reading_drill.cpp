@@ -97,7 +97,7 @@ void ReadingDrill::Regolo_MouseDown(double y) {
     showRange();
 }
 
-void ReadingDrill::Mostranota(int step) {
+void ReadingDrill::showNote(int step) {
     board_.staff().showNote(step);
 }
 

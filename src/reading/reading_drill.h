@@ -26,7 +26,7 @@ public:
     void difficolt_Click();
     void Regolo_MouseDown(double y);
 
-    void Mostranota(int step) override;
+    void showNote(int step) override;
     void Nascondinote() override;
     void showCounts(int conta, int er) override;
     void sessionStarted() override;

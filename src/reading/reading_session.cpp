@@ -20,7 +20,7 @@ void ReadingSession::chooseDifficulty(std::size_t item) {
     stepRange_.chooseItem(item);
     display_->Nascondinote();
     if (running_ && !automaticLoop_)
-        nextNote();
+        Mostranota();
 }
 
 void ReadingSession::start() {
@@ -37,7 +37,7 @@ void ReadingSession::start() {
     display_->sessionStarted();
     showCounts();
     if (mode_ == ReadingMode::Normale)
-        nextNote();
+        Mostranota();
     else
         runAutomatic();
 }
@@ -53,11 +53,17 @@ void ReadingSession::stop() {
 void ReadingSession::answer(int degree) {
     if (mode_ != ReadingMode::Normale || !running_)
         return;
-    if (staff_step::degree(stepOnShow_) == degree - 1) {
+    const bool right = staff_step::degree(stepOnShow_) == degree - 1;
+    if (right)
+        confirmRightAnswer();
+    checkAnswer(right);
+}
+
+void ReadingSession::checkAnswer(bool right) {
+    if (right) {
         ++correct_;
         ++conta_;
-        confirmRightAnswer();
-        nextNote();
+        Mostranota();
     } else {
         funzioniMM_.PlaySoundFile(noteFolder_ + kWrongSound, true);
         ++wrong_;
@@ -65,10 +71,10 @@ void ReadingSession::answer(int degree) {
     showCounts();
 }
 
-void ReadingSession::nextNote() {
+void ReadingSession::Mostranota() {
     display_->Nascondinote();
     stepOnShow_ = drawStep();
-    display_->Mostranota(stepOnShow_);
+    display_->showNote(stepOnShow_);
 }
 
 int ReadingSession::drawStep() {
@@ -92,12 +98,12 @@ void ReadingSession::runAutomatic() {
     automaticLoop_ = true;
     bool stoppedInPass = false;
     while (running_) {
-        const Instant noteEnd = runtime_.now() + secondsToInstant(period_);
-        nextNote();
+        const Instant noteStart = runtime_.now();
+        Mostranota();
         conta_ = ++shown_;
         answered_ = false;
         showCounts();
-        stoppedInPass = runUntil(noteEnd);
+        stoppedInPass = takeAnswers(noteStart);
     }
     // A stop that no pass has seen takes one wrong answer back.
     if (!stoppedInPass)
@@ -106,10 +112,12 @@ void ReadingSession::runAutomatic() {
     automaticLoop_ = false;
 }
 
-/// Lets the user answer until the note's time is over; true if the session was stopped meanwhile.
-bool ReadingSession::runUntil(Instant noteEnd) {
-    while (runtime_.now() < noteEnd) {
-        runtime_.pump(noteEnd);
+/// Lets the user answer until the note's time is over, by the speed as it is then; true if the
+/// session was stopped meanwhile.
+bool ReadingSession::takeAnswers(Instant noteStart) {
+    const auto noteEnd = [&] { return noteStart + secondsToInstant(period_); };
+    while (runtime_.now() < noteEnd()) {
+        runtime_.pump(noteEnd());
         if (!running_ || runtime_.held(kKeyEscape) || runtime_.ending()) {
             running_ = false;
             return true;

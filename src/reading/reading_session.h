@@ -17,8 +17,8 @@ class ReadingDisplay {
 public:
     virtual ~ReadingDisplay() = default;
 
-    virtual void Mostranota(int step) = 0;  ///< make the picture of a step visible
-    virtual void Nascondinote() = 0;        ///< put the pictures back to rest: none shown
+    virtual void showNote(int step) = 0;  ///< make the picture of a step visible
+    virtual void Nascondinote() = 0;      ///< put the pictures back to rest: none shown
     virtual void showCounts(int conta, int er) = 0;
     virtual void sessionStarted() = 0;
     /// The session is over; the statistics are shown unless they are empty.
@@ -69,11 +69,12 @@ public:
     void answer(int degree);
 
 private:
-    void nextNote();
+    void Mostranota();
     int drawStep();
+    void checkAnswer(bool right);
     void confirmRightAnswer();
     void runAutomatic();
-    bool runUntil(Instant noteEnd);
+    bool takeAnswers(Instant noteStart);
     void pollKeys();
     void judgePolled(bool ofNote, bool freshlyPressed);
     void finish();

@@ -1,9 +1,10 @@
 #include "reading/reading_staff.h"
 
 #include "reading/regolo.h"
+#include "widgets/appearance.h"
 #include "widgets/music_font.h"
+#include "widgets/parts_accessible.h"
 
-#include <QAccessibleWidget>
 #include <QEvent>
 #include <QPainter>
 
@@ -30,17 +31,11 @@ engraving::Note noteAt(int step) {
     return {.position = staff_layout::positionOnStave(step)};
 }
 
-QColor mixed(const QColor& over, const QColor& under, double share) {
-    const auto mix = [share](int a, int b) { return qRound(a * share + b * (1 - share)); };
-    return {mix(over.red(), under.red()), mix(over.green(), under.green()),
-            mix(over.blue(), under.blue())};
-}
-
 QAccessibleInterface* makeInterface(const QString& className, QObject* object) {
     if (className != QLatin1String("QWidget"))
         return nullptr;
     auto* staff = dynamic_cast<ReadingStaff*>(object);
-    return staff ? new QAccessibleWidget(staff, QAccessible::Graphic) : nullptr;
+    return staff ? new PartsAccessible(staff, QAccessible::Graphic) : nullptr;
 }
 
 }  // namespace
@@ -137,7 +132,7 @@ void ReadingStaff::paintEvent(QPaintEvent* /*event*/) {
     const QColor ink = palette().color(QPalette::Text);
     const QColor card = palette().color(QPalette::Base);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(mixed(ink, card, 0.2));
+    painter.setPen(appearance::mixed(ink, card, 0.2));
     painter.setBrush(card);
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kCornerRadius,
                             kCornerRadius);
@@ -146,7 +141,7 @@ void ReadingStaff::paintEvent(QPaintEvent* /*event*/) {
     const engraving::Stave bass = engraving::onPixels(painter, bass_);
     const qreal clefX = treble.left + kClefIndent * treble.space;
     if (pointed_) {
-        painter.setPen(mixed(palette().color(QPalette::Highlight), card, kPointedInk));
+        painter.setPen(appearance::mixed(palette().color(QPalette::Highlight), card, kPointedInk));
         engraving::drawNote(painter, font_, staff_step::isTreble(*pointed_) ? treble : bass, noteX_,
                             noteAt(*pointed_));
     }

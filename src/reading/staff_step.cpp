@@ -1,7 +1,5 @@
 #include "reading/staff_step.h"
 
-#include <algorithm>
-
 namespace staff_step {
 namespace {
 
@@ -45,8 +43,7 @@ QString placeOnSystem(int aboveBottomLine) {
 }  // namespace
 
 pitch::NoteIndex soundingNote(int step) {
-    const int position = std::max(diatonicPosition(step), pitch::kLowestStep);
-    return pitch::StepToNoteIndex(position).value_or(0);
+    return pitch::StepToNoteIndex(diatonicPosition(step)).value_or(0);
 }
 
 QString placeInWords(int step) {

@@ -1,11 +1,12 @@
 #include "shell/application.h"
 
+#include "shell/window_style.h"
+
 #include <QApplication>
 #include <QIcon>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QPalette>
-#include <QStyleFactory>
 #include <QTranslator>
 
 #include <array>
@@ -84,7 +85,7 @@ void prepare(QApplication& app) {
     QApplication::setWindowIcon(icon());
     chooseLocale();
     const bool dark = desktopIsDark();
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(new WindowStyle);
     QApplication::setPalette(paletteOf(dark ? kDark : kLight));
     translateStandardButtons(app);
 }

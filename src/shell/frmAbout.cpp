@@ -1,21 +1,21 @@
 #include "shell/frmAbout.h"
 
 #include "ui_frmAbout.h"
+#include "widgets/appearance.h"
 
 #include <QCoreApplication>
 
 namespace {
 
 constexpr double kTitleScale = 2.2;
+constexpr int kIconSize = 64;
 
 }  // namespace
 
 frmAbout::frmAbout(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmAbout>()) {
     ui_->setupUi(this);
-    QFont font = ui_->lblTitle->font();
-    font.setPointSizeF(font.pointSizeF() * kTitleScale);
-    font.setBold(true);
-    ui_->lblTitle->setFont(font);
+    ui_->imgIcona->setPixmap(windowIcon().pixmap(QSize(kIconSize, kIconSize), devicePixelRatioF()));
+    appearance::enlargeText(*ui_->lblTitle, kTitleScale);
     ui_->lblVersion->setText(
         QStringLiteral("Versione %1 - Ottobre 2004").arg(QCoreApplication::applicationVersion()));
     connect(ui_->cmdOK, &QPushButton::clicked, this, &QDialog::accept);

@@ -87,16 +87,16 @@ void frmMidiTest::LstMidiDev_Click() {
 }
 
 void frmMidiTest::cmdTest_Click() {
-    funzioniMM_.NoteOn(midi_test::kMelodyChannel, midi_test::kTestNote, midi_test::kTestVelocity);
+    funzioniMM_.NoteOn(FunzioniMM::kMelodyChannel, midi_test::kTestNote, midi_test::kTestVelocity);
 }
 
 void frmMidiTest::cmdOff_Click() {
-    funzioniMM_.NoteOff(midi_test::kMelodyChannel, midi_test::kTestNote);
+    funzioniMM_.NoteOff(FunzioniMM::kMelodyChannel, midi_test::kTestNote);
 }
 
 void frmMidiTest::InstrS_Change() {
     const int program = ui_->InstrS->value();
-    ui_->lblInstr->setText(QString::number(program));
+    nameInstrument(program);
     funzioniMM_.chooseInstrument(program);
 }
 
@@ -112,7 +112,12 @@ void frmMidiTest::Form_Unload() {
 void frmMidiTest::showInstrument() {
     const QSignalBlocker silent(ui_->InstrS);
     ui_->InstrS->setValue(funzioniMM_.currentInstrument());
-    ui_->lblInstr->setText(QString::number(funzioniMM_.currentInstrument()));
+    nameInstrument(funzioniMM_.currentInstrument());
+}
+
+void frmMidiTest::nameInstrument(int program) {
+    ui_->lblInstr->setText(QString::number(program));
+    ui_->lblNomeInstr->setText(instruments::InstrumentName(program));
 }
 
 /// Shows the ID of a line's device and answers with it.

@@ -35,6 +35,7 @@ private:
     void Form_Activate();
     void Form_Unload();
     void showInstrument();
+    void nameInstrument(int program);
     int showDeviceId(const QListWidgetItem& line);
 
     MidiOut& midiOut_;

@@ -1,6 +1,6 @@
 #include "shell/help_key.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QKeyEvent>
 #include <QWidget>
 #include <QWindow>
@@ -8,14 +8,14 @@
 #include <utility>
 
 HelpKey::HelpKey(std::function<void()> showHelp) : showHelp_(std::move(showHelp)) {
-    QCoreApplication::instance()->installEventFilter(this);
+    QApplication::instance()->installEventFilter(this);
 }
 
 void HelpKey::sendEscF1(QWidget& window) {
     for (const int key : {Qt::Key_Escape, Qt::Key_F1}) {
         for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-            QCoreApplication::postEvent(window.windowHandle(),
-                                        new QKeyEvent(type, key, Qt::NoModifier));
+            QApplication::postEvent(window.windowHandle(),
+                                    new QKeyEvent(type, key, Qt::NoModifier));
         }
     }
 }
@@ -26,6 +26,9 @@ bool HelpKey::eventFilter(QObject* target, QEvent* event) {
     const auto* key = static_cast<QKeyEvent*>(event);
     if (key->key() != Qt::Key_F1 || key->modifiers() != Qt::NoModifier || key->isAutoRepeat())
         return false;
+    // An open menu would keep the mouse to itself.
+    while (QWidget* menu = QApplication::activePopupWidget())
+        menu->close();
     showHelp_();
     return true;
 }

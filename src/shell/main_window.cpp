@@ -9,6 +9,7 @@
 #include "platform/help_viewer.h"
 #include "platform/runtime.h"
 #include "reading/reading_drill.h"
+#include "reference/frmOptions.h"
 #include "shell/frmAbout.h"
 #include "shell/frmMidiTest.h"
 #include "shell/status_line.h"
@@ -50,8 +51,6 @@ void MainWindow::connectMenu() {
          {ui_->Sep3, ui_->step4, ui_->SeparatoreN, ui_->step5, ui_->Step6, ui_->Separatore30,
           ui_->Separatore1, ui_->Separatore2, ui_->Separatore3})
         separator->setSeparator(true);
-    // Its window is yet to come.
-    ui_->mnuPromemoria->setEnabled(false);
 
     const auto on = [this](QAction* item, void (MainWindow::*handler)()) {
         connect(item, &QAction::triggered, this, handler);
@@ -62,6 +61,7 @@ void MainWindow::connectMenu() {
     on(ui_->mnuRint, &MainWindow::mnuRint_Click);
     on(ui_->mnuRac, &MainWindow::mnuRac_Click);
     on(ui_->mnuComposer, &MainWindow::mnuComposer_Click);
+    on(ui_->mnuPromemoria, &MainWindow::mnuPromemoria_Click);
     on(ui_->mnuMetro, &MainWindow::mnuMetro_Click);
     on(ui_->mnuMidiTest, &MainWindow::mnuMidiTest_Click);
     on(ui_->Nominote1, &MainWindow::Nominote1_Click);
@@ -96,6 +96,8 @@ void MainWindow::Form_Activate() {
     activated_ = true;
     start_up::firstActivation(services_.runtime, services_.funzioniMM, noteFolder_, *this);
     showStatus();
+    if (!melodyAtStart_.isEmpty() && !services_.runtime.ending())
+        showComposer(melodyAtStart_);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
@@ -137,8 +139,16 @@ void MainWindow::showEarTraining(EarExercise exercise) {
 }
 
 void MainWindow::mnuComposer_Click() {
-    frmComposer(services_, this).exec();
+    showComposer({});
+}
+
+void MainWindow::showComposer(const QString& melodyFile) {
+    frmComposer(services_, this, melodyFile).exec();
     showStatus();
+}
+
+void MainWindow::mnuPromemoria_Click() {
+    frmOptions(this).exec();
 }
 
 void MainWindow::mnuMetro_Click() {

@@ -31,12 +31,16 @@ public:
     explicit MainWindow(const Services& services);
     ~MainWindow() override;
 
+    /// The composer opens with the melody of a file once the program has started up.
+    void openMelodyAtStart(const QString& path) { melodyAtStart_ = path; }
+
     void Esci_Click();
     void mnuLettura_Click();
     void Intonazione_Click();
     void mnuRint_Click();
     void mnuRac_Click();
     void mnuComposer_Click();
+    void mnuPromemoria_Click();
     void mnuMetro_Click();
     void mnuMidiTest_Click();
     void Nominote1_Click();
@@ -59,6 +63,7 @@ private:
     void Form_Activate();
     void connectMenu();
     void showEarTraining(EarExercise exercise);
+    void showComposer(const QString& melodyFile);
     void showStatus();
 
     void enableStartUpControls(bool on) override;
@@ -78,6 +83,7 @@ private:
     frmMetro* metronomeFrame_;
     QString noteFolder_;
     QString helpFile_;
+    QString melodyAtStart_;
     HelpKey helpKey_;
     QLabel* status_;
     bool activated_ = false;

@@ -9,7 +9,6 @@ class MidiOut;
 /// The list of outputs of the MIDI test.
 namespace midi_test {
 
-constexpr int kMelodyChannel = 1;
 constexpr int kTestNote = 69;  ///< the "La" above middle C
 constexpr int kTestVelocity = 100;
 

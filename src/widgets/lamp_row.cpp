@@ -1,5 +1,7 @@
 #include "widgets/lamp_row.h"
 
+#include "widgets/parts_accessible.h"
+
 #include <QEvent>
 #include <QLabel>
 #include <QPainter>
@@ -40,6 +42,11 @@ QString nameOf(std::uint32_t colour) {
     return QString::fromLatin1(found == kColourNames.end() ? "accesa" : found->name);
 }
 
+QAccessibleInterface* makeInterface(const QString& className, QObject* object) {
+    auto* row = className == QLatin1String("QWidget") ? dynamic_cast<LampRow*>(object) : nullptr;
+    return row ? new PartsAccessible(row, QAccessible::Grouping) : nullptr;
+}
+
 }  // namespace
 
 class Lamp : public QLabel {
@@ -75,6 +82,8 @@ private:
 };
 
 LampRow::LampRow(QWidget* parent) : QWidget(parent), lamps_{} {
+    QAccessible::installFactory(makeInterface);
+    setAccessibleName(QStringLiteral("Pulsazioni"));
     for (int i = 0; i < kCount; ++i)
         lamps_[static_cast<std::size_t>(i)] = new Lamp(i, this);
     arrange();

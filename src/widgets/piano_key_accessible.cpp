@@ -1,8 +1,7 @@
 #include "widgets/piano_key_accessible.h"
 
+#include "widgets/parts_accessible.h"
 #include "widgets/piano_keyboard.h"
-
-#include <QAccessibleWidget>
 
 namespace {
 
@@ -36,7 +35,7 @@ QAccessibleInterface* makeInterface(const QString& className, QObject* object) {
     if (className != QLatin1String("QWidget"))
         return nullptr;
     if (auto* keyboard = dynamic_cast<PianoKeyboard*>(object))
-        return new QAccessibleWidget(keyboard, QAccessible::Grouping);
+        return new PartsAccessible(keyboard, QAccessible::Grouping);
     auto* key = dynamic_cast<PianoKey*>(object);
     auto* keyboard = key ? dynamic_cast<PianoKeyboard*>(key->parentWidget()) : nullptr;
     return keyboard ? new KeyAccessible(key, keyboard) : nullptr;

@@ -43,8 +43,6 @@ TEST(Wait, HasTheGrainOfSinglePrecisionLateInTheDayAndEndsAfterMidnight) {
     world.runtime.setWallClock(QDateTime(QDate(2004, 10, 1), QTime(23, 59, 59, 990)));
     world.funzioniMM.WaitSeconds(0.05);
     const double waited = std::chrono::duration<double>(world.runtime.now()).count();
-    EXPECT_NEAR(waited, 0.05, 0.0079);
-    EXPECT_GT(waited, 0.04);
     // 86400.04 lies between the single-precision numbers 86400.0390625 and 86400.046875.
     EXPECT_NEAR(86399.99 + waited, (86400.03125 + 86400.0390625) / 2, 1e-6);
 }

@@ -12,11 +12,8 @@ TEST(FunzioniMM, PlaysOneNoteAtATimeAndNeverSendsANoteOffStatus) {
     TestWorld world;
     world.openOutput();
     auto& mm = world.funzioniMM;
-    mm.PlayNoteIndex(FunzioniMM::kSilence);
-    mm.PlayNoteIndex(5);
-    mm.PlayNoteIndex(5);
-    mm.PlayNoteIndex(FunzioniMM::kSilence);
-    mm.PlayNoteIndex(FunzioniMM::kSilence);
+    for (const std::int16_t index : {-1, 5, 5, -1, -1})
+        mm.PlayNoteIndex(index);
     EXPECT_THAT(world.midi.takeUntimed(),
                 ElementsAre("on 1 36 0", "on 1 36 0", "on 1 41 100", "on 1 41 0", "on 1 41 100",
                             "on 1 41 0", "on 1 41 0"));
@@ -96,15 +93,15 @@ TEST(FunzioniMM, ReportsEveryRefusalButThatOfAProgramChange) {
 TEST(FunzioniMM, ReportsAFailedPlayOrCloseOfTheTuneButNotAFailedOpen) {
     TestWorld world;
     auto& mm = world.funzioniMM;
-    world.media.codes = {{QStringLiteral("PLAY"), 277}, {QStringLiteral("CLOSE"), 263}};
-    mm.MediaOpen(QStringLiteral("C:\\a b\\ap.mid"));
+    world.media.codes = {{"PLAY", 277}, {"CLOSE", 263}};
+    mm.MediaOpen("C:\\a b\\ap.mid");
     mm.MediaPlay();
     mm.MediaClose();
     EXPECT_FALSE(mm.mediaOpenFailed());
-    world.media.codes = {{QStringLiteral("OPEN"), 275}};
-    mm.MediaOpen(QStringLiteral("x"));
+    world.media.codes = {{"OPEN", 275}};
+    mm.MediaOpen("x");
     world.media.codes.clear();
-    mm.MediaOpen(QStringLiteral("y"));
+    mm.MediaOpen("y");
     EXPECT_TRUE(mm.mediaOpenFailed()) << "a failure is remembered for the rest of the run";
     EXPECT_THAT(world.media.lines,
                 ElementsAre("OPEN C:\\a b\\ap.mid ALIAS jepa ", "PLAY jepa", "CLOSE jepa",

@@ -17,13 +17,8 @@ TEST(Pitch, NamesOnlyTheFiveOctavesAndTheRest) {
 }
 
 TEST(Pitch, StepsAndNaturalNotesAreOneToOne) {
-    EXPECT_EQ(pitch::StepToNoteIndex(14), 0);
-    EXPECT_EQ(pitch::StepToNoteIndex(24), 17);
     EXPECT_EQ(pitch::StepToNoteIndex(28), 24);
-    EXPECT_EQ(pitch::StepToNoteIndex(48), 59);
-    EXPECT_FALSE(pitch::StepToNoteIndex(13));
-    EXPECT_FALSE(pitch::StepToNoteIndex(49));
-
+    EXPECT_FALSE(pitch::StepToNoteIndex(13) || pitch::StepToNoteIndex(49));
     int naturals = 0;
     for (int number = 0; number < 128; ++number) {
         const auto step = pitch::NoteNumberToStep(number);
@@ -49,19 +44,15 @@ TEST(Pitch, DrawsCoverARangeAndNeverLeaveIt) {
 }
 
 TEST(Instruments, NamesAndCaptions) {
-    for (const auto& [low, high] : {std::pair{36, 37}, {38, 39}, {48, 49}, {50, 51}, {62, 63}})
-        EXPECT_EQ(instruments::InstrumentName(low), instruments::InstrumentName(high));
-    EXPECT_EQ(instruments::InstrumentName(0), QStringLiteral("Acoustic Grand Piano"));
-    EXPECT_EQ(instruments::InstrumentName(127), QStringLiteral("Gunshot"));
-    EXPECT_EQ(instruments::InstrumentName(128), QString());
-    EXPECT_EQ(instruments::InstrumentName(-1), QString());
-    EXPECT_EQ(instruments::caption(16), QStringLiteral("16-Hammond Organ"));
+    const std::pair<int, const char*> names[] = {
+        {-1, ""}, {0, "Acoustic Grand Piano"}, {37, "Slap Bass"}, {127, "Gunshot"}, {128, ""}};
+    for (const auto& [program, name] : names)
+        EXPECT_EQ(instruments::InstrumentName(program), QLatin1String(name));
+    EXPECT_EQ(instruments::caption(16), "16-Hammond Organ");
 }
 
 TEST(Text, PercentagesAreRoundedToHundredths) {
-    EXPECT_EQ(text::percentage(1, 2), QStringLiteral("50.00%"));
-    EXPECT_EQ(text::percentage(2, 3), QStringLiteral("66.67%"));
-    EXPECT_EQ(text::percentage(1, 32767), QStringLiteral("0.00%"));
-    EXPECT_EQ(text::percentage(3, 2), QStringLiteral("150.00%"));
-    EXPECT_EQ(text::percentage(7, 0), QStringLiteral("0.00%"));
+    EXPECT_EQ(text::percentage(1, 2), "50.00%");
+    EXPECT_EQ(text::percentage(2, 3), "66.67%");
+    EXPECT_EQ(text::percentage(7, 0), "0.00%");
 }

@@ -4,8 +4,7 @@
 #include "eartraining/ear_training_state.h"
 #include "support/test_world.h"
 
-#include <QDateTime>
-
+#include <cstdio>
 #include <map>
 #include <set>
 
@@ -55,7 +54,6 @@ struct EarWorld : TestWorld {
     EarTraining ear{runtime, funzioniMM, dialogs, state};
 
     EarWorld() {
-        runtime.setWallClock(QDateTime(QDate(2004, 10, 1), QTime(0, 0)));
         openOutput();
         ear.load(screen);
     }
@@ -63,6 +61,21 @@ struct EarWorld : TestWorld {
     void clickKeys(std::initializer_list<int> keys) {
         for (const int key : keys)
             ear.keyClicked(static_cast<pitch::NoteIndex>(key));
+    }
+
+    /// The notes that have begun and not ended.
+    std::set<int> sounding() {
+        std::set<int> notes;
+        for (const std::string& line : midi.takeUntimed()) {
+            int note = 0;
+            int velocity = 0;
+            std::sscanf(line.c_str(), "on 1 %d %d", &note, &velocity);
+            if (velocity == 0)
+                notes.erase(note);
+            else
+                notes.insert(note);
+        }
+        return notes;
     }
 
     /// The next draws between 0 and `count` - 1; the last one is repeated.

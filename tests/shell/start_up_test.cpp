@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 namespace {
 
@@ -22,36 +21,31 @@ struct ViewRecorder : StartUpView {
     void focusStart() override { lines.emplace_back("focus"); }
 };
 
-struct StartUpTest : testing::Test {
-    TestWorld world;
-    ViewRecorder view{world.runtime};
-
-    void activate() {
-        world.funzioniMM.setCurrentInstrument(16);
-        start_up::firstActivation(world.runtime, world.funzioniMM,
-                                  start_up::noteFolder(world.folders.programFolder()), view);
-    }
-};
+void activate(TestWorld& world, ViewRecorder& view) {
+    world.funzioniMM.setCurrentInstrument(16);
+    start_up::firstActivation(world.runtime, world.funzioniMM,
+                              start_up::noteFolder(world.folders.programFolder()), view);
+    EXPECT_THAT(view.lines, ElementsAre("0 disable", "2200 enable", "focus"));
+}
 
 }  // namespace
 
-TEST_F(StartUpTest, PlaysTheTuneThenOpensTheOutputAndSendsTheInstrument) {
-    activate();
+TEST(StartUp, PlaysTheTuneThenOpensTheOutputAndSendsTheInstrument) {
+    TestWorld world;
+    ViewRecorder view(world.runtime);
+    activate(world, view);
     EXPECT_THAT(world.media.lines, ElementsAre("OPEN C:\\Cantavista\\note\\ap.mid ALIAS jepa ",
                                                "PLAY jepa", "CLOSE jepa"));
-    EXPECT_THAT(view.lines, ElementsAre("0 disable", "2200 enable", "focus"));
     EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("open -1", "program 16"));
-    EXPECT_THAT(world.dialogs.lines, IsEmpty());
-    EXPECT_EQ(start_up::helpFile(QStringLiteral("C:\\Cantavista")),
-              QStringLiteral("C:\\Cantavista\\cantavista.chm"));
 }
 
-TEST_F(StartUpTest, AMissingTuneIsPassedOverAndAMissingOutputSaidOnce) {
-    world.media.codes = {{QStringLiteral("OPEN"), 275}};
+TEST(StartUp, AMissingTuneIsPassedOverAndAMissingOutputSaidOnce) {
+    TestWorld world;
+    ViewRecorder view(world.runtime);
+    world.media.codes = {{"OPEN", 275}};
     world.midi.openCode = 2;
-    activate();
+    activate(world, view);
     EXPECT_EQ(world.media.lines.size(), 1U);
-    EXPECT_THAT(view.lines, ElementsAre("0 disable", "2200 enable", "focus"));
     EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("open -1"));
     EXPECT_THAT(world.dialogs.lines, ElementsAre("message: Operation:Open\r\nErrore di sistema 2"));
 }

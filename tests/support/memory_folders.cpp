@@ -3,6 +3,8 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <memory>
+#include <utility>
 
 namespace {
 
@@ -31,6 +33,27 @@ QString parentOf(const QString& key) {
 QString nameOf(const QString& key) {
     return key.mid(key.lastIndexOf(kBackslash) + 1);
 }
+
+/// Written when it is finished.
+class MemoryDraft : public FileDraft {
+public:
+    MemoryDraft(Folders& folders, QString path) : folders_(folders), path_(std::move(path)) {}
+
+    FileError append(const QByteArray& bytes) override {
+        bytes_ += bytes;
+        return {};
+    }
+    FileError amend(qint64 position, const QByteArray& bytes) override {
+        bytes_.replace(position, bytes.size(), bytes);
+        return {};
+    }
+    FileError finish() override { return folders_.writeFile(path_, bytes_); }
+
+private:
+    Folders& folders_;
+    QString path_;
+    QByteArray bytes_;
+};
 
 FileError error(int number) {
     return {number, QStringLiteral("Testo dell'errore %1 !!!").arg(number)};
@@ -126,6 +149,10 @@ FileError MemoryFolders::writeFile(const QString& path, const QByteArray& bytes)
     if (!writeFailure.failed())
         files_[key] = bytes;
     return writeFailure;
+}
+
+Folders::Draft MemoryFolders::draftFile(const QString& path) {
+    return {{}, std::make_unique<MemoryDraft>(*this, path)};
 }
 
 FileError MemoryFolders::renameFile(const QString& from, const QString& to) {

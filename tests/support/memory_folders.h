@@ -30,6 +30,7 @@ public:
     bool isInside(const QString& root, const QString& path) const override;
     Content readFile(const QString& path, qint64 atMost) const override;
     FileError writeFile(const QString& path, const QByteArray& bytes) override;
+    Draft draftFile(const QString& path) override;
     FileError renameFile(const QString& from, const QString& to) override;
     FileError removeFile(const QString& path) override;
     FileError createFolder(const QString& path) override;

@@ -38,7 +38,7 @@ std::vector<std::string> MidiRecorder::takeUntimed() {
 std::optional<QString> MidiRecorder::deviceName(int deviceId) {
     if (silentDevices.count(deviceId) || deviceId >= deviceCount())
         return std::nullopt;
-    return deviceId == kMidiMapper ? QStringLiteral("Mapper")
+    return deviceId == kMidiMapper ? mapperName
                                    : devices[static_cast<std::size_t>(deviceId)];
 }
 
@@ -116,8 +116,19 @@ QString ScriptedDialogs::input(const QString& prompt, const QString& title,
                                const QString& proposed) {
     lines.push_back("input: " + prompt.toStdString() + " | " + title.toStdString() + " | " +
                     proposed.toStdString());
+    return nextInput(prompt);
+}
+
+QString ScriptedDialogs::saveFile(const QString& title, const QString& proposed,
+                                  const FileKind& kind) {
+    lines.push_back("save: " + title.toStdString() + " | " + proposed.toStdString() + "." +
+                    kind.suffix.toStdString());
+    return nextInput(title);
+}
+
+QString ScriptedDialogs::nextInput(const QString& question) {
     if (inputs.empty()) {
-        ADD_FAILURE() << "unexpected input box: " << prompt.toStdString();
+        ADD_FAILURE() << "unexpected input box: " << question.toStdString();
         return {};
     }
     const QString answer = inputs.front();

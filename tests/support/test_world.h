@@ -26,6 +26,7 @@ class MidiRecorder : public MidiOut {
 public:
     explicit MidiRecorder(const Runtime& runtime) : runtime_(runtime) {}
 
+    QString mapperName = QStringLiteral("Mapper");
     std::vector<QString> devices{QStringLiteral("Porta A"), QStringLiteral("Porta B")};
     std::set<int> silentDevices;  ///< devices that do not tell their name
     int openCode = 0;
@@ -36,6 +37,8 @@ public:
     std::vector<std::string> take();
     /// The same without the times.
     std::vector<std::string> takeUntimed();
+    /// Puts a line of the test's own between the others.
+    void note(const std::string& what);
 
     int deviceCount() override { return static_cast<int>(devices.size()); }
     std::optional<QString> deviceName(int deviceId) override;
@@ -46,8 +49,6 @@ public:
     QString errorText(int code) const override;
 
 private:
-    void note(const std::string& what);
-
     const Runtime& runtime_;
     MidiHandle lastHandle_ = 0;
     std::vector<std::string> lines_;
@@ -64,7 +65,8 @@ public:
     bool playSound(const QString& path, std::uint32_t flags) override;
 };
 
-/// Answers boxes from a script and writes them down: "message: …", "confirm: …", "input: …".
+/// Answers boxes from a script and writes them down: "message: …", "confirm: …", "input: …",
+/// "save: …". Inputs answer the question for a file as well.
 class ScriptedDialogs : public Dialogs {
 public:
     std::vector<std::string> lines;
@@ -75,6 +77,10 @@ public:
     void message(const QString& text) override;
     bool confirm(const QString& text) override;
     QString input(const QString& prompt, const QString& title, const QString& proposed) override;
+    QString saveFile(const QString& title, const QString& proposed, const FileKind& kind) override;
+
+private:
+    QString nextInput(const QString& question);
 };
 
 class HelpRecorder : public HelpViewer {

@@ -1,5 +1,7 @@
 #include "support/window_driver.h"
 
+#include "support/virtual_runtime.h"
+
 #include <QAction>
 #include <QApplication>
 #include <QKeyEvent>
@@ -7,30 +9,27 @@
 #include <QVariant>
 #include <QWindow>
 
-namespace {
+#include <gtest/gtest.h>
 
-void sendMouse(QWidget& widget, QEvent::Type type) {
-    const QPointF place = widget.rect().center();
-    const auto buttons = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
-    QMouseEvent event(type, place, widget.mapToGlobal(place), Qt::LeftButton, buttons,
-                      Qt::NoModifier);
+void sendMouse(QWidget& widget, QEvent::Type type, QPointF place, Qt::MouseButton button) {
+    const auto held = type == QEvent::MouseButtonRelease ? Qt::NoButton : button;
+    QMouseEvent event(type, place, widget.mapToGlobal(place), button, held, Qt::NoModifier);
     QCoreApplication::sendEvent(&widget, &event);
 }
-
-}  // namespace
 
 void WindowDriver::click(const QString& name) const {
     auto& widget = find<QWidget>(name);
     if (!widget.isEnabled() || !widget.isVisible())
         return;
-    sendMouse(widget, QEvent::MouseButtonPress);
-    sendMouse(widget, QEvent::MouseButtonRelease);
+    sendMouse(widget, QEvent::MouseButtonPress, widget.rect().center());
+    sendMouse(widget, QEvent::MouseButtonRelease, widget.rect().center());
 }
 
 void WindowDriver::doubleClick(const QString& name) const {
     click(name);
-    sendMouse(find<QWidget>(name), QEvent::MouseButtonDblClick);
-    sendMouse(find<QWidget>(name), QEvent::MouseButtonRelease);
+    auto& widget = find<QWidget>(name);
+    sendMouse(widget, QEvent::MouseButtonDblClick, widget.rect().center());
+    sendMouse(widget, QEvent::MouseButtonRelease, widget.rect().center());
 }
 
 void WindowDriver::trigger(const QString& action) const {
@@ -62,4 +61,18 @@ bool WindowDriver::enabled(const QString& name) const {
     if (const auto* action = window_.findChild<QAction*>(name))
         return action->isEnabled();
     return find<QWidget>(name).isEnabled();
+}
+
+void workInModal(VirtualRuntime& runtime, const std::function<void()>& open,
+                 const std::function<void(const WindowDriver&)>& work) {
+    bool worked = false;
+    runtime.at(runtime.now() + std::chrono::seconds(1), [&] {
+        QWidget* window = QApplication::activeModalWidget();
+        ASSERT_TRUE(window);
+        QCoreApplication::processEvents();
+        work(WindowDriver(*window));
+        worked = true;
+    });
+    open();
+    EXPECT_TRUE(worked);
 }

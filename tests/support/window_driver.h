@@ -1,9 +1,16 @@
 #pragma once
 
+#include <QEvent>
 #include <QString>
 #include <QWidget>
 
-class QAction;
+#include <functional>
+
+class VirtualRuntime;
+
+/// A mouse event at a place of a widget, past whatever lies over it there.
+void sendMouse(QWidget& widget, QEvent::Type type, QPointF place,
+               Qt::MouseButton button = Qt::LeftButton);
 
 /// Finds controls by their objectName and works them as a user would.
 class WindowDriver {
@@ -22,6 +29,7 @@ public:
     void click(const QString& name) const;
     void doubleClick(const QString& name) const;
     void trigger(const QString& action) const;
+    void close() const { window_.close(); }
 
     /// Types a key into the window, to whichever control has the focus.
     void type(int key, const QString& text = {}) const;
@@ -33,3 +41,7 @@ public:
 private:
     QWidget& window_;
 };
+
+/// Opens a modal window and works in it a second later; the work has to close it.
+void workInModal(VirtualRuntime& runtime, const std::function<void()>& open,
+                 const std::function<void(const WindowDriver&)>& work);

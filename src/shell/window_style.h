@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QProxyStyle>
+
+/// Fusion, mended: buttons are alike in every window, the pictures of the message boxes are drawn
+/// in the palette's colours at any scale, and the outlines of boxes can be seen on dark grounds.
+class WindowStyle : public QProxyStyle {
+public:
+    WindowStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* answer) const override;
+    QIcon standardIcon(StandardPixmap icon, const QStyleOption* option,
+                       const QWidget* widget) const override;
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override;
+};
