@@ -22,7 +22,7 @@ struct Colours {
 constexpr Colours kLight{0xFFF3F1EC, 0xFF23272B, 0xFFFFFEFB, 0xFFF0EEE8, 0xFF1C1F22, 0xFFE9E6DF,
                          0xFF23272B, 0xFF1F6F86, 0xFFFFFFFF, 0xFF757A80, 0xFF9A9C9E, 0xFFFFFBEA};
 constexpr Colours kDark{0xFF23262A, 0xFFE6E4DF, 0xFF1A1C1F, 0xFF2A2D32, 0xFFEDEBE6, 0xFF33373D,
-                        0xFFE6E4DF, 0xFF4BA3BC, 0xFF0E1113, 0xFF8E9399, 0xFF72767B, 0xFF3A3F46};
+                        0xFFE6E4DF, 0xFF4BA3BC, 0xFF0E1113, 0xFF8E9399, 0xFF9A9FA5, 0xFF3A3F46};
 
 QPalette paletteOf(const Colours& colours) {
     QPalette palette(QColor::fromRgb(colours.button), QColor::fromRgb(colours.window));

@@ -40,6 +40,7 @@ MainWindow::MainWindow(const Services& services)
     drill_ = std::make_unique<ReadingDrill>(reading_, *ui_->board, *ui_->controls);
     metronomeFrame_ = new frmMetro(metronome_, services_.funzioniMM, *this, ui_->centre);
     ui_->rightColumn->insertWidget(ui_->rightColumn->indexOf(ui_->cmdEsci) - 1, metronomeFrame_);
+    setTabOrder(&metronomeFrame_->lastControl(), ui_->cmdEsci);
     connectMenu();
     Form_Load();
 }

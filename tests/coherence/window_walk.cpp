@@ -87,6 +87,14 @@ bool meansSomething(const QWidget& widget) {
            (isOwn(widget) && !hasVisibleChildren(widget));
 }
 
+/// A control without a name of its own is given that of the frame around it, which tells nothing.
+bool hasName(const QWidget& widget, const QAccessibleInterface& face) {
+    const auto* frame = qobject_cast<const QGroupBox*>(widget.parentWidget());
+    const QString name = face.text(QAccessible::Name).trimmed();
+    const bool own = !widget.accessibleName().isEmpty();
+    return !name.isEmpty() && (own || !frame || name != frame->title().trimmed());
+}
+
 /// A picture's parts that are hidden are no use to a reader of the screen.
 int hiddenParts(const QAccessibleInterface& picture) {
     int hidden = 0;
@@ -229,7 +237,7 @@ QStringList unnamed(const QWidget& window) {
     QStringList faults;
     for (QWidget* widget : visibleWidgets(window)) {
         const QAccessibleInterface* face = QAccessible::queryAccessibleInterface(widget);
-        if (meansSomething(*widget) && face->text(QAccessible::Name).trimmed().isEmpty())
+        if (meansSomething(*widget) && !hasName(*widget, *face))
             faults << nameOf(*widget);
         if (face->role() == QAccessible::Graphic && hiddenParts(*face) > 0)
             faults << nameOf(*widget) + QStringLiteral(" offers hidden parts");
