@@ -96,26 +96,38 @@ TEST_F(DesktopFoldersTest, filesAreListedReadWrittenRenamedAndRemoved) {
     EXPECT_EQ(folders.removeFolder(folder + "Zeta").number, 0);
 }
 
-TEST_F(DesktopFoldersTest, dotsAndLinksAreFollowedToSeeWhatLiesInTheTree) {
+TEST_F(DesktopFoldersTest, dotsAreFollowedToSeeWhatLiesInTheTree) {
     DesktopFolders folders;
     const QString root = path("Melodie\\");
     QDir().mkpath(native("Melodie/Sotto"));
-    QDir().mkpath(native("Fuori"));
     QDir().mkpath(native("Melodie due"));
-    put(native("Fuori/vera.mel"));
-    QFile::link(native("Fuori"), native("Melodie/Via"));
-    QFile::link(native("Melodie/Sotto"), native("Melodie/Dentro"));
-    QFile::link(native("Fuori/vera.mel"), native("Melodie/legata.mel"));
-    QFile::link(native("Fuori/manca.mel"), native("Melodie/pendente.mel"));
     const std::pair<const char*, bool> rows[] = {
         {"Melodie\\x.mel", true},
         {"Melodie\\Sotto\\..\\x.mel", true},
-        {"Melodie\\Dentro\\x.mel", true},
         {"Melodie\\Manca\\x.mel", true},
         {"Melodie\\", false},
         {"Melodie\\..\\x.mel", false},
         {"Melodie\\Manca\\..\\..\\x.mel", false},
         {"Melodie due\\x.mel", false},
+    };
+    for (const auto& [name, inside] : rows)
+        EXPECT_EQ(folders.isInside(root, path(name)), inside) << name;
+}
+
+TEST_F(DesktopFoldersTest, linksAreFollowedToSeeWhatLiesInTheTree) {
+    DesktopFolders folders;
+    const QString root = path("Melodie\\");
+    QDir().mkpath(native("Melodie/Sotto"));
+    QDir().mkpath(native("Fuori"));
+    put(native("Fuori/vera.mel"));
+    QFile::link(native("Fuori"), native("Melodie/Via"));
+    if (!QFileInfo::exists(native("Melodie/Via/vera.mel")))
+        GTEST_SKIP() << "no links here, or only to files of their own";
+    QFile::link(native("Melodie/Sotto"), native("Melodie/Dentro"));
+    QFile::link(native("Fuori/vera.mel"), native("Melodie/legata.mel"));
+    QFile::link(native("Fuori/manca.mel"), native("Melodie/pendente.mel"));
+    const std::pair<const char*, bool> rows[] = {
+        {"Melodie\\Dentro\\x.mel", true},
         {"Melodie\\Via\\x.mel", false},
         {"Melodie\\Via\\..\\x.mel", false},
         {"Melodie\\legata.mel", false},

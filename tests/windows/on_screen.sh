@@ -5,7 +5,7 @@
 
 # Where the buttons are: points of the main window in thousandths of its width and height.
 # shellcheck disable=SC2034 # For the scripts that source this.
-start_button='820 200' answers_top=780 answers_left=70 answers_step=92
+start_button='832 175' answers_top=808 answers_left=60 answers_step=93
 # shellcheck disable=SC2034
 composer_title='Composizione|Melodie'
 trace=$work/trace.txt
@@ -133,15 +133,17 @@ picture() {
     timeout 30 import -silent -window "$1" "png:$2" || true
 }
 
-# The fonts that the system's own dialog fonts stand for.
+# The fonts that stand for the system's own, with smooth edges.
 use_fonts() {
     local name
     [[ ! -f $1/fonts ]] || return 0
     registry add 'HKCU\Software\Wine' /v Version /d win10 /f
+    registry add 'HKCU\Control Panel\Desktop' /v FontSmoothing /d 2 /f
+    registry add 'HKCU\Control Panel\Desktop' /v FontSmoothingType /t REG_DWORD /d 1 /f
     for name in 'MS Shell Dlg' 'MS Shell Dlg 2' 'Segoe UI' 'Tahoma'; do
-        registry add 'HKCU\Software\Wine\Fonts\Replacements' /v "$name" /d 'Open Sans' /f
+        registry add 'HKCU\Software\Wine\Fonts\Replacements' /v "$name" /d 'Liberation Sans' /f
         registry add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\FontSubstitutes' \
-            /v "$name" /d 'Open Sans' /f
+            /v "$name" /d 'Liberation Sans' /f
     done
     end_wine
     touch "$1/fonts"
