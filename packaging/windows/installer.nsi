@@ -46,9 +46,13 @@ Section
   ${EndIf}
   SetOutPath "$INSTDIR"
   File /r /x Melodie "${TREE}\*"
-  ; A melody that the user has changed or thrown away stays so when the program is installed anew.
-  ${IfNot} ${FileExists} "$INSTDIR\Melodie\*.*"
+  ; Where the program is already installed, a melody that the user has changed or thrown away
+  ; stays so.
+  ReadRegStr $0 HKCU "Software\Cantavista" "Folder"
+  ${If} $0 != "$INSTDIR"
+    SetOverwrite off
     File /r "${TREE}\Melodie"
+    SetOverwrite on
   ${EndIf}
   WriteUninstaller "$INSTDIR\disinstalla.exe"
   CreateShortcut "$SMPROGRAMS\Cantavista.lnk" "$INSTDIR\cantavista.exe"

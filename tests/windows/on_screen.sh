@@ -141,9 +141,9 @@ use_fonts() {
     registry add 'HKCU\Control Panel\Desktop' /v FontSmoothing /d 2 /f
     registry add 'HKCU\Control Panel\Desktop' /v FontSmoothingType /t REG_DWORD /d 1 /f
     for name in 'MS Shell Dlg' 'MS Shell Dlg 2' 'Segoe UI' 'Tahoma'; do
-        registry add 'HKCU\Software\Wine\Fonts\Replacements' /v "$name" /d 'Liberation Sans' /f
+        registry add 'HKCU\Software\Wine\Fonts\Replacements' /v "$name" /d 'Open Sans' /f
         registry add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\FontSubstitutes' \
-            /v "$name" /d 'Liberation Sans' /f
+            /v "$name" /d 'Open Sans' /f
     done
     end_wine
     touch "$1/fonts"

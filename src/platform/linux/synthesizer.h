@@ -39,6 +39,6 @@ private:
     std::unique_ptr<Engine> engine_;
 };
 
-/// The soundfont to load: the one named by the environment, else the first of the usual places;
-/// empty if there is none.
+/// The soundfont to load: the one named by the environment, else the one beside the program, else
+/// the first of the usual places; empty if there is none.
 std::string findSoundfont();
