@@ -43,10 +43,9 @@ ComposerMenu::ComposerMenu(QWidget& window, Handlers handlers)
     }};
     for (const Item& item : files)
         add(item, file);
-    exportAudio_ =
-        add({"mnuEsportaAudio", "Esporta audio (WAV)…", "Ctrl+E", &Handlers::exportAudio,
-             InContext::No, true},
-            file);
+    exportAudio_ = add({"mnuEsportaAudio", "Esporta audio (WAV)…", "Ctrl+E", &Handlers::exportAudio,
+                        InContext::No, true},
+                       file);
     exportMidi_ = add({"mnuEsportaMidi", "Esporta MIDI…", "", &Handlers::exportMidi}, file);
     const std::array<Item, 3> others{{
         {"mnuSalvaA", "Salva su dischetto A:", "", &Handlers::saveToFloppy, InContext::No, true},

@@ -94,8 +94,8 @@ Outcome Draft::amend(qint64 position, const QByteArray& bytes) {
 
 Outcome Draft::finish() {
     system_files::forgetError();
-    const bool whole = file_.flush() && file_.size() == size_ &&
-                       system_files::reachesTheDisk(file_.handle());
+    const bool whole =
+        file_.flush() && file_.size() == size_ && system_files::reachesTheDisk(file_.handle());
     return whole && file_.commit() ? Outcome{true} : failure();
 }
 
