@@ -2,8 +2,8 @@
 // Operations that change the melody are measured together with taking them back, so that the
 // melody keeps its length.
 
-#include "composer/melody_editor.h"
-#include "composer/playback.h"
+#include "composer/melody/melody_editor.h"
+#include "composer/playback/playback.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,7 +1,7 @@
 // The melody library: reading, checking and writing the longest melody, and listing a full folder.
 
-#include "composer/library_list.h"
-#include "composer/melody_file.h"
+#include "composer/library/library_list.h"
+#include "composer/library/melody_file.h"
 #include "platform/desktop/desktop_folders.h"
 
 #include <QCollator>

@@ -3,10 +3,10 @@
 //
 //   player_bench [entries, 200]
 
-#include "composer/articulation.h"
-#include "composer/composition.h"
-#include "composer/melody_editor.h"
-#include "composer/melody_player.h"
+#include "composer/melody/composition.h"
+#include "composer/melody/melody_editor.h"
+#include "composer/playback/articulation.h"
+#include "composer/playback/melody_player.h"
 #include "figures.h"
 #include "silent_machine.h"
 

@@ -1,9 +1,9 @@
 #include "composer/frmComposer.h"
 
-#include "composer/bookmark_panel.h"
-#include "composer/browser_panel.h"
-#include "composer/panel_text.h"
-#include "composer/rhythm.h"
+#include "composer/melody/rhythm.h"
+#include "composer/panels/bookmark_panel.h"
+#include "composer/panels/browser_panel.h"
+#include "composer/panels/panel_text.h"
 #include "core/funzioni_mm.h"
 #include "core/instruments.h"
 #include "platform/dialogs.h"

@@ -1,17 +1,17 @@
 #pragma once
 
-#include "composer/bookmark_commands.h"
 #include "composer/composer_menu.h"
-#include "composer/composition.h"
 #include "composer/computer_keys.h"
-#include "composer/floppy.h"
-#include "composer/melody_editor.h"
-#include "composer/melody_export.h"
-#include "composer/melody_library.h"
-#include "composer/playback.h"
+#include "composer/export/melody_export.h"
+#include "composer/library/bookmark_commands.h"
+#include "composer/library/floppy.h"
+#include "composer/library/melody_library.h"
+#include "composer/library/unsaved_melody.h"
+#include "composer/melody/composition.h"
+#include "composer/melody/melody_editor.h"
+#include "composer/playback/playback.h"
+#include "composer/playback/range_arrows.h"
 #include "composer/polling_runtime.h"
-#include "composer/range_arrows.h"
-#include "composer/unsaved_melody.h"
 #include "core/services.h"
 
 #include <QDialog>

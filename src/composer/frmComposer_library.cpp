@@ -1,10 +1,10 @@
 // What the window does with the library of melodies, the bookmarks and the floppy disk.
 
-#include "composer/bookmark_panel.h"
-#include "composer/browser_panel.h"
 #include "composer/export_progress.h"
 #include "composer/frmComposer.h"
 #include "composer/frmCopyFromA.h"
+#include "composer/panels/bookmark_panel.h"
+#include "composer/panels/browser_panel.h"
 
 #include <utility>
 

@@ -1,8 +1,8 @@
 // What the window shows of the composition and of what plays.
 
-#include "composer/bookmark_panel.h"
-#include "composer/browser_panel.h"
 #include "composer/frmComposer.h"
+#include "composer/panels/bookmark_panel.h"
+#include "composer/panels/browser_panel.h"
 #include "core/funzioni_mm.h"
 #include "core/pitch.h"
 #include "platform/dialogs.h"

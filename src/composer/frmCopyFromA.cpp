@@ -1,6 +1,6 @@
 #include "composer/frmCopyFromA.h"
 
-#include "composer/floppy.h"
+#include "composer/library/floppy.h"
 #include "ui_frmCopyFromA.h"
 
 #include <vector>

@@ -1,10 +1,10 @@
 #include "coherence/stage.h"
-#include "composer/composition.h"
-#include "composer/floppy.h"
 #include "composer/frmComposer.h"
 #include "composer/frmCopyFromA.h"
-#include "composer/melody_editor.h"
-#include "composer/melody_library.h"
+#include "composer/library/floppy.h"
+#include "composer/library/melody_library.h"
+#include "composer/melody/composition.h"
+#include "composer/melody/melody_editor.h"
 
 #include <QDir>
 #include <QListWidget>

@@ -1,7 +1,7 @@
 // The wave file, rendered by the real synthesizer where its instruments are installed.
 
-#include "composer/melody_score.h"
-#include "composer/wave_file_writer.h"
+#include "composer/export/melody_score.h"
+#include "composer/export/wave_file_writer.h"
 #include "platform/desktop/desktop_folders.h"
 #include "platform/sound.h"
 #include "platform/wave_renderer.h"

@@ -1,4 +1,4 @@
-#include "composer/composer_staff.h"
+#include "composer/staff/composer_staff.h"
 
 #include "core/pitch.h"
 

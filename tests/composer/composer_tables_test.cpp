@@ -1,7 +1,7 @@
-#include "composer/articulation.h"
-#include "composer/melody.h"
-#include "composer/play_range.h"
-#include "composer/rhythm.h"
+#include "composer/melody/melody.h"
+#include "composer/melody/play_range.h"
+#include "composer/melody/rhythm.h"
+#include "composer/playback/articulation.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 #include "composer/frmComposer.h"
-#include "composer/picture_button.h"
+#include "composer/panels/picture_button.h"
 #include "support/test_world.h"
 #include "support/window_driver.h"
 

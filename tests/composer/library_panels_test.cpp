@@ -1,7 +1,7 @@
-#include "composer/bookmark_panel.h"
-#include "composer/browser_panel.h"
-#include "composer/floppy.h"
 #include "composer/frmCopyFromA.h"
+#include "composer/library/floppy.h"
+#include "composer/panels/bookmark_panel.h"
+#include "composer/panels/browser_panel.h"
 #include "library/library_fixture.h"
 #include "support/window_driver.h"
 

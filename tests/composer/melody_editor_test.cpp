@@ -1,4 +1,4 @@
-#include "composer/melody_editor.h"
+#include "composer/melody/melody_editor.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "composer/melody_score.h"
+#include "composer/export/melody_score.h"
 
-#include "composer/composition.h"
-#include "composer/melody_player.h"
-#include "composer/midi_file_writer.h"
+#include "composer/export/midi_file_writer.h"
+#include "composer/melody/composition.h"
+#include "composer/playback/melody_player.h"
 #include "support/test_world.h"
 
 #include <gmock/gmock.h>

@@ -1,6 +1,6 @@
-#include "composer/playback.h"
+#include "composer/playback/playback.h"
 
-#include "composer/composition.h"
+#include "composer/melody/composition.h"
 #include "support/test_world.h"
 
 #include <gmock/gmock.h>

@@ -102,12 +102,9 @@ TEST_F(DesktopFoldersTest, dotsAreFollowedToSeeWhatLiesInTheTree) {
     QDir().mkpath(native("Melodie/Sotto"));
     QDir().mkpath(native("Melodie due"));
     const std::pair<const char*, bool> rows[] = {
-        {"Melodie\\x.mel", true},
-        {"Melodie\\Sotto\\..\\x.mel", true},
-        {"Melodie\\Manca\\x.mel", true},
-        {"Melodie\\", false},
-        {"Melodie\\..\\x.mel", false},
-        {"Melodie\\Manca\\..\\..\\x.mel", false},
+        {"Melodie\\x.mel", true},        {"Melodie\\Sotto\\..\\x.mel", true},
+        {"Melodie\\Manca\\x.mel", true}, {"Melodie\\", false},
+        {"Melodie\\..\\x.mel", false},   {"Melodie\\Manca\\..\\..\\x.mel", false},
         {"Melodie due\\x.mel", false},
     };
     for (const auto& [name, inside] : rows)
@@ -127,10 +124,8 @@ TEST_F(DesktopFoldersTest, linksAreFollowedToSeeWhatLiesInTheTree) {
     QFile::link(native("Fuori/vera.mel"), native("Melodie/legata.mel"));
     QFile::link(native("Fuori/manca.mel"), native("Melodie/pendente.mel"));
     const std::pair<const char*, bool> rows[] = {
-        {"Melodie\\Dentro\\x.mel", true},
-        {"Melodie\\Via\\x.mel", false},
-        {"Melodie\\Via\\..\\x.mel", false},
-        {"Melodie\\legata.mel", false},
+        {"Melodie\\Dentro\\x.mel", true},   {"Melodie\\Via\\x.mel", false},
+        {"Melodie\\Via\\..\\x.mel", false}, {"Melodie\\legata.mel", false},
         {"Melodie\\pendente.mel", false},
     };
     for (const auto& [name, inside] : rows)

@@ -1,6 +1,6 @@
-#include "composer/bookmark_commands.h"
+#include "composer/library/bookmark_commands.h"
 
-#include "composer/melody_editor.h"
+#include "composer/melody/melody_editor.h"
 #include "support/test_world.h"
 
 #include <gmock/gmock.h>

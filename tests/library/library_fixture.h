@@ -1,8 +1,8 @@
 #pragma once
 
-#include "composer/composition.h"
-#include "composer/melody_editor.h"
-#include "composer/melody_library.h"
+#include "composer/library/melody_library.h"
+#include "composer/melody/composition.h"
+#include "composer/melody/melody_editor.h"
 #include "support/test_world.h"
 
 #include <gtest/gtest.h>

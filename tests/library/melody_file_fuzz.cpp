@@ -1,7 +1,7 @@
 // Feeds the reader of melody files with bytes of a fuzzer's choice. Whatever it reads must be
 // written so that it reads the same, and must open without harm.
 
-#include "composer/melody_file.h"
+#include "composer/library/melody_file.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,4 +1,4 @@
-#include "composer/melody_file.h"
+#include "composer/library/melody_file.h"
 
 #include "core/code_page.h"
 

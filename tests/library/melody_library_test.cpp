@@ -1,6 +1,6 @@
-#include "composer/melody_library.h"
+#include "composer/library/melody_library.h"
 
-#include "composer/floppy.h"
+#include "composer/library/floppy.h"
 #include "library/library_fixture.h"
 
 #include <gmock/gmock.h>

@@ -1,0 +1,113 @@
+#include "composer/export/melody_export.h"
+
+#include "composer/export/melody_score.h"
+#include "composer/export/midi_file_writer.h"
+#include "composer/library/melody_names.h"
+#include "composer/melody/composition.h"
+#include "core/funzioni_mm.h"
+#include "core/services.h"
+#include "platform/dialogs.h"
+#include "platform/folders.h"
+
+namespace melody_export {
+
+using wave_file::Result;
+
+QString noSynthesizer() {
+    return QStringLiteral("Manca il sintetizzatore interno !!!");
+}
+
+QString tooShort(const MelodyScore& score) {
+    return QStringLiteral(
+               "La nota %1 è troppo breve per questa velocità: la melodia si ferma lì !!!")
+        .arg(score.entries + 1);
+}
+
+QString faultOf(const wave_file::Outcome& outcome) {
+    switch (outcome.result) {
+        case Result::NoInstruments:
+            return QStringLiteral("Manca il file dei suoni (soundfont) !!!");
+        case Result::TooLong:
+            return QStringLiteral("La melodia è troppo lunga per un file WAV !!!");
+        case Result::Failed:
+            return outcome.error.text;
+        case Result::Written:
+        case Result::Interrupted:
+            break;
+    }
+    return {};
+}
+
+}  // namespace melody_export
+
+MelodyExport::MelodyExport(const Services& services, const Composition& composition)
+    : dialogs_(services.dialogs),
+      folders_(services.folders),
+      funzioniMM_(services.funzioniMM),
+      waveRenderer_(services.waveRenderer),
+      composition_(composition) {}
+
+bool MelodyExport::canExportMidi() const {
+    return !composition_.melody.empty();
+}
+
+bool MelodyExport::canExportAudio() const {
+    return canExportMidi() && waveRenderer_;
+}
+
+/// The melody's name without the folder that it may begin with.
+QString MelodyExport::proposedName() const {
+    const QString& name = composition_.source.name;
+    return name.isEmpty() ? QStringLiteral("Melodia")
+                          : name.mid(name.lastIndexOf(melody_names::kBackslash) + 1);
+}
+
+MelodyScore MelodyExport::score() const {
+    return scoreOf(composition_.melody, composition_.tempo, funzioniMM_.currentInstrument());
+}
+
+void MelodyExport::report(const QString& fault, const MelodyScore& score) const {
+    if (!fault.isEmpty())
+        dialogs_.message(fault);
+    else if (score.entries < composition_.melody.EntryCount())
+        dialogs_.message(melody_export::tooShort(score));
+}
+
+/// Empty if there is nothing to write, or nowhere.
+QString MelodyExport::askFile(const MelodyScore& score, const QString& title,
+                              const FileKind& kind) const {
+    if (score.entries > 0)
+        return dialogs_.saveFile(title, proposedName(), kind);
+    dialogs_.message(melody_export::tooShort(score));
+    return {};
+}
+
+void MelodyExport::exportMidi() {
+    if (!canExportMidi())
+        return;
+    const MelodyScore played = score();
+    const QString path = askFile(played, QStringLiteral("Esporta MIDI"),
+                                 {QStringLiteral("File MIDI"), QStringLiteral("mid")});
+    if (path.isEmpty())
+        return;
+    const FileError error =
+        folders_.writeFile(path, midi_file::write(played, composition_.tempo, proposedName()));
+    report(error.failed() ? melody_names::failureText(error) : QString(), played);
+}
+
+void MelodyExport::exportAudio(const wave_file::Progress& progress) {
+    if (!canExportAudio())
+        return;
+    const MelodyScore played = score();
+    const QString path = askFile(played, QStringLiteral("Esporta audio"),
+                                 {QStringLiteral("File WAV"), QStringLiteral("wav")});
+    if (path.isEmpty())
+        return;
+    const wave_file::Outcome outcome =
+        wave_file::write(*waveRenderer_, played, folders_, path, progress);
+    if (outcome.result == wave_file::Result::Interrupted)
+        return;
+    report(outcome.error.failed() ? melody_names::failureText(outcome.error)
+                                  : melody_export::faultOf(outcome),
+           played);
+}

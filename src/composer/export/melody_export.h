@@ -1,0 +1,54 @@
+#pragma once
+
+#include "composer/export/wave_file_writer.h"
+
+#include <QString>
+
+class Dialogs;
+class Folders;
+class FunzioniMM;
+class WaveRenderer;
+struct Composition;
+struct FileKind;
+struct MelodyScore;
+struct Services;
+
+/// The composition as sound or as a MIDI file, for other programs. Asks where to, and reports what
+/// went wrong.
+class MelodyExport {
+public:
+    MelodyExport(const Services& services, const Composition& composition);
+
+    /// Whether there is something to export, and something to do it with.
+    bool canExportMidi() const;
+    bool canExportAudio() const;
+
+    void exportMidi();
+
+    /// `progress` interrupts it by answering false.
+    void exportAudio(const wave_file::Progress& progress);
+
+private:
+    MelodyScore score() const;
+    QString proposedName() const;
+    QString askFile(const MelodyScore& score, const QString& title, const FileKind& kind) const;
+    void report(const QString& fault, const MelodyScore& score) const;
+
+    Dialogs& dialogs_;
+    Folders& folders_;
+    FunzioniMM& funzioniMM_;
+    WaveRenderer* waveRenderer_;
+    const Composition& composition_;
+};
+
+namespace melody_export {
+
+QString noSynthesizer();
+
+/// What is wrong with a score that ends before its melody does.
+QString tooShort(const MelodyScore& score);
+
+/// Why nothing was written, in one line; the empty text if it was, or if the user did not want it.
+QString faultOf(const wave_file::Outcome& outcome);
+
+}  // namespace melody_export

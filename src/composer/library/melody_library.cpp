@@ -1,0 +1,329 @@
+#include "composer/library/melody_library.h"
+
+#include "composer/library/melody_file.h"
+#include "composer/library/melody_names.h"
+#include "composer/library/melody_reader.h"
+#include "composer/melody/melody_editor.h"
+#include "core/funzioni_mm.h"
+#include "core/services.h"
+#include "platform/dialogs.h"
+#include "platform/folders.h"
+
+#include <QByteArray>
+#include <QLocale>
+
+#include <algorithm>
+#include <utility>
+
+using melody_names::kBackslash;
+using Kind = LibraryEntry::Kind;
+
+namespace {
+
+QString invalidFolderName() {
+    return QStringLiteral("Nome cartella non valido !!!");
+}
+
+QString alreadyThere(const QString& name) {
+    return QStringLiteral("E' già presente una melodia dal nome: ") + name;
+}
+
+}  // namespace
+
+MelodyLibrary::MelodyLibrary(const Services& services, Composition& composition,
+                             MelodyEditor& editor)
+    : dialogs_(services.dialogs),
+      folders_(services.folders),
+      funzioniMM_(services.funzioniMM),
+      composition_(composition),
+      editor_(editor),
+      collator_(QLocale(QLocale::Italian, QLocale::Italy)),
+      root_(melody_names::rootOf(services.folders.programFolder())),
+      folder_(root_) {
+    if (!folders_.folderExists(root_))
+        folders_.createFolder(root_.chopped(1));
+}
+
+const QString& MelodyLibrary::CurrentMelodyName() const {
+    return composition_.source.name;
+}
+
+void MelodyLibrary::setCurrentMelodyName(const QString& name) {
+    composition_.source = {name, {}, {}};
+}
+
+QString MelodyLibrary::pathLabel() const {
+    return melody_names::pathLabel(folder_);
+}
+
+void MelodyLibrary::fill() {
+    while (depth_ > 0 && !folders_.folderExists(folder_))
+        goUp();
+    entries_ = library_list::read(
+        folders_, folder_, depth_ > 0 ? library_list::Parent::Shown : library_list::Parent::Hidden,
+        collator_);
+}
+
+int MelodyLibrary::rowOf(const QString& melody) const {
+    const auto found =
+        std::find_if(entries_.begin(), entries_.end(), [&melody](const LibraryEntry& entry) {
+            return entry.kind == Kind::Melody && entry.name == melody;
+        });
+    return found == entries_.end() ? -1 : static_cast<int>(found - entries_.begin());
+}
+
+const LibraryEntry* MelodyLibrary::entryAt(int row) const {
+    const bool isThere = row >= 0 && static_cast<std::size_t>(row) < entries_.size();
+    return isThere ? &entries_[static_cast<std::size_t>(row)] : nullptr;
+}
+
+bool MelodyLibrary::isMelody(int row) const {
+    const LibraryEntry* const entry = entryAt(row);
+    return entry && entry->kind == Kind::Melody;
+}
+
+MelodyLibrary::Activated MelodyLibrary::activate(int row) {
+    if (!entryAt(row))
+        return Activated::Nothing;
+    const LibraryEntry entry = *entryAt(row);
+    if (entry.kind == Kind::Melody)
+        return open({entry.name, folder_, entry.fileName});
+    if (entry.kind == Kind::Parent)
+        goUp();
+    else
+        enter(entry);
+    fill();
+    return Activated::Folder;
+}
+
+/// A folder that is gone in the meantime is just no longer listed.
+void MelodyLibrary::enter(const LibraryEntry& folder) {
+    const QString path = folder_ + folder.fileName + kBackslash;
+    if (!folders_.folderExists(path))
+        return;
+    folder_ = path;
+    ++depth_;
+}
+
+void MelodyLibrary::goUp() {
+    folder_.chop(1);
+    folder_.truncate(folder_.lastIndexOf(kBackslash) + 1);
+    --depth_;
+}
+
+/// A melody of the tree is opened as if the browser stood in its folder.
+MelodyLibrary::Activated MelodyLibrary::openFile(const QString& path) {
+    const qsizetype end = path.lastIndexOf(kBackslash) + 1;
+    const QString folder = path.left(end);
+    const QString fileName = path.mid(end);
+    const bool outside = !path.startsWith(root_) || !isInTree(path);
+    const Activated activated =
+        open({melody_names::melodyName(fileName), folder, fileName, outside});
+    if (!outside && activated != Activated::Nothing) {
+        folder_ = folder;
+        depth_ = static_cast<int>(folder.count(kBackslash) - root_.count(kBackslash));
+    }
+    return activated;
+}
+
+MelodyLibrary::Activated MelodyLibrary::open(const MelodySource& source) {
+    MelodyReading reading = readMelody(folders_, source.folder + source.fileName);
+    if (!reading.file) {
+        dialogs_.message(reading.error.failed() ? melody_names::failureText(reading.error)
+                                                : melody_names::damagedFile());
+        return Activated::Nothing;
+    }
+    reading.file->name = source.name;
+    reading.file->source = source;
+    // The instrument in use is what going back restores.
+    composition_.instrument = funzioniMM_.currentInstrument();
+    const EditOutcome outcome = editor_.open(*reading.file);
+    if (outcome.changed)
+        funzioniMM_.chooseInstrument(composition_.instrument);
+    if (outcome.message.isEmpty())
+        return Activated::Melody;
+    dialogs_.message(outcome.message);
+    return outcome.changed ? Activated::Damaged : Activated::Nothing;
+}
+
+QString MelodyLibrary::pathOf(const QString& melody) const {
+    QString usual = folder_ + melody_names::fileName(melody);
+    if (folders_.fileExists(usual))
+        return usual;
+    // The extension may be written in capitals.
+    const auto melodies = library_list::melodies(folders_, folder_);
+    const auto found =
+        std::find_if(melodies.begin(), melodies.end(),
+                     [&melody](const LibraryEntry& entry) { return entry.name == melody; });
+    return found == melodies.end() ? usual : folder_ + found->fileName;
+}
+
+bool MelodyLibrary::isInTree(const QString& path) const {
+    return folders_.isInside(root_, path);
+}
+
+bool MelodyLibrary::save(int row) {
+    if (composition_.source.name.isEmpty())
+        return saveAs(row);
+    if (composition_.source.outside)
+        return put(composition_.source);
+    const bool isHere = composition_.source.folder == folder_;
+    return write(composition_.source.name, isHere ? folder_ + composition_.source.fileName
+                                                  : pathOf(composition_.source.name));
+}
+
+bool MelodyLibrary::saveAs(int row) {
+    if (composition_.melody.texts().notes.isEmpty())
+        return false;
+    const LibraryEntry* const selected = entryAt(row);
+    const QString name = melody_names::composed(
+        dialogs_.input(QStringLiteral("Nome melodia"), QStringLiteral("Salva con nome"),
+                       selected ? selected->text() : QString()));
+    if (name.isEmpty() || !accepts(name))
+        return false;
+    const QString path = pathOf(name);
+    const bool mayWrite =
+        !folders_.fileExists(path) ||
+        dialogs_.confirm(alreadyThere(name) + QStringLiteral("\nVuoi sostituirla ?"));
+    return mayWrite && write(name, path);
+}
+
+/// A name may lead into a folder below this one, but must end in a name.
+bool MelodyLibrary::accepts(const QString& name) const {
+    if (!melody_file::canCarry(name)) {
+        dialogs_.message(melody_names::unknownCharacter());
+        return false;
+    }
+    const bool hasName = !name.endsWith(kBackslash) && !name.endsWith(QLatin1Char('/'));
+    if (hasName && isInTree(folder_ + melody_names::fileName(name)))
+        return true;
+    dialogs_.message(melody_names::invalidName());
+    return false;
+}
+
+MelodyFile MelodyLibrary::melodyFile() const {
+    MelodyFile file;
+    file.texts = composition_.melody.texts();
+    file.bookmarks = composition_.bookmarks.items();
+    file.tempo = composition_.tempo;
+    file.instrument = funzioniMM_.currentInstrument();
+    return file;
+}
+
+std::optional<QByteArray> MelodyLibrary::melodyBytes() const {
+    const melody_file::Written written = melody_file::write(melodyFile());
+    if (written.refused.isEmpty())
+        return written.bytes;
+    dialogs_.message(
+        QStringLiteral("Il file non può contenere il carattere \"%1\" !!!").arg(written.refused));
+    return std::nullopt;
+}
+
+bool MelodyLibrary::write(const QString& name, const QString& path) {
+    if (!isInTree(path)) {
+        dialogs_.message(melody_names::invalidName());
+        return false;
+    }
+    return put({name, folder_, path.mid(folder_.size())});
+}
+
+/// Takes a copy, since the source of the composition may be the target itself.
+bool MelodyLibrary::put(MelodySource target) {
+    const auto bytes = melodyBytes();
+    if (!bytes || !done(folders_.writeFile(target.folder + target.fileName, *bytes),
+                        melody_names::invalidName())) {
+        return false;
+    }
+    composition_.name = QStringLiteral("Salvato: ") + target.name;
+    composition_.source = std::move(target);
+    editor_.markSaved();
+    return true;
+}
+
+/// Reports a failure, or fills the list again.
+bool MelodyLibrary::done(const FileError& error, const QString& ifBadName) {
+    if (error.failed()) {
+        dialogs_.message(error.number == file_error::kBadName ? ifBadName
+                                                              : melody_names::failureText(error));
+        return false;
+    }
+    fill();
+    return true;
+}
+
+bool MelodyLibrary::createFolder() {
+    const QString name = melody_names::composed(
+        dialogs_.input(QStringLiteral("Nome cartella"), QStringLiteral("Nome Cartella")).trimmed());
+    if (name.isEmpty())
+        return false;
+    if (melody_names::hasForbiddenCharacter(name)) {
+        dialogs_.message(invalidFolderName());
+        return false;
+    }
+    if (!melody_file::canCarry(name)) {
+        dialogs_.message(melody_names::unknownCharacter());
+        return false;
+    }
+    return done(folders_.createFolder(folder_ + name), invalidFolderName());
+}
+
+bool MelodyLibrary::rename(int row) {
+    const LibraryEntry* const selected = entryAt(row);
+    if (!selected || selected->kind != Kind::Melody)
+        return false;
+    const LibraryEntry entry = *selected;
+    const QString name = melody_names::composed(dialogs_.input(
+        QStringLiteral("Rinominare"), QStringLiteral("Rinomina melodia"), entry.name));
+    if (name.isEmpty())
+        return false;
+    if (melody_names::hasForbiddenCharacter(name)) {
+        dialogs_.message(melody_names::invalidName());
+        return false;
+    }
+    if (!accepts(name))
+        return false;
+    if (folders_.fileExists(pathOf(name))) {
+        dialogs_.message(alreadyThere(name));
+        return false;
+    }
+    const bool isCurrent =
+        composition_.source.folder == folder_ && composition_.source.fileName == entry.fileName;
+    const QString fileName = melody_names::fileName(name);
+    if (!done(folders_.renameFile(folder_ + entry.fileName, folder_ + fileName),
+              melody_names::invalidName())) {
+        return false;
+    }
+    if (isCurrent) {
+        composition_.source = {name, folder_, fileName};
+        composition_.name = name;
+    }
+    return true;
+}
+
+bool MelodyLibrary::remove(int row) {
+    const LibraryEntry* const selected = entryAt(row);
+    if (!selected || selected->kind == Kind::Parent)
+        return false;
+    const LibraryEntry entry = *selected;
+    if (entry.kind == Kind::Folder)
+        return removeFolder(entry);
+    return dialogs_.confirm(QStringLiteral("Eliminare il file: %1 ?").arg(entry.name)) &&
+           done(folders_.removeFile(folder_ + entry.fileName), melody_names::invalidName());
+}
+
+/// Files that are no melodies hold a folder as well, though only the system knows of them.
+bool MelodyLibrary::removeFolder(const LibraryEntry& entry) {
+    const QString path = folder_ + entry.fileName;
+    const bool isEmpty = library_list::melodies(folders_, path + kBackslash).empty() &&
+                         !library_list::hasSubFolders(folders_, path + kBackslash);
+    if (isEmpty) {
+        if (!dialogs_.confirm(QStringLiteral("Eliminare la cartella: %1 ?").arg(entry.name)))
+            return false;
+        if (!folders_.removeFolder(path).failed()) {
+            fill();
+            return true;
+        }
+    }
+    dialogs_.message(QStringLiteral("Impossibile eliminare la cartella !!!"));
+    return false;
+}

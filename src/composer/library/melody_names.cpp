@@ -1,0 +1,58 @@
+#include "composer/library/melody_names.h"
+
+#include "platform/folders.h"
+
+#include <algorithm>
+
+namespace melody_names {
+namespace {
+
+const QLatin1String kFolder("\\Melodie\\");
+const QLatin1String kFolderInAnyCase("melodie");
+const QLatin1String kExtension(".mel");
+constexpr QStringView kForbidden(u",.-;:|\\/!%&()='^+*°§<>");
+
+}  // namespace
+
+QString rootOf(const QString& programFolder) {
+    return programFolder + kFolder;
+}
+
+QString pathLabel(const QString& folder) {
+    const qsizetype from = folder.indexOf(kFolderInAnyCase, 0, Qt::CaseInsensitive);
+    return QLatin1String("..\\") + folder.mid(std::max<qsizetype>(from, 0));
+}
+
+QString fileName(const QString& melody) {
+    return melody + kExtension;
+}
+
+QString melodyName(const QString& fileName) {
+    return fileName.left(fileName.lastIndexOf(QLatin1Char('.')));
+}
+
+bool hasForbiddenCharacter(QStringView name) {
+    return std::any_of(name.begin(), name.end(), [](QChar c) { return kForbidden.contains(c); });
+}
+
+QString composed(const QString& name) {
+    return name.normalized(QString::NormalizationForm_C);
+}
+
+QString failureText(const FileError& error) {
+    return QStringLiteral("Errore: %1\n\n").arg(error.number) + error.text;
+}
+
+QString damagedFile() {
+    return QStringLiteral("File corrotto !!!");
+}
+
+QString invalidName() {
+    return QStringLiteral("Nome non valido !!!");
+}
+
+QString unknownCharacter() {
+    return QStringLiteral("Nome con carattere non consentito !!!");
+}
+
+}  // namespace melody_names

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "composer/melody/melody.h"
+
+#include <QString>
+
+#include <cstdint>
+
+/// What the next entry will be: the palette of note symbols and attributes.
+class EntrySettings {
+public:
+    enum class Kind { Note, Rest };
+
+    /// The attribute buttons, and the state in which none is chosen.
+    enum Attribute : std::uint8_t {
+        Punto,
+        Staccato,
+        Legato,
+        Terzina,
+        Tenuto,
+        Accentato,
+        NoAttribute,
+    };
+    static constexpr int kAttributeCount = NoAttribute;
+
+    struct Computed {
+        double duration = 0;  ///< in quarter notes
+        QString letter;
+        bool replacesLast = false;  ///< a tie: the last entry goes, its duration is in this one
+    };
+
+    /// The part of the settings that an insertion changes.
+    struct Mode {
+        std::uint8_t attribute = NoAttribute;
+        std::uint8_t tripletCounter = 0;
+
+        bool operator==(const Mode&) const = default;
+    };
+
+    std::uint8_t symbol() const { return symbol_; }
+    std::uint8_t attribute() const { return mode_.attribute; }
+    std::uint8_t tripletCounter() const { return mode_.tripletCounter; }
+    double baseDuration() const;
+
+    /// Chooses a symbol 0..6, as `rhythm::kSymbols` counts them.
+    void chooseSymbol(std::uint8_t symbol) { symbol_ = symbol; }
+
+    /// A click on an attribute button 0..5: chooses it, or chooses none if it was chosen. Giving up
+    /// the triplet forgets how many of its entries were made.
+    void clickAttribute(std::uint8_t attribute);
+
+    /// Chooses no attribute.
+    void clearAttribute() { mode_.attribute = NoAttribute; }
+
+    /// "Conserva attributi": an insertion leaves the attribute chosen.
+    bool keepsAttributes() const { return keepsAttributes_; }
+    void setKeepsAttributes(bool on) { keepsAttributes_ = on; }
+
+    /// Works out the next entry at the end of a melody; an entry of a triplet is counted.
+    Computed ComputeEntry(Kind kind, const Melody& melody);
+
+    /// After an insertion the attribute is given up, but a triplet only after its third entry.
+    void resetAfterInsertion();
+
+    const Mode& mode() const { return mode_; }
+    void setMode(const Mode& mode) { mode_ = mode; }
+
+private:
+    std::uint8_t symbol_ = 2;
+    Mode mode_;
+    bool keepsAttributes_ = false;
+};

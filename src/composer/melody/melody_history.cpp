@@ -1,0 +1,90 @@
+#include "composer/melody/melody_history.h"
+
+#include <utility>
+
+namespace {
+
+template <typename Value>
+void restoreIfChanged(Value& value, const Value& from, const Value& to) {
+    if (from != to)
+        value = to;
+}
+
+}  // namespace
+
+EditState EditState::of(const Composition& composition) {
+    return {composition.range,      composition.step.index,     composition.bookmarks,
+            composition.name,       composition.source,         composition.tempo,
+            composition.instrument, composition.settings.mode()};
+}
+
+void MelodyHistory::undo(Composition& composition) {
+    if (!canUndo())
+        return;
+    Change& change = done_.back();
+    restore(composition, change, change.after, change.before);
+    moveLast(done_, undone_);
+}
+
+void MelodyHistory::redo(Composition& composition) {
+    if (!canRedo())
+        return;
+    Change& change = undone_.back();
+    restore(composition, change, change.before, change.after);
+    moveLast(undone_, done_);
+}
+
+void MelodyHistory::moveLast(std::vector<Change>& from, std::vector<Change>& to) {
+    to.push_back(std::move(from.back()));
+    from.pop_back();
+}
+
+void MelodyHistory::restore(Composition& composition, Change& change, const EditState& from,
+                            const EditState& to) {
+    composition.melody.exchange(change.delta);
+    composition.range = to.range;
+    composition.bookmarks = to.bookmarks;
+    restoreIfChanged(composition.name, from.name, to.name);
+    restoreIfChanged(composition.source, from.source, to.source);
+    restoreIfChanged(composition.tempo, from.tempo, to.tempo);
+    restoreIfChanged(composition.instrument, from.instrument, to.instrument);
+    if (from.mode != to.mode)
+        composition.settings.setMode(to.mode);
+    StepMode& step = composition.step;
+    if (step.active) {
+        step.index = to.stepIndex;
+        step.active = composition.melody.has(step.index);
+    }
+}
+
+void MelodyHistory::record(Change change) {
+    if (savedAt_ && *savedAt_ > done_.size())
+        savedAt_.reset();
+    undone_.clear();
+    done_.push_back(std::move(change));
+}
+
+void MelodyHistory::Recorder::replace(int position, int count, std::vector<MelodyEntry> entries) {
+    delta_.position = position;
+    delta_.count = count;
+    delta_.others = std::move(entries);
+    composition_.melody.exchange(delta_);
+    entriesChanged_ = true;
+}
+
+void MelodyHistory::Recorder::replaceAll(std::vector<MelodyEntry> entries,
+                                         std::shared_ptr<const MelodyTexts> damaged) {
+    const bool leavesIt = composition_.melody.empty() && composition_.melody.consistent() &&
+                          entries.empty() && !damaged;
+    if (leavesIt)
+        return;
+    delta_.whole = true;
+    delta_.otherDamaged = std::move(damaged);
+    replace(0, 0, std::move(entries));
+}
+
+void MelodyHistory::Recorder::commit() {
+    EditState after = EditState::of(composition_);
+    if (entriesChanged_ || after.bookmarks != before_.bookmarks || after.name != before_.name)
+        history_.record({std::move(delta_), std::move(before_), std::move(after)});
+}

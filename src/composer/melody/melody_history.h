@@ -1,0 +1,83 @@
+#pragma once
+
+#include "composer/melody/composition.h"
+
+#include <optional>
+#include <vector>
+
+/// What a change of the melody changes beside its entries.
+struct EditState {
+    PlayRange range;
+    std::int16_t stepIndex = 0;
+    Bookmarks bookmarks;
+    QString name;
+    MelodySource source;
+    int tempo = 0;
+    int instrument = 0;
+    EntrySettings::Mode mode;
+
+    static EditState of(const Composition& composition);
+};
+
+/// The changes of a melody, to be taken back and done again without limit.
+///
+/// A change keeps only the entries that it took out or put in, so a key press costs the same in a
+/// long melody as in a short one. Going back restores the range and the bookmarks as they were just
+/// before the change. Name, tempo, instrument and the chosen attribute are restored only where the
+/// change itself altered them: what the user set in the meantime stays.
+class MelodyHistory {
+public:
+    class Recorder;
+
+    bool canUndo() const { return !done_.empty(); }
+    bool canRedo() const { return !undone_.empty(); }
+
+    /// Take the last change back, or do it again; nothing happens if there is none. Step mode ends
+    /// if its entry is gone.
+    void undo(Composition& composition);
+    void redo(Composition& composition);
+
+    /// Whether the melody differs from what was saved or opened last.
+    bool modified() const { return savedAt_ != done_.size(); }
+    void markSaved() { savedAt_ = done_.size(); }
+
+private:
+    struct Change {
+        MelodyDelta delta;
+        EditState before;
+        EditState after;
+    };
+
+    void record(Change change);
+    static void moveLast(std::vector<Change>& from, std::vector<Change>& to);
+    static void restore(Composition& composition, Change& change, const EditState& from,
+                        const EditState& to);
+
+    std::vector<Change> done_;
+    std::vector<Change> undone_;
+    std::optional<std::size_t> savedAt_ = 0;  ///< nothing when no path leads back there
+};
+
+/// Records one change of a composition: made before it, told of the entries' change, and committed
+/// after it. A change that left everything as it was is not recorded.
+class MelodyHistory::Recorder {
+public:
+    Recorder(MelodyHistory& history, Composition& composition)
+        : history_(history), composition_(composition), before_(EditState::of(composition)) {}
+
+    /// Puts entries in the place of `count` entries at `position`.
+    void replace(int position, int count, std::vector<MelodyEntry> entries);
+
+    /// Puts a whole melody in the place of this one.
+    void replaceAll(std::vector<MelodyEntry> entries,
+                    std::shared_ptr<const MelodyTexts> damaged = {});
+
+    void commit();
+
+private:
+    MelodyHistory& history_;
+    Composition& composition_;
+    EditState before_;
+    MelodyDelta delta_;
+    bool entriesChanged_ = false;
+};

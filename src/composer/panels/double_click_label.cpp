@@ -1,0 +1,46 @@
+#include "composer/panels/double_click_label.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QStyleOptionFrame>
+#include <QStylePainter>
+
+DoubleClickLabel::DoubleClickLabel(QWidget* parent) : QToolButton(parent) {
+    setFocusPolicy(Qt::TabFocus);
+}
+
+void DoubleClickLabel::paintEvent(QPaintEvent* /*event*/) {
+    QStylePainter painter(this);
+    QStyleOptionFrame frame;
+    frame.initFrom(this);
+    frame.frameShape = QFrame::StyledPanel;
+    frame.lineWidth = 1;
+    frame.state |= QStyle::State_Sunken;
+    painter.drawControl(QStyle::CE_ShapedFrame, frame);
+    painter.drawItemText(rect(), Qt::AlignCenter, palette(), isEnabled(), text(),
+                         QPalette::WindowText);
+    if (!hasFocus())
+        return;
+    painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
+    painter.drawRect(rect().adjusted(1, 1, -1, -1));
+}
+
+void DoubleClickLabel::mousePressEvent(QMouseEvent* event) {
+    event->setAccepted(event->button() == Qt::LeftButton);
+}
+
+void DoubleClickLabel::mouseReleaseEvent(QMouseEvent* event) {
+    event->setAccepted(event->button() == Qt::LeftButton);
+}
+
+void DoubleClickLabel::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton)
+        click();
+}
+
+void DoubleClickLabel::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        click();
+    else
+        QToolButton::keyPressEvent(event);
+}

@@ -1,0 +1,67 @@
+#include "composer/panels/instrument_panel.h"
+
+#include "composer/panels/panel_text.h"
+#include "core/instruments.h"
+#include "ui_instrument_panel.h"
+
+#include <QMenu>
+#include <QSignalBlocker>
+
+#include <array>
+
+namespace {
+
+constexpr int kProgramsInFamily = 8;
+
+/// The families of General MIDI, of eight programs each.
+constexpr std::array<const char*, instruments::kCount / kProgramsInFamily> kFamilies{
+    "Pianoforti",
+    "Percussioni intonate",
+    "Organi",
+    "Chitarre",
+    "Bassi",
+    "Archi",
+    "Insiemi e voci",
+    "Ottoni",
+    "Ance",
+    "Flauti",
+    "Sintetizzatori",
+    "Tappeti sonori",
+    "Effetti sintetici",
+    "Strumenti etnici",
+    "Percussioni",
+    "Rumori"};
+
+}  // namespace
+
+InstrumentPanel::InstrumentPanel(QWidget* parent)
+    : QWidget(parent), ui_(std::make_unique<Ui::InstrumentPanel>()) {
+    ui_->setupUi(this);
+    ui_->InstrS->setRange(0, instruments::kCount - 1);
+    panel_text::reserve(*ui_->lblInstr, instruments::caption(24), 4);
+    auto* menu = new QMenu(ui_->cmdStrumento);
+    for (std::size_t family = 0; family < kFamilies.size(); ++family) {
+        fillFamily(*menu->addMenu(QString::fromUtf8(kFamilies[family])),
+                   static_cast<int>(family) * kProgramsInFamily);
+    }
+    ui_->cmdStrumento->setMenu(menu);
+}
+
+InstrumentPanel::~InstrumentPanel() = default;
+
+void InstrumentPanel::fillFamily(QMenu& menu, int firstProgram) {
+    for (int program = firstProgram; program < firstProgram + kProgramsInFamily; ++program) {
+        menu.addAction(instruments::caption(program), ui_->InstrS,
+                       [this, program] { ui_->InstrS->setValue(program); });
+    }
+}
+
+void InstrumentPanel::onProgram(ProgramHandler handler) {
+    connect(ui_->InstrS, &QSlider::valueChanged, this, std::move(handler));
+}
+
+void InstrumentPanel::showProgram(int program) {
+    const QSignalBlocker silent(ui_->InstrS);
+    ui_->InstrS->setValue(program);
+    ui_->lblInstr->setText(instruments::caption(program));
+}

@@ -1,0 +1,43 @@
+#include "composer/panels/playback_panel.h"
+
+#include "composer/melody/composition.h"
+#include "composer/panels/panel_text.h"
+#include "ui_playback_panel.h"
+#include "widgets/appearance.h"
+
+#include <QSignalBlocker>
+
+namespace {
+
+constexpr double kTempoTextScale = 1.5;
+constexpr int kPlayFrame = 36;
+
+}  // namespace
+
+PlaybackPanel::PlaybackPanel(QWidget* parent)
+    : QWidget(parent), ui_(std::make_unique<Ui::PlaybackPanel>()) {
+    ui_->setupUi(this);
+    appearance::enlargeText(*ui_->cmdPlay, 1);
+    panel_text::reserve(*ui_->cmdPlay, QStringLiteral("Stop"), kPlayFrame);
+    panel_text::reserve(*ui_->lblNe, panel_text::widestEntryNumber());
+    panel_text::reserve(*ui_->lblPnn, panel_text::widestNoteName());
+    appearance::enlargeText(*ui_->lblTempo, kTempoTextScale);
+    panel_text::reserve(*ui_->lblTempo, QStringLiteral("250"));
+    ui_->Slider1->setRange(Composition::kLowestTempo, Composition::kHighestTempo);
+    // Up means faster, for the eye as for the keys.
+    ui_->Slider1->setInvertedControls(false);
+    showTempo(Composition::kDefaultTempo);
+}
+
+PlaybackPanel::~PlaybackPanel() = default;
+
+void PlaybackPanel::showPlaying(bool playing) {
+    ui_->cmdPlay->setText(playing ? QStringLiteral("Stop") : QStringLiteral("Play"));
+}
+
+void PlaybackPanel::showTempo(int tempo) {
+    const QSignalBlocker silent(ui_->Slider1);
+    ui_->Slider1->setValue(tempo);
+    ui_->lblTempo->setText(QString::number(tempo));
+    ui_->lblTempo->setAccessibleName(QStringLiteral("%1 semiminime al minuto").arg(tempo));
+}

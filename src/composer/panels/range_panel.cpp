@@ -1,0 +1,68 @@
+#include "composer/panels/range_panel.h"
+
+#include "composer/panels/panel_text.h"
+#include "ui_range_panel.h"
+#include "widgets/appearance.h"
+#include "widgets/label_button.h"
+
+#include <array>
+
+namespace {
+
+std::array<QToolButton*, 4> arrowsOf(const Ui::RangePanel& ui) {
+    return {ui.lblid_0, ui.lblid_1, ui.lblid_2, ui.lblid_3};
+}
+
+}  // namespace
+
+RangePanel::RangePanel(QWidget* parent) : QWidget(parent), ui_(std::make_unique<Ui::RangePanel>()) {
+    ui_->setupUi(this);
+    for (QLineEdit* box : {ui_->lblNini, ui_->lblNfine}) {
+        panel_text::reserve(*box, panel_text::widestEntryNumber());
+        box->setMaximumWidth(box->minimumWidth());
+    }
+    appearance::enlargeText(*ui_->lblSemitoni, 1.2);
+    panel_text::reserve(*ui_->lblSemitoni, QStringLiteral("-12"));
+    makeLabelButton(*ui_->lblSemitoni, palette().color(QPalette::Link));
+    showTransposition(0);
+}
+
+RangePanel::~RangePanel() = default;
+
+void RangePanel::onArrowDown(const ArrowHandler& handler) {
+    const auto arrows = arrowsOf(*ui_);
+    for (std::size_t i = 0; i < arrows.size(); ++i) {
+        connect(arrows[i], &QToolButton::pressed, this,
+                [handler, i] { handler(static_cast<PlayRange::Arrow>(i)); });
+    }
+}
+
+void RangePanel::onArrowUp(const std::function<void()>& handler) {
+    for (QToolButton* arrow : arrowsOf(*ui_))
+        connect(arrow, &QToolButton::released, this, handler);
+}
+
+void RangePanel::onBoxLeft(const BoxHandler& handler) {
+    for (QLineEdit* box : {ui_->lblNini, ui_->lblNfine})
+        connect(box, &QLineEdit::editingFinished, this, [handler, box] { handler(*box); });
+}
+
+void RangePanel::onBoxEnter(const BoxHandler& handler) {
+    for (QLineEdit* box : {ui_->lblNini, ui_->lblNfine})
+        connect(box, &QLineEdit::returnPressed, this, [handler, box] { handler(*box); });
+}
+
+void RangePanel::showRange(const PlayRange& range) {
+    ui_->lblNini->setText(range.startBox());
+    ui_->lblNfine->setText(range.endBox());
+}
+
+void RangePanel::clearRange() {
+    ui_->lblNini->clear();
+    ui_->lblNfine->clear();
+}
+
+void RangePanel::showTransposition(int semitones) {
+    ui_->lblSemitoni->setText(QString::number(semitones));
+    ui_->lblSemitoni->setAccessibleName(QStringLiteral("Traspone di %1 semitoni").arg(semitones));
+}

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "composer/playback/articulation.h"
+#include "core/pitch.h"
+
+#include <QString>
+
+class FunzioniMM;
+class PlaySchedule;
+class Runtime;
+struct Composition;
+
+/// What the player shows; the window implements it.
+class PlayerView {
+public:
+    virtual ~PlayerView() = default;
+
+    virtual void showPlaying(bool playing) = 0;               ///< `cmdPlay` reads "Stop" or "Play"
+    virtual void enableCanc(bool enabled) = 0;                ///< `cmdCanc`
+    virtual void showEntryNumber(const QString& text) = 0;    ///< `lblNe`
+    virtual void showEntryName(const QString& text) = 0;      ///< `lblPnn`
+    virtual void markKey(pitch::NoteIndex key, bool on) = 0;  ///< repainted at once
+    virtual void focusPlay() = 0;                             ///< `cmdPlay` takes the focus
+};
+
+/// Plays stretches of the melody. `play` is a loop that blocks for the length of each note and lets
+/// events run before each entry; a call from within such an event stops the playback.
+class MelodyPlayer {
+public:
+    MelodyPlayer(Runtime& runtime, FunzioniMM& funzioniMM, const Composition& composition)
+        : runtime_(runtime), funzioniMM_(funzioniMM), composition_(composition) {}
+
+    void attach(PlayerView& view) { view_ = &view; }
+
+    /// Plays the entries from `start` to `end`, counted from 0, or stops what is playing. An entry
+    /// too short to sound ends the playback on the spot, with `playing` left true: the next call
+    /// only puts that right. An entry that is not in the melody ends it as well.
+    void play(std::int16_t start, std::int16_t end);
+
+    /// Whether `cmdPlay` reads "Stop".
+    bool playing() const { return playing_; }
+
+    /// Whether a playback has yet to return, so that its window must live on.
+    bool active() const { return depth_ > 0; }
+
+    /// Makes the playback end at its next entry, as a closing window does.
+    void abandon() { playing_ = false; }
+
+    /// Sends a note-off for every note and unmarks every key.
+    void silenceAll();
+
+    /// "Ripeti": the range is played again and again.
+    bool loops() const { return loops_; }
+    void setLoops(bool on) { loops_ = on; }
+
+    /// The number of the last entry stays on show at the end of a pass.
+    bool keepsLastNumber() const { return keepsLastNumber_; }
+    void toggleKeepLastNumber() { keepsLastNumber_ = !keepsLastNumber_; }
+
+private:
+    bool playPasses(std::int16_t start, std::int16_t end);
+    bool playEntry(int index, Articulation& articulation, PlaySchedule& schedule);
+    void soundNote(pitch::NoteNumber note, const Articulation& articulation,
+                   PlaySchedule& schedule);
+    void finish();
+
+    Runtime& runtime_;
+    FunzioniMM& funzioniMM_;
+    const Composition& composition_;
+    PlayerView* view_ = nullptr;
+
+    bool playing_ = false;
+    bool loops_ = false;
+    bool keepsLastNumber_ = false;
+    int depth_ = 0;
+};

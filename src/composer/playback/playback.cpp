@@ -1,0 +1,73 @@
+#include "composer/playback/playback.h"
+
+#include "composer/melody/composition.h"
+#include "composer/melody/rhythm.h"
+#include "platform/runtime.h"
+
+namespace {
+
+constexpr std::chrono::milliseconds kDelay(3000);
+
+}  // namespace
+
+StepEntry StepEntry::of(const MelodyEntry& entry) {
+    const QString valueName = rhythm::DurationToValueName(entry.quarters());
+    return {pitch::NoteName(entry.noteNumber()), entry.attribute, valueName,
+            valueName != QLatin1String(rhythm::kNoValueName)};
+}
+
+Playback::Playback(Runtime& runtime, FunzioniMM& funzioniMM, Composition& composition)
+    : runtime_(runtime), composition_(composition), player_(runtime, funzioniMM, composition) {}
+
+void Playback::attach(PlaybackView& view) {
+    view_ = &view;
+    player_.attach(view);
+}
+
+void Playback::clickPlay() {
+    composition_.step.active = false;
+    view_->hideEditFrame();
+    view_->enableCanc(true);
+    player_.play(composition_.range.start(), composition_.range.end());
+}
+
+void Playback::clickDelayedPlay() {
+    runtime_.blockUntil(runtime_.now() + kDelay);
+    clickPlay();
+}
+
+void Playback::stop() {
+    if (player_.playing())
+        clickPlay();
+}
+
+QString Playback::step(StepMode::Direction direction) {
+    if (composition_.melody.empty() || player_.playing())
+        return {};
+    StepMode& step = composition_.step;
+    step.step(direction, composition_.range);
+    view_->openEditFrame();
+    if (!composition_.melody.has(step.index))
+        return describeAnomaly();
+    const MelodyEntry& entry = composition_.melody.entry(step.index);
+    const pitch::NoteNumber note = entry.noteNumber();
+    composition_.activeNote = pitch::isPlayable(note) ? note : pitch::kRest;
+    view_->showStepEntry(StepEntry::of(entry));
+    view_->enableCanc(false);
+    player_.setLoops(false);
+    view_->untickLoop();
+    player_.play(step.index, step.index);
+    view_->showEntryNumber(QString::number(step.index + 1));
+    return {};
+}
+
+void Playback::playStepEntry() {
+    player_.play(composition_.step.index, composition_.step.index);
+}
+
+QString Playback::describeAnomaly() const {
+    return QStringLiteral("Nini= %1\nNfine= %2\nIndiceNotaPP= %3\nCondizione anomala !!!")
+        .arg(composition_.range.start())
+        .arg(composition_.range.end())
+        .arg(composition_.step.index);
+}

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "composer/melody/step_mode.h"
+#include "composer/playback/melody_player.h"
+
+#include <QString>
+
+struct MelodyEntry;
+
+/// What the edit frame shows of the entry that was stepped to.
+struct StepEntry {
+    QString noteName;
+    QString letter;
+    QString valueName;       ///< `rhythm::kNoValueName` if the duration has no name
+    bool canModify = false;  ///< `cmdModifica` is enabled
+
+    static StepEntry of(const MelodyEntry& entry);
+};
+
+/// What the playback controls show beside the player.
+class PlaybackView : public PlayerView {
+public:
+    virtual void openEditFrame() = 0;  ///< shows `frmModifica`, its multiplier set to "1"
+    virtual void hideEditFrame() = 0;
+    virtual void showStepEntry(const StepEntry& entry) = 0;
+    virtual void untickLoop() = 0;  ///< `chekLoop`
+};
+
+/// The playback controls: "Play" and "Stop", the delayed start, and the step arrows.
+class Playback {
+public:
+    Playback(Runtime& runtime, FunzioniMM& funzioniMM, Composition& composition);
+
+    void attach(PlaybackView& view);
+
+    MelodyPlayer& player() { return player_; }
+    const MelodyPlayer& player() const { return player_; }
+
+    /// A click on `cmdPlay`: leaves step mode and plays the range, or stops.
+    void clickPlay();
+
+    /// Three seconds in which the window does not respond, then a click on `cmdPlay`.
+    void clickDelayedPlay();
+
+    /// Stops as a click would; nothing happens when nothing plays.
+    void stop();
+
+    /// A click on a step arrow: goes to the next entry of the range, makes its note the active one
+    /// and plays it. Nothing happens while something plays. Answers a message to be shown, or the
+    /// empty text.
+    QString step(StepMode::Direction direction);
+
+    /// Plays the entry at the step index once, as after a modification.
+    void playStepEntry();
+
+private:
+    QString describeAnomaly() const;
+
+    Runtime& runtime_;
+    Composition& composition_;
+    MelodyPlayer player_;
+    PlaybackView* view_ = nullptr;
+};
