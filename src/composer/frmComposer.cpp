@@ -192,11 +192,10 @@ void frmComposer::connectRange() {
     auto& range = ui_->range->ui();
     ui_->range->onArrowDown([this](PlayRange::Arrow arrow) { lblid_MouseDown(arrow); });
     ui_->range->onArrowUp([this] { lblid_MouseUp(); });
-    ui_->range->onBoxLeft([this](QLineEdit& box) { lblRange_Validate(box); });
-    ui_->range->onBoxEnter([this](QLineEdit& box) {
-        focusPlay();
-        lblRange_Validate(box);
-    });
+    connect(range.lblNini, &QLineEdit::editingFinished, this, &frmComposer::lblNini_Validate);
+    connect(range.lblNfine, &QLineEdit::editingFinished, this, &frmComposer::lblNfine_Validate);
+    for (QLineEdit* box : {range.lblNini, range.lblNfine})
+        connect(box, &QLineEdit::returnPressed, this, &frmComposer::focusPlay);
     connect(range.lblIDs_0, &QToolButton::clicked, this, [this] { lblIDs_Click(-1); });
     connect(range.lblIDs_1, &QToolButton::clicked, this, [this] { lblIDs_Click(1); });
     connect(range.lblSemitoni, &QToolButton::clicked, this, &frmComposer::lblSemitoni_Click);

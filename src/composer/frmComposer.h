@@ -21,7 +21,6 @@
 
 class BookmarkPanel;
 class BrowserPanel;
-class QLineEdit;
 
 namespace Ui {
 class frmComposer;
@@ -62,7 +61,8 @@ public:
 
     void lblid_MouseDown(PlayRange::Arrow arrow);
     void lblid_MouseUp();
-    void lblRange_Validate(QLineEdit& box);
+    void lblNini_Validate();
+    void lblNfine_Validate();
     void lblIDs_Click(int semitones);
     void lblSemitoni_Click();
 

@@ -138,9 +138,15 @@ void frmComposer::lblid_MouseUp() {
     focusPlay();
 }
 
-void frmComposer::lblRange_Validate(QLineEdit& box) {
-    const bool start = &box == ui_->range->ui().lblNini;
-    box.setText(start ? editor_.validateStart(box.text()) : editor_.validateEnd(box.text()));
+void frmComposer::lblNini_Validate() {
+    QLineEdit& box = *ui_->range->ui().lblNini;
+    box.setText(editor_.validateStart(box.text()));
+    showCurrentEntry();
+}
+
+void frmComposer::lblNfine_Validate() {
+    QLineEdit& box = *ui_->range->ui().lblNfine;
+    box.setText(editor_.validateEnd(box.text()));
     showCurrentEntry();
 }
 

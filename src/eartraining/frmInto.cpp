@@ -15,6 +15,8 @@
 #include <QMenu>
 #include <QMenuBar>
 
+#include <array>
+
 namespace {
 
 constexpr double kPromptTextScale = 1.5;
@@ -138,34 +140,20 @@ void frmInto::showContext(EarExercise exercise) {
 }
 
 QWidget& frmInto::widgetOf(EarControl control) {
-    switch (control) {
-        case EarControl::cmdEsci:
-            return *ui_->cmdEsci;
-        case EarControl::cmdReimposta:
-            return *ui_->pitchPanel->ui().cmdReimposta;
-        case EarControl::IntoStart:
-            return *ui_->pitchPanel->ui().IntoStart;
-        case EarControl::FrmIntervalli:
-            return *ui_->FrmIntervalli;
-        case EarControl::frmRacc:
-            return *ui_->frmRacc;
-        case EarControl::ComdRacStart:
-            return *ui_->frmRacc->ui().ComdRacStart;
-        case EarControl::cmdRes:
-            break;
-    }
-    return *ui_->frmRacc->ui().cmdRes;
+    auto& pitch = ui_->pitchPanel->ui();
+    auto& chord = ui_->frmRacc->ui();
+    const std::array<QWidget*, 7> widgets{
+        ui_->cmdEsci, pitch.cmdReimposta, pitch.IntoStart, ui_->FrmIntervalli,
+        ui_->frmRacc, chord.ComdRacStart, chord.cmdRes,
+    };
+    return *widgets[static_cast<std::size_t>(control)];
 }
 
 QPushButton& frmInto::startButtonOf(EarExercise exercise) {
-    switch (exercise) {
-        case EarExercise::Pitch:
-            return *ui_->pitchPanel->ui().IntoStart;
-        case EarExercise::Interval:
-            return *ui_->FrmIntervalli->ui().CmdIntStart;
-        case EarExercise::Chord:
-            break;
-    }
+    if (exercise == EarExercise::Pitch)
+        return *ui_->pitchPanel->ui().IntoStart;
+    if (exercise == EarExercise::Interval)
+        return *ui_->FrmIntervalli->ui().CmdIntStart;
     return *ui_->frmRacc->ui().ComdRacStart;
 }
 

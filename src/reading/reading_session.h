@@ -41,7 +41,6 @@ public:
     void setMode(ReadingMode mode) { mode_ = mode; }
 
     /// Whether right answers are confirmed with the note itself instead of a sound file.
-    bool answerWithNote() const { return answerWithNote_; }
     void setAnswerWithNote(bool on) { answerWithNote_ = on; }
 
     /// Notes per minute, above 0.

@@ -27,24 +27,16 @@ Knots makeKnots() {
     return knots;
 }
 
-/// Follows the line through the two knots around `value`, or the nearest two beyond the ends.
-double interpolate(double value, double Knot::*from, double Knot::*to) {
-    static const Knots knots = makeKnots();
-    const auto next = std::find_if(knots.begin() + 1, knots.end() - 1,
-                                   [&](const Knot& knot) { return value <= knot.*from; });
-    const Knot& a = *(next - 1);
-    const Knot& b = *next;
-    return a.*to + (value - a.*from) * (b.*to - a.*to) / (b.*from - a.*from);
-}
-
 }  // namespace
 
+/// Follows the line through the two knots around the place, or the nearest two beyond the ends.
 double twipsAt(double place) {
-    return interpolate(place, &Knot::place, &Knot::twips);
-}
-
-double placeAt(double twips) {
-    return interpolate(twips, &Knot::twips, &Knot::place);
+    static const Knots knots = makeKnots();
+    const auto next = std::find_if(knots.begin() + 1, knots.end() - 1,
+                                   [place](const Knot& knot) { return place <= knot.place; });
+    const Knot& a = *(next - 1);
+    const Knot& b = *next;
+    return a.twips + (place - a.place) * (b.twips - a.twips) / (b.place - a.place);
 }
 
 }  // namespace staff_layout

@@ -28,9 +28,8 @@ constexpr int positionOnStave(int step) {
                                               : staff_step::kBassBottomLine);
 }
 
-/// The ruler's twips at a place, and back. Both rise steadily, also beyond the ends.
+/// The ruler's twips at a place. They rise steadily, also beyond the ends.
 double twipsAt(double place);
-double placeAt(double twips);
 
 /// The drawing at a size: pixels for places.
 struct Scale {

@@ -12,10 +12,6 @@ public:
     /// Whether a session can be started: not between the two clicks of a range being chosen.
     bool startAllowed() const { return startAllowed_; }
 
-    /// The two clicked steps, 0 while not chosen.
-    int firstBound() const { return first_; }
-    int secondBound() const { return second_; }
-
     /// Takes the range of a difficulty item and forgets the clicks.
     void chooseItem(std::size_t index);
 

@@ -9,31 +9,34 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <optional>
 
 namespace engraving {
 namespace {
 
 using glyph_table::Glyph;
 
-/// What a duration is drawn with. A glyph that is not there is the head's own.
+struct Flags {
+    Glyph up;
+    Glyph down;
+};
+
+/// What a duration is drawn with.
 struct Shape {
     Glyph head;
     bool stem;
-    Glyph flagUp;
-    Glyph flagDown;
+    std::optional<Flags> flags;
     Glyph rest;
-
-    bool flagged() const { return flagUp != head; }
 };
 
 constexpr std::array<Shape, 7> kShapes{{
-    {Glyph::NoteheadWhole, false, Glyph::NoteheadWhole, Glyph::NoteheadWhole, Glyph::RestWhole},
-    {Glyph::NoteheadHalf, true, Glyph::NoteheadHalf, Glyph::NoteheadHalf, Glyph::RestHalf},
-    {Glyph::NoteheadBlack, true, Glyph::NoteheadBlack, Glyph::NoteheadBlack, Glyph::RestQuarter},
-    {Glyph::NoteheadBlack, true, Glyph::Flag8thUp, Glyph::Flag8thDown, Glyph::Rest8th},
-    {Glyph::NoteheadBlack, true, Glyph::Flag16thUp, Glyph::Flag16thDown, Glyph::Rest16th},
-    {Glyph::NoteheadBlack, true, Glyph::Flag32ndUp, Glyph::Flag32ndDown, Glyph::Rest32nd},
-    {Glyph::NoteheadBlack, true, Glyph::Flag64thUp, Glyph::Flag64thDown, Glyph::Rest64th},
+    {Glyph::NoteheadWhole, false, {}, Glyph::RestWhole},
+    {Glyph::NoteheadHalf, true, {}, Glyph::RestHalf},
+    {Glyph::NoteheadBlack, true, {}, Glyph::RestQuarter},
+    {Glyph::NoteheadBlack, true, Flags{Glyph::Flag8thUp, Glyph::Flag8thDown}, Glyph::Rest8th},
+    {Glyph::NoteheadBlack, true, Flags{Glyph::Flag16thUp, Glyph::Flag16thDown}, Glyph::Rest16th},
+    {Glyph::NoteheadBlack, true, Flags{Glyph::Flag32ndUp, Glyph::Flag32ndDown}, Glyph::Rest32nd},
+    {Glyph::NoteheadBlack, true, Flags{Glyph::Flag64thUp, Glyph::Flag64thDown}, Glyph::Rest64th},
 }};
 
 constexpr std::array<Glyph, 3> kAccidentals{Glyph::AccidentalFlat, Glyph::AccidentalNatural,
@@ -137,18 +140,19 @@ void drawLedgerLines(QPainter& painter, const Stave& stave, qreal x, qreal width
 qreal drawStem(QPainter& painter, const MusicFont& font, const Stave& stave, qreal x,
                const Note& note) {
     const Shape& shape = shapeOf(note.duration);
-    const bool up = note.position < kMiddleLine;
+    const bool up = stemGoesUp(note.position);
     const auto& head = glyph_table::info(shape.head);
     const glyph_table::Point anchor = up ? head.stemUp : head.stemDown;
-    const Glyph flag = up ? shape.flagUp : shape.flagDown;
 
     const qreal thickness = glyph_table::kStemThickness * stave.space;
     const qreal edge = x + anchor.x * stave.space;
     const qreal start = stave.y(note.position) - anchor.y * stave.space;
     const qreal flagY = stave.y(stemEnd(note.position));
     qreal end = flagY;
-    if (shape.flagged()) {
-        const auto& info = glyph_table::info(flag);
+    std::optional<Glyph> flag;
+    if (shape.flags) {
+        flag = up ? shape.flags->up : shape.flags->down;
+        const auto& info = glyph_table::info(*flag);
         end -= (up ? info.stemUp.y : info.stemDown.y) * stave.space;
     }
 
@@ -156,8 +160,8 @@ qreal drawStem(QPainter& painter, const MusicFont& font, const Stave& stave, qre
                       QPointF(up ? edge : edge + thickness, std::max(start, end)));
     const QRectF snapped = rectOnPixels(painter, stem);
     fill(painter, snapped);
-    if (shape.flagged())
-        drawGlyph(painter, font, flag, QPointF(snapped.left(), flagY), stave.space);
+    if (flag)
+        drawGlyph(painter, font, *flag, QPointF(snapped.left(), flagY), stave.space);
     return up ? snapped.right() - edge : snapped.left() - edge;
 }
 
@@ -182,9 +186,9 @@ qreal dotsStart(const Note& note) {
     const Shape& shape = shapeOf(note.duration);
     const qreal head = widthOf(shape.head);
     const bool below = note.position % 2 != 0 && note.duration < Duration::ThirtySecond;
-    if (!shape.flagged() || !stemGoesUp(note.position) || below)
+    if (!shape.flags || !stemGoesUp(note.position) || below)
         return head;
-    return head + widthOf(shape.flagUp) - kDotGap / 2;
+    return head + widthOf(shape.flags->up) - kDotGap / 2;
 }
 
 int articulationPosition(int head, const Sign& sign, bool above, bool tied) {
@@ -216,8 +220,8 @@ Stave onPixels(const QPainter& painter, Stave stave) {
 }
 
 int stemEnd(int position) {
-    return position < kMiddleLine ? std::max(position + kOctave, kMiddleLine)
-                                  : std::min(position - kOctave, kMiddleLine);
+    return stemGoesUp(position) ? std::max(position + kOctave, kMiddleLine)
+                                : std::min(position - kOctave, kMiddleLine);
 }
 
 void fillOnPixels(QPainter& painter, const QRectF& rect) {
@@ -290,11 +294,11 @@ Extent extentOf(const Note& note) {
         const Glyph sign = kAccidentals[static_cast<std::size_t>(note.accidental) - 1];
         extent.left = widthOf(sign) + kAccidentalGap;
     }
-    if (shape.flagged()) {
+    if (shape.flags) {
         const bool up = stemGoesUp(note.position);
         const auto& head = glyph_table::info(shape.head);
-        extent.right = std::max(extent.right, up ? head.stemUp.x + widthOf(shape.flagUp)
-                                                 : head.stemDown.x + widthOf(shape.flagDown));
+        extent.right = std::max(extent.right, up ? head.stemUp.x + widthOf(shape.flags->up)
+                                                 : head.stemDown.x + widthOf(shape.flags->down));
     }
     if (note.dots > 0)
         extent.right = std::max(extent.right, dotsStart(note) + dotsWidth(note.dots));
@@ -358,13 +362,13 @@ qreal signPosition(const Note& note) {
     const Shape& shape = shapeOf(note.duration);
     if (stemGoesUp(note.position)) {
         qreal reach = shape.stem ? stemEnd(note.position) : note.position + 1;
-        if (shape.flagged())
-            reach += 2 * glyph_table::info(shape.flagUp).northEast.y;
+        if (shape.flags)
+            reach += 2 * glyph_table::info(shape.flags->up).northEast.y;
         return std::max<qreal>(reach, kTopLine) + kSignDistance;
     }
     qreal reach = shape.stem ? stemEnd(note.position) : note.position - 1;
-    if (shape.flagged())
-        reach += 2 * glyph_table::info(shape.flagDown).southWest.y;
+    if (shape.flags)
+        reach += 2 * glyph_table::info(shape.flags->down).southWest.y;
     return std::min<qreal>(reach, 0) - kSignDistance;
 }
 

@@ -73,6 +73,8 @@ struct Extent {
     qreal right = 0;
 };
 Extent extentOf(const Note& note);
+
+/// The width of a rest with its dots, in staff spaces.
 qreal restWidth(Duration duration, int dots = 0);
 
 constexpr bool stemGoesUp(int position) {

@@ -60,6 +60,11 @@ QPainterPath keyShape(const QRectF& rect, double corner) {
     return path;
 }
 
+bool presses(const QKeyEvent& event) {
+    return event.key() == Qt::Key_Space || event.key() == Qt::Key_Return ||
+           event.key() == Qt::Key_Enter;
+}
+
 void call(const PianoKeyboard::KeyHandler& handler, int index) {
     if (handler)
         handler(index);
@@ -242,12 +247,12 @@ void PianoKeyboard::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void PianoKeyboard::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Space) {
-        if (!event->isAutoRepeat())
-            begin(cursor_, Holder::Space);
-    } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        if (!event->isAutoRepeat())
-            call(doubleClick_, cursor_);
+    if (presses(*event)) {
+        if (!event->isAutoRepeat() && !press_) {
+            begin(cursor_, Holder::Keyboard);
+            if (event->key() != Qt::Key_Space)
+                call(doubleClick_, cursor_);
+        }
     } else if (const auto target = keyTarget(event->key())) {
         moveCursor(*target);
     } else {
@@ -256,11 +261,11 @@ void PianoKeyboard::keyPressEvent(QKeyEvent* event) {
 }
 
 void PianoKeyboard::keyReleaseEvent(QKeyEvent* event) {
-    if (event->key() != Qt::Key_Space) {
+    if (!presses(*event)) {
         QWidget::keyReleaseEvent(event);
         return;
     }
-    if (!event->isAutoRepeat() && press_ && press_->holder == Holder::Space)
+    if (!event->isAutoRepeat() && press_ && press_->holder == Holder::Keyboard)
         end(true);
 }
 
@@ -271,7 +276,7 @@ void PianoKeyboard::focusInEvent(QFocusEvent* /*event*/) {
 
 void PianoKeyboard::focusOutEvent(QFocusEvent* /*event*/) {
     update(keyWidget(cursor_)->geometry());
-    if (press_ && press_->holder == Holder::Space)
+    if (press_ && press_->holder == Holder::Keyboard)
         end(false);
 }
 
@@ -280,9 +285,9 @@ std::optional<int> PianoKeyboard::keyTarget(int key) const {
     const auto by = [this](int keys) { return std::clamp(cursor_ + keys, 0, kKeys - 1); };
     switch (key) {
         case Qt::Key_Left:
-            return arrowKeys_ ? std::optional(by(-1)) : std::nullopt;
+            return by(-1);
         case Qt::Key_Right:
-            return arrowKeys_ ? std::optional(by(1)) : std::nullopt;
+            return by(1);
         case Qt::Key_PageDown:
             return by(-kKeysInOctave);
         case Qt::Key_PageUp:

@@ -25,7 +25,8 @@ private:
 /// A press of the left mouse button is a key going down, its release anywhere the same key going
 /// up, and a click if it is released over that key. A double click gives down, up, click, double
 /// click, up. With the keyboard, Left, Right, Page Up, Page Down, Home and End move a cursor, Space
-/// holds the cursor's key down and Enter double-clicks it. All other keys go to the window.
+/// holds the cursor's key down, and so does Enter, which double-clicks it as well. All other keys
+/// go to the window.
 class PianoKeyboard : public QWidget {
 public:
     static constexpr int kKeys = piano_key_layout::kKeys;
@@ -47,9 +48,6 @@ public:
     void setRangeMark(int index, bool on);
     bool rangeMark(int index) const;
     void showRangeMarks(bool on);
-
-    /// Whether Left and Right move the cursor, as at first; else they go to the window.
-    void setArrowKeys(bool on) { arrowKeys_ = on; }
 
     int cursorKey() const { return cursor_; }
     void moveCursor(int index);
@@ -76,7 +74,7 @@ protected:
 
 private:
     /// What holds a key down.
-    enum class Holder { Mouse, DoubleClick, Space, Reader };
+    enum class Holder { Mouse, DoubleClick, Keyboard, Reader };
     struct Press {
         int key;
         Holder holder;
@@ -112,6 +110,5 @@ private:
     std::optional<int> lastClicked_;
     int cursor_;
     int taps_ = 0;
-    bool arrowKeys_ = true;
     bool showsRangeMarks_ = false;
 };

@@ -2,6 +2,7 @@
 #include "composer/panels/picture_button.h"
 #include "support/test_world.h"
 #include "support/window_driver.h"
+#include "widgets/piano_keyboard.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -276,6 +277,10 @@ TEST_F(ComposerWindowTest, ATieKeepsTheActiveNoteAndADoubleClickInserts) {
         user.doubleClick("lb_26");
         EXPECT_EQ(user.text("lblNoteString"), QStringLiteral("Do;Re;"));
         EXPECT_EQ(window.focusWidget(), &user.find<QWidget>("cmdPlay"));
+        user.find<PianoKeyboard>("lb").setFocus();
+        user.find<PianoKeyboard>("lb").moveCursor(31);
+        user.type(Qt::Key_Return);
+        EXPECT_EQ(user.text("lblNoteString"), QStringLiteral("Do;Re;Sol;")) << "the cursor's note";
     });
     runUntil(1s);
     EXPECT_THAT(hanging(world.midi.takeUntimed()), IsEmpty());

@@ -282,6 +282,14 @@ TEST_F(FloppyTest, theMelodyIsSavedUnderItsNameAndFailuresHaveTheirWords) {
     EXPECT_EQ(library.CurrentMelodyName(), "Mia");
     EXPECT_TRUE(folders.at("a:\\Mia.mel").startsWith("72;\r\n"));
 
+    for (const char* name : {"Sotto\\Uno", "Sotto/Due"}) {
+        library.setCurrentMelodyName(name);
+        floppy.save();
+    }
+    EXPECT_THAT(takeLines(), ElementsAre("message: Salvato: Uno.mel\nsu dischetto",
+                                         "message: Salvato: Due.mel\nsu dischetto"));
+    library.setCurrentMelodyName("Mia");
+
     for (const int number : {61, 71, 70}) {
         folders.writeFailure = {number, "Protetto !!!"};
         floppy.save();

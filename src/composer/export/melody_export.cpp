@@ -55,11 +55,9 @@ bool MelodyExport::canExportAudio() const {
     return canExportMidi() && waveRenderer_;
 }
 
-/// The melody's name without the folder that it may begin with.
 QString MelodyExport::proposedName() const {
     const QString& name = composition_.source.name;
-    return name.isEmpty() ? QStringLiteral("Melodia")
-                          : name.mid(name.lastIndexOf(melody_names::kBackslash) + 1);
+    return name.isEmpty() ? QStringLiteral("Melodia") : melody_names::lastPart(name);
 }
 
 MelodyScore MelodyExport::score() const {

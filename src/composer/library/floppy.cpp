@@ -39,7 +39,7 @@ Floppy::Floppy(const Services& services, Composition& composition, MelodyLibrary
 QString Floppy::nameToSave() {
     const QString& current = library_.CurrentMelodyName();
     if (!current.isEmpty())
-        return current.mid(current.lastIndexOf(melody_names::kBackslash) + 1);
+        return melody_names::lastPart(current);
     QString name = melody_names::composed(
         dialogs_.input(QStringLiteral("Nome melodia"), QStringLiteral("Nome File")));
     if (name.isEmpty())

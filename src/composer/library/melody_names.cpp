@@ -31,6 +31,10 @@ QString melodyName(const QString& fileName) {
     return fileName.left(fileName.lastIndexOf(QLatin1Char('.')));
 }
 
+QString lastPart(const QString& name) {
+    return name.mid(std::max(name.lastIndexOf(kBackslash), name.lastIndexOf(QLatin1Char('/'))) + 1);
+}
+
 bool hasForbiddenCharacter(QStringView name) {
     return std::any_of(name.begin(), name.end(), [](QChar c) { return kForbidden.contains(c); });
 }

@@ -20,6 +20,9 @@ QString pathLabel(const QString& folder);
 QString fileName(const QString& melody);
 QString melodyName(const QString& fileName);
 
+/// A melody's name without the folder that it may begin with.
+QString lastPart(const QString& name);
+
 /// Whether a name has one of the characters that neither a new folder nor a renamed melody may
 /// have.
 bool hasForbiddenCharacter(QStringView name);

@@ -53,7 +53,6 @@ public:
     void clearAttribute() { mode_.attribute = NoAttribute; }
 
     /// "Conserva attributi": an insertion leaves the attribute chosen.
-    bool keepsAttributes() const { return keepsAttributes_; }
     void setKeepsAttributes(bool on) { keepsAttributes_ = on; }
 
     /// Works out the next entry at the end of a melody; an entry of a triplet is counted.

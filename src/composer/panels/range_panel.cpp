@@ -42,16 +42,6 @@ void RangePanel::onArrowUp(const std::function<void()>& handler) {
         connect(arrow, &QToolButton::released, this, handler);
 }
 
-void RangePanel::onBoxLeft(const BoxHandler& handler) {
-    for (QLineEdit* box : {ui_->lblNini, ui_->lblNfine})
-        connect(box, &QLineEdit::editingFinished, this, [handler, box] { handler(*box); });
-}
-
-void RangePanel::onBoxEnter(const BoxHandler& handler) {
-    for (QLineEdit* box : {ui_->lblNini, ui_->lblNfine})
-        connect(box, &QLineEdit::returnPressed, this, [handler, box] { handler(*box); });
-}
-
 void RangePanel::showRange(const PlayRange& range) {
     ui_->lblNini->setText(range.startBox());
     ui_->lblNfine->setText(range.endBox());

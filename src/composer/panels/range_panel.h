@@ -7,8 +7,6 @@
 #include <functional>
 #include <memory>
 
-class QLineEdit;
-
 namespace Ui {
 class RangePanel;
 }
@@ -17,7 +15,6 @@ class RangePanel;
 class RangePanel : public QWidget {
 public:
     using ArrowHandler = std::function<void(PlayRange::Arrow arrow)>;
-    using BoxHandler = std::function<void(QLineEdit& box)>;
 
     explicit RangePanel(QWidget* parent = nullptr);
     ~RangePanel() override;
@@ -27,10 +24,6 @@ public:
     /// An arrow went down; it went up, or lost the mouse or the focus.
     void onArrowDown(const ArrowHandler& handler);
     void onArrowUp(const std::function<void()>& handler);
-
-    /// A box was left after a change. Enter comes as `onBoxEnter` as well.
-    void onBoxLeft(const BoxHandler& handler);
-    void onBoxEnter(const BoxHandler& handler);
 
     void showRange(const PlayRange& range);
     void clearRange();

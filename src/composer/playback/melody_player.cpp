@@ -4,8 +4,6 @@
 #include "composer/playback/play_schedule.h"
 #include "core/funzioni_mm.h"
 
-namespace {}  // namespace
-
 void MelodyPlayer::play(std::int16_t start, std::int16_t end) {
     if (composition_.melody.empty())
         return;
@@ -14,10 +12,7 @@ void MelodyPlayer::play(std::int16_t start, std::int16_t end) {
     if (playing_)
         view_->enableCanc(false);
     view_->showEntryNumber(QStringLiteral("0"));
-    ++depth_;
-    const bool cameToItsEnd = playPasses(start, end);
-    --depth_;
-    if (cameToItsEnd)
+    if (playPasses(start, end))
         finish();
 }
 

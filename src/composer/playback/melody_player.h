@@ -40,9 +40,6 @@ public:
     /// Whether `cmdPlay` reads "Stop".
     bool playing() const { return playing_; }
 
-    /// Whether a playback has yet to return, so that its window must live on.
-    bool active() const { return depth_ > 0; }
-
     /// Makes the playback end at its next entry, as a closing window does.
     void abandon() { playing_ = false; }
 
@@ -54,7 +51,6 @@ public:
     void setLoops(bool on) { loops_ = on; }
 
     /// The number of the last entry stays on show at the end of a pass.
-    bool keepsLastNumber() const { return keepsLastNumber_; }
     void toggleKeepLastNumber() { keepsLastNumber_ = !keepsLastNumber_; }
 
 private:
@@ -72,5 +68,4 @@ private:
     bool playing_ = false;
     bool loops_ = false;
     bool keepsLastNumber_ = false;
-    int depth_ = 0;
 };

@@ -58,6 +58,7 @@ struct AudioStream::Core {
     void prepare(double rate);
     void open();
     void close();
+    void reopenAfter(Status expected);
     bool openDriver(const std::string& name);
     static int fill(void* self, int frames, int effects, float* effectSides[], int sides,
                     float* out[]);
@@ -173,6 +174,17 @@ AudioStream::Status AudioStream::status() const {
     return core_->status;
 }
 
+/// Has the driver opened anew, unless the stream is in another state than its caller believes.
+void AudioStream::Core::reopenAfter(Status expected) {
+    const std::lock_guard lock(mutex);
+    if (status != expected)
+        return;
+    status = Status::Opening;
+    attemptStarted = std::chrono::steady_clock::now();
+    reopen = true;
+    changed.notify_all();
+}
+
 AudioStream::Status AudioStream::wait() const {
     std::unique_lock lock(core_->mutex);
     const auto deadline = core_->attemptStarted + core_->setup.patience;
@@ -181,26 +193,13 @@ AudioStream::Status AudioStream::wait() const {
 }
 
 void AudioStream::retry() {
-    const std::lock_guard lock(core_->mutex);
-    if (core_->status != Status::Failed)
-        return;
-    core_->status = Status::Opening;
-    core_->attemptStarted = std::chrono::steady_clock::now();
-    core_->reopen = true;
-    core_->changed.notify_all();
+    core_->reopenAfter(Status::Failed);
 }
 
 void AudioStream::revive() {
     const std::int64_t last = core_->engine->lastRequest();
-    if (steadyNow() - kStalledAfter < last)
-        return;
-    const std::lock_guard lock(core_->mutex);
-    if (core_->status != Status::Running)
-        return;
-    core_->status = Status::Opening;
-    core_->attemptStarted = std::chrono::steady_clock::now();
-    core_->reopen = true;
-    core_->changed.notify_all();
+    if (steadyNow() - kStalledAfter >= last)
+        core_->reopenAfter(Status::Running);
 }
 
 bool AudioStream::hasSynthesizer() const {
