@@ -31,7 +31,6 @@
 namespace {
 
 constexpr QSize kSize(1180, 760);
-constexpr QSize kWindowFrame(8, 40);
 constexpr int kLabelFrame = 24;
 
 bool isArrow(int key) {
@@ -120,10 +119,9 @@ ComposerMenu::Handlers frmComposer::menuHandlers() {
 /// As large as the screen allows, with the title bar in view: left to itself a dialog that is
 /// nearly as high as the screen would hide it.
 void frmComposer::placeOnScreen() {
-    const QWidget* parent = parentWidget();
-    const QRect room = (parent ? parent->screen() : screen())->availableGeometry();
-    resize(kSize.boundedTo(room.size() - kWindowFrame));
-    const QSize free = room.size() - kWindowFrame - size();
+    const QRect room = appearance::roomOnScreen(*this);
+    resize(kSize.boundedTo(room.size()));
+    const QSize free = room.size() - size();
     move(room.topLeft() + QPoint(free.width(), free.height()) / 2);
 }
 
@@ -231,7 +229,8 @@ void frmComposer::Form_Activate() {
     polling_ = true;
     ui_->palette->ui().cmdInsNota->setFocus();
     keys_.piano().resetOctave();
-    offerUnsaved();
+    if (offerUnsaved())
+        melodyFile_.clear();
     openMelodyFile();
     while (!closed_ && !runtime_.ending()) {
         runtime_.pump(unsaved_.due());

@@ -119,7 +119,7 @@ private:
     ComputerKeys::Focus keysFocus() const;
     void silenceHands();
 
-    void offerUnsaved();
+    bool offerUnsaved();
     void openMelodyFile();
     bool showOpened(MelodyLibrary::Activated activated);
     void goThroughHistory(void (MelodyEditor::*go)());

@@ -50,13 +50,14 @@ void frmComposer::mnuSaveAs_Click() {
         showSaved();
 }
 
-/// What an earlier run had no time to save.
-void frmComposer::offerUnsaved() {
+/// What an earlier run had no time to save; whether it is here again.
+bool frmComposer::offerUnsaved() {
     const EditOutcome outcome = unsaved_.offer();
-    if (!outcome.changed)
-        return;
-    takeTempoAndInstrument();
-    take(outcome);
+    if (outcome.changed) {
+        takeTempoAndInstrument();
+        take(outcome);
+    }
+    return outcome.changed;
 }
 
 /// The melody that the window was opened for.

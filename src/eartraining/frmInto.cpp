@@ -46,6 +46,7 @@ frmInto::frmInto(const Services& services, EarTrainingState& state, QWidget* par
       ui_(std::make_unique<Ui::frmInto>()),
       ear_(services.runtime, services.funzioniMM, services.dialogs, state) {
     ui_->setupUi(this);
+    resize(size().boundedTo(appearance::roomOnScreen(*this).size()));
     stylePrompt(*ui_->lblStep);
     appearance::keepPlace(*ui_->cmdEsci);
     ui_->keyboard->showRangeMarks(true);

@@ -6,31 +6,18 @@
 #include "widgets/appearance.h"
 #include "widgets/label_button.h"
 
-#include <QApplication>
 #include <QEvent>
 
 namespace {
 
 constexpr double kTempoTextScale = 1.9;
 constexpr double kTimeSigTextScale = 1.4;
-constexpr double kFocusTint = 1 / 3.0;
 
 void takeColours(QWidget& widget, const QWidget& source) {
     QPalette colours = widget.palette();
     for (const QPalette::ColorRole role : {QPalette::Button, QPalette::ButtonText})
         colours.setColor(role, source.palette().color(QPalette::Active, role));
     widget.setPalette(colours);
-}
-
-/// The style shows no focus on scroll bars, which the keyboard needs to see.
-void showFocus(QScrollBar& bar, bool focused) {
-    QPalette colours;
-    if (focused) {
-        colours.setColor(QPalette::Button,
-                         appearance::mixed(colours.color(QPalette::Highlight),
-                                           colours.color(QPalette::Button), kFocusTint));
-    }
-    bar.setPalette(colours);
 }
 
 }  // namespace
@@ -49,7 +36,6 @@ frmMetro::frmMetro(Metronome& metronome, FunzioniMM& funzioniMM, MetronomeHost& 
     for (QToolButton* label : {ui_->lblTs, ui_->lblX12, ui_->lblCloseMetro})
         makeLabelButton(*label, palette().color(QPalette::Link));
     // Up means louder, for the eye as for the keys.
-    ui_->MetroVol->setInvertedControls(false);
     connectControls();
     metronome_.attach(*this);
     showTempo();
@@ -69,15 +55,15 @@ void frmMetro::connectControls() {
     onClick(ui_->lblCloseMetro, &frmMetro::lblCloseMetro_Click);
     connect(ui_->MetroTempoS, &QScrollBar::valueChanged, this, &frmMetro::MetroTempoS_Change);
     connect(ui_->MetroVol, &QScrollBar::sliderMoved, this, &frmMetro::MetroVol_Scroll);
-    connect(ui_->MetroVol, &QScrollBar::actionTriggered, this, &frmMetro::MetroVol_Action);
-    for (QScrollBar* bar : {ui_->MetroTempoS, ui_->MetroVol})
+    for (QScrollBar* bar : std::initializer_list<QScrollBar*>{ui_->MetroTempoS, ui_->MetroVol})
         bar->installEventFilter(this);
 }
 
 bool frmMetro::eventFilter(QObject* target, QEvent* event) {
     auto* bar = qobject_cast<QScrollBar*>(target);
-    if (bar && (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut))
-        showFocus(*bar, event->type() == QEvent::FocusIn);
+    if (bar == ui_->MetroTempoS &&
+        (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut))
+        appearance::tintWithFocus(*bar);
     // While the metronome beats, the release of a mouse button waits for the next pulse but timers
     // do not: a short click on a bar's arrow would repeat itself until then.
     return bar && event->type() == QEvent::Timer && metronome_.state().MetroRunning;
@@ -112,24 +98,6 @@ void frmMetro::lblX12_Click() {
 
 void frmMetro::MetroVol_Scroll() {
     metronome_.setVolume(ui_->MetroVol->sliderPosition());
-}
-
-/// The toolkit lets the mouse move an upside-down bar the wrong way: its lower arrow would add.
-void frmMetro::MetroVol_Action(int action) {
-    if (!QApplication::mouseButtons().testFlag(Qt::LeftButton))
-        return;
-    QScrollBar& bar = *ui_->MetroVol;
-    int step = 0;
-    if (action == QAbstractSlider::SliderSingleStepAdd)
-        step = -bar.singleStep();
-    else if (action == QAbstractSlider::SliderSingleStepSub)
-        step = bar.singleStep();
-    else if (action == QAbstractSlider::SliderPageStepAdd)
-        step = -bar.pageStep();
-    else if (action == QAbstractSlider::SliderPageStepSub)
-        step = bar.pageStep();
-    if (step != 0)
-        bar.setSliderPosition(bar.value() + step);
 }
 
 void frmMetro::cmdSetup_Click() {

@@ -29,7 +29,6 @@ public:
     void MetroTempoS_Change();
     void lblX12_Click();
     void MetroVol_Scroll();
-    void MetroVol_Action(int action);
     void cmdSetup_Click();
     void lblCloseMetro_Click();
 

@@ -19,6 +19,10 @@ public:
     /// A question with Yes and No; true for Yes.
     virtual bool confirm(const QString& text) = 0;
 
+    /// The same for something that a No would lose: Yes is proposed, and a box that is closed
+    /// without an answer means Yes.
+    virtual bool offer(const QString& text) { return confirm(text); }
+
     /// Asks for a line of text. A cancelled box answers with the empty text.
     virtual QString input(const QString& prompt, const QString& title,
                           const QString& proposed = {}) = 0;

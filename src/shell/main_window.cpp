@@ -14,6 +14,7 @@
 #include "shell/frmMidiTest.h"
 #include "shell/status_line.h"
 #include "ui_main_window.h"
+#include "widgets/appearance.h"
 
 #include <QCloseEvent>
 #include <QLabel>
@@ -35,6 +36,7 @@ MainWindow::MainWindow(const Services& services)
       helpKey_([this] { services_.help.show(helpFile_); }),
       status_(new QLabel) {
     ui_->setupUi(this);
+    resize(size().boundedTo(appearance::roomOnScreen(*this).size()));
     status_->setContentsMargins(kStatusIndent, 0, 0, 2);
     ui_->statusBar->addWidget(status_, 1);
     drill_ = std::make_unique<ReadingDrill>(reading_, *ui_->board, *ui_->controls);

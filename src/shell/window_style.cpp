@@ -2,9 +2,11 @@
 
 #include "widgets/appearance.h"
 
+#include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QIcon>
+#include <QLabel>
 #include <QPainter>
 #include <QStyleOption>
 
@@ -71,12 +73,14 @@ void WindowStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
                                 QPainter* painter, const QWidget* widget) const {
     QProxyStyle::drawPrimitive(element, option, painter, widget);
     const bool list = element == PE_Frame && qobject_cast<const QAbstractItemView*>(widget);
+    const bool label = element == PE_Frame && (qobject_cast<const QLabel*>(widget) ||
+                                               qobject_cast<const QAbstractButton*>(widget));
     const bool box = element == PE_IndicatorCheckBox || element == PE_FrameLineEdit;
     const bool focused = option->state.testFlag(State_HasFocus);
     const QColor ground = option->palette.color(QPalette::Window);
     if (list && focused)
         drawOutline(*painter, option->rect, option->palette.color(QPalette::Highlight));
-    else if ((list || box) && !focused && ground.lightness() < 128)
+    else if ((list || label || box) && !focused && ground.lightness() < 128)
         drawOutline(
             *painter, option->rect,
             appearance::mixed(option->palette.color(QPalette::WindowText), ground, kOutlineInk));

@@ -1,8 +1,15 @@
 #include "widgets/appearance.h"
 
+#include <QScreen>
 #include <QWidget>
 
 namespace appearance {
+namespace {
+
+constexpr double kFocusTint = 1 / 3.0;
+constexpr QSize kWindowFrame(8, 40);
+
+}  // namespace
 
 void enlargeText(QWidget& widget, double scale, QFont::Weight weight) {
     QFont font = widget.font();
@@ -15,6 +22,21 @@ void keepPlace(QWidget& widget) {
     QSizePolicy policy = widget.sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     widget.setSizePolicy(policy);
+}
+
+void tintWithFocus(QWidget& bar) {
+    QPalette colours;
+    if (bar.hasFocus()) {
+        colours.setColor(QPalette::Button, mixed(colours.color(QPalette::Highlight),
+                                                 colours.color(QPalette::Button), kFocusTint));
+    }
+    bar.setPalette(colours);
+}
+
+QRect roomOnScreen(const QWidget& window) {
+    const QWidget* parent = window.parentWidget();
+    const QRect room = (parent ? parent : &window)->screen()->availableGeometry();
+    return {room.topLeft(), room.size() - kWindowFrame};
 }
 
 QColor mixed(const QColor& over, const QColor& under, double share) {

@@ -3,6 +3,7 @@
 #include <QColor>
 #include <QFont>
 
+class QRect;
 class QWidget;
 
 /// Small changes to how a widget looks, alike in every window.
@@ -13,6 +14,12 @@ void enlargeText(QWidget& widget, double scale, QFont::Weight weight = QFont::Bo
 
 /// Lets a widget keep its place in the layout while it is hidden.
 void keepPlace(QWidget& widget);
+
+/// Tints a scroll bar that has the focus, which the style does not show.
+void tintWithFocus(QWidget& bar);
+
+/// Where a window may stand on its parent's screen, or its own: less a frame and a title bar.
+QRect roomOnScreen(const QWidget& window);
 
 /// A colour laid over another: `share` of it, 0..1, and the rest of what lies under it.
 QColor mixed(const QColor& over, const QColor& under, double share);

@@ -70,6 +70,15 @@ constexpr qreal kTieDistance = 0.75;
 constexpr qreal kTieDepth = 0.45;
 constexpr int kTieRoom = 3;  ///< in half spaces
 
+constexpr bool hasLedgerLines(int position) {
+    return position < -1 || position > kTopLine + 1;
+}
+
+/// From a head's left edge to where its sign ends, in staff spaces: clear of the ledger lines.
+constexpr qreal accidentalGap(int position) {
+    return kAccidentalGap + (hasLedgerLines(position) ? glyph_table::kLedgerLineExtension : 0);
+}
+
 const Shape& shapeOf(Duration duration) {
     return kShapes[static_cast<std::size_t>(duration)];
 }
@@ -286,13 +295,13 @@ qreal headWidth(Duration duration) {
 Extent extentOf(const Note& note) {
     const Shape& shape = shapeOf(note.duration);
     Extent extent{0, headWidth(note.duration)};
-    if (note.position < -1 || note.position > kTopLine + 1) {
+    if (hasLedgerLines(note.position)) {
         extent.left = glyph_table::kLedgerLineExtension;
         extent.right += glyph_table::kLedgerLineExtension;
     }
     if (note.accidental != Accidental::None) {
         const Glyph sign = kAccidentals[static_cast<std::size_t>(note.accidental) - 1];
-        extent.left = widthOf(sign) + kAccidentalGap;
+        extent.left = widthOf(sign) + accidentalGap(note.position);
     }
     if (shape.flags) {
         const bool up = stemGoesUp(note.position);
@@ -314,7 +323,7 @@ void drawAccidental(QPainter& painter, const MusicFont& font, const Stave& stave
     if (accidental == Accidental::None)
         return;
     const Glyph sign = kAccidentals[static_cast<std::size_t>(accidental) - 1];
-    const qreal reach = (widthOf(sign) + kAccidentalGap) * stave.space;
+    const qreal reach = (widthOf(sign) + accidentalGap(position)) * stave.space;
     drawGlyph(painter, font, sign, QPointF(x - reach, stave.y(position)), stave.space);
 }
 

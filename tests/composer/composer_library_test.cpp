@@ -101,8 +101,9 @@ struct UnsavedMelodyTest : ComposerLibraryTest {
 
     /// Opens another window for three seconds, as the next run of the program does; answers which
     /// boxes there were.
-    std::vector<std::string> runAgain(std::deque<bool> answers, std::function<void()> act) {
-        window = std::make_unique<frmComposer>(world.services(), nullptr);
+    std::vector<std::string> runAgain(std::deque<bool> answers, std::function<void()> act,
+                                      const QString& file = {}) {
+        window = std::make_unique<frmComposer>(world.services(), nullptr, file);
         world.dialogs.lines.clear();
         world.dialogs.confirmations = std::move(answers);
         const Instant start = world.runtime.now();
@@ -156,7 +157,8 @@ TEST_F(UnsavedMelodyTest, OutlivesTheOneThatIsOpenedInItsPlaceButNotItsUndoing) 
                 IsEmpty());
     EXPECT_TRUE(world.folders.at(copy).startsWith("60;\r\n"));
     const auto undo = [this] { user().trigger("mnuAnnulla"); };
-    EXPECT_EQ(runAgain({true}, undo).size(), 1U) << "the offer, and no question at the end";
+    EXPECT_EQ(runAgain({true}, undo, kRoot + QStringLiteral("Due.mel")).size(), 1U)
+        << "the offer, which comes before the file, and no question at the end";
     EXPECT_FALSE(world.folders.fileExists(copy));
     world.folders.put(copy, kDamaged.left(9));
     EXPECT_THAT(runAgain({}, [] {}), IsEmpty()) << "what is no melody is not offered";

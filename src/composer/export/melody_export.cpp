@@ -64,11 +64,16 @@ MelodyScore MelodyExport::score() const {
     return scoreOf(composition_.melody, composition_.tempo, funzioniMM_.currentInstrument());
 }
 
-void MelodyExport::report(const QString& fault, const MelodyScore& score) const {
-    if (!fault.isEmpty())
+void MelodyExport::report(const QString& fault, const QString& path,
+                          const MelodyScore& score) const {
+    if (!fault.isEmpty()) {
         dialogs_.message(fault);
-    else if (score.entries < composition_.melody.EntryCount())
-        dialogs_.message(melody_export::tooShort(score));
+        return;
+    }
+    QString done = QStringLiteral("Esportato: %1").arg(melody_names::lastPart(path));
+    if (score.entries < composition_.melody.EntryCount())
+        done += QLatin1Char('\n') + melody_export::tooShort(score);
+    dialogs_.message(done);
 }
 
 /// Empty if there is nothing to write, or nowhere.
@@ -90,7 +95,7 @@ void MelodyExport::exportMidi() {
         return;
     const FileError error =
         folders_.writeFile(path, midi_file::write(played, composition_.tempo, proposedName()));
-    report(error.failed() ? melody_names::failureText(error) : QString(), played);
+    report(error.failed() ? melody_names::failureText(error) : QString(), path, played);
 }
 
 void MelodyExport::exportAudio(const wave_file::Progress& progress) {
@@ -107,5 +112,5 @@ void MelodyExport::exportAudio(const wave_file::Progress& progress) {
         return;
     report(outcome.error.failed() ? melody_names::failureText(outcome.error)
                                   : melody_export::faultOf(outcome),
-           played);
+           path, played);
 }

@@ -32,7 +32,7 @@ private:
     MelodyScore score() const;
     QString proposedName() const;
     QString askFile(const MelodyScore& score, const QString& title, const FileKind& kind) const;
-    void report(const QString& fault, const MelodyScore& score) const;
+    void report(const QString& fault, const QString& path, const MelodyScore& score) const;
 
     Dialogs& dialogs_;
     Folders& folders_;

@@ -31,7 +31,7 @@ EditOutcome UnsavedMelody::offer() {
     if (!reading.file)
         return {};
     holdsThisMelody_ = true;
-    if (dialogs_.confirm(QStringLiteral("L'ultima melodia non è stata salvata. Recuperarla ?")))
+    if (dialogs_.offer(QStringLiteral("L'ultima melodia non è stata salvata. Recuperarla ?")))
         return editor_.recover(*reading.file);
     forget();
     return {};

@@ -24,8 +24,6 @@ PlaybackPanel::PlaybackPanel(QWidget* parent)
     appearance::enlargeText(*ui_->lblTempo, kTempoTextScale);
     panel_text::reserve(*ui_->lblTempo, QStringLiteral("250"));
     ui_->Slider1->setRange(Composition::kLowestTempo, Composition::kHighestTempo);
-    // Up means faster, for the eye as for the keys.
-    ui_->Slider1->setInvertedControls(false);
     showTempo(Composition::kDefaultTempo);
 }
 

@@ -8,21 +8,34 @@
 #include <QMessageBox>
 #include <QStandardPaths>
 
+#include <algorithm>
+
 namespace {
 
 /// Not set as the application's display name, which the toolkit adds to every window's own title.
 const QString kDefaultTitle = QStringLiteral("Cantavista");
 
+constexpr int kInputWidth = 360;
+constexpr QSize kFileBoxSize(800, 480);
+
+/// A window that is still opening is not active yet, but no other could be used.
+QWidget* windowInFront() {
+    QWidget* modal = QApplication::activeModalWidget();
+    return modal ? modal : QApplication::activeWindow();
+}
+
+/// Escape and the window's own closing button mean `usual`.
 QMessageBox::StandardButton show(const QString& text, QMessageBox::Icon icon,
                                  QMessageBox::StandardButtons buttons,
                                  QMessageBox::StandardButton usual) {
-    QMessageBox box(QApplication::activeWindow());
+    QMessageBox box(windowInFront());
     box.setIcon(icon);
     box.setWindowTitle(kDefaultTitle);
     box.setTextFormat(Qt::PlainText);
     box.setText(QString(text).replace(QLatin1String("\r\n"), QLatin1String("\n")));
     box.setStandardButtons(buttons);
     box.setDefaultButton(usual);
+    box.setEscapeButton(usual);
     return static_cast<QMessageBox::StandardButton>(box.exec());
 }
 
@@ -37,11 +50,18 @@ bool QtDialogs::confirm(const QString& text) {
            QMessageBox::Yes;
 }
 
+bool QtDialogs::offer(const QString& text) {
+    return show(text, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No,
+                QMessageBox::Yes) == QMessageBox::Yes;
+}
+
 QString QtDialogs::input(const QString& prompt, const QString& title, const QString& proposed) {
-    bool accepted = false;
-    const QString answer = QInputDialog::getText(QApplication::activeWindow(), title, prompt,
-                                                 QLineEdit::Normal, proposed, &accepted);
-    return accepted ? answer : QString();
+    QInputDialog box(windowInFront());
+    box.setWindowTitle(title.isEmpty() ? kDefaultTitle : title);
+    box.setLabelText(prompt);
+    box.setTextValue(proposed);
+    box.resize(std::max(kInputWidth, box.sizeHint().width()), box.sizeHint().height());
+    return box.exec() == QDialog::Accepted ? box.textValue() : QString();
 }
 
 QString QtDialogs::saveFile(const QString& title, const QString& proposed, const FileKind& kind) {
@@ -49,9 +69,10 @@ QString QtDialogs::saveFile(const QString& title, const QString& proposed, const
         lastFolder_ = QStandardPaths::writableLocation(QStandardPaths::MusicLocation);
     if (!QFileInfo(lastFolder_).isDir())
         lastFolder_ = QDir::homePath();
-    QFileDialog box(QApplication::activeWindow(), title, lastFolder_,
+    QFileDialog box(windowInFront(), title, lastFolder_,
                     QStringLiteral("%1 (*.%2)").arg(kind.name, kind.suffix));
     box.setAcceptMode(QFileDialog::AcceptSave);
+    box.resize(kFileBoxSize);
     box.setDefaultSuffix(kind.suffix);
     box.selectFile(proposed + QLatin1Char('.') + kind.suffix);
     if (box.exec() != QDialog::Accepted || box.selectedFiles().isEmpty())

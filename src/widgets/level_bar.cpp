@@ -1,0 +1,38 @@
+#include "widgets/level_bar.h"
+
+#include "widgets/appearance.h"
+
+#include <QApplication>
+
+LevelBar::LevelBar(QWidget* parent) : QScrollBar(Qt::Vertical, parent) {
+    setInvertedAppearance(true);
+    setInvertedControls(false);
+    connect(this, &QScrollBar::actionTriggered, this, &LevelBar::turnMouseAction);
+}
+
+void LevelBar::focusInEvent(QFocusEvent* event) {
+    QScrollBar::focusInEvent(event);
+    appearance::tintWithFocus(*this);
+}
+
+void LevelBar::focusOutEvent(QFocusEvent* event) {
+    QScrollBar::focusOutEvent(event);
+    appearance::tintWithFocus(*this);
+}
+
+/// The toolkit lets the mouse move an upside-down bar the wrong way: its lower arrow would add.
+void LevelBar::turnMouseAction(int action) {
+    if (!QApplication::mouseButtons().testFlag(Qt::LeftButton))
+        return;
+    int step = 0;
+    if (action == SliderSingleStepAdd)
+        step = -singleStep();
+    else if (action == SliderSingleStepSub)
+        step = singleStep();
+    else if (action == SliderPageStepAdd)
+        step = -pageStep();
+    else if (action == SliderPageStepSub)
+        step = pageStep();
+    if (step != 0)
+        setSliderPosition(value() + step);
+}
