@@ -18,6 +18,7 @@
 #include <QTextStream>
 
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 #include <random>
 
@@ -50,6 +51,15 @@ int runCommand(int argc, char* argv[]) {
                          {folders, *sound, out, err});
 }
 
+/// Where no display answers the toolkit gives up: the last word is the program's own.
+void tellFatal(QtMsgType type, const QMessageLogContext& /*context*/, const QString& text) {
+    std::fprintf(stderr, "%s\n", qPrintable(text));
+    if (type == QtFatalMsg) {
+        std::fputs("Cantavista non trova uno schermo su cui aprirsi !!!\n", stderr);
+        std::_Exit(EXIT_FAILURE);
+    }
+}
+
 /// The melody that the program was opened with, as the program writes paths.
 QString melodyAtStart() {
     QStringList files = QCoreApplication::arguments().mid(1);
@@ -66,7 +76,9 @@ int main(int argc, char* argv[]) {
     if (CommandLine::isCommand(argumentsOf(argc, argv)))
         return runCommand(argc, argv);
     QtRuntime::chooseEventQueue();
+    const QtMessageHandler usual = qInstallMessageHandler(tellFatal);
     QApplication app(argc, argv);
+    qInstallMessageHandler(usual);
     application::prepare(app);
 
     DesktopFolders folders;

@@ -19,6 +19,7 @@ stage_program() {
         -DQT_HOST_PATH_CMAKE_DIR="/usr/lib/$(dpkg-architecture -qDEB_HOST_MULTIARCH)/cmake" \
         -DCMAKE_FIND_ROOT_PATH="$qt_installed;$googletest_installed" \
         -DCMAKE_BUILD_TYPE=Release -DCANTAVISTA_WERROR=ON \
+        -DCANTAVISTA_PRECOMPILE=ON -DCMAKE_CXX_FLAGS=-fpch-preprocess \
         -DCANTAVISTA_NOTE_MAKER="$work/note_maker" >"$work/program.log"
     cmake --build "$program_build" --parallel "$(jobs_here)" \
         --target cantavista "${windows_tests[@]}"

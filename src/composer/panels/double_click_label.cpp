@@ -5,8 +5,19 @@
 #include <QStyleOptionFrame>
 #include <QStylePainter>
 
+namespace {
+
+constexpr int kFrame = 6;
+
+}  // namespace
+
 DoubleClickLabel::DoubleClickLabel(QWidget* parent) : QToolButton(parent) {
     setFocusPolicy(Qt::TabFocus);
+}
+
+/// As high with a text as without one.
+QSize DoubleClickLabel::sizeHint() const {
+    return {QToolButton::sizeHint().width(), fontMetrics().height() + kFrame};
 }
 
 void DoubleClickLabel::paintEvent(QPaintEvent* /*event*/) {

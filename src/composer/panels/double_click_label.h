@@ -8,6 +8,8 @@ class DoubleClickLabel : public QToolButton {
 public:
     explicit DoubleClickLabel(QWidget* parent = nullptr);
 
+    QSize sizeHint() const override;
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
