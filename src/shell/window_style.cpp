@@ -1,6 +1,7 @@
 #include "shell/window_style.h"
 
 #include "widgets/appearance.h"
+#include "widgets/level_bar.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -15,6 +16,7 @@ namespace {
 constexpr double kLetterSize = 0.68;  ///< of a badge's side
 constexpr double kOutlineInk = 0.38;
 constexpr double kOutlineCorner = 2;
+constexpr int kShortestSlider = 10;
 
 /// A disc in the accent colour with a letter.
 QIcon badge(QChar letter) {
@@ -56,6 +58,14 @@ int WindowStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWi
     return hint == SH_DialogButtonBox_ButtonsHaveIcons
                ? 0
                : QProxyStyle::styleHint(hint, option, widget, answer);
+}
+
+/// A short bar still has room in which its slider moves.
+int WindowStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
+                             const QWidget* widget) const {
+    if (metric == PM_ScrollBarSliderMin && dynamic_cast<const LevelBar*>(widget))
+        return kShortestSlider;
+    return QProxyStyle::pixelMetric(metric, option, widget);
 }
 
 QIcon WindowStyle::standardIcon(StandardPixmap icon, const QStyleOption* option,

@@ -133,10 +133,10 @@ picture() {
     timeout 30 import -silent -window "$1" "png:$2" || true
 }
 
-# The fonts that stand for the system's own, with smooth edges.
+# The font that stands for the system's own, with smooth edges; set anew when this file changes.
 use_fonts() {
     local name
-    [[ ! -f $1/fonts ]] || return 0
+    [[ ! $1/fonts -nt ${BASH_SOURCE[0]} ]] || return 0
     registry add 'HKCU\Software\Wine' /v Version /d win10 /f
     registry add 'HKCU\Control Panel\Desktop' /v FontSmoothing /d 2 /f
     registry add 'HKCU\Control Panel\Desktop' /v FontSmoothingType /t REG_DWORD /d 1 /f
