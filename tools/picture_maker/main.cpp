@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QPixmap>
+#include <QTemporaryFile>
 #include <QWidget>
 
 #include <gtest/gtest.h>
@@ -11,6 +12,11 @@
 #include <cstdio>
 
 namespace {
+
+/// Large enough for every window; the platform's own is not.
+constexpr const char* kScreen =
+    R"({"screens": [{"name": "screen", "x": 0, "y": 0, "width": 1600, "height": 1000,
+                     "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})";
 
 void settle() {
     for (int pass = 0; pass < 5; ++pass)
@@ -33,7 +39,10 @@ bool writePicture(const Scene& scene, const QString& folder) {
 /// picture_maker FOLDER [SCENE…] writes the windows as they stand in the scenes to FOLDER. It needs
 /// no display; CANTAVISTA_THEME and QT_SCALE_FACTOR mean what they mean to the program.
 int main(int argc, char* argv[]) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QTemporaryFile screen;
+    if (!screen.open() || screen.write(kScreen) < 0 || !screen.flush())
+        return 1;
+    qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + screen.fileName().toUtf8());
     testing::InitGoogleTest(&argc, argv);
     QApplication app(argc, argv);
     application::prepare(app);
