@@ -13,9 +13,9 @@
 
 namespace {
 
-/// Large enough for every window; the platform's own is not.
+/// Large enough for every window at twice its size; the platform's own is not.
 constexpr const char* kScreen =
-    R"({"screens": [{"name": "screen", "x": 0, "y": 0, "width": 1600, "height": 1000,
+    R"({"screens": [{"name": "screen", "x": 0, "y": 0, "width": 3200, "height": 2000,
                      "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})";
 
 void settle() {

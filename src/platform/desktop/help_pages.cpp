@@ -113,6 +113,7 @@ std::vector<HelpMatch> HelpPages::search(const QString& question) const {
         return a.inTitle != b.inTitle ? a.inTitle : a.times > b.times;
     });
     std::vector<HelpMatch> matches;
+    matches.reserve(found.size());
     for (Ranked& ranked : found)
         matches.push_back(std::move(ranked.match));
     return matches;
