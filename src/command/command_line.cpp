@@ -137,8 +137,8 @@ CommandLine CommandLine::parse(const QStringList& arguments) {
         line.action = parser.isSet(kHelp) ? Action::Help : Action::Version;
         return line;
     }
-    const auto isSet = [&parser](const ActionName& action) {
-        return parser.isSet(QString::fromLatin1(action.name));
+    const auto isSet = [&parser](const ActionName& entry) {
+        return parser.isSet(QString::fromLatin1(entry.name));
     };
     if (std::count_if(kActions.begin(), kActions.end(), isSet) != 1)
         return misused(QStringLiteral("serve un comando, e uno solo"));

@@ -71,8 +71,9 @@ Outcome render(WaveRendering& rendering, FileDraft& file, std::int64_t length,
             break;
         error = file.append(bytesOf(frames));
         dataBytes += static_cast<std::uint32_t>(frames.size() * kSampleBytes);
-        const double share = static_cast<double>(dataBytes / kFrameBytes) /
-                             static_cast<double>(std::max<std::int64_t>(length, 1));
+        const std::uint32_t written = dataBytes / kFrameBytes;
+        const double share =
+            static_cast<double>(written) / static_cast<double>(std::max<std::int64_t>(length, 1));
         if (!progress(std::min(share, 1.0)))
             return {Result::Interrupted, {}};
     }

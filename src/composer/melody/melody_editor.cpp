@@ -215,7 +215,7 @@ QString MelodyEditor::validateEnd(const QString& box) {
 }
 
 EditOutcome MelodyEditor::open(const MelodyFile& file) {
-    const EditOutcome outcome = recover(file);
+    EditOutcome outcome = recover(file);
     if (outcome.changed)
         markSaved();
     return outcome;

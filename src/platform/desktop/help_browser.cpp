@@ -61,7 +61,7 @@ QImage HelpBrowser::fitted(const QImage& picture) const {
 QVariant HelpBrowser::loadResource(int type, const QUrl& name) {
     if (type == QTextDocument::StyleSheetResource)
         return styleSheetOfPage();
-    const QVariant loaded = QTextBrowser::loadResource(type, name);
+    QVariant loaded = QTextBrowser::loadResource(type, name);
     if (type != QTextDocument::ImageResource)
         return loaded;
     const QImage picture = QImage::fromData(loaded.toByteArray());
