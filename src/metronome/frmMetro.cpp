@@ -35,7 +35,6 @@ frmMetro::frmMetro(Metronome& metronome, FunzioniMM& funzioniMM, MetronomeHost& 
         appearance::enlargeText(*label, kTimeSigTextScale);
     for (QToolButton* label : {ui_->lblTs, ui_->lblX12, ui_->lblCloseMetro})
         makeLabelButton(*label, palette().color(QPalette::Link));
-    // Up means louder, for the eye as for the keys.
     connectControls();
     metronome_.attach(*this);
     showTempo();

@@ -2,12 +2,20 @@
 
 #include "widgets/appearance.h"
 
-#include <QApplication>
-
 LevelBar::LevelBar(QWidget* parent) : QScrollBar(Qt::Vertical, parent) {
     setInvertedAppearance(true);
     setInvertedControls(false);
     connect(this, &QScrollBar::actionTriggered, this, &LevelBar::turnMouseAction);
+}
+
+void LevelBar::mousePressEvent(QMouseEvent* event) {
+    heldByMouse_ = true;
+    QScrollBar::mousePressEvent(event);
+}
+
+void LevelBar::mouseReleaseEvent(QMouseEvent* event) {
+    QScrollBar::mouseReleaseEvent(event);
+    heldByMouse_ = false;
 }
 
 void LevelBar::focusInEvent(QFocusEvent* event) {
@@ -22,7 +30,7 @@ void LevelBar::focusOutEvent(QFocusEvent* event) {
 
 /// The toolkit lets the mouse move an upside-down bar the wrong way: its lower arrow would add.
 void LevelBar::turnMouseAction(int action) {
-    if (!QApplication::mouseButtons().testFlag(Qt::LeftButton))
+    if (!heldByMouse_)
         return;
     int step = 0;
     if (action == SliderSingleStepAdd)

@@ -9,9 +9,13 @@ public:
     explicit LevelBar(QWidget* parent = nullptr);
 
 protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
 
 private:
     void turnMouseAction(int action);
+
+    bool heldByMouse_ = false;
 };

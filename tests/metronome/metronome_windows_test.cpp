@@ -6,6 +6,7 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QScrollBar>
 
 #include <gmock/gmock.h>
@@ -121,6 +122,13 @@ TEST_F(MetronomeWindowsTest, TempoDoublingAndTheVolumesThumb) {
     user.type(Qt::Key_Down);
     volume.triggerAction(QAbstractSlider::SliderPageStepSub);
     EXPECT_EQ(volume.value(), 116) << "down means softer";
+    const QPointF lowerArrow(volume.width() / 2.0, volume.height() - 3);
+    for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        QMouseEvent event(type, lowerArrow, volume.mapToGlobal(lowerArrow), Qt::LeftButton,
+                          Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&volume, &event);
+    }
+    EXPECT_EQ(volume.value(), 115) << "by its arrow too";
     const Instant begin = world.runtime.now();
     EXPECT_EQ(click(), "on 10 76 127") << "but only the thumb changes the volume";
     EXPECT_EQ(std::chrono::round<std::chrono::milliseconds>(world.runtime.now() - begin), 3s);

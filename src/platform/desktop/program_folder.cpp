@@ -59,7 +59,7 @@ void prepareMelodies(const QString& programFolder) {
     const QString folder = programFolder + kMelodyFolder;
     if (QFileInfo::exists(folder) || !QDir().mkpath(programFolder))
         return;
-    const QTemporaryDir workshop(programFolder + QLatin1String("/Melodie-XXXXXX"));
+    const QTemporaryDir workshop(programFolder + QLatin1String("/Melodie-"));
     if (!workshop.isValid())
         return;
     const QString made = workshop.filePath(QStringLiteral("Melodie"));
