@@ -23,3 +23,6 @@ constexpr KeyCode kKeyRightOfL = 192;
 constexpr KeyCode kKeyLeftOfBackspace = 221;
 
 constexpr KeyCode kKeyLast = 255;
+
+/// A property of a window: true where typing means nothing to the rest of the program.
+constexpr const char* kKeepsKeys = "keepsKeys";

@@ -24,6 +24,7 @@ set(allowed_composer/panels composer/panels composer/library composer/playback c
     ${below_subsystems})
 set(allowed_composer composer composer/panels composer/staff ${allowed_composer/export} widgets)
 set(allowed_shell shell ${subsystems} ${below_subsystems})
+set(allowed_manual manual widgets platform)
 set(allowed_command command ${allowed_composer/export})
 set(allowed_platform platform)
 set(allowed_platform/desktop platform platform/desktop)

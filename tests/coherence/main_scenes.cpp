@@ -1,5 +1,5 @@
 #include "coherence/stage.h"
-#include "platform/desktop/help_window.h"
+#include "manual/help_window.h"
 #include "platform/desktop/qt_dialogs.h"
 #include "reading/staff_step.h"
 #include "shell/main_window.h"

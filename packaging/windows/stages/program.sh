@@ -7,7 +7,7 @@ program_bin=$program_build/bin
 googletest_installed=$work/googletest/installed
 
 windows_tests=(core_tests reading_tests metronome_tests composer_tests eartraining_tests
-    library_tests desktop_tests)
+    library_tests desktop_tests manual_tests)
 
 stage_program() {
     build_googletest

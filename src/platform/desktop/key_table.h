@@ -15,9 +15,6 @@
 /// afterwards.
 class KeyTable : public QObject {
 public:
-    /// A property of a window in which typing means nothing to the rest of the program.
-    static constexpr const char* kKeepsKeys = "keepsKeys";
-
     explicit KeyTable(QObject* parent = nullptr);
 
     bool held(KeyCode key) const;

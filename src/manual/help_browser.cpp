@@ -1,6 +1,6 @@
-#include "platform/desktop/help_browser.h"
+#include "manual/help_browser.h"
 
-#include "platform/desktop/help_pages.h"
+#include "manual/help_pages.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QScrollBar>

@@ -1,7 +1,7 @@
-#include "platform/desktop/desktop_help_viewer.h"
+#include "manual/desktop_help_viewer.h"
 
-#include "platform/desktop/help_files.h"
-#include "platform/desktop/help_window.h"
+#include "manual/help_files.h"
+#include "manual/help_window.h"
 #include "platform/dialogs.h"
 #include "platform/folders.h"
 

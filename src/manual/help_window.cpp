@@ -1,6 +1,6 @@
-#include "platform/desktop/help_window.h"
+#include "manual/help_window.h"
 
-#include "platform/desktop/key_table.h"
+#include "platform/key_codes.h"
 #include "ui_help_window.h"
 
 #include <QEvent>
@@ -168,7 +168,7 @@ bool HelpWindow::event(QEvent* event) {
 void HelpWindow::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     joinModalWindow();
-    windowHandle()->setProperty(KeyTable::kKeepsKeys, true);
+    windowHandle()->setProperty(kKeepsKeys, true);
     if (settled_)
         return;
     settled_ = true;

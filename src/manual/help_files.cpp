@@ -1,4 +1,4 @@
-#include "platform/desktop/help_files.h"
+#include "manual/help_files.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>

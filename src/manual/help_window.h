@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/desktop/help_pages.h"
+#include "manual/help_pages.h"
 
 #include <QWidget>
 

@@ -1,4 +1,4 @@
-#include "platform/desktop/help_pages.h"
+#include "manual/help_pages.h"
 
 #include <QDir>
 #include <QDirIterator>
