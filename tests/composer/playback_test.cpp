@@ -146,6 +146,62 @@ TEST_F(PlaybackTest, anEntryTooShortLeavesStopOnTheButton) {
     EXPECT_THAT(world.midi.take(), IsEmpty());
 }
 
+TEST_F(PlaybackTest, aPlayThatHangsStopsTheOneUnderIt) {
+    load({"60;62;64;", "1;1;1;", "n;n;n;"});
+    // As a melody that is activated while another one plays.
+    world.runtime.at(500ms, [&] {
+        playback.stop();
+        load({"72;74;76;", "0,01;1;1;", "n;n;n;"});
+        playback.clickPlay();
+    });
+    playback.clickPlay();
+    EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("on 1 60 100", "on 1 60 0"));
+    EXPECT_TRUE(playback.player().playing());
+    EXPECT_EQ(view.take().back(), "pnn Do");
+    playback.player().abandon();
+    EXPECT_THAT(view.take(), ElementsAre("Play", "canc", "ne ", "pnn "));
+}
+
+TEST_F(PlaybackTest, aLongEntryLetsEventsRunOnceASecond) {
+    const auto at = [this](Instant instant, std::function<void()> act) {
+        world.runtime.at(world.runtime.now() + instant, std::move(act));
+    };
+    // Up to 20 s an event waits for the end; beyond it instants are kept all the same.
+    load({"60;62;64;00;65;", "20;20,5;41;21;1;", "n;n;s;p;n;"});
+    std::vector<Instant> ran;
+    for (const Instant instant : {5500ms, 25500ms, 42200ms, 90500ms})
+        at(instant, [&] { ran.push_back(world.runtime.now()); });
+    playback.clickPlay();
+    EXPECT_THAT(ran, ElementsAre(20s, 26s, 42500ms, 90500ms));
+    EXPECT_THAT(world.midi.take(),
+                ElementsAre("0.000 on 1 60 100", "19.970 on 1 60 0", "20.000 on 1 62 100",
+                            "40.470 on 1 62 0", "40.500 on 1 64 120", "50.750 on 1 64 0",
+                            "102.500 on 1 65 100", "103.470 on 1 65 0"));
+
+    // Whatever stops it ends the note there, once, and unmarks its key.
+    const std::vector<std::function<void()>> stops{
+        [&] { playback.clickPlay(); },
+        [&] { playback.player().abandon(); },
+        [&] {
+            playback.stop();
+            load({"72;", "0,01;", "n;"});
+            playback.clickPlay();
+        },
+        [&] { world.runtime.end(); },
+    };
+    for (const auto& stop : stops) {
+        load({"60;62;", "1000;1;", "n;n;"});
+        playback.player().abandon();
+        view.take();
+        at(2500ms, stop);
+        const Instant start = world.runtime.now();
+        playback.clickPlay();
+        EXPECT_EQ(world.runtime.now() - start, 3s);
+        EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("on 1 60 100", "on 1 60 0"));
+        EXPECT_EQ(viewCount("unmark 24"), 1);
+    }
+}
+
 TEST_F(PlaybackTest, oddNotesAndDamagedMelodiesMakeNoSound) {
     load({"00;120;x;60;", "1;1;1;1;", "n;n;n;n;"});
     playback.clickPlay();

@@ -1,80 +1,135 @@
 #include "composer/playback/melody_player.h"
 
 #include "composer/melody/composition.h"
+#include "composer/playback/articulation.h"
 #include "composer/playback/play_schedule.h"
 #include "core/funzioni_mm.h"
+
+#include <utility>
+
+namespace {
+
+/// How often events run while a long entry lasts.
+constexpr Instant kServeInterval = std::chrono::seconds(1);
+
+}  // namespace
+
+struct MelodyPlayer::Run {
+    unsigned call;
+    PlaySchedule schedule;
+    Articulation articulation{};
+    bool longEntry = false;
+};
 
 void MelodyPlayer::play(std::int16_t start, std::int16_t end) {
     if (composition_.melody.empty())
         return;
     playing_ = !playing_;
+    if (!playing_)
+        endNote();
     view_->showPlaying(playing_);
     if (playing_)
         view_->enableCanc(false);
     view_->showEntryNumber(QStringLiteral("0"));
-    if (playPasses(start, end))
+    Run run{++calls_, PlaySchedule(runtime_)};
+    const End howEnded = playPasses(start, end, run);
+    // A later call that is left with "Stop" on the button keeps it.
+    const bool superseded = playing_ && run.call != calls_;
+    if (howEnded != End::TooShort && !superseded)
         finish();
 }
 
-/// False if an entry was too short to be played.
-bool MelodyPlayer::playPasses(std::int16_t start, std::int16_t end) {
-    Articulation articulation;
-    PlaySchedule schedule(runtime_);
+MelodyPlayer::End MelodyPlayer::playPasses(std::int16_t start, std::int16_t end, Run& run) {
     int index = start;
-    Instant passStart = schedule.due();
+    Instant passStart = run.schedule.due();
     while (true) {
-        runtime_.yield();
-        if (runtime_.ending())
-            playing_ = false;
-        if (!playing_ || !composition_.melody.has(index))
-            return true;
-        if (!playEntry(index, articulation, schedule))
-            return false;
+        if (stoppedByEvents(run) || !composition_.melody.has(index))
+            return End::Stopped;
+        if (const End howEnded = playEntry(index, run); howEnded != End::Reached)
+            return howEnded;
         if (++index <= end) {
-            schedule.pause(Articulation::kGapMs);
+            runtime_.blockUntil(run.schedule.endOfPause(Articulation::kGapMs));
             continue;
         }
         if (!keepsLastNumber_)
             view_->showEntryNumber(QStringLiteral("0"));
         if (!loops_ || !playing_)
-            return true;
+            return End::Reached;
         // A range that takes no time at all would keep the processor busy for nothing.
-        if (schedule.due() == passStart)
-            schedule.pause(Articulation::kGapMs);
-        passStart = schedule.due();
+        if (run.schedule.due() == passStart)
+            runtime_.blockUntil(run.schedule.endOfPause(Articulation::kGapMs));
+        passStart = run.schedule.due();
         index = start;
     }
 }
 
-bool MelodyPlayer::playEntry(int index, Articulation& articulation, PlaySchedule& schedule) {
-    schedule.beginEntry();
+MelodyPlayer::End MelodyPlayer::playEntry(int index, Run& run) {
+    run.schedule.beginEntry();
     const MelodyEntry& entry = composition_.melody.entry(index);
     const pitch::NoteNumber note = entry.noteNumber();
+    Articulation& articulation = run.articulation;
     view_->showEntryNumber(QString::number(index + 1));
     articulation.articulate(entry.attribute, entry.quarters(), composition_.tempo);
     view_->showEntryName(pitch::NoteName(note));
-    if (entry.attribute != letter::kPausa) {
-        if (articulation.soundingMs < 1)
-            return false;
-        soundNote(note, articulation, schedule);
+    const std::int64_t soundingMs = entry.attribute == letter::kPausa ? 0 : articulation.soundingMs;
+    if (entry.attribute != letter::kPausa && soundingMs < 1)
+        return End::TooShort;
+    run.longEntry = soundingMs + articulation.silenceMs + Articulation::kGapMs > kLongEntryMs;
+    if (soundingMs > 0) {
+        beginNote(note, articulation.velocity);
+        const bool stopped = !waitUntil(run.schedule.endOfSound(soundingMs), run);
+        endNote();
+        if (stopped)
+            return End::Stopped;
     }
-    schedule.pause(articulation.silenceMs);
+    const Instant end = run.schedule.endOfPause(articulation.silenceMs);
+    return waitUntil(end, run) ? End::Reached : End::Stopped;
+}
+
+/// Lets events run; whether they, or the end of the program, ended this playback.
+bool MelodyPlayer::stoppedByEvents(const Run& run) {
+    runtime_.yield();
+    if (runtime_.ending())
+        playing_ = false;
+    return !playing_ || run.call != calls_;
+}
+
+/// False if the playback was stopped meanwhile, which only a long entry allows.
+bool MelodyPlayer::waitUntil(Instant end, const Run& run) {
+    while (run.longEntry && end - runtime_.now() > kServeInterval) {
+        runtime_.blockUntil(runtime_.now() + kServeInterval);
+        if (stoppedByEvents(run))
+            return false;
+    }
+    runtime_.blockUntil(end);
     return true;
 }
 
 /// A note that is not on the keyboard takes its time in silence.
-void MelodyPlayer::soundNote(pitch::NoteNumber note, const Articulation& articulation,
-                             PlaySchedule& schedule) {
-    const bool playable = pitch::isPlayable(note);
-    if (playable) {
-        view_->markKey(pitch::noteIndexOf(note), true);
-        funzioniMM_.NoteOn(FunzioniMM::kMelodyChannel, note, articulation.velocity);
-    }
-    schedule.sound(articulation.soundingMs);
-    if (playable) {
-        funzioniMM_.NoteOff(FunzioniMM::kMelodyChannel, note);
-        view_->markKey(pitch::noteIndexOf(note), false);
-    }
+void MelodyPlayer::beginNote(pitch::NoteNumber note, int velocity) {
+    if (!pitch::isPlayable(note))
+        return;
+    sounding_ = note;
+    view_->markKey(pitch::noteIndexOf(note), true);
+    funzioniMM_.NoteOn(FunzioniMM::kMelodyChannel, note, velocity);
+}
+
+/// Whoever stops the playback ends its note at once; the loop that began it comes later.
+void MelodyPlayer::endNote() {
+    const pitch::NoteNumber note = std::exchange(sounding_, pitch::kRest);
+    if (note == pitch::kRest)
+        return;
+    funzioniMM_.NoteOff(FunzioniMM::kMelodyChannel, note);
+    view_->markKey(pitch::noteIndexOf(note), false);
+}
+
+void MelodyPlayer::abandon() {
+    if (!std::exchange(playing_, false))
+        return;
+    endNote();
+    view_->showPlaying(false);
+    view_->enableCanc(true);
+    leaveEntry();
 }
 
 void MelodyPlayer::finish() {
@@ -84,9 +139,16 @@ void MelodyPlayer::finish() {
     view_->focusPlay();
     if (composition_.step.active)
         return;
+    leaveEntry();
+    view_->enableCanc(true);
+}
+
+/// Nothing plays any more; only step mode still names its entry.
+void MelodyPlayer::leaveEntry() {
+    if (composition_.step.active)
+        return;
     view_->showEntryNumber({});
     view_->showEntryName({});
-    view_->enableCanc(true);
 }
 
 void MelodyPlayer::silenceAll() {

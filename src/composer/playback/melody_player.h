@@ -1,13 +1,11 @@
 #pragma once
 
-#include "composer/playback/articulation.h"
 #include "core/pitch.h"
+#include "platform/runtime.h"
 
 #include <QString>
 
 class FunzioniMM;
-class PlaySchedule;
-class Runtime;
 struct Composition;
 
 /// What the player shows; the window implements it.
@@ -34,14 +32,16 @@ public:
 
     /// Plays the entries from `start` to `end`, counted from 0, or stops what is playing. An entry
     /// too short to sound ends the playback on the spot, with `playing` left true: the next call
-    /// only puts that right. An entry that is not in the melody ends it as well.
+    /// only puts that right. An entry that is not in the melody ends it as well. While an entry of
+    /// more than `kLongEntryMs` lasts, events run once a second and may stop it.
     void play(std::int16_t start, std::int16_t end);
 
     /// Whether `cmdPlay` reads "Stop".
     bool playing() const { return playing_; }
 
-    /// Makes the playback end at its next entry, as a closing window does.
-    void abandon() { playing_ = false; }
+    /// Ends the playback without letting events run, as a closing window does: the note ends here
+    /// and "Play" can be read again. Nothing happens when nothing plays.
+    void abandon();
 
     /// Sends a note-off for every note and unmarks every key.
     void silenceAll();
@@ -53,12 +53,20 @@ public:
     /// The number of the last entry stays on show at the end of a pass.
     void toggleKeepLastNumber() { keepsLastNumber_ = !keepsLastNumber_; }
 
+    static constexpr int kLongEntryMs = 20000;
+
 private:
-    bool playPasses(std::int16_t start, std::int16_t end);
-    bool playEntry(int index, Articulation& articulation, PlaySchedule& schedule);
-    void soundNote(pitch::NoteNumber note, const Articulation& articulation,
-                   PlaySchedule& schedule);
+    struct Run;
+    enum class End { Reached, TooShort, Stopped };
+
+    End playPasses(std::int16_t start, std::int16_t end, Run& run);
+    End playEntry(int index, Run& run);
+    bool stoppedByEvents(const Run& run);
+    bool waitUntil(Instant end, const Run& run);
+    void beginNote(pitch::NoteNumber note, int velocity);
+    void endNote();
     void finish();
+    void leaveEntry();
 
     Runtime& runtime_;
     FunzioniMM& funzioniMM_;
@@ -68,4 +76,6 @@ private:
     bool playing_ = false;
     bool loops_ = false;
     bool keepsLastNumber_ = false;
+    unsigned calls_ = 0;                         ///< of `play`, to know the last one by
+    pitch::NoteNumber sounding_ = pitch::kRest;  ///< `kRest` = no note
 };

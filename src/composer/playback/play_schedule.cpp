@@ -5,13 +5,13 @@ void PlaySchedule::beginEntry() {
         due_ = runtime_.now();
 }
 
-void PlaySchedule::sound(std::int64_t ms) {
+Instant PlaySchedule::endOfSound(std::int64_t ms) {
     const std::chrono::milliseconds length(ms);
     due_ += length;
-    runtime_.blockUntil(runtime_.now() + length);
+    return runtime_.now() + length;
 }
 
-void PlaySchedule::pause(std::int64_t ms) {
+Instant PlaySchedule::endOfPause(std::int64_t ms) {
     due_ += std::chrono::milliseconds(ms);
-    runtime_.blockUntil(due_);
+    return due_;
 }

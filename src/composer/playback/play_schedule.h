@@ -6,16 +6,17 @@
 
 /// The instants at which a melody's notes are due: the sum of their whole milliseconds.
 ///
-/// Every wait ends where the one before was due to end plus its own length, so that lateness does
-/// not add up. A note always sounds in full; what it came late is taken from the silence and the
-/// gap behind it. When an entry comes later than `kTolerance`, because a handler took its time, the
-/// schedule starts afresh from there instead of hurrying after it. The tolerance is below the gap
-/// between two entries, so that a gap always remains.
+/// It answers when a wait is to end; the player waits. A wait ends where the one before was due to
+/// end plus its own length, so that lateness does not add up. A note always sounds in full; what it
+/// came late is taken from the silence and the gap behind it. When an entry comes later than
+/// `kTolerance`, because a handler took its time, the schedule starts afresh from there instead of
+/// hurrying after it. The tolerance is below the gap between two entries, so that a gap always
+/// remains.
 class PlaySchedule {
 public:
     static constexpr Instant kTolerance = std::chrono::milliseconds(20);
 
-    explicit PlaySchedule(Runtime& runtime) : runtime_(runtime), due_(runtime.now()) {}
+    explicit PlaySchedule(const Runtime& runtime) : runtime_(runtime), due_(runtime.now()) {}
 
     /// When the next note is due.
     Instant due() const { return due_; }
@@ -23,13 +24,13 @@ public:
     /// An entry begins, now or a little late.
     void beginEntry();
 
-    /// Waits while a note sounds.
-    void sound(std::int64_t ms);
+    /// The end of a note that begins now.
+    Instant endOfSound(std::int64_t ms);
 
-    /// Waits while nothing sounds.
-    void pause(std::int64_t ms);
+    /// The end of a time in which nothing sounds.
+    Instant endOfPause(std::int64_t ms);
 
 private:
-    Runtime& runtime_;
+    const Runtime& runtime_;
     Instant due_;
 };
