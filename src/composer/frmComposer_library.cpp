@@ -160,7 +160,7 @@ void frmComposer::cmdAddBm_Click() {
 }
 
 void frmComposer::cmdPlayBm_Click(int row) {
-    if (playback_.player().playing() || !bookmarks_.activate(row))
+    if (playback_.player().playing() || !bookmarks_.activate(row) || refusesDamaged())
         return;
     showRange();
     playback_.clickPlay();

@@ -16,7 +16,7 @@ namespace {
 const QString kRoot = QStringLiteral("C:\\Cantavista\\Melodie\\");
 const QByteArray kTwoNotes =
     "60;62;\r\n0,5;0,5;\r\nn;s;\r\n 120 \r\n 73 \r\n1 \xF7 2 \xF7 Tutto;\r\n";
-const QByteArray kDamaged = "60;62;\r\n1;\r\nn;n;\r\n";
+const QByteArray kDamaged = "60;62;\r\n1;\r\nn;n;\r\n60\r\n16\r\n1 \xF7 2 \xF7 Tutto;\r\n";
 
 /// The composer over files in memory, on virtual time.
 struct ComposerLibraryTest : testing::Test {
@@ -77,12 +77,14 @@ TEST_F(ComposerLibraryTest, ADamagedFileIsRefusedAtEveryPlayAndUndoBringsTheForm
         world.midi.take();
         user().click("cmdPlay");
         user().click("lblStep_1");
+        user().find<QListWidget>("lstBookMark").setCurrentRow(0);
+        user().click("cmdPlayBm");
         user().click("cmdReset");
         user().trigger("mnuAnnulla");
         user().click("cmdCanc");
         EXPECT_THAT(world.dialogs.lines,
                     ElementsAre("message: File corrotto !!!", "message: File corrotto !!!",
-                                "message: File corrotto !!!"));
+                                "message: File corrotto !!!", "message: File corrotto !!!"));
         user().trigger("mnuAnnulla");
         EXPECT_EQ(user().text("lblNt"), QStringLiteral("2"));
         EXPECT_EQ(user().text("lblNome"), QStringLiteral("Due"));

@@ -62,15 +62,15 @@ TEST_F(BookmarkTest, areActivatedModifiedAndRenamed) {
     EXPECT_TRUE(commands.modify(1));
     EXPECT_EQ(composition.bookmarks.items()[1], "1 ÷ 5 ÷ intro");
 
-    dialogs.inputs = {"a-b", "c.d", "e÷f", {}};
+    dialogs.inputs = {"a-b", "c.d", "e÷f", "dodicilettere.", {}};
     EXPECT_TRUE(commands.rename(1));
-    for (int i = 0; i < 3; ++i)
+    for (int i = 0; i < 4; ++i)
         EXPECT_FALSE(commands.rename(1));
     EXPECT_EQ(composition.bookmarks.items()[1], "1 ÷ 5 ÷ a-b");
     const std::string ask = "input: Rinominare | Rinomina riferimento | ";
     const std::string refused = "message: Nome non valido !!!";
     EXPECT_THAT(dialogs.lines, ElementsAre(ask + "intro", ask + "a-b", refused, ask + "a-b",
-                                           refused, ask + "a-b"));
+                                           refused, ask + "a-b", refused, ask + "a-b"));
 }
 
 TEST_F(BookmarkTest, areMovedAndDeletedButNotTheFirst) {

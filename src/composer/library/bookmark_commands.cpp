@@ -14,8 +14,8 @@ constexpr qsizetype kFewestToMove = 3;
 /// Unlike melodies and folders, a bookmark may have a "-" in its name.
 constexpr QStringView kForbidden(u",.;:|\\/!%&()='^+*°§<>");
 
-QString shortened(const QString& answer) {
-    return melody_names::composed(answer.trimmed()).left(kLongestName);
+QString asTyped(const QString& answer) {
+    return melody_names::composed(answer.trimmed());
 }
 
 /// Whether a name can be told from the rest of the line.
@@ -52,7 +52,8 @@ bool BookmarkCommands::add() {
     if (!canAdd())
         return false;
     const QString name =
-        shortened(dialogs_.input(QStringLiteral("Nome riferimento (Max 12c.)"), QString()));
+        asTyped(dialogs_.input(QStringLiteral("Nome riferimento (Max 12c.)"), QString()))
+            .left(kLongestName);
     if (!fitsTheLine(name)) {
         dialogs_.message(melody_names::unknownCharacter());
         return false;
@@ -90,7 +91,7 @@ bool BookmarkCommands::rename(int row) {
     auto bookmark = bookmarkAt(row);
     if (!bookmark)
         return false;
-    const QString name = shortened(dialogs_.input(
+    const QString name = asTyped(dialogs_.input(
         QStringLiteral("Rinominare"), QStringLiteral("Rinomina riferimento"), bookmark->name));
     if (name.isEmpty())
         return false;
@@ -98,7 +99,7 @@ bool BookmarkCommands::rename(int row) {
         dialogs_.message(melody_names::invalidName());
         return false;
     }
-    bookmark->name = name;
+    bookmark->name = name.left(kLongestName);
     return replace(row, *bookmark);
 }
 
