@@ -227,8 +227,7 @@ void frmComposer::Form_Activate() {
     if (polling_ || closed_)
         return;
     polling_ = true;
-    ui_->palette->ui().cmdInsNota->setFocus();
-    keys_.piano().resetOctave();
+    becomeActive();
     if (offerUnsaved())
         melodyFile_.clear();
     openMelodyFile();
@@ -238,6 +237,29 @@ void frmComposer::Form_Activate() {
     }
     silenceHands();
     polling_ = false;
+}
+
+/// Every time, as after a box or a window over this one; the loop of the first time goes on.
+void frmComposer::becomeActive() {
+    ui_->palette->ui().cmdInsNota->setFocus();
+    keys_.piano().resetOctave();
+}
+
+/// What the window system reports later than the box returns is done here at its place, so that a
+/// focus chosen after the box stays.
+void frmComposer::takeActivation() {
+    if (!std::exchange(activated_, true))
+        becomeActive();
+}
+
+void frmComposer::changeEvent(QEvent* event) {
+    QDialog::changeEvent(event);
+    if (event->type() != QEvent::ActivationChange)
+        return;
+    if (isActiveWindow())
+        takeActivation();
+    else
+        activated_ = false;
 }
 
 void frmComposer::done(int result) {

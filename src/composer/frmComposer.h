@@ -98,11 +98,14 @@ public:
 
 protected:
     void showEvent(QShowEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     bool eventFilter(QObject* target, QEvent* event) override;
 
 private:
     void Form_Activate();
+    void becomeActive();
+    void takeActivation();
     ComposerMenu::Handlers menuHandlers();
     void placeOnScreen();
     void arrangeSide();
@@ -176,5 +179,6 @@ private:
     pitch::NoteNumber semitoneNote_ = pitch::kRest;  ///< the one that an arrow key holds
     bool typed_ = false;                             ///< a key of this pass was text or a shortcut
     bool polling_ = false;
+    bool activated_ = true;  ///< what becoming active brings is done
     bool closed_ = false;
 };

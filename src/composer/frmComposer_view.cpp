@@ -23,6 +23,7 @@ void frmComposer::take(const EditOutcome& outcome) {
     if (!outcome.message.isEmpty()) {
         silenceHands();
         services_.dialogs.message(outcome.message);
+        takeActivation();
     }
     if (outcome.emptied) {
         playback_.player().silenceAll();

@@ -8,6 +8,7 @@
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QScrollBar>
 #include <QToolButton>
 #include <QWindow>
@@ -284,6 +285,33 @@ TEST_F(ComposerWindowTest, ATieKeepsTheActiveNoteAndADoubleClickInserts) {
     });
     runUntil(1s);
     EXPECT_THAT(hanging(world.midi.takeUntimed()), IsEmpty());
+}
+
+TEST_F(ComposerWindowTest, EachActivationBeginsAtTheFirstOctaveAndAtTheInsertion) {
+    enterAt(100ms, {95});
+    const auto focused = [this] { return window.focusWidget()->objectName(); };
+    world.dialogs.duringMessage = [this] {
+        QMessageBox box(&window);
+        QMetaObject::invokeMethod(&box, &QDialog::accept, Qt::QueuedConnection);
+        box.exec();
+    };
+    at(200ms, [this] {
+        user.doubleClick("lblActNote");
+        user.find<QWidget>("cmdReset").setFocus();
+        world.dialogs.duringMessage();
+        window.activateWindow();
+    });
+    at(250ms, [focused] { EXPECT_EQ(focused(), QStringLiteral("cmdInsNota")); });
+    world.runtime.press('Z', 300ms, 350ms);
+    at(400ms, [this] {
+        user.click("lblIDs_1");
+        user.click("lblSemitoni");
+        window.activateWindow();
+    });
+    at(500ms,
+       [focused] { EXPECT_EQ(focused(), QStringLiteral("cmdPlay")) << "chosen after the box"; });
+    runUntil(1s);
+    EXPECT_THAT(world.midi.take(), ElementsAre("0.300 on 1 48 90", "0.350 on 1 48 0"));
 }
 
 TEST_F(ComposerWindowTest, TheRangeByBoxesAndHeldArrows) {
