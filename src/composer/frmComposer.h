@@ -125,15 +125,15 @@ private:
     bool offerUnsaved();
     void openMelodyFile();
     bool showOpened(MelodyLibrary::Activated activated);
-    void goThroughHistory(void (MelodyEditor::*go)());
     void take(const EditOutcome& outcome);
+    void takeAtStep(const EditOutcome& outcome);
+    void takeRestored(const EditOutcome& outcome);
     void takeTempoAndInstrument();
     void showMelody();
     void showRange() override;
     void showActiveNote();
     void showCurrentEntry();
     void showStepIndex();
-    void showRestoredEntry();
     void showEditFrame(bool on);
     void showPanel(QWidget& panel, bool on);
     void showLibrary();

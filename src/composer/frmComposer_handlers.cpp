@@ -68,7 +68,10 @@ void frmComposer::cmdCanc_Click() {
         return;
     }
     ui_->palette->ui().cmdInsNota->setFocus();
-    take(editor_.deleteLast());
+    const EditOutcome outcome = editor_.deleteLast();
+    if (outcome.stepEntryGone)
+        playback_.followStep(true);
+    take(outcome);
 }
 
 void frmComposer::cmdReset_Click() {
@@ -140,7 +143,12 @@ void frmComposer::lblid_MouseUp() {
 
 void frmComposer::lblNini_Validate() {
     QLineEdit& box = *ui_->range->ui().lblNini;
+    const std::int16_t index = composition_.step.index;
     box.setText(editor_.validateStart(box.text()));
+    if (composition_.step.frameOpen && composition_.step.index != index) {
+        showStepIndex();
+        playback_.showStepPlace();
+    }
     showCurrentEntry();
 }
 
@@ -171,10 +179,7 @@ void frmComposer::cmdModifica_Click() {
 }
 
 void frmComposer::cmdInsertNote_Click() {
-    const EditOutcome outcome = editor_.insertAfter(ui_->frmModifica->choice());
-    if (outcome.changed)
-        showStepIndex();
-    take(outcome);
+    takeAtStep(editor_.insertAfter(ui_->frmModifica->choice()));
 }
 
 void frmComposer::cmdCancNota_Click() {
@@ -182,27 +187,34 @@ void frmComposer::cmdCancNota_Click() {
         cmdReset_Click();
         return;
     }
-    const EditOutcome outcome = editor_.deleteAtStep();
-    if (outcome.changed)
-        showStepIndex();
-    take(outcome);
+    takeAtStep(editor_.deleteAtStep());
 }
 
 void frmComposer::mnuAnnulla_Click() {
-    goThroughHistory(&MelodyEditor::undo);
+    if (!playback_.player().playing())
+        takeRestored(editor_.undo());
 }
 
 void frmComposer::mnuRipeti_Click() {
-    goThroughHistory(&MelodyEditor::redo);
+    if (!playback_.player().playing())
+        takeRestored(editor_.redo());
 }
 
-void frmComposer::goThroughHistory(void (MelodyEditor::*go)()) {
-    if (playback_.player().playing())
-        return;
-    (editor_.*go)();
+/// Shows what undo or redo brought back.
+void frmComposer::takeRestored(const EditOutcome& outcome) {
     takeTempoAndInstrument();
-    showMelody();
-    showRestoredEntry();
+    playback_.followStep(outcome.stepEntryGone);
+    take(outcome);
+}
+
+/// Shows an insertion or a deletion at the step index: the edit frame names the note that is there
+/// now, but keeps its choices for the next one.
+void frmComposer::takeAtStep(const EditOutcome& outcome) {
+    if (outcome.changed) {
+        showStepIndex();
+        playback_.showStepPlace();
+    }
+    take(outcome);
 }
 
 void frmComposer::chooseInstrument(int program) {

@@ -105,15 +105,6 @@ void frmComposer::showStepIndex() {
     }
 }
 
-/// After a change was taken back the frame shows its entry as it is again, or goes with it.
-void frmComposer::showRestoredEntry() {
-    const int index = composition_.step.index;
-    if (composition_.melody.empty())
-        showEditFrame(false);
-    else if (composition_.step.active && composition_.melody.has(index))
-        ui_->frmModifica->showEntry(StepEntry::of(composition_.melody.entry(index)));
-}
-
 void frmComposer::showEditFrame(bool on) {
     showPanel(*ui_->frmModifica, on);
 }

@@ -20,11 +20,15 @@ QString damagedMessage() {
 }
 
 EditOutcome changed() {
-    return {true, false, {}};
+    EditOutcome outcome;
+    outcome.changed = true;
+    return outcome;
 }
 
 EditOutcome refused(const QString& message) {
-    return {false, false, message};
+    EditOutcome outcome;
+    outcome.message = message;
+    return outcome;
 }
 
 }  // namespace
@@ -74,11 +78,15 @@ EditOutcome MelodyEditor::deleteLast() {
     if (melody.EntryCount() == 1)
         return reset();
     Recorder recorder(history_, composition_);
-    recorder.replace(melody.EntryCount() - 1, 1, {});
+    const int last = melody.EntryCount() - 1;
+    recorder.replace(last, 1, {});
     composition_.range.coverAll(melody.EntryCount());
     composition_.bookmarks.refresh(melody.EntryCount());
+    EditOutcome outcome = changed();
+    StepMode& step = composition_.step;
+    outcome.stepEntryGone = step.frameOpen && !step.follow(last, 1, 0);
     recorder.commit();
-    return changed();
+    return outcome;
 }
 
 EditOutcome MelodyEditor::reset() {
@@ -87,9 +95,11 @@ EditOutcome MelodyEditor::reset() {
     composition_.range.coverAll(0);
     composition_.bookmarks = {};
     composition_.name.clear();
-    composition_.step.active = false;
+    composition_.step.leave();
     recorder.commit();
-    return {true, true, {}};
+    EditOutcome outcome = changed();
+    outcome.emptied = true;
+    return outcome;
 }
 
 pitch::NoteNumber MelodyEditor::chosenNote(const EditChoice& choice) const {
@@ -132,7 +142,8 @@ void MelodyEditor::takeDuration(const EditChoice& choice, MelodyEntry& entry) {
 EditOutcome MelodyEditor::insertAfter(const EditChoice& choice) {
     const Melody& melody = composition_.melody;
     StepMode& step = composition_.step;
-    if (!melody.has(step.index))
+    const bool atFront = step.index == -1 && !melody.empty();
+    if (!melody.has(step.index) && !atFront)
         return {};
     if (melody.full())
         return refused(fullMessage());
@@ -195,7 +206,7 @@ EditOutcome MelodyEditor::transpose() {
     if (!anyNote || semitones == 0)
         return {};
     Recorder recorder(history_, composition_);
-    recorder.replaceAll(std::move(entries));
+    recorder.replace(0, composition_.melody.EntryCount(), std::move(entries));
     recorder.commit();
     return changed();
 }
@@ -237,9 +248,12 @@ EditOutcome MelodyEditor::recover(const MelodyFile& file) {
         composition_.tempo =
             std::clamp(file.tempo, Composition::kLowestTempo, Composition::kHighestTempo);
     }
-    composition_.step.active = false;
+    composition_.step.leave();
     recorder.commit();
-    return {true, false, damaged ? damagedMessage() : QString()};
+    EditOutcome outcome = changed();
+    if (damaged)
+        outcome.message = damagedMessage();
+    return outcome;
 }
 
 EditOutcome MelodyEditor::setBookmarks(const QStringList& items) {

@@ -8,9 +8,10 @@
 
 /// What an operation leaves for the window to do.
 struct EditOutcome {
-    bool changed = false;  ///< the melody, or what belongs to it, is to be shown again
-    bool emptied = false;  ///< as by `reset`, which has its own effects on the window
-    QString message;       ///< to be shown; mostly empty
+    bool changed = false;        ///< the melody, or what belongs to it, is to be shown again
+    bool emptied = false;        ///< as by `reset`, which has its own effects on the window
+    QString message;             ///< to be shown; mostly empty
+    bool stepEntryGone = false;  ///< the step index moved to the nearest entry, if one is left
 };
 
 /// The choices of the edit frame's lists, as they read.
@@ -53,8 +54,9 @@ public:
     /// Empties the melody, its name and its bookmarks, and ends step mode.
     EditOutcome reset();
 
-    /// Change, insert after, or delete the entry at the step index; nothing if there is none. A
-    /// value without a name modifies nothing. Once the entry is modified the window plays it.
+    /// Change, insert after, or delete the entry at the step index; nothing if there is none. The
+    /// index -1 inserts at the front. A value without a name modifies nothing. Once the entry is
+    /// modified the window plays it.
     EditOutcome modify(const EditChoice& choice);
     EditOutcome insertAfter(const EditChoice& choice);
     EditOutcome deleteAtStep();
@@ -83,8 +85,8 @@ public:
     /// Not to be called while something plays.
     bool canUndo() const { return history_.canUndo(); }
     bool canRedo() const { return history_.canRedo(); }
-    void undo() { history_.undo(composition_); }
-    void redo() { history_.redo(composition_); }
+    EditOutcome undo() { return {true, false, {}, !history_.undo(composition_)}; }
+    EditOutcome redo() { return {true, false, {}, !history_.redo(composition_)}; }
 
     /// Whether the melody differs from what was saved or opened last.
     bool modified() const { return history_.modified(); }

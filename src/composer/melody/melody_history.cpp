@@ -10,6 +10,17 @@ void restoreIfChanged(Value& value, const Value& from, const Value& to) {
         value = to;
 }
 
+/// Takes the step index through a change that is about to be made.
+bool followStep(StepMode& step, const MelodyDelta& delta, const EditState& from,
+                const EditState& to) {
+    const bool movedByChange = step.index == from.stepIndex && from.stepIndex != to.stepIndex;
+    const bool stays = !delta.whole && step.follow(delta.position, delta.count,
+                                                   static_cast<int>(delta.others.size()));
+    if (movedByChange)
+        step.index = to.stepIndex;
+    return stays;
+}
+
 }  // namespace
 
 EditState EditState::of(const Composition& composition) {
@@ -18,20 +29,22 @@ EditState EditState::of(const Composition& composition) {
             composition.instrument, composition.settings.mode()};
 }
 
-void MelodyHistory::undo(Composition& composition) {
+bool MelodyHistory::undo(Composition& composition) {
     if (!canUndo())
-        return;
+        return true;
     Change& change = done_.back();
-    restore(composition, change, change.after, change.before);
+    const bool stays = restore(composition, change, change.after, change.before);
     moveLast(done_, undone_);
+    return stays;
 }
 
-void MelodyHistory::redo(Composition& composition) {
+bool MelodyHistory::redo(Composition& composition) {
     if (!canRedo())
-        return;
+        return true;
     Change& change = undone_.back();
-    restore(composition, change, change.before, change.after);
+    const bool stays = restore(composition, change, change.before, change.after);
     moveLast(undone_, done_);
+    return stays;
 }
 
 void MelodyHistory::moveLast(std::vector<Change>& from, std::vector<Change>& to) {
@@ -39,8 +52,9 @@ void MelodyHistory::moveLast(std::vector<Change>& from, std::vector<Change>& to)
     from.pop_back();
 }
 
-void MelodyHistory::restore(Composition& composition, Change& change, const EditState& from,
+bool MelodyHistory::restore(Composition& composition, Change& change, const EditState& from,
                             const EditState& to) {
+    const bool stays = followStep(composition.step, change.delta, from, to);
     composition.melody.exchange(change.delta);
     composition.range = to.range;
     composition.bookmarks = to.bookmarks;
@@ -50,11 +64,8 @@ void MelodyHistory::restore(Composition& composition, Change& change, const Edit
     restoreIfChanged(composition.instrument, from.instrument, to.instrument);
     if (from.mode != to.mode)
         composition.settings.setMode(to.mode);
-    StepMode& step = composition.step;
-    if (step.active) {
-        step.index = to.stepIndex;
-        step.active = composition.melody.has(step.index);
-    }
+    composition.step.keepWithin(composition.melody.EntryCount());
+    return stays;
 }
 
 void MelodyHistory::record(Change change) {

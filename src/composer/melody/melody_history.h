@@ -24,7 +24,8 @@ struct EditState {
 /// A change keeps only the entries that it took out or put in, so a key press costs the same in a
 /// long melody as in a short one. Going back restores the range and the bookmarks as they were just
 /// before the change. Name, tempo, instrument and the chosen attribute are restored only where the
-/// change itself altered them: what the user set in the meantime stays.
+/// change itself altered them: what the user set in the meantime stays. Step mode stays with its
+/// entry; where the change itself had moved it, it goes back there.
 class MelodyHistory {
 public:
     class Recorder;
@@ -32,10 +33,11 @@ public:
     bool canUndo() const { return !done_.empty(); }
     bool canRedo() const { return !undone_.empty(); }
 
-    /// Take the last change back, or do it again; nothing happens if there is none. Step mode ends
-    /// if its entry is gone.
-    void undo(Composition& composition);
-    void redo(Composition& composition);
+    /// Take the last change back, or do it again; nothing happens if there is none. If the entry at
+    /// the step index goes, the index moves to the nearest one, and step mode ends with the last.
+    /// Whether the entry is still there.
+    bool undo(Composition& composition);
+    bool redo(Composition& composition);
 
     /// Whether the melody differs from what was saved or opened last.
     bool modified() const { return savedAt_ != done_.size(); }
@@ -50,7 +52,7 @@ private:
 
     void record(Change change);
     static void moveLast(std::vector<Change>& from, std::vector<Change>& to);
-    static void restore(Composition& composition, Change& change, const EditState& from,
+    static bool restore(Composition& composition, Change& change, const EditState& from,
                         const EditState& to);
 
     std::vector<Change> done_;

@@ -2,6 +2,7 @@
 
 #include "composer/melody/play_range.h"
 
+#include <algorithm>
 #include <cstdint>
 
 /// Where the user is while going through the melody entry by entry.
@@ -9,6 +10,7 @@ struct StepMode {
     enum class Direction { Backward, Forward };
 
     bool active = false;
+    bool frameOpen = false;  ///< the tools for the entry at `index`, on offer until "Play"
     std::int16_t index = 0;  ///< -1 after the first entry was deleted
 
     /// One step within the range, wrapping at its ends. The first step starts before the range.
@@ -21,5 +23,31 @@ struct StepMode {
             index = index > range.start() ? static_cast<std::int16_t>(index - 1) : range.end();
         else
             index = index != range.end() ? static_cast<std::int16_t>(index + 1) : range.start();
+    }
+
+    /// Ends step mode and takes its tools away.
+    void leave() { active = frameOpen = false; }
+
+    /// Stays with the entry when `inserted` entries took the place of `removed` ones at `position`.
+    /// If it went, the one before it is next. Whether the entry is still there.
+    bool follow(int position, int removed, int inserted) {
+        const int offset = index - position;
+        if (offset < 0)
+            return true;
+        const bool stays = offset >= removed || inserted > 0;
+        int moved = position - 1;
+        if (offset >= removed)
+            moved = index + inserted - removed;
+        else if (inserted > 0)
+            moved = position + std::min(offset, inserted - 1);
+        index = static_cast<std::int16_t>(moved);
+        return stays;
+    }
+
+    /// Brings the index into a melody of `count` entries; an empty one has nothing to step through.
+    void keepWithin(int count) {
+        index = static_cast<std::int16_t>(std::clamp<int>(index, 0, std::max(count - 1, 0)));
+        if (count == 0)
+            leave();
     }
 };

@@ -25,7 +25,7 @@ void Playback::attach(PlaybackView& view) {
 }
 
 void Playback::clickPlay() {
-    composition_.step.active = false;
+    composition_.step.leave();
     view_->hideEditFrame();
     view_->enableCanc(true);
     player_.play(composition_.range.start(), composition_.range.end());
@@ -46,19 +46,52 @@ QString Playback::step(StepMode::Direction direction) {
         return {};
     StepMode& step = composition_.step;
     step.step(direction, composition_.range);
+    step.frameOpen = true;
     view_->openEditFrame();
     if (!composition_.melody.has(step.index))
         return describeAnomaly();
-    const MelodyEntry& entry = composition_.melody.entry(step.index);
-    const pitch::NoteNumber note = entry.noteNumber();
-    composition_.activeNote = pitch::isPlayable(note) ? note : pitch::kRest;
-    view_->showStepEntry(StepEntry::of(entry));
+    takeStepEntry();
     view_->enableCanc(false);
     player_.setLoops(false);
     view_->untickLoop();
     player_.play(step.index, step.index);
-    view_->showEntryNumber(QString::number(step.index + 1));
+    // A stop or a reset meanwhile ended step mode.
+    if (step.active)
+        view_->showEntryNumber(QString::number(step.index + 1));
     return {};
+}
+
+void Playback::takeStepEntry() {
+    const MelodyEntry& entry = composition_.melody.entry(composition_.step.index);
+    const pitch::NoteNumber note = entry.noteNumber();
+    composition_.activeNote = pitch::isPlayable(note) ? note : pitch::kRest;
+    view_->showStepEntry(StepEntry::of(entry));
+}
+
+void Playback::followStep(bool entryGone) {
+    if (composition_.melody.empty()) {
+        view_->hideEditFrame();
+        view_->enableCanc(true);
+    } else if (composition_.step.frameOpen) {
+        view_->openEditFrame();
+        takeStepEntry();
+        if (entryGone)
+            view_->enableCanc(true);
+    }
+    showStepPlace();
+}
+
+void Playback::showStepPlace() {
+    const StepMode& step = composition_.step;
+    if (!step.frameOpen) {
+        view_->showEntryNumber({});
+        view_->showEntryName({});
+        return;
+    }
+    const bool onEntry = composition_.melody.has(step.index);
+    view_->showEntryNumber(QString::number(step.index + 1));
+    view_->showEntryName(
+        onEntry ? pitch::NoteName(composition_.melody.entry(step.index).noteNumber()) : QString());
 }
 
 void Playback::playStepEntry() {
