@@ -54,7 +54,11 @@ void frmComposer::cmdInsNota_Click() {
     if (!pitch::isPlayable(composition_.activeNote))
         return;
     focusPlay();
-    take(editor_.insertNote());
+    const EditOutcome outcome = editor_.insertNote();
+    // A tie may have replaced the entry of the edit frame.
+    if (composition_.step.frameOpen && !playback_.player().playing())
+        playback_.showStepPlace();
+    take(outcome);
 }
 
 void frmComposer::cmdInsPausa_Click() {
