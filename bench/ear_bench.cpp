@@ -28,6 +28,7 @@ public:
     void pump(Instant wakeBy) override { real_.pump(wakeBy); }
     void blockUntil(Instant /*end*/) override {}
     bool held(KeyCode key) const override { return real_.held(key); }
+    bool repeated(KeyCode key) const override { return real_.repeated(key); }
     void end() override { real_.end(); }
     bool ending() const override { return real_.ending(); }
 

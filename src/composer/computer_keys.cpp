@@ -28,16 +28,18 @@ void ComputerKeys::poll(const Focus& focus) {
     pollMoves(focus);
 }
 
+/// A repeat is one of a key that plays; what it does is the piano's.
 void ComputerKeys::pollSigns(bool typing) {
     for (std::size_t i = 0; i < kSigns.size(); ++i) {
-        const bool down = runtime_.held(kSigns[i]);
-        if (down == signs_[i])
-            continue;
-        signs_[i] = down;
-        if (!down)
-            piano_.keyUp(kSigns[i]);
-        else if (!typing)
-            piano_.keyDown(kSigns[i]);
+        const KeyCode key = kSigns[i];
+        const bool down = runtime_.held(key);
+        const bool changed = down != (signs_[i] != State::Up);
+        if (changed)
+            signs_[i] = !down ? State::Up : typing ? State::Ignored : State::Down;
+        if (changed && !down)
+            piano_.keyUp(key);
+        else if (signs_[i] == State::Down && !typing && (changed || runtime_.repeated(key)))
+            piano_.keyDown(key);
     }
 }
 

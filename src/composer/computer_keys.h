@@ -28,9 +28,6 @@ public:
 
     void poll(const Focus& focus);
 
-    /// A backspace that repeats itself: it sounds again.
-    void backspaceRepeats() { piano_.keyDown(kKeyBackspace); }
-
     /// Ends every note that a key holds.
     void releaseAll();
 
@@ -47,7 +44,7 @@ private:
     const Runtime& runtime_;
     ComputerKeysListener& listener_;
     PianoKeys piano_;
-    std::array<bool, PianoKeys::kRowEnds.size()> signs_{};
+    std::array<State, PianoKeys::kRowEnds.size()> signs_{};
     std::array<State, kMoveCount> moves_{};
     KeyCode semitoneKey_ = 0;  ///< the one whose note sounds
 };

@@ -289,8 +289,6 @@ bool frmComposer::eventFilter(QObject* target, QEvent* event) {
         const auto chord = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
         if (keysFocus().typing || key.modifiers().testAnyFlags(chord))
             typed_ = true;
-        else if (key.key() == Qt::Key_Backspace && key.isAutoRepeat())
-            keys_.backspaceRepeats();
         return false;
     }
     const auto* widget = qobject_cast<QWidget*>(target);

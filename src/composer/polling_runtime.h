@@ -25,6 +25,7 @@ public:
     QDateTime dateTime() const override { return runtime_.dateTime(); }
     void blockUntil(Instant end) override { runtime_.blockUntil(end); }
     bool held(KeyCode key) const override { return runtime_.held(key); }
+    bool repeated(KeyCode key) const override { return runtime_.repeated(key); }
     void end() override { runtime_.end(); }
     bool ending() const override { return runtime_.ending(); }
 

@@ -22,7 +22,12 @@ constexpr KeyCode kKeyFullStop = 190;
 constexpr KeyCode kKeyRightOfL = 192;
 constexpr KeyCode kKeyLeftOfBackspace = 221;
 
-constexpr KeyCode kKeyLast = 255;
+/// A key by its letter, 'A' to 'Z', wherever the layout has it.
+constexpr KeyCode letterKey(char letter) {
+    return 256 + letter;
+}
+
+constexpr KeyCode kKeyLast = letterKey('Z');
 
 /// A property of a window: true where typing means nothing to the rest of the program.
 constexpr const char* kKeepsKeys = "keepsKeys";

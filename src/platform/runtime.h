@@ -48,6 +48,9 @@ public:
     /// Whether the key is down as of this pass. A tap between two passes is down for one of them.
     virtual bool held(KeyCode key) const = 0;
 
+    /// Whether the key, being held, repeated itself in this pass.
+    virtual bool repeated(KeyCode key) const = 0;
+
     /// Asks the program to end: every loop returns at its next pass.
     virtual void end() = 0;
 

@@ -176,8 +176,7 @@ void Regolo::leaveEvent(QEvent* /*event*/) {
 void Regolo::keyPressEvent(QKeyEvent* event) {
     const int key = event->key();
     if (key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter) {
-        if (!event->isAutoRepeat())
-            pressStep(cursor_);
+        pressStep(cursor_);
     } else if (const auto target = keyTarget(key, cursor_)) {
         moveCursor(*target);
     } else {

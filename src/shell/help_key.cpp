@@ -21,10 +21,11 @@ void HelpKey::sendEscF1(QWidget& window) {
 }
 
 bool HelpKey::eventFilter(QObject* target, QEvent* event) {
-    if (event->type() != QEvent::KeyPress || !qobject_cast<QWindow*>(target))
+    // What reaches a control is a new press; its window sees repeats too.
+    if (event->type() != QEvent::KeyPress || !target->isWidgetType())
         return false;
     const auto* key = static_cast<QKeyEvent*>(event);
-    if (key->key() != Qt::Key_F1 || key->modifiers() != Qt::NoModifier || key->isAutoRepeat())
+    if (key->key() != Qt::Key_F1 || key->modifiers() != Qt::NoModifier)
         return false;
     // An open menu would keep the mouse to itself.
     while (QWidget* menu = QApplication::activePopupWidget())

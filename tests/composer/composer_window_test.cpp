@@ -74,8 +74,8 @@ struct ComposerWindowTest : testing::Test {
         });
     }
 
-    void sendKey(int key, Qt::KeyboardModifiers modifiers, bool repeat = false) {
-        QKeyEvent event(QEvent::KeyPress, key, modifiers, QString(), repeat);
+    void sendKey(int key, Qt::KeyboardModifiers modifiers) {
+        QKeyEvent event(QEvent::KeyPress, key, modifiers);
         QCoreApplication::sendEvent(window.windowHandle(), &event);
     }
 
@@ -468,7 +468,7 @@ TEST_F(ComposerWindowTest, ArrowsBackspaceAndOctavesOfTheComputerKeyboard) {
     world.runtime.press(kKeyUp, 200ms, 250ms);
     at(300ms, [this] { EXPECT_EQ(user.text("lblActNote"), QStringLiteral("Do#")); });
     world.runtime.press(kKeyBackspace, 400ms, 500ms);
-    at(450ms, [this] { sendKey(Qt::Key_Backspace, Qt::NoModifier, true); });
+    world.runtime.repeat(kKeyBackspace, 450ms);
     at(600ms, [this] { user.doubleClick("lblActNote"); });
     world.runtime.press('P', 700ms, 750ms);
     runUntil(1s);

@@ -29,6 +29,10 @@ void VirtualRuntime::press(KeyCode key, Instant from, Instant until) {
     at(until, [this, key] { held_.erase(key); });
 }
 
+void VirtualRuntime::repeat(KeyCode key, Instant instant) {
+    at(instant, [this, key] { repeated_ = key; });
+}
+
 void VirtualRuntime::runActs() {
     while (!acts_.empty()) {
         jumpToNextAct(kForever);
@@ -48,6 +52,7 @@ QDateTime VirtualRuntime::dateTime() const {
 
 void VirtualRuntime::pump(Instant wakeBy) {
     ++passes_;
+    repeated_ = 0;
     ++pumping_;
     if (qApp)
         QCoreApplication::processEvents();

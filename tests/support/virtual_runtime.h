@@ -26,6 +26,9 @@ public:
     /// Schedules a key going down and up again.
     void press(KeyCode key, Instant from, Instant until);
 
+    /// Schedules a repeat of a key that is down then.
+    void repeat(KeyCode key, Instant instant);
+
     /// The wall clock at virtual time 0; it is midnight unless set, when waits have the finest
     /// grain.
     void setWallClock(const QDateTime& start) { wallStart_ = start; }
@@ -45,6 +48,7 @@ public:
     void pump(Instant wakeBy) override;
     void blockUntil(Instant end) override;
     bool held(KeyCode key) const override { return held_.count(key) > 0; }
+    bool repeated(KeyCode key) const override { return repeated_ == key; }
     void end() override { ending_ = true; }
     bool ending() const override { return ending_; }
 
@@ -57,6 +61,7 @@ private:
     QDateTime wallStart_;
     std::multimap<Instant, std::function<void()>> acts_;
     std::set<KeyCode> held_;
+    KeyCode repeated_ = 0;  ///< in this pass
     int passes_ = 0;
     int pumping_ = 0;
     bool serving_ = false;

@@ -11,10 +11,20 @@
 
 #include <gtest/gtest.h>
 
+/// The toolkit's entrance for the system's key events; no header has it.
+extern Q_GUI_EXPORT void qt_handleKeyEvent(QWindow* window, QEvent::Type type, int key,
+                                           Qt::KeyboardModifiers modifiers, const QString& text,
+                                           bool repeat, ushort count);
+
 void sendMouse(QWidget& widget, QEvent::Type type, QPointF place, Qt::MouseButton button) {
     const auto held = type == QEvent::MouseButtonRelease ? Qt::NoButton : button;
     QMouseEvent event(type, place, widget.mapToGlobal(place), button, held, Qt::NoModifier);
     QCoreApplication::sendEvent(&widget, &event);
+}
+
+void sendSystemKey(const QWidget& window, QEvent::Type type, int key,
+                   Qt::KeyboardModifiers modifiers, const QString& text, bool marked) {
+    qt_handleKeyEvent(window.windowHandle(), type, key, modifiers, text, marked, 1);
 }
 
 void WindowDriver::click(const QString& name) const {

@@ -12,6 +12,12 @@ class VirtualRuntime;
 void sendMouse(QWidget& widget, QEvent::Type type, QPointF place,
                Qt::MouseButton button = Qt::LeftButton);
 
+/// A key event as it comes from the system: a press is looked for among the shortcuts first. A
+/// system that marks the events of a repeat does so.
+void sendSystemKey(const QWidget& window, QEvent::Type type, int key,
+                   Qt::KeyboardModifiers modifiers = {}, const QString& text = {},
+                   bool marked = false);
+
 /// Finds controls by their objectName and works them as a user would.
 class WindowDriver {
 public:

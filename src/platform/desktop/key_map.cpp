@@ -96,3 +96,8 @@ KeyCode keyCodeOf(const QKeyEvent& event) {
         return fromPlace(place);
     return fromName(event.key(), event.modifiers().testFlag(Qt::KeypadModifier));
 }
+
+KeyCode letterKeyOf(const QKeyEvent& event) {
+    const int key = event.key();
+    return key >= Qt::Key_A && key <= Qt::Key_Z ? letterKey(static_cast<char>(key)) : 0;
+}

@@ -1,36 +1,49 @@
 #include "platform/desktop/key_table.h"
 
 #include "platform/desktop/key_map.h"
+#include "platform/system_keyboard.h"
 
-#include <QCoreApplication>
-#include <QEvent>
+#include <QGuiApplication>
+#include <QInputMethodQueryEvent>
 #include <QKeyEvent>
 #include <QThread>
-#include <QWindow>
 
-#include <bitset>
 #include <utility>
 
+namespace {
+
+/// Whether what is typed becomes text in the control that has the focus.
+bool textIsTyped() {
+    QObject* focus = QGuiApplication::focusObject();
+    QInputMethodQueryEvent query(Qt::ImEnabled);
+    return focus && QCoreApplication::sendEvent(focus, &query) &&
+           query.value(Qt::ImEnabled).toBool();
+}
+
+bool isFunctionKey(int key) {
+    return key >= Qt::Key_F1 && key <= Qt::Key_F35;
+}
+
+}  // namespace
+
 KeyTable::KeyTable(QObject* parent) : QObject(parent) {
+    system_keyboard::repeatWithoutReleases();
     QCoreApplication::instance()->installEventFilter(this);
 }
 
-bool KeyTable::held(KeyCode key) const {
-    return key >= 0 && key <= kKeyLast && down_[static_cast<std::size_t>(key)];
-}
-
 bool KeyTable::advance() {
+    repeated_.reset();
     if (queue_.empty())
         return false;
     std::bitset<kKeyLast + 1> taken;
     std::vector<Transition> later;
-    for (const Transition& transition : queue_) {
+    for (const Transition& transition : std::exchange(queue_, {})) {
         const auto key = static_cast<std::size_t>(transition.key);
         if (taken.test(key)) {
             later.push_back(transition);
         } else {
             taken.set(key);
-            down_[key] = transition.down;
+            apply(transition);
         }
     }
     queue_ = std::move(later);
@@ -38,39 +51,96 @@ bool KeyTable::advance() {
 }
 
 bool KeyTable::eventFilter(QObject* target, QEvent* event) {
+    if (event->type() == QEvent::ApplicationStateChange ||
+        event->type() == QEvent::ApplicationDeactivate)
+        loseKeys();
+    // Widgets get a key event again on its way up; the window gets it once.
+    auto* window = qobject_cast<QWindow*>(target);
+    if (!window)
+        return false;
     switch (event->type()) {
+        case QEvent::ShortcutOverride:
+            return announce(*window, *static_cast<QKeyEvent*>(event));
         case QEvent::KeyPress:
-        case QEvent::KeyRelease: {
-            // Widgets get the same event again on its way up; the window gets it once.
-            const auto* keyEvent = static_cast<QKeyEvent*>(event);
-            if (qobject_cast<QWindow*>(target) && !keyEvent->isAutoRepeat()) {
-                const KeyCode key = keyCodeOf(*keyEvent);
-                const bool down = event->type() == QEvent::KeyPress;
-                const bool isKey = key > 0 && key <= kKeyLast;
-                if (isKey && !(down && target->property(kKeepsKeys).toBool()))
-                    take({key, down});
-            }
-            break;
-        }
-        case QEvent::ApplicationStateChange:
-        case QEvent::ApplicationDeactivate:
-            releaseAll();
-            break;
+            return press(*window, *static_cast<QKeyEvent*>(event));
+        case QEvent::KeyRelease:
+            return release(*static_cast<QKeyEvent*>(event));
         default:
-            break;
+            return false;
     }
+}
+
+KeyTable::Id KeyTable::idOf(const QKeyEvent& event) {
+    const quint32 scanCode = event.nativeScanCode();
+    return {scanCode, scanCode == 0 ? event.key() : 0};
+}
+
+/// The system announces a press before it looks for a shortcut, which may take the press. Then no
+/// control learns of it; and a repeat of it is no shortcut in the next window.
+bool KeyTable::announce(QWindow& window, QKeyEvent& event) {
+    const auto [known, isNew] = pressed_.try_emplace(idOf(event), Press{&window});
+    const bool repeats = !isNew || event.isAutoRepeat();
+    announced_ = repeats ? Id{} : idOf(event);
+    if (!repeats || known->second.window == &window)
+        return false;
+    event.accept();
+    return true;
+}
+
+bool KeyTable::press(QWindow& window, const QKeyEvent& event) {
+    const auto [known, isNew] = pressed_.try_emplace(idOf(event), Press{&window});
+    Press& press = known->second;
+    const bool wasAnnounced = std::exchange(announced_, Id{}) == known->first;
+    if (!wasAnnounced && (!isNew || event.isAutoRepeat())) {
+        take(press, Change::Repeat);
+        return !goesOn(press, window, event);
+    }
+    if (!window.property(kKeepsKeys).toBool())
+        press.codes = {keyCodeOf(event), letterKeyOf(event)};
+    take(press, Change::Down);
     return false;
 }
 
-void KeyTable::take(const Transition& transition) {
-    if (polledDepth_ == currentDepth()) {
-        queue_.push_back(transition);
-        return;
+/// A release that belongs to a repeat is none.
+bool KeyTable::release(const QKeyEvent& event) {
+    if (event.isAutoRepeat())
+        return true;
+    if (const auto known = pressed_.extract(idOf(event)))
+        take(known.mapped(), Change::Up);
+    return false;
+}
+
+bool KeyTable::goesOn(const Press& press, const QWindow& window, const QKeyEvent& repeat) {
+    const int key = repeat.key();
+    if (press.window != &window || key == Qt::Key_Escape || key == Qt::Key_Return ||
+        key == Qt::Key_Enter || isFunctionKey(key))
+        return false;
+    const bool writes = !repeat.text().isEmpty() && repeat.text().front().isPrint();
+    return !writes || window.property(kKeepsKeys).toBool() || textIsTyped();
+}
+
+void KeyTable::take(const Press& press, Change change) {
+    const bool polled = polledDepth_ == currentDepth();
+    if (!polled) {
+        for (const Transition& waiting : std::exchange(queue_, {}))
+            apply(waiting);
     }
-    for (const Transition& waiting : queue_)
-        down_[static_cast<std::size_t>(waiting.key)] = waiting.down;
-    queue_.clear();
-    down_[static_cast<std::size_t>(transition.key)] = transition.down;
+    for (const KeyCode code : press.codes) {
+        if (!isKey(code))
+            continue;
+        if (polled)
+            queue_.push_back({code, change});
+        else
+            apply({code, change});
+    }
+}
+
+void KeyTable::apply(const Transition& transition) {
+    const auto key = static_cast<std::size_t>(transition.key);
+    if (transition.change == Change::Repeat)
+        repeated_.set(key);
+    else
+        down_[key] = transition.change == Change::Down;
 }
 
 int KeyTable::setPolledDepth(int depth) {
@@ -81,8 +151,12 @@ int KeyTable::currentDepth() {
     return QThread::currentThread()->loopLevel();
 }
 
-/// A key that is let go in another application is never reported here.
-void KeyTable::releaseAll() {
+/// A key that is let go in another application is never reported here, and so every key counts as
+/// up. One that is really still down goes on to repeat itself when the focus comes back.
+void KeyTable::loseKeys() {
     queue_.clear();
-    down_.fill(false);
+    down_.reset();
+    std::erase_if(pressed_, [](const auto& press) {
+        return !system_keyboard::isDown(press.first.scanCode).value_or(false);
+    });
 }

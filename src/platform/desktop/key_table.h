@@ -3,11 +3,22 @@
 #include "platform/key_codes.h"
 
 #include <QObject>
+#include <QPointer>
+#include <QWindow>
 
 #include <array>
+#include <bitset>
+#include <map>
 #include <vector>
 
+class QKeyEvent;
+
 /// Which keys are down, fed by the application's key events.
+///
+/// A press of a key that is down already is a repeat, whether the system marked it or not, and the
+/// table alone decides that. A repeat moves a cursor on or writes a letter once more; it presses
+/// nothing again: one of a letter or sign where no text is typed, of Enter, Escape or a function
+/// key, or one that comes to another window than the press, reaches no control.
 ///
 /// For a loop that polls, transitions are queued as they come and taken by `advance`, at most one
 /// for each key, so that a tap that falls between two passes is down for one of them. While no loop
@@ -17,7 +28,12 @@ class KeyTable : public QObject {
 public:
     explicit KeyTable(QObject* parent = nullptr);
 
-    bool held(KeyCode key) const;
+    bool held(KeyCode key) const { return isKey(key) && down_[static_cast<std::size_t>(key)]; }
+
+    /// Whether a repeat of the key was among the transitions last taken.
+    bool repeated(KeyCode key) const {
+        return isKey(key) && repeated_[static_cast<std::size_t>(key)];
+    }
 
     /// Takes the next transition of every key; answers whether there was any.
     bool advance();
@@ -33,15 +49,40 @@ protected:
     bool eventFilter(QObject* target, QEvent* event) override;
 
 private:
-    void releaseAll();
+    /// A key as the system counts them: its scan code, or else what the toolkit calls it.
+    struct Id {
+        std::uint32_t scanCode;
+        int name;
+        auto operator<=>(const Id&) const = default;
+    };
 
+    /// A key that is down on the keyboard.
+    struct Press {
+        QPointer<QWindow> window;        ///< where it was pressed
+        std::array<KeyCode, 2> codes{};  ///< by place and by letter; 0 = none
+    };
+
+    enum class Change { Down, Up, Repeat };
     struct Transition {
         KeyCode key;
-        bool down;
+        Change change;
     };
-    void take(const Transition& transition);
 
+    static bool isKey(KeyCode key) { return key > 0 && key <= kKeyLast; }
+    static Id idOf(const QKeyEvent& event);
+    static bool goesOn(const Press& press, const QWindow& window, const QKeyEvent& repeat);
+
+    bool announce(QWindow& window, QKeyEvent& event);
+    bool press(QWindow& window, const QKeyEvent& event);
+    bool release(const QKeyEvent& event);
+    void loseKeys();
+    void take(const Press& press, Change change);
+    void apply(const Transition& transition);
+
+    std::map<Id, Press> pressed_;
+    Id announced_{};  ///< pressed, with its `KeyPress` still to come
     std::vector<Transition> queue_;
     int polledDepth_ = kNotPolled;
-    std::array<bool, kKeyLast + 1> down_{};
+    std::bitset<kKeyLast + 1> down_;
+    std::bitset<kKeyLast + 1> repeated_;
 };

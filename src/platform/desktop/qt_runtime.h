@@ -20,6 +20,7 @@ public:
     void pump(Instant wakeBy) override;
     void blockUntil(Instant end) override;
     bool held(KeyCode key) const override { return keys_.held(key); }
+    bool repeated(KeyCode key) const override { return keys_.repeated(key); }
     void end() override;
     bool ending() const override { return ending_; }
 
