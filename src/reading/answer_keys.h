@@ -3,11 +3,15 @@
 #include "core/pitch.h"
 #include "platform/key_codes.h"
 
+#include <Qt>
+
+#include <algorithm>
 #include <array>
 #include <optional>
 
 /// The keys that answer in the reading drill. Answering at leisure goes by the character typed;
-/// the automatic mode polls keys, and there the numeric keypad stands for the digit row.
+/// the automatic mode polls keys, its letters where the layout has them, and there the numeric
+/// keypad stands for the digit row.
 namespace answer_keys {
 
 /// The character of each degree's key, Do to Si, as the window shows them.
@@ -16,14 +20,25 @@ constexpr std::array<char, pitch::kDegrees> kCharacters{'d', '1', 'f', '2', 'g',
 /// The polled keys of each degree; the keypad reads 4, 1, 6, 2, 7, 3, 8. Degrees with one key
 /// carry it twice.
 constexpr std::array<std::array<KeyCode, 2>, pitch::kDegrees> kPolled{{
-    {'D', kKeyNumpad0 + 4},
+    {letterKey('D'), kKeyNumpad0 + 4},
     {kKeyNumpad0 + 1, kKeyNumpad0 + 1},
-    {'F', kKeyNumpad0 + 6},
+    {letterKey('F'), kKeyNumpad0 + 6},
     {kKeyNumpad0 + 2, kKeyNumpad0 + 2},
-    {'G', kKeyNumpad0 + 7},
+    {letterKey('G'), kKeyNumpad0 + 7},
     {kKeyNumpad0 + 3, kKeyNumpad0 + 3},
-    {'H', kKeyNumpad0 + 8},
+    {letterKey('H'), kKeyNumpad0 + 8},
 }};
+
+/// Whether a key event's key is polled. Without NumLock the keypad's digits are cursor keys.
+constexpr bool isPolled(int qtKey, bool onKeypad) {
+    constexpr std::array kLetters{Qt::Key_D, Qt::Key_F, Qt::Key_G, Qt::Key_H};
+    constexpr std::array kKeypad{Qt::Key_1,    Qt::Key_2,        Qt::Key_3,    Qt::Key_4,
+                                 Qt::Key_6,    Qt::Key_7,        Qt::Key_8,    Qt::Key_End,
+                                 Qt::Key_Down, Qt::Key_PageDown, Qt::Key_Left, Qt::Key_Right,
+                                 Qt::Key_Home, Qt::Key_Up};
+    return std::find(kLetters.begin(), kLetters.end(), qtKey) != kLetters.end() ||
+           (onKeypad && std::find(kKeypad.begin(), kKeypad.end(), qtKey) != kKeypad.end());
+}
 
 /// The degree 0..6 that a typed character answers; nothing for any other character.
 constexpr std::optional<int> degreeOf(char32_t typed) {

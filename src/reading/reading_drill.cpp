@@ -17,7 +17,8 @@
 namespace {
 
 bool takesTyping(const QWidget& widget) {
-    return qobject_cast<const QComboBox*>(&widget) || qobject_cast<const QLineEdit*>(&widget);
+    const auto* line = qobject_cast<const QLineEdit*>(&widget);
+    return qobject_cast<const QComboBox*>(&widget) || (line && !line->isReadOnly());
 }
 
 }  // namespace
@@ -129,14 +130,24 @@ void ReadingDrill::sessionStopped(const ReadingStatistics& statistics) {
 }
 
 bool ReadingDrill::eventFilter(QObject* target, QEvent* event) {
-    if (event->type() != QEvent::KeyPress)
+    // A counter would copy or select its number where the menu has a shortcut.
+    if (event->type() == QEvent::ShortcutOverride &&
+        (target == controls_.ui().conta || target == controls_.ui().er)) {
+        event->ignore();
+        return true;
+    }
+    const auto* focus = qobject_cast<QWidget*>(target);
+    return event->type() == QEvent::KeyPress && focus && focus->window() == controls_.window() &&
+           takesKey(*focus, *static_cast<QKeyEvent*>(event));
+}
+
+bool ReadingDrill::takesKey(const QWidget& focus, const QKeyEvent& key) {
+    if (session_.pollsAnswers())
+        return answer_keys::isPolled(key.key(), key.modifiers().testFlag(Qt::KeypadModifier));
+    const bool ofDrill = board_.isAncestorOf(&focus) || controls_.isAncestorOf(&focus);
+    if (!ofDrill || takesTyping(focus) || key.text().size() != 1)
         return false;
-    const auto* widget = qobject_cast<QWidget*>(target);
-    const bool ofDrill = widget && (board_.isAncestorOf(widget) || controls_.isAncestorOf(widget));
-    const auto* key = static_cast<QKeyEvent*>(event);
-    if (!ofDrill || takesTyping(*widget) || key->isAutoRepeat() || key->text().size() != 1)
-        return false;
-    const std::optional<int> degree = answer_keys::degreeOf(key->text().front().unicode());
+    const std::optional<int> degree = answer_keys::degreeOf(key.text().front().unicode());
     if (!degree)
         return false;
     session_.answer(*degree + 1);

@@ -4,6 +4,8 @@
 
 #include <QObject>
 
+class QKeyEvent;
+class QWidget;
 class ReadingBoard;
 class ReadingControls;
 
@@ -33,10 +35,12 @@ public:
     void sessionStopped(const ReadingStatistics& statistics) override;
 
 protected:
-    /// Hands the answer keys to the session, whichever control of the drill has the focus.
+    /// Hands the answer keys to the session, whichever control of the drill has the focus. A key
+    /// that answers does nothing else in the window.
     bool eventFilter(QObject* target, QEvent* event) override;
 
 private:
+    bool takesKey(const QWidget& focus, const QKeyEvent& key);
     void showRange();
 
     ReadingSession& session_;

@@ -56,6 +56,9 @@ public:
     /// Whether a session runs, or an automatic one has yet to see that it was stopped.
     bool active() const { return running_ || automaticLoop_; }
 
+    /// Whether answers come from the polled keys just now.
+    bool pollsAnswers() const { return automaticLoop_; }
+
     /// Starts a session; nothing happens while one is active. In the automatic mode this returns
     /// when the session is over.
     void start();

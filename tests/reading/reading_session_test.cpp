@@ -84,15 +84,15 @@ TEST_F(ReadingSessionTest, TheAutomaticModeShowsANoteAPeriodAndTakesKeysUntilSto
     session.setSpeed(60);
     willShow({44, 46, 48, 50});
     // Do: a wrong key once, however long it is held, then the right one, then another wrong one.
-    world.runtime.press('F', 100ms, 600ms);
-    world.runtime.press('D', 200ms, 300ms);
-    world.runtime.press('G', 400ms, 450ms);
+    world.runtime.press(letterKey('F'), 100ms, 600ms);
+    world.runtime.press(letterKey('D'), 200ms, 300ms);
+    world.runtime.press(letterKey('G'), 400ms, 450ms);
     // Mi with the keypad; the digit row is not polled.
     world.runtime.press('1', 1100ms, 1150ms);
     world.runtime.press(kKeyNumpad0 + 6, 1200ms, 1300ms);
     // Sol: the key of Si is wrong twice, as it is pressed twice.
-    world.runtime.press('H', 2100ms, 2200ms);
-    world.runtime.press('H', 2300ms, 2400ms);
+    world.runtime.press(letterKey('H'), 2100ms, 2200ms);
+    world.runtime.press(letterKey('H'), 2300ms, 2400ms);
     // Si: stopped in the middle of the note.
     world.runtime.at(3500ms, [this] {
         EXPECT_EQ(display.step, 50);
@@ -139,7 +139,7 @@ TEST_F(ReadingSessionTest, AStopThatNoPassHasSeenTakesOneWrongAnswerBack) {
     session.setMode(ReadingMode::Automatico);
     session.setSpeed(60);
     willShow({44});
-    world.runtime.press('F', 100ms, 200ms);
+    world.runtime.press(letterKey('F'), 100ms, 200ms);
     display.whenShown = [this] {
         if (display.shown.size() == 2) {
             session.stop();

@@ -48,6 +48,11 @@ struct MainWindowTest : testing::Test {
         return {};
     }
 
+    void type(int key, Qt::KeyboardModifiers modifiers) {
+        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease})
+            sendSystemKey(*window, type, key, modifiers);
+    }
+
     bool checked(const QString& item) const { return user.find<QAction>(item).isChecked(); }
 
     /// The next note drawn from the first difficulty item will be this step.
@@ -127,12 +132,21 @@ TEST_F(MainWindowTest, AnAutomaticSessionIsAnsweredByKeysAndStoppedByItsButton) 
     open();
     user.trigger("mnuAutomatico");
     EXPECT_TRUE(user.shown("Slider1") && user.shown("lblAuto2"));
-    user.find<QSlider>("Slider1").setValue(60);
+    auto& speed = user.find<QSlider>("Slider1");
+    speed.setValue(60);
     EXPECT_EQ(user.text("lblVelocita"), "Velocità: 60");
     willShow(44);
     const Instant begin = world.runtime.now();
-    world.runtime.press('D', begin + 100ms, begin + 200ms);
-    world.runtime.at(begin + 1500ms, [this] {
+    world.runtime.press(letterKey('D'), begin + 100ms, begin + 200ms);
+    world.runtime.at(begin + 1500ms, [this, &speed] {
+        speed.setFocus();
+        type(Qt::Key_Home, Qt::KeypadModifier);  // a 7 without NumLock
+        user.find<QWidget>("difficolt").setFocus();
+        type(Qt::Key_Down, Qt::KeypadModifier);
+        EXPECT_EQ(speed.value(), 60) << "a key that answers does nothing else";
+        EXPECT_EQ(user.text("difficolt"), "Chiave di Sol: SI - MI");
+        type(Qt::Key_Down, Qt::NoModifier);
+        EXPECT_NE(user.text("difficolt"), "Chiave di Sol: SI - MI");
         user.click("psi");
         user.click("Start");
         EXPECT_EQ(user.text("Start"), "Stop") << "the loop has yet to see it";
@@ -182,6 +196,14 @@ TEST_F(MainWindowTest, OptionsSetNamesSoundsAndInstrument) {
     user.trigger("Nominote2");
     EXPECT_EQ(user.text("psol"), "G");
     EXPECT_TRUE(checked("Nominote2") && !checked("Nominote1"));
+    user.trigger("Nominote1");
+    for (const auto& [counter, key] : {std::pair{"conta", Qt::Key_A}, {"er", Qt::Key_C}}) {
+        user.find<QWidget>(counter).setFocus();
+        type(key, Qt::ControlModifier);
+    }
+    EXPECT_TRUE(checked("mnuAutomatico")) << "a counter has no shortcuts of its own";
+    EXPECT_TRUE(checked("Nominote2"));
+    user.trigger("mnuNormale");
     user.trigger("Nominote1");
     user.trigger("Nominote1");
     EXPECT_TRUE(checked("Nominote1")) << "an item stays checked";
