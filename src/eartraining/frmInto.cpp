@@ -11,7 +11,6 @@
 #include "ui_pitch_panel.h"
 #include "widgets/appearance.h"
 
-#include <QGuiApplication>
 #include <QMenu>
 #include <QMenuBar>
 
@@ -21,8 +20,6 @@ namespace {
 
 constexpr double kPromptTextScale = 1.5;
 constexpr double kPromptAccent = 0.22;  ///< the share of the accent in the prompt's ground
-
-constexpr int kMiddleC = pitch::noteIndexOf(pitch::kMiddleC);
 
 void stylePrompt(QLabel& prompt) {
     appearance::enlargeText(prompt, kPromptTextScale, QFont::Normal);
@@ -91,11 +88,6 @@ void frmInto::connectControls() {
     keyboard.onKeyDown([&keyboard](int key) { keyboard.setMarked(key, true); });
     keyboard.onKeyUp([&keyboard](int key) { keyboard.setMarked(key, false); });
     keyboard.onKeyClick([this](int key) { ear_.keyClicked(static_cast<pitch::NoteIndex>(key)); });
-    // With the mouse only the blue square of middle C can be double-clicked, with Enter its key.
-    keyboard.onKeyDoubleClick([cycleOctave](int key) {
-        if (key == kMiddleC && QGuiApplication::mouseButtons() == Qt::NoButton)
-            cycleOctave();
-    });
     new MiddleCPatch(keyboard, cycleOctave);
     ui_->score->onPercentageDoubleClick(cycleOctave);
     connect(ui_->cmdEsci, &QPushButton::clicked, this, &QDialog::reject);

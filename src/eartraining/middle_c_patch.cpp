@@ -4,11 +4,9 @@
 #include "eartraining/double_click.h"
 #include "widgets/piano_keyboard.h"
 
-#include <QEvent>
+#include <QMouseEvent>
 
 namespace {
-
-constexpr double kHeightShare = 0.22;  ///< of the key, from its lower end
 
 QWidget& middleCOf(PianoKeyboard& keyboard) {
     return *keyboard.findChild<QWidget*>(
@@ -18,12 +16,12 @@ QWidget& middleCOf(PianoKeyboard& keyboard) {
 }  // namespace
 
 MiddleCPatch::MiddleCPatch(PianoKeyboard& keyboard, std::function<void()> doubleClicked)
-    : QWidget(&keyboard), key_(middleCOf(keyboard)) {
+    : QWidget(&keyboard), keyboard_(keyboard) {
     setObjectName(QStringLiteral("Lbdoc"));
     setToolTip(QStringLiteral("Do Centrale"));
     setAccessibleName(toolTip());
     onDoubleClick(*this, std::move(doubleClicked));
-    key_.installEventFilter(this);
+    middleCOf(keyboard).installEventFilter(this);
     settle();
 }
 
@@ -34,7 +32,9 @@ bool MiddleCPatch::eventFilter(QObject* /*target*/, QEvent* event) {
 }
 
 void MiddleCPatch::settle() {
-    QRect place = key_.geometry();
-    place.setTop(place.bottom() - qRound(kHeightShare * place.height()));
-    setGeometry(place);
+    setGeometry(keyboard_.middleCSquare());
+}
+
+void MiddleCPatch::mousePressEvent(QMouseEvent* event) {
+    event->setAccepted(event->button() == Qt::LeftButton);
 }

@@ -6,17 +6,18 @@
 
 class PianoKeyboard;
 
-/// The place of the blue square on middle C, `Lbdoc`. The keyboard paints it and takes its clicks;
-/// a double click on it is its own.
+/// The blue square on middle C, `Lbdoc`: it lies over the key, and its clicks are none of the key.
+/// The keyboard paints it.
 class MiddleCPatch : public QWidget {
 public:
     MiddleCPatch(PianoKeyboard& keyboard, std::function<void()> doubleClicked);
 
 protected:
     bool eventFilter(QObject* target, QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
 
 private:
     void settle();
 
-    QWidget& key_;
+    PianoKeyboard& keyboard_;
 };

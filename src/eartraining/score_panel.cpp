@@ -28,6 +28,8 @@ ScorePanel::ScorePanel(QWidget* parent) : QWidget(parent), ui_(std::make_unique<
         appearance::enlargeText(*number, kCounterTextScale);
     for (QLabel* counter : {ui_->txtResatte, ui_->txtRerrate})
         counter->setBackgroundRole(QPalette::Base);
+    ui_->lblPerc->setAccessibleDescription(
+        QStringLiteral("Sposta di un'ottava la tastiera del computer"));
     makeLabelButton(*ui_->lblPerc, palette().color(QPalette::WindowText));
     ui_->lblPerc->setMinimumWidth(
         ui_->lblPerc->fontMetrics().horizontalAdvance(QStringLiteral("100.00%")) + 12);
@@ -63,6 +65,6 @@ void ScorePanel::announceVerdict(const Score& score) {
         announce(*ui_->lblKo, QStringLiteral("Risposta errata, %1").arg(score.percentage()));
 }
 
-void ScorePanel::onPercentageDoubleClick(std::function<void()> handler) {
-    onDoubleClick(*ui_->lblPerc, std::move(handler));
+void ScorePanel::onPercentageDoubleClick(const std::function<void()>& handler) {
+    onDoubleClickAlone(*ui_->lblPerc, handler);
 }

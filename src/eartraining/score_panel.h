@@ -20,7 +20,7 @@ public:
     void show(const Score& score);
     void announceVerdict(const Score& score);
 
-    void onPercentageDoubleClick(std::function<void()> handler);
+    void onPercentageDoubleClick(const std::function<void()>& handler);
 
 private:
     std::unique_ptr<Ui::ScorePanel> ui_;

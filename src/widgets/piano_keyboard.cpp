@@ -148,6 +148,12 @@ void PianoKeyboard::moveCursor(int index) {
     announceCursor();
 }
 
+QRect PianoKeyboard::middleCSquare() const {
+    const QRectF key = piano_key_layout::keyRect(kMiddleC, bed_);
+    const double side = std::min(key.width() * 0.3, key.height() * 0.08);
+    return QRectF(key.center().x() - side / 2, key.bottom() - 2.2 * side, side, side).toRect();
+}
+
 void PianoKeyboard::tap(int index) {
     if (!isKey(index))
         return;
@@ -227,7 +233,8 @@ void PianoKeyboard::mousePressEvent(QMouseEvent* event) {
 /// Two quick clicks on neighbouring keys, as in a trill, are no double click.
 void PianoKeyboard::mouseDoubleClickEvent(QMouseEvent* event) {
     const auto key = piano_key_layout::keyAt(event->position(), bed_);
-    if (event->button() != Qt::LeftButton || !key || key != lastClicked_ || press_) {
+    if (!doubleClick_ || event->button() != Qt::LeftButton || !key || key != lastClicked_ ||
+        press_) {
         mousePressEvent(event);
         return;
     }
@@ -248,11 +255,11 @@ void PianoKeyboard::mouseReleaseEvent(QMouseEvent* event) {
 
 void PianoKeyboard::keyPressEvent(QKeyEvent* event) {
     if (presses(*event)) {
-        if (!event->isAutoRepeat() && !press_) {
-            begin(cursor_, Holder::Keyboard);
-            if (event->key() != Qt::Key_Space)
-                call(doubleClick_, cursor_);
-        }
+        if (press_)
+            return;
+        begin(cursor_, Holder::Keyboard);
+        if (event->key() != Qt::Key_Space)
+            call(doubleClick_, cursor_);
     } else if (const auto target = keyTarget(event->key())) {
         moveCursor(*target);
     } else {
@@ -265,7 +272,7 @@ void PianoKeyboard::keyReleaseEvent(QKeyEvent* event) {
         QWidget::keyReleaseEvent(event);
         return;
     }
-    if (!event->isAutoRepeat() && press_ && press_->holder == Holder::Keyboard)
+    if (press_ && press_->holder == Holder::Keyboard)
         end(true);
 }
 
@@ -361,11 +368,8 @@ void PianoKeyboard::paintNatural(QPainter& painter, int index) const {
     const bool dark = palette().color(QPalette::Base).lightness() < 128;
     const QColor face = marked(index) ? kMarked : dark ? kIvoryInTheDark : kIvory;
     painter.fillPath(keyShape(key, kNaturalCorner), face);
-    if (index == kMiddleC) {
-        const double side = std::min(key.width() * 0.3, key.height() * 0.08);
-        const QRectF mark(key.center().x() - side / 2, key.bottom() - 2.2 * side, side, side);
-        painter.fillRect(onPixels(painter, mark), kMiddleCMark);
-    }
+    if (index == kMiddleC)
+        painter.fillRect(onPixels(painter, middleCSquare()), kMiddleCMark);
 }
 
 void PianoKeyboard::paintSharp(QPainter& painter, int index) const {

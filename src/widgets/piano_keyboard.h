@@ -23,10 +23,10 @@ private:
 /// A piano keyboard of five octaves from note number 36; a key's index is its note number - 36.
 ///
 /// A press of the left mouse button is a key going down, its release anywhere the same key going
-/// up, and a click if it is released over that key. A double click gives down, up, click, double
-/// click, up. With the keyboard, Left, Right, Page Up, Page Down, Home and End move a cursor, Space
-/// holds the cursor's key down, and so does Enter, which double-clicks it as well. All other keys
-/// go to the window.
+/// up, and a click if it is released over that key. Where somebody asks for double clicks, one
+/// gives down, up, click, double click, up; elsewhere it is two clicks. With the keyboard, Left,
+/// Right, Page Up, Page Down, Home and End move a cursor, Space holds the cursor's key down, and so
+/// does Enter, which double-clicks it as well. All other keys go to the window.
 class PianoKeyboard : public QWidget {
 public:
     static constexpr int kKeys = piano_key_layout::kKeys;
@@ -48,6 +48,9 @@ public:
     void setRangeMark(int index, bool on);
     bool rangeMark(int index) const;
     void showRangeMarks(bool on);
+
+    /// The blue square on middle C.
+    QRect middleCSquare() const;
 
     int cursorKey() const { return cursor_; }
     void moveCursor(int index);

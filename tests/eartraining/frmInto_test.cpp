@@ -4,6 +4,7 @@
 #include "eartraining/ear_training_state.h"
 #include "support/test_world.h"
 #include "support/window_driver.h"
+#include "widgets/piano_keyboard.h"
 
 #include <QLabel>
 #include <QSlider>
@@ -57,6 +58,8 @@ TEST_F(FrmIntoTest, APitchExerciseFromTheFirstClickToClosing) {
         user.type(Qt::Key_Escape);
         EXPECT_TRUE(window.isVisible()) << "an exercise runs";
         std::vector<QRgb> grounds;
+        user.doubleClick("lb_13");
+        EXPECT_EQ(user.text("txtRerrate"), "2") << "each quick click counts";
         for (const QString key : {"lb_10", "lb_11", "lb_12", "lb_10", "lb_10"}) {
             user.click(key);
             grounds.push_back(ground(user, key == "lb_10" ? "txtResatte" : "txtRerrate"));
@@ -65,7 +68,7 @@ TEST_F(FrmIntoTest, APitchExerciseFromTheFirstClickToClosing) {
                     ElementsAre(0xFF00BF0B, 0xFFF7CAE9, 0xFFF16BC9, 0xFFC0F700, 0xFF00BF0B));
         EXPECT_EQ(user.text("txtResatte"), "3");
         EXPECT_TRUE(user.shown("lblOk") && !user.shown("lblKo"));
-        EXPECT_EQ(user.find<QWidget>("lblOk").accessibleName(), "Risposta esatta, 60.00%");
+        EXPECT_EQ(user.find<QWidget>("lblOk").accessibleName(), "Risposta esatta, 42.86%");
         user.click("IntoStart");
         EXPECT_EQ(user.text("lblStep"), "Reimposta l'intervallo");
         EXPECT_TRUE(user.enabled("Esercizio"));
@@ -122,8 +125,8 @@ TEST_F(FrmIntoTest, ChordsAndTheOtherExercisesOfTheMenu) {
     use([this](frmInto& window, const WindowDriver& user) {
         EXPECT_FALSE(user.shown("cmdEsci") || user.shown("ComdRacStart"));
         EXPECT_EQ(window.property("contextNumber"), 7) << "pitches were asked for: 3";
-        user.click("lb_24");
-        user.click("lb_24");
+        user.doubleClick("lb_24");
+        EXPECT_TRUE(user.shown("ComdRacStart")) << "two quick clicks are a range of one key";
         user.click("lblModoVt");
         EXPECT_EQ(user.text("lblVt"), "NT");
         EXPECT_EQ(user.find<QWidget>("lblVt").toolTip(), "Nascondi tasti suonati");
@@ -151,9 +154,24 @@ TEST_F(FrmIntoTest, ChordsAndTheOtherExercisesOfTheMenu) {
 TEST_F(FrmIntoTest, InstrumentsAndTheOctaveOfTheComputerKeyboard) {
     world.runtime.press('Z', 2s, 2100ms);
     world.runtime.press('Z', 3s, 3100ms);
+    world.runtime.press('Z', 3500ms, 3600ms);
     use([this](frmInto& window, const WindowDriver& user) {
         world.runtime.at(2500ms, [user] { user.doubleClick("lblPerc"); });
-        world.runtime.at(2600ms, [user] { user.doubleClick("Lbdoc"); });
+        world.runtime.at(2600ms, [user] {
+            user.doubleClick("Lbdoc");
+            EXPECT_FALSE(user.shown("lbr_24")) << "the square lies over the key";
+            const auto& keyboard = user.find<PianoKeyboard>("keyboard");
+            EXPECT_EQ(user.find<QWidget>("Lbdoc").geometry(), keyboard.middleCSquare());
+        });
+        world.runtime.at(3200ms, [user] {
+            user.find<QWidget>("keyboard").setFocus();
+            user.type(Qt::Key_Return);
+            EXPECT_TRUE(user.shown("lbr_24")) << "Enter presses the key, and changes no octave";
+            user.click("lblPerc");
+            user.find<QWidget>("lblPerc").setFocus();
+            user.type(Qt::Key_Return);
+            user.type(Qt::Key_Space);
+        });
         world.runtime.at(4s, [&window] { window.close(); });
         user.trigger("mnuPiano");
         user.trigger("mnuSs");
@@ -171,5 +189,6 @@ TEST_F(FrmIntoTest, InstrumentsAndTheOctaveOfTheComputerKeyboard) {
         EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("program 0", "program 40", "program 16"));
     });
     EXPECT_THAT(world.midi.take(), ElementsAre("2.000 on 1 48 90", "2.100 on 1 48 0",  //
-                                               "3.000 on 1 36 90", "3.100 on 1 36 0"));
+                                               "3.000 on 1 36 90", "3.100 on 1 36 0",  //
+                                               "3.500 on 1 60 90", "3.600 on 1 60 0"));
 }
