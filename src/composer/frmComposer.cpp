@@ -190,6 +190,7 @@ void frmComposer::connectRange() {
     auto& range = ui_->range->ui();
     ui_->range->onArrowDown([this](PlayRange::Arrow arrow) { lblid_MouseDown(arrow); });
     ui_->range->onArrowUp([this] { lblid_MouseUp(); });
+    ui_->range->onArrowStep([this](PlayRange::Arrow arrow) { lblid_Step(arrow); });
     connect(range.lblNini, &QLineEdit::editingFinished, this, &frmComposer::lblNini_Validate);
     connect(range.lblNfine, &QLineEdit::editingFinished, this, &frmComposer::lblNfine_Validate);
     for (QLineEdit* box : {range.lblNini, range.lblNfine})

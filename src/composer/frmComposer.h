@@ -61,6 +61,7 @@ public:
 
     void lblid_MouseDown(PlayRange::Arrow arrow);
     void lblid_MouseUp();
+    void lblid_Step(PlayRange::Arrow arrow);
     void lblNini_Validate();
     void lblNfine_Validate();
     void lblIDs_Click(int semitones);

@@ -145,6 +145,10 @@ void frmComposer::lblid_MouseUp() {
     focusPlay();
 }
 
+void frmComposer::lblid_Step(PlayRange::Arrow arrow) {
+    arrows_.step(arrow, *this);
+}
+
 void frmComposer::lblNini_Validate() {
     QLineEdit& box = *ui_->range->ui().lblNini;
     const std::int16_t index = composition_.step.index;

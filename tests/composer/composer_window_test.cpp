@@ -5,6 +5,7 @@
 #include "support/window_driver.h"
 #include "widgets/piano_keyboard.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QComboBox>
 #include <QKeyEvent>
@@ -546,7 +547,15 @@ TEST_F(ComposerWindowTest, TheRangeByBoxesAndHeldArrows) {
         EXPECT_EQ(window.focusWidget(), &user.find<QWidget>("cmdPlay"));
     });
     clickAt(2s, "cmdPlay");
+    at(4s, [this] {
+        auto& arrow = user.find<QToolButton>("lblid_3");
+        QAccessible::queryAccessibleInterface(&arrow)->actionInterface()->doAction(
+            QAccessibleActionInterface::pressAction());
+        EXPECT_EQ(user.text("lblNfine"), QStringLiteral("4")) << "a screen reader holds nothing";
+    });
     runUntil(5s);
+    EXPECT_EQ(world.runtime.now(), Instant(5s)) << "and no loop waits for its release";
+    EXPECT_EQ(user.text("lblNfine"), QStringLiteral("4"));
     EXPECT_THAT(world.midi.take(), ElementsAre("2.000 on 1 62 100", "2.470 on 1 62 0",
                                                "2.500 on 1 64 100", "2.970 on 1 64 0"));
 }

@@ -5,6 +5,9 @@
 #include "widgets/appearance.h"
 #include "widgets/label_button.h"
 
+#include <QKeyEvent>
+#include <QMouseEvent>
+
 #include <array>
 
 namespace {
@@ -32,9 +35,21 @@ RangePanel::~RangePanel() = default;
 void RangePanel::onArrowDown(const ArrowHandler& handler) {
     const auto arrows = arrowsOf(*ui_);
     for (std::size_t i = 0; i < arrows.size(); ++i) {
-        connect(arrows[i], &QToolButton::pressed, this,
-                [handler, i] { handler(static_cast<PlayRange::Arrow>(i)); });
+        arrows[i]->installEventFilter(this);
+        connect(arrows[i], &QToolButton::pressed, this, [this, handler, i] {
+            const auto arrow = static_cast<PlayRange::Arrow>(i);
+            std::exchange(handled_, false) ? handler(arrow) : step_(arrow);
+        });
     }
+}
+
+/// A button tells that it is pressed, not by what.
+bool RangePanel::eventFilter(QObject* /*target*/, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick)
+        handled_ = static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton;
+    else if (event->type() == QEvent::KeyPress)
+        handled_ = static_cast<QKeyEvent*>(event)->key() == Qt::Key_Space;
+    return false;
 }
 
 void RangePanel::onArrowUp(const std::function<void()>& handler) {

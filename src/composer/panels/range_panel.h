@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <memory>
+#include <utility>
 
 namespace Ui {
 class RangePanel;
@@ -25,10 +26,18 @@ public:
     void onArrowDown(const ArrowHandler& handler);
     void onArrowUp(const std::function<void()>& handler);
 
+    /// An arrow was pressed by neither mouse nor key, so that nothing holds it.
+    void onArrowStep(ArrowHandler handler) { step_ = std::move(handler); }
+
     void showRange(const PlayRange& range);
     void clearRange();
     void showTransposition(int semitones);
 
+protected:
+    bool eventFilter(QObject* target, QEvent* event) override;
+
 private:
     std::unique_ptr<Ui::RangePanel> ui_;
+    ArrowHandler step_;
+    bool handled_ = false;  ///< a mouse button or a key is going down on an arrow
 };

@@ -18,11 +18,15 @@ void RangeArrows::hold(PlayRange::Arrow arrow, RangeView& view) {
         if (runtime_.ending())
             held_ = false;
         if (held_ && secondPass) {
-            const Melody& melody = composition_.melody;
-            if (!melody.empty() && composition_.range.move(arrow, melody.EntryCount()))
-                view.showRange();
+            step(arrow, view);
             funzioniMM_.WaitSeconds(kRepeatSeconds);
         }
         secondPass = !secondPass;
     }
+}
+
+void RangeArrows::step(PlayRange::Arrow arrow, RangeView& view) {
+    const Melody& melody = composition_.melody;
+    if (!melody.empty() && composition_.range.move(arrow, melody.EntryCount()))
+        view.showRange();
 }

@@ -24,6 +24,9 @@ public:
     /// empty melody has nothing to move.
     void hold(PlayRange::Arrow arrow, RangeView& view);
 
+    /// One step: a press that nothing holds, as a screen reader makes it.
+    void step(PlayRange::Arrow arrow, RangeView& view);
+
     /// The mouse went up, or the window closes.
     void release() { held_ = false; }
 
