@@ -5,7 +5,6 @@
 #include "widgets/appearance.h"
 #include "widgets/label_button.h"
 
-#include <QKeyEvent>
 #include <QMouseEvent>
 
 #include <array>
@@ -43,12 +42,14 @@ void RangePanel::onArrowDown(const ArrowHandler& handler) {
     }
 }
 
-/// A button tells that it is pressed, not by what.
+/// A button tells that it is pressed, not by what; which keys press one, the desktop says.
 bool RangePanel::eventFilter(QObject* /*target*/, QEvent* event) {
     if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick)
         handled_ = static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton;
     else if (event->type() == QEvent::KeyPress)
-        handled_ = static_cast<QKeyEvent*>(event)->key() == Qt::Key_Space;
+        handled_ = true;
+    else if (event->type() == QEvent::KeyRelease || event->type() == QEvent::FocusOut)
+        handled_ = false;
     return false;
 }
 
