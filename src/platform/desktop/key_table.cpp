@@ -72,7 +72,7 @@ bool KeyTable::eventFilter(QObject* target, QEvent* event) {
 
 KeyTable::Id KeyTable::idOf(const QKeyEvent& event) {
     const quint32 scanCode = event.nativeScanCode();
-    return {scanCode, scanCode == 0 ? event.key() : 0};
+    return scanCode != 0 ? Id{scanCode} : -Id{event.key()};
 }
 
 /// The system announces a press before it looks for a shortcut, which may take the press. Then no
@@ -157,6 +157,7 @@ void KeyTable::loseKeys() {
     queue_.clear();
     down_.reset();
     std::erase_if(pressed_, [](const auto& press) {
-        return !system_keyboard::isDown(press.first.scanCode).value_or(false);
+        const Id id = press.first;
+        return id <= 0 || !system_keyboard::isDown(static_cast<std::uint32_t>(id)).value_or(false);
     });
 }

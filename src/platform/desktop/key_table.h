@@ -8,6 +8,7 @@
 
 #include <array>
 #include <bitset>
+#include <cstdint>
 #include <map>
 #include <vector>
 
@@ -49,12 +50,9 @@ protected:
     bool eventFilter(QObject* target, QEvent* event) override;
 
 private:
-    /// A key as the system counts them: its scan code, or else what the toolkit calls it.
-    struct Id {
-        std::uint32_t scanCode;
-        int name;
-        auto operator<=>(const Id&) const = default;
-    };
+    /// A key as the system counts them: its scan code, or else, negative, what the toolkit calls
+    /// it.
+    using Id = std::int64_t;
 
     /// A key that is down on the keyboard.
     struct Press {
