@@ -96,7 +96,7 @@ TEST_F(MidiTestWindow, OpensTheFirstDeviceAndTriesIt) {
     });
     EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("on 1 69 100", "on 1 69 0"));
     EXPECT_TRUE(world.funzioniMM.outputOpen());
-    EXPECT_EQ(world.funzioniMM.deviceId(), 0);
+    EXPECT_EQ(world.funzioniMM.output().deviceId(), 0);
 }
 
 TEST_F(MidiTestWindow, NothingIsSelectedWhenNothingIsOpened) {
