@@ -60,6 +60,8 @@ TEST(WaveFile, RefusesWhatItCannotPlay) {
     const auto notANumber = readWave(bytes::wave(3, 1, 32, bytes::number(0x7FC00000, 4)));
     ASSERT_TRUE(notANumber);
     EXPECT_EQ(notANumber->samples[0], 0.0F);
+    EXPECT_TRUE(readWave(bytes::wave(1, 1, 8, QByteArray(80'000, '\1'))));
+    EXPECT_FALSE(readWave(bytes::wave(1, 1, 8, QByteArray(80'001, '\1')))) << "over 10 s";
     torture(bytes::wave(1, 2, 24, data), [](const QByteArray& file) { readWave(file); });
 }
 

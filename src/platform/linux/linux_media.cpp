@@ -16,6 +16,7 @@
 namespace {
 
 constexpr qint64 kLargestFile = 32 << 20;
+constexpr qint64 kLargestWave = 10'000'000;
 
 std::optional<QByteArray> readFile(const QString& path) {
     QFile file(path);
@@ -25,8 +26,9 @@ std::optional<QByteArray> readFile(const QString& path) {
     return file.read(kLargestFile);
 }
 
+/// An answer sound is short: what is much longer counts as missing, unread.
 std::shared_ptr<const Wave> waveFromFile(const QString& path, double rate) {
-    const auto bytes = readFile(path);
+    const auto bytes = QFileInfo(path).size() <= kLargestWave ? readFile(path) : std::nullopt;
     const auto wave = bytes ? readWave(*bytes) : std::nullopt;
     return wave ? std::make_shared<const Wave>(resampled(*wave, rate)) : nullptr;
 }
@@ -77,7 +79,10 @@ SoundCode LinuxMedia::close() {
 
 bool LinuxMedia::audible() const {
     stream_.revive();
-    return stream_.status() != AudioStream::Status::Failed;
+    if (stream_.status() != AudioStream::Status::Failed)
+        return true;
+    stream_.retry();  // for the next sound
+    return false;
 }
 
 bool LinuxMedia::playSound(const QString& path, std::uint32_t flags) {

@@ -74,7 +74,7 @@ float readSample(ByteReader& reader, const Format& format) {
 std::optional<Wave> decode(const Format& format, QByteArrayView data) {
     const qsizetype frameBytes = static_cast<qsizetype>(format.channels) * format.sampleBytes();
     const qsizetype frames = data.size() / frameBytes;
-    if (frames == 0)
+    if (frames == 0 || static_cast<double>(frames) > kLongestWaveSeconds * format.rate)
         return std::nullopt;
     Wave wave;
     wave.rate = format.rate;

@@ -13,8 +13,11 @@ struct Wave {
     std::size_t frames() const { return samples.size() / 2; }
 };
 
+constexpr double kLongestWaveSeconds = 10;
+
 /// Reads a RIFF wave file: mono or stereo, PCM of 8, 16, 24 or 32 bits, or floating point of 32
-/// or 64. Nothing if it is anything else. A file that ends too early gives what it holds.
+/// or 64. Nothing if it is anything else or longer than `kLongestWaveSeconds`. A file that ends too
+/// early gives what it holds.
 std::optional<Wave> readWave(QByteArrayView file);
 
 /// The same sound at another rate.
