@@ -21,6 +21,8 @@ public:
     int send(MidiHandle, std::uint32_t) override { return 0; }
     int reset(MidiHandle) override { return 0; }
     int close(MidiHandle) override { return 0; }
+    bool gone(MidiHandle) const override { return false; }
+    MidiOpenResult reopen(MidiHandle) override { return {0, 1}; }
     QString errorText(int) const override { return {}; }
 };
 

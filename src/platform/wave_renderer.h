@@ -38,4 +38,7 @@ public:
     /// they have died away. Nothing if there are no instruments to play them with.
     virtual std::unique_ptr<WaveRendering> start(std::vector<TimedMessage> messages,
                                                  std::int64_t endMs) = 0;
+
+    /// Whether there are instruments, but none that can be read.
+    virtual bool instrumentsDamaged() const { return false; }
 };

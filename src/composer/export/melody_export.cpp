@@ -27,6 +27,8 @@ QString faultOf(const wave_file::Outcome& outcome) {
     switch (outcome.result) {
         case Result::NoInstruments:
             return QStringLiteral("Manca il file dei suoni (soundfont) !!!");
+        case Result::DamagedInstruments:
+            return QStringLiteral("Il file dei suoni (soundfont) è danneggiato !!!");
         case Result::TooLong:
             return QStringLiteral("La melodia è troppo lunga per un file WAV !!!");
         case Result::Failed:

@@ -92,7 +92,8 @@ Outcome write(WaveRenderer& renderer, const MelodyScore& score, Folders& folders
         return {Result::TooLong, {}};
     const auto rendering = renderer.start(score.messages, score.endMs);
     if (!rendering)
-        return {Result::NoInstruments, {}};
+        return {renderer.instrumentsDamaged() ? Result::DamagedInstruments : Result::NoInstruments,
+                {}};
     const Folders::Draft draft = folders.draftFile(path);
     if (draft.error.failed())
         return {Result::Failed, draft.error};

@@ -15,8 +15,9 @@ namespace wave_file {
 enum class Result {
     Written,
     NoInstruments,  ///< the synthesizer has none
-    TooLong,        ///< for the 4 GiB of the format
-    Failed,         ///< the file's own error
+    DamagedInstruments,
+    TooLong,  ///< for the 4 GiB of the format
+    Failed,   ///< the file's own error
     Interrupted,
 };
 

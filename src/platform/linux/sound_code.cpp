@@ -19,6 +19,8 @@ constexpr std::array kTexts{
              u"Nessuna uscita audio: il sintetizzatore interno non può suonare."},
     CodeText{SoundCode::NoSoundfont,
              u"Manca il file dei suoni (soundfont) del sintetizzatore interno."},
+    CodeText{SoundCode::SoundfontDamaged,
+             u"Il file dei suoni (soundfont) del sintetizzatore interno è danneggiato."},
     CodeText{SoundCode::UnknownDevice, u"Il dispositivo MIDI%1 non esiste."},
     CodeText{SoundCode::DeviceBusy, u"Il dispositivo MIDI%1 è occupato o non si lascia aprire."},
     CodeText{SoundCode::DeviceVanished, u"Il dispositivo MIDI%1 non è più collegato."},

@@ -12,6 +12,7 @@ enum class SoundCode : int {
     DeviceVanished = 5,
     InvalidHandle = 6,
     NotResponding = 7,
+    SoundfontDamaged = 8,
     UnknownCommand = 20,
     FileNotFound = 21,
     NotMidiFile = 22,

@@ -33,6 +33,8 @@ float peakOf(const SoundMixer::Side& side) {
 }  // namespace
 
 void SoundMixer::setSynthesizer(std::unique_ptr<Synthesizer> synthesizer) {
+    if (synthesizer && synthesizer_)
+        synthesizer->takePrograms(*synthesizer_);
     synthesizer_ = std::move(synthesizer);
 }
 

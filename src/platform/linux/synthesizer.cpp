@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdlib>
 #include <filesystem>
+#include <glib.h>
 #include <utility>
 
 namespace {
@@ -21,6 +22,20 @@ enum Controller {
     kReverbSend = 91,
     kChorusSend = 93,
     kResetControllers = 121,
+};
+
+/// FluidSynth reads soundfonts with GLib, which complains of a damaged one on the terminal.
+class QuietGlib {
+public:
+    QuietGlib() : previous_(g_log_set_default_handler(drop, nullptr)) {}
+    ~QuietGlib() { g_log_set_default_handler(previous_, nullptr); }
+    QuietGlib(const QuietGlib&) = delete;
+    QuietGlib& operator=(const QuietGlib&) = delete;
+
+private:
+    static void drop(const char*, GLogLevelFlags, const char*, void*) {}
+
+    GLogFunc previous_;
 };
 
 int firstChannel(Synthesizer::Part part) {
@@ -59,6 +74,7 @@ std::unique_ptr<Synthesizer> Synthesizer::load(const std::string& soundfont, dou
         return nullptr;
     engine->synth.reset(new_fluid_synth(engine->settings.get()));
     fluid_synth_t* synth = engine->synth.get();
+    const QuietGlib quiet;
     if (!synth || fluid_synth_sfload(synth, soundfont.c_str(), 1) == FLUID_FAILED)
         return nullptr;
     fluid_synth_set_channel_type(synth, kChannels + kDrumChannel, CHANNEL_TYPE_DRUM);
@@ -138,6 +154,21 @@ void Synthesizer::render(float* left, float* right) {
 
 bool Synthesizer::anyVoice() const {
     return fluid_synth_get_active_voice_count(engine_->synth.get()) > 0;
+}
+
+void Synthesizer::takePrograms(const Synthesizer& other) {
+    for (int channel = 0; channel < 2 * kChannels; ++channel) {
+        int soundfont = 0;
+        int bank = 0;
+        int program = 0;
+        fluid_synth_get_program(other.engine_->synth.get(), channel, &soundfont, &bank, &program);
+        fluid_synth_program_change(engine_->synth.get(), channel, program);
+    }
+}
+
+bool soundfontExists(const std::string& soundfont) {
+    std::error_code ignored;
+    return std::filesystem::is_regular_file(soundfont, ignored);
 }
 
 std::string findSoundfont() {

@@ -33,6 +33,9 @@ public:
 
     bool anyVoice() const;
 
+    /// Chooses the instruments of another one.
+    void takePrograms(const Synthesizer& other);
+
 private:
     struct Engine;
     explicit Synthesizer(std::unique_ptr<Engine> engine);
@@ -42,3 +45,6 @@ private:
 /// The soundfont to load: the one named by the environment, else the one beside the program, else
 /// the first of the usual places; empty if there is none.
 std::string findSoundfont();
+
+/// Whether there is such a file; if it does not load it is damaged.
+bool soundfontExists(const std::string& soundfont);

@@ -80,7 +80,9 @@ private:
 std::unique_ptr<WaveRendering> MixerWaveRenderer::start(std::vector<TimedMessage> messages,
                                                         std::int64_t endMs) {
     quietLibraries();
-    auto synthesizer = Synthesizer::load(findSoundfont(), kFramesPerSecond);
+    const std::string soundfont = findSoundfont();
+    auto synthesizer = Synthesizer::load(soundfont, kFramesPerSecond);
+    damaged_ = !synthesizer && soundfontExists(soundfont);
     if (!synthesizer)
         return nullptr;
     return std::make_unique<MixerRendering>(std::move(synthesizer), std::move(messages), endMs);

@@ -7,4 +7,8 @@ class MixerWaveRenderer : public WaveRenderer {
 public:
     std::unique_ptr<WaveRendering> start(std::vector<TimedMessage> messages,
                                          std::int64_t endMs) override;
+    bool instrumentsDamaged() const override { return damaged_; }
+
+private:
+    bool damaged_ = false;
 };
