@@ -24,8 +24,14 @@ QWidget* windowInFront() {
     return modal ? modal : QApplication::activeWindow();
 }
 
+/// Every box is shown by this.
+int run(QDialog& box, HeldInput& input) {
+    const HeldInput::Box onShow(input);
+    return box.exec();
+}
+
 /// Escape and the window's own closing button mean `usual`.
-QMessageBox::StandardButton show(const QString& text, QMessageBox::Icon icon,
+QMessageBox::StandardButton show(HeldInput& input, const QString& text, QMessageBox::Icon icon,
                                  QMessageBox::StandardButtons buttons,
                                  QMessageBox::StandardButton usual) {
     QMessageBox box(windowInFront());
@@ -36,22 +42,22 @@ QMessageBox::StandardButton show(const QString& text, QMessageBox::Icon icon,
     box.setStandardButtons(buttons);
     box.setDefaultButton(usual);
     box.setEscapeButton(usual);
-    return static_cast<QMessageBox::StandardButton>(box.exec());
+    return static_cast<QMessageBox::StandardButton>(run(box, input));
 }
 
 }  // namespace
 
 void QtDialogs::message(const QString& text) {
-    show(text, QMessageBox::Information, QMessageBox::Ok, QMessageBox::Ok);
+    show(heldInput_, text, QMessageBox::Information, QMessageBox::Ok, QMessageBox::Ok);
 }
 
 bool QtDialogs::confirm(const QString& text) {
-    return show(text, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No, QMessageBox::No) ==
-           QMessageBox::Yes;
+    return show(heldInput_, text, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No,
+                QMessageBox::No) == QMessageBox::Yes;
 }
 
 bool QtDialogs::offer(const QString& text) {
-    return show(text, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No,
+    return show(heldInput_, text, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No,
                 QMessageBox::Yes) == QMessageBox::Yes;
 }
 
@@ -61,7 +67,7 @@ QString QtDialogs::input(const QString& prompt, const QString& title, const QStr
     box.setLabelText(prompt);
     box.setTextValue(proposed);
     box.resize(std::max(kInputWidth, box.sizeHint().width()), box.sizeHint().height());
-    return box.exec() == QDialog::Accepted ? box.textValue() : QString();
+    return run(box, heldInput_) == QDialog::Accepted ? box.textValue() : QString();
 }
 
 QString QtDialogs::saveFile(const QString& title, const QString& proposed, const FileKind& kind) {
@@ -75,7 +81,7 @@ QString QtDialogs::saveFile(const QString& title, const QString& proposed, const
     box.resize(kFileBoxSize);
     box.setDefaultSuffix(kind.suffix);
     box.selectFile(proposed + QLatin1Char('.') + kind.suffix);
-    if (box.exec() != QDialog::Accepted || box.selectedFiles().isEmpty())
+    if (run(box, heldInput_) != QDialog::Accepted || box.selectedFiles().isEmpty())
         return {};
     QString path = box.selectedFiles().constFirst();
     lastFolder_ = QFileInfo(path).path();

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "platform/desktop/held_input.h"
 #include "platform/dialogs.h"
 
-/// The boxes of the desktop's toolkit, over the active window.
+/// The boxes of the desktop's toolkit, over the active window. None takes input that was meant for
+/// what is below it.
 class QtDialogs : public Dialogs {
 public:
     void message(const QString& text) override;
@@ -12,5 +14,6 @@ public:
     QString saveFile(const QString& title, const QString& proposed, const FileKind& kind) override;
 
 private:
+    HeldInput heldInput_;
     QString lastFolder_;  ///< that a file was saved to
 };

@@ -1,5 +1,7 @@
 #include "platform/desktop/qt_runtime.h"
 
+#include "platform/desktop/held_input.h"
+
 #include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QDateTime>
@@ -78,6 +80,7 @@ void QtRuntime::sleepUntilEvent(Instant wakeBy) {
 void QtRuntime::blockUntil(Instant end) {
     if (now() >= end)
         return;
+    const HeldInput::Pause noInput;
     paintAndServe(end - kQuietStretch);
     while (end - now() > kServeInterval + kQuietStretch) {
         std::this_thread::sleep_for(kServeInterval);

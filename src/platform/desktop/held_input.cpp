@@ -1,0 +1,155 @@
+#include "platform/desktop/held_input.h"
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QWindow>
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+/// Exported by the toolkit for its own test library: looks a key up among the shortcuts, as it is
+/// done for a key that comes from the system.
+Q_GUI_EXPORT bool qt_sendShortcutOverrideEvent(QObject* target, ulong timestamp, int key,
+                                               Qt::KeyboardModifiers modifiers, const QString& text,
+                                               bool autoRepeat, ushort count);
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// How soon it is tried again if a wait lets nothing through.
+constexpr auto kRetry = 10ms;
+constexpr int kTries = 30;
+
+bool isHeldBack(const QEvent& event) {
+    switch (event.type()) {
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonRelease:
+        case QEvent::MouseButtonDblClick:
+        case QEvent::MouseMove:
+        case QEvent::Wheel:
+        case QEvent::KeyPress:
+        case QEvent::KeyRelease:
+        case QEvent::TouchBegin:
+        case QEvent::TouchUpdate:
+        case QEvent::TouchEnd:
+        case QEvent::Close:
+            return true;
+        default:
+            return false;
+    }
+}
+
+/// The release that belongs to a press; nothing for any other event.
+std::unique_ptr<QEvent> releaseOf(const QEvent& press) {
+    if (press.type() == QEvent::KeyPress) {
+        const auto& key = static_cast<const QKeyEvent&>(press);
+        return std::make_unique<QKeyEvent>(QEvent::KeyRelease, key.key(), key.modifiers(),
+                                           key.nativeScanCode(), key.nativeVirtualKey(),
+                                           key.nativeModifiers(), key.text());
+    }
+    if (press.type() == QEvent::MouseButtonPress || press.type() == QEvent::MouseButtonDblClick) {
+        const auto& mouse = static_cast<const QMouseEvent&>(press);
+        return std::make_unique<QMouseEvent>(QEvent::MouseButtonRelease, mouse.position(),
+                                             mouse.globalPosition(), mouse.button(),
+                                             mouse.buttons() & ~mouse.button(), mouse.modifiers());
+    }
+    return nullptr;
+}
+
+bool isReleaseOf(const QEvent& event, const QEvent& wanted) {
+    if (event.type() != wanted.type())
+        return false;
+    if (wanted.type() == QEvent::KeyRelease)
+        return static_cast<const QKeyEvent&>(event).key() ==
+               static_cast<const QKeyEvent&>(wanted).key();
+    return static_cast<const QMouseEvent&>(event).button() ==
+           static_cast<const QMouseEvent&>(wanted).button();
+}
+
+bool isShortcut(QWindow& window, const QEvent& event) {
+    if (event.type() != QEvent::KeyPress)
+        return false;
+    const auto& key = static_cast<const QKeyEvent&>(event);
+    return qt_sendShortcutOverrideEvent(&window, key.timestamp(), key.key(), key.modifiers(),
+                                        key.text(), key.isAutoRepeat(),
+                                        static_cast<ushort>(key.count()));
+}
+
+}  // namespace
+
+HeldInput::HeldInput() {
+    delivery_.setSingleShot(true);
+    delivery_.callOnTimeout(this, &HeldInput::deliver);
+}
+
+HeldInput::~HeldInput() = default;
+
+HeldInput::Box::Box(HeldInput& input) : input_(input) {
+    ++input_.boxes_;
+    input_.take();
+}
+
+HeldInput::Box::~Box() {
+    if (--input_.boxes_ == 0 && !input_.held_.empty())
+        input_.delivery_.start(0);
+    input_.triesLeft_ = kTries;
+}
+
+void HeldInput::take() {
+    QCoreApplication::instance()->installEventFilter(this);
+    QCoreApplication::processEvents();
+    QCoreApplication::instance()->removeEventFilter(this);
+    letGo();
+}
+
+bool HeldInput::eventFilter(QObject* target, QEvent* event) {
+    // A shortcut that somebody claims is left to the key press after it.
+    if (event->type() == QEvent::ShortcutOverride) {
+        event->accept();
+        return true;
+    }
+    auto* window = qobject_cast<QWindow*>(target);
+    if (!window || !event->spontaneous() || !isHeldBack(*event))
+        return false;
+    if (event->type() == QEvent::Close)
+        event->ignore();
+    held_.push_back({window, std::unique_ptr<QEvent>(event->clone())});
+    return true;
+}
+
+/// A release that the box takes would never reach the window.
+void HeldInput::letGo() {
+    for (std::size_t i = 0; i < held_.size(); ++i) {
+        auto release = releaseOf(*held_[i].event);
+        const auto isRelease = [&](const Held& held) { return isReleaseOf(*held.event, *release); };
+        if (release &&
+            std::none_of(held_.begin() + static_cast<std::ptrdiff_t>(i), held_.end(), isRelease))
+            held_.push_back({held_[i].window, std::move(release)});
+    }
+}
+
+void HeldInput::deliver() {
+    if (boxes_ > 0 || held_.empty())
+        return;
+    if (paused_ > 0) {
+        delivery_.start(kRetry);
+        return;
+    }
+    while (boxes_ == 0 && !held_.empty()) {
+        const Held& next = held_.front();
+        if (next.window && next.event->type() == QEvent::KeyPress && !next.window->isActive() &&
+            triesLeft_-- > 0) {
+            delivery_.start(kRetry);
+            return;
+        }
+        const Held first = std::move(held_.front());
+        held_.erase(held_.begin());
+        // It may run a loop that the others are meant for.
+        delivery_.start(0);
+        if (first.window && !isShortcut(*first.window, *first.event))
+            QCoreApplication::sendEvent(first.window, first.event.get());
+    }
+}

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QTimer>
+
+#include <memory>
+#include <vector>
+
+class QEvent;
+class QWindow;
+
+/// Keeps the input that waits in the queue when a box opens, and delivers it when the last box is
+/// closed. The toolkit would drop it: it looks for the box only when an event's turn comes, so that
+/// a click on a window counts as a click past the box, though there was none yet.
+///
+/// What was pressed and not let go again before the box is let go after it. What comes while a box
+/// is on show is the toolkit's business.
+class HeldInput : public QObject {
+public:
+    HeldInput();
+    ~HeldInput() override;
+
+    /// While one of these exists a box is on show. The queue is taken when it is made.
+    class Box {
+    public:
+        explicit Box(HeldInput& input);
+        ~Box();
+        Box(const Box&) = delete;
+        Box& operator=(const Box&) = delete;
+
+    private:
+        HeldInput& input_;
+    };
+
+    /// While one of these exists no input is let through.
+    class Pause {
+    public:
+        Pause() { ++paused_; }
+        ~Pause() { --paused_; }
+        Pause(const Pause&) = delete;
+        Pause& operator=(const Pause&) = delete;
+    };
+
+protected:
+    bool eventFilter(QObject* target, QEvent* event) override;
+
+private:
+    struct Held {
+        QPointer<QWindow> window;
+        std::unique_ptr<QEvent> event;
+    };
+
+    void take();
+    void letGo();
+    void deliver();
+
+    static inline int paused_ = 0;
+
+    std::vector<Held> held_;
+    QTimer delivery_;
+    int boxes_ = 0;
+    int triesLeft_ = 0;  ///< to find the window active again, for a shortcut
+};
