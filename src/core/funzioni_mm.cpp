@@ -25,27 +25,27 @@ FunzioniMM::FunzioniMM(Runtime& runtime, MidiOut& midiOut, Media& media, Dialogs
       midiOut_(midiOut),
       media_(media),
       dialogs_(dialogs),
-      random_(std::move(random)) {}
+      random_(std::move(random)),
+      output_(runtime, midiOut) {}
+
+void FunzioniMM::onChange(std::function<void()> handler) {
+    output_.onChange(handler);
+    changed_ = std::move(handler);
+}
 
 bool FunzioniMM::MidiOpen(int deviceId) {
-    MidiClose();
-    const MidiOpenResult result = midiOut_.open(deviceId);
-    if (result.code != 0) {
-        ReportMidiError(QStringLiteral("Open"), result.code);
-        return false;
-    }
-    midiHandle_ = result.handle;
-    deviceId_ = deviceId;
-    return true;
+    // A lost output gives way only to one that opens.
+    if (output_.isOpen())
+        MidiClose();
+    const int code = output_.open(deviceId);
+    if (code != 0)
+        ReportMidiError(QStringLiteral("Open"), code);
+    return code == 0;
 }
 
 void FunzioniMM::MidiClose() {
-    if (midiHandle_ == 0)
-        return;
-    if (const int code = midiOut_.close(midiHandle_); code != 0)
+    if (const int code = output_.close(); code != 0)
         ReportMidiError(QStringLiteral("Close midi error: "), code);
-    else
-        midiHandle_ = 0;
 }
 
 void FunzioniMM::SendShortMsg(std::int16_t status, std::int16_t data1, std::int16_t data2) {
@@ -53,7 +53,7 @@ void FunzioniMM::SendShortMsg(std::int16_t status, std::int16_t data1, std::int1
     if (packed < 0 || packed > std::numeric_limits<std::uint32_t>::max())
         return;
     lastMessage_ = static_cast<std::uint32_t>(packed);
-    lastSendResult_ = static_cast<std::int16_t>(midiOut_.send(midiHandle_, lastMessage_));
+    lastSendResult_ = static_cast<std::int16_t>(output_.send(lastMessage_));
     if (lastSendResult_ != 0)
         ReportMidiError(QStringLiteral("ShortMsg"), lastSendResult_);
 }
@@ -68,11 +68,11 @@ void FunzioniMM::NoteOff(int channel, int note) {
 }
 
 void FunzioniMM::ProgramChange(std::int32_t program) {
-    midiOut_.send(midiHandle_, static_cast<std::uint32_t>(program * 256 + kProgramChangeStatus));
+    output_.send(static_cast<std::uint32_t>(program * 256 + kProgramChangeStatus));
 }
 
 void FunzioniMM::ResetOutput() {
-    midiOut_.reset(midiHandle_);
+    output_.reset();
 }
 
 void FunzioniMM::PlayNoteIndex(std::int16_t index) {
@@ -132,8 +132,14 @@ void FunzioniMM::PlaySoundFile(const QString& path, bool defaultIfMissing) {
 }
 
 void FunzioniMM::chooseInstrument(std::int32_t program) {
-    currentInstrument_ = program;
+    setCurrentInstrument(program);
     ProgramChange(program);
+}
+
+void FunzioniMM::setCurrentInstrument(std::int32_t program) {
+    currentInstrument_ = program;
+    if (changed_)
+        changed_();
 }
 
 void FunzioniMM::ReportMidiError(const QString& operation, int code) {

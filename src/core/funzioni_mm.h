@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/open_output.h"
 #include "core/pitch.h"
 #include "core/random.h"
 #include "platform/midi_out.h"
@@ -7,6 +8,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <functional>
 
 class Dialogs;
 class Media;
@@ -32,14 +34,15 @@ public:
     static constexpr std::int16_t kRandomNote = -2;
 
     /// Closes the open output and opens a device (-1 = the default output). A failure is reported
-    /// and answers false; the handle then stays as the close left it.
+    /// and answers false; the output then stays as the close left it.
     bool MidiOpen(int deviceId);
 
     /// Closes the output if one is open. A failure is reported and keeps the handle.
     void MidiClose();
 
-    /// Packs and sends a short message; a refusal is reported. Values that do not fit into 32 bits
-    /// are the caller's error and send nothing.
+    /// Packs and sends a short message; a refusal is reported, and that the output is gone once
+    /// until it is back. Values that do not fit into 32 bits are the caller's error and send
+    /// nothing.
     void SendShortMsg(std::int16_t status, std::int16_t data1, std::int16_t data2);
 
     /// Channel 1..16, note number 0..127, velocity 0..127.
@@ -77,13 +80,16 @@ public:
     /// Chooses the instrument of channel 1 and sends it.
     void chooseInstrument(std::int32_t program);
 
-    bool outputOpen() const { return midiHandle_ != 0; }
-    /// The device that `MidiOpen` opened last; it says something only while an output is open.
-    int deviceId() const { return deviceId_; }
+    bool outputOpen() const { return output_.isOpen(); }
+    /// Whether an output is open; one that was lost is tried again first.
+    bool outputReady() { return output_.ready(); }
+    const OpenOutput& output() const { return output_; }
+    /// Called whenever the output or the instrument changed.
+    void onChange(std::function<void()> handler);
     std::uint32_t lastMessage() const { return lastMessage_; }
     std::int16_t lastSendResult() const { return lastSendResult_; }
     std::int32_t currentInstrument() const { return currentInstrument_; }
-    void setCurrentInstrument(std::int32_t program) { currentInstrument_ = program; }
+    void setCurrentInstrument(std::int32_t program);
     pitch::NoteIndex lastNoteIndex() const { return lastNoteIndex_; }
 
     /// The range of the random draw, in note indices; -1 when unset.
@@ -110,8 +116,8 @@ private:
     Dialogs& dialogs_;
     Random random_;
 
-    MidiHandle midiHandle_ = 0;
-    int deviceId_ = kMidiMapper;
+    OpenOutput output_;
+    std::function<void()> changed_;
     std::uint32_t lastMessage_ = 0;
     std::int16_t lastSendResult_ = 0;
     std::int32_t currentInstrument_ = 0;

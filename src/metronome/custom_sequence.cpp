@@ -19,7 +19,7 @@ std::optional<QChar> typedLetter(QChar character) {
 }
 
 void testSound(FunzioniMM& funzioniMM, int note) {
-    if (!funzioniMM.outputOpen())
+    if (!funzioniMM.outputReady())
         return;
     funzioniMM.NoteOff(FunzioniMM::kMelodyChannel, pitch::kMiddleC);
     funzioniMM.NoteOn(FunzioniMM::kPercussionChannel, note, kFullVelocity);
@@ -28,7 +28,7 @@ void testSound(FunzioniMM& funzioniMM, int note) {
 void playOnce(FunzioniMM& funzioniMM, MetronomeState& state, const QString& pattern) {
     for (const QChar letter : pattern) {
         state.takePulse(letter);
-        if (!funzioniMM.outputOpen())
+        if (!funzioniMM.outputReady())
             continue;
         funzioniMM.ResetOutput();
         funzioniMM.WaitSeconds(kTestSeconds);

@@ -27,16 +27,13 @@ void Metronome::startOrStop() {
 }
 
 void Metronome::start() {
+    // Stopped and started again within one pass of the loop, or of another activity inside it: the
+    // loop around this one ends as soon as it gets to it.
+    if (unended_ != 0)
+        end();
     state_.MetroRunning = true;
     view_->metronomeStarted();
-    if (inLoop_) {
-        startAgain_ = true;
-        return;
-    }
-    inLoop_ = true;
-    while (state_.MetroRunning)
-        beat();
-    inLoop_ = false;
+    beat();
 }
 
 void Metronome::stop() {
@@ -46,32 +43,40 @@ void Metronome::stop() {
 
 /// From one start to its stop.
 void Metronome::beat() {
-    startAgain_ = false;
+    const int run = unended_ = ++run_;
     const QString pattern = state_.MetroPattern;
     showTimeSignature(state_.MetroTimeSig);
     view_->showLamps(static_cast<int>(pattern.size()));
 
-    for (int i = 0; letEventsRun(); i = (i + 1) % static_cast<int>(pattern.size())) {
+    for (int i = 0; letEventsRun(run); i = (i + 1) % static_cast<int>(pattern.size())) {
         state_.takePulse(pattern[i]);
         if (funzioniMM_.outputOpen())
             playPulse(i);
     }
+    if (run == unended_)
+        end();
+}
 
+/// What follows a stop, once for each.
+void Metronome::end() {
+    unended_ = 0;
     for (const std::int16_t note : {state_.MetroNoteA, state_.MetroNoteB, state_.MetroNoteC})
         funzioniMM_.NoteOff(FunzioniMM::kPercussionChannel, note);
     view_->darkenLamps();
 }
 
-/// The pulse's one pass of events; whether to go on. Without an output nothing is to be done until
-/// the user does something, so the pass then sleeps until that.
-bool Metronome::letEventsRun() {
-    if (funzioniMM_.outputOpen())
+/// The pulse's one pass of events; whether the run is to go on. Without an output nothing is to be
+/// done until the user does something or a lost output may be back, so the pass sleeps until that.
+bool Metronome::letEventsRun(int run) {
+    if (funzioniMM_.outputReady())
         runtime_.yield();
+    else if (funzioniMM_.output().isLost())
+        runtime_.pump(runtime_.now() + OpenOutput::kRetryInterval);
     else
         runtime_.pump(kForever);
     if (state_.MetroRunning && runtime_.ending())
         stop();
-    return state_.MetroRunning && !startAgain_;
+    return state_.MetroRunning && run == run_;
 }
 
 void Metronome::playPulse(int lamp) {
@@ -81,6 +86,8 @@ void Metronome::playPulse(int lamp) {
     funzioniMM_.WaitSeconds(kDarkSeconds);
     view_->lightLamp(lamp, state_.MetroPulseColour);
     funzioniMM_.NoteOn(FunzioniMM::kPercussionChannel, state_.MetroPulseNote, state_.MetroVolume);
+    if (!funzioniMM_.outputOpen())
+        view_->darkenLamps();
 }
 
 void Metronome::stepTimeSignature() {

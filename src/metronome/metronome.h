@@ -33,9 +33,8 @@ public:
 
     MetronomeState& state() { return state_; }
 
-    /// Stops a running metronome. Starts a stopped one and returns when it has stopped again; only
-    /// a start from within the pass that saw the stop returns at once, as the loop around it goes
-    /// on from the pattern's beginning.
+    /// Stops a running metronome. Starts a stopped one and returns when it has stopped again, also
+    /// if it is called from within the pass of an earlier start.
     void startOrStop();
 
     /// Goes on to the next built-in time signature; ignored while running.
@@ -55,7 +54,8 @@ private:
     void start();
     void stop();
     void beat();
-    bool letEventsRun();
+    void end();
+    bool letEventsRun(int run);
     void playPulse(int lamp);
     void showTimeSignature(const QString& timeSig);
 
@@ -65,7 +65,7 @@ private:
     MetronomeView* view_ = nullptr;
 
     int tempo_ = 60;
-    QString shownTimeSig_;     ///< can lag behind the state until the next start
-    bool inLoop_ = false;      ///< the pulse loop has yet to return
-    bool startAgain_ = false;  ///< started in the pass that saw the stop
+    QString shownTimeSig_;  ///< can lag behind the state until the next start
+    int run_ = 0;           ///< counts the starts
+    int unended_ = 0;       ///< the start whose stop was not followed by its closing notes yet
 };

@@ -41,6 +41,15 @@ public:
 
     virtual int close(MidiHandle handle) = 0;
 
+    /// Whether the device of an open handle is gone: its sound server ended, its port was
+    /// unplugged. It is known at the latest when a message was refused. Such a handle can only be
+    /// reopened or closed.
+    virtual bool gone(MidiHandle handle) const = 0;
+
+    /// Opens the device of a handle that is gone anew, if it is there again; the old handle is then
+    /// closed. Never waits long: a device that takes its time is open at a later try.
+    virtual MidiOpenResult reopen(MidiHandle handle) = 0;
+
     /// The system's text for a code, at most 127 characters.
     virtual QString errorText(int code) const = 0;
 };

@@ -47,7 +47,9 @@ MainWindow::MainWindow(const Services& services)
     Form_Load();
 }
 
-MainWindow::~MainWindow() = default;
+MainWindow::~MainWindow() {
+    services_.funzioniMM.onChange(nullptr);
+}
 
 void MainWindow::connectMenu() {
     for (QAction* separator :
@@ -82,8 +84,8 @@ void MainWindow::connectMenu() {
 
 void MainWindow::Form_Load() {
     reading_.setMode(ReadingMode::Normale);
+    services_.funzioniMM.onChange([this] { showStatus(); });
     services_.funzioniMM.setCurrentInstrument(instruments::kOrgano);
-    showStatus();
 }
 
 void MainWindow::paintEvent(QPaintEvent* event) {
@@ -98,7 +100,6 @@ void MainWindow::Form_Activate() {
         return;
     activated_ = true;
     start_up::firstActivation(services_.runtime, services_.funzioniMM, noteFolder_, *this);
-    showStatus();
     if (!melodyAtStart_.isEmpty() && !services_.runtime.ending())
         showComposer(melodyAtStart_);
 }
@@ -138,7 +139,6 @@ void MainWindow::mnuRac_Click() {
 void MainWindow::showEarTraining(EarExercise exercise) {
     earTraining_.exercise = exercise;
     frmInto(services_, earTraining_, this).exec();
-    showStatus();
 }
 
 void MainWindow::mnuComposer_Click() {
@@ -147,7 +147,6 @@ void MainWindow::mnuComposer_Click() {
 
 void MainWindow::showComposer(const QString& melodyFile) {
     frmComposer(services_, this, melodyFile).exec();
-    showStatus();
 }
 
 void MainWindow::mnuPromemoria_Click() {
@@ -160,7 +159,6 @@ void MainWindow::mnuMetro_Click() {
 
 void MainWindow::mnuMidiTest_Click() {
     frmMidiTest(services_.midiOut, services_.funzioniMM, this).exec();
-    showStatus();
 }
 
 void MainWindow::Nominote1_Click() {
@@ -187,12 +185,10 @@ void MainWindow::Suono2_Click() {
 
 void MainWindow::mnuOrgano_Click() {
     services_.funzioniMM.chooseInstrument(instruments::kOrgano);
-    showStatus();
 }
 
 void MainWindow::mnuPiano_Click() {
     services_.funzioniMM.chooseInstrument(instruments::kPianoforte);
-    showStatus();
 }
 
 void MainWindow::mnuNormale_Click() {
@@ -244,5 +240,5 @@ const QWidget& MainWindow::stopColourSource() const {
 }
 
 void MainWindow::showStatus() {
-    status_->setText(status_line::text(services_.midiOut, services_.funzioniMM));
+    status_->setText(status_line::text(services_.funzioniMM));
 }

@@ -5,10 +5,13 @@
 
 namespace status_line {
 
-QString text(MidiOut& midiOut, const FunzioniMM& funzioniMM) {
-    QString output = QStringLiteral("nessuna");
-    if (funzioniMM.outputOpen())
-        output = midiOut.deviceName(funzioniMM.deviceId()).value_or(QStringLiteral("sconosciuta"));
+QString text(const FunzioniMM& funzioniMM) {
+    const OpenOutput& open = funzioniMM.output();
+    QString output = open.deviceName().value_or(QStringLiteral("sconosciuta"));
+    if (open.isLost())
+        output = QStringLiteral("nessuna (interrotta: %1)").arg(output);
+    else if (!open.isOpen())
+        output = QStringLiteral("nessuna");
     return QStringLiteral("Uscita: %1   ·   Strumento: %2")
         .arg(output, instruments::caption(funzioniMM.currentInstrument()));
 }

@@ -3,11 +3,11 @@
 #include <QString>
 
 class FunzioniMM;
-class MidiOut;
 
 namespace status_line {
 
-/// Where the sound goes and with which instrument: "Uscita: … · Strumento: 16-Hammond Organ".
-QString text(MidiOut& midiOut, const FunzioniMM& funzioniMM);
+/// Where the sound goes and with which instrument: "Uscita: … · Strumento: 16-Hammond Organ". An
+/// output that was lost is none, and is named as "interrotta".
+QString text(const FunzioniMM& funzioniMM);
 
 }  // namespace status_line

@@ -90,6 +90,56 @@ TEST(FunzioniMM, ReportsEveryRefusalButThatOfAProgramChange) {
                             "message: Operation:ShortMsg\r\nErrore di sistema 3"));
 }
 
+TEST(FunzioniMM, AnOutputThatIsGoneIsReportedOnceAndComesBackWithItsInstrument) {
+    TestWorld world;
+    world.openOutput();
+    auto& mm = world.funzioniMM;
+    int changes = 0;
+    mm.onChange([&] { ++changes; });
+    mm.chooseInstrument(40);
+    world.midi.take();
+    const auto later = [&] { world.runtime.advance(OpenOutput::kRetryInterval); };
+
+    world.midi.deviceGone = true;
+    mm.chooseInstrument(41);
+    EXPECT_TRUE(mm.outputOpen()) << "nobody looks at the answer to a program change";
+    for (int i = 0; i < 100; ++i) {
+        mm.NoteOn(1, 60, 90);
+        mm.NoteOff(1, 60);
+        mm.ResetOutput();
+        later();
+    }
+    EXPECT_FALSE(mm.outputOpen() || mm.outputReady());
+    EXPECT_TRUE(mm.output().isLost());
+    EXPECT_THAT(world.dialogs.lines,
+                ElementsAre("message: Operation:ShortMsg\r\nErrore di sistema 6"));
+    world.midi.deviceGone = false;
+    EXPECT_TRUE(mm.MidiOpen(1));
+    EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("open 1", "close"));
+
+    world.midi.replug();
+    mm.NoteOn(1, 60, 90);
+    EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("reopen", "program 41", "on 1 60 90"))
+        << "it was gone and back before anybody noticed";
+    world.midi.deviceGone = true;
+    mm.NoteOn(1, 60, 90);
+    world.midi.deviceGone = false;
+    mm.NoteOn(1, 60, 90);
+    EXPECT_FALSE(mm.outputOpen()) << "not at every note of a run";
+    later();
+    mm.NoteOff(1, 60);
+    EXPECT_FALSE(mm.outputOpen()) << "the end of a note is nothing to open an output for";
+    mm.chooseInstrument(7);
+    EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("reopen", "program 7"));
+    EXPECT_EQ(world.dialogs.lines.size(), 2U);
+    EXPECT_EQ(changes, 8);
+
+    world.midi.sendCode = 3;
+    mm.NoteOn(1, 60, 90);
+    mm.NoteOn(1, 60, 90);
+    EXPECT_EQ(world.dialogs.lines.size(), 4U) << "a refusal by a living output";
+}
+
 TEST(FunzioniMM, ReportsAFailedPlayOrCloseOfTheTuneButNotAFailedOpen) {
     TestWorld world;
     auto& mm = world.funzioniMM;

@@ -154,6 +154,33 @@ TEST_F(MetronomeTest, WithoutAnOutputItSleepsUntilItIsStoppedOrTheProgramEnds) {
     EXPECT_THAT(linesWith(world.midi.take(), "stopped"), ElementsAre("70.000 stopped"));
 }
 
+TEST_F(MetronomeTest, ALostOutputIsPickedUpAgainAndDisturbsNobodyMeanwhile) {
+    world.runtime.at(1500ms, [this] { world.midi.deviceGone = true; });
+    world.runtime.at(60s, [this] { world.midi.deviceGone = false; });
+    EXPECT_THAT(linesWith(runFor(62s), " 127"),
+                ElementsAre("1.000 on 10 76 127", "2.000 on 10 85 127", "61.500 on 10 85 127",
+                            "62.500 on 10 76 127"));
+    EXPECT_EQ(world.dialogs.lines.size(), 1U);
+    EXPECT_LE(world.runtime.passes(), 130);
+}
+
+TEST_F(MetronomeTest, AStartWithinAnotherActivityOfThePassBeats) {
+    world.runtime.at(500ms, [this] {
+        // An activity with a loop of its own, which the pulse loop around it waits for.
+        while (world.runtime.now() < 10s)
+            world.runtime.pump(10s);
+    });
+    for (const Instant click : {3000ms, 4000ms, 6500ms})
+        world.runtime.at(click, [this] { metronome.startOrStop(); });
+    metronome.startOrStop();
+    const Lines lines = world.midi.take();
+    EXPECT_THAT(linesWith(lines, " 127"), ElementsAre("1.000 on 10 76 127", "5.000 on 10 76 127",
+                                                      "6.000 on 10 85 127", "7.000 on 10 76 127"));
+    EXPECT_THAT(linesWith(lines, " on 10 33 0"),
+                ElementsAre("4.000 on 10 33 0", "7.000 on 10 33 0"))
+        << "the closing notes, once for each stop";
+}
+
 TEST_F(MetronomeTest, TheStepGoesOnFromWhatIsShown) {
     const auto compose = [this] {
         state.MetroPattern = "abcbb";

@@ -9,6 +9,8 @@
 
 namespace {
 
+constexpr int kGoneCode = 6;
+
 std::string format(const char* pattern, long a, long b = 0, long c = 0) {
     std::array<char, 64> text{};
     std::snprintf(text.data(), text.size(), pattern, a, b, c);
@@ -38,8 +40,7 @@ std::vector<std::string> MidiRecorder::takeUntimed() {
 std::optional<QString> MidiRecorder::deviceName(int deviceId) {
     if (silentDevices.count(deviceId) || deviceId >= deviceCount())
         return std::nullopt;
-    return deviceId == kMidiMapper ? mapperName
-                                   : devices[static_cast<std::size_t>(deviceId)];
+    return deviceId == kMidiMapper ? mapperName : devices[static_cast<std::size_t>(deviceId)];
 }
 
 MidiOpenResult MidiRecorder::open(int deviceId) {
@@ -49,9 +50,18 @@ MidiOpenResult MidiRecorder::open(int deviceId) {
     return {0, ++lastHandle_};
 }
 
+MidiOpenResult MidiRecorder::reopen(MidiHandle) {
+    if (deviceGone)
+        return {kGoneCode, 0};
+    note("reopen");
+    return {0, ++lastHandle_};
+}
+
 int MidiRecorder::send(MidiHandle handle, std::uint32_t message) {
     if (handle == 0)
         return 0;
+    if (deviceGone || handle != lastHandle_)
+        return kGoneCode;
     const long status = message & 0xFF;
     const long data1 = message >> 8 & 0xFF;
     const long data2 = message >> 16;

@@ -32,11 +32,14 @@ public:
     int openCode = 0;
     int closeCode = 0;
     int sendCode = 0;
+    bool deviceGone = false;  ///< refuses everything, also to be opened again
 
     /// The lines since the last call.
     std::vector<std::string> take();
     /// The same without the times.
     std::vector<std::string> takeUntimed();
+    /// The device goes and is back before anybody notices.
+    void replug() { ++lastHandle_; }
     /// Puts a line of the test's own between the others.
     void note(const std::string& what);
 
@@ -46,6 +49,8 @@ public:
     int send(MidiHandle handle, std::uint32_t message) override;
     int reset(MidiHandle handle) override;
     int close(MidiHandle handle) override;
+    bool gone(MidiHandle handle) const override { return deviceGone || handle != lastHandle_; }
+    MidiOpenResult reopen(MidiHandle handle) override;
     QString errorText(int code) const override;
 
 private:

@@ -171,7 +171,10 @@ AudioStream::~AudioStream() {
 
 AudioStream::Status AudioStream::status() const {
     const std::lock_guard lock(core_->mutex);
-    return core_->status;
+    const bool overdue =
+        core_->status == Status::Opening &&
+        std::chrono::steady_clock::now() >= core_->attemptStarted + core_->setup.patience;
+    return overdue ? Status::Failed : core_->status;
 }
 
 /// Has the driver opened anew, unless the stream is in another state than its caller believes.
@@ -185,9 +188,9 @@ void AudioStream::Core::reopenAfter(Status expected) {
     changed.notify_all();
 }
 
-AudioStream::Status AudioStream::wait() const {
+AudioStream::Status AudioStream::wait(std::chrono::milliseconds most) const {
     std::unique_lock lock(core_->mutex);
-    const auto deadline = core_->attemptStarted + core_->setup.patience;
+    const auto deadline = core_->attemptStarted + std::min(most, core_->setup.patience);
     core_->changed.wait_until(lock, deadline, [this] { return core_->status != Status::Opening; });
     return core_->status == Status::Running ? Status::Running : Status::Failed;
 }
@@ -205,6 +208,10 @@ void AudioStream::revive() {
 bool AudioStream::hasSynthesizer() const {
     const std::lock_guard lock(core_->mutex);
     return core_->status == Status::Running && core_->engine->hasSynthesizer();
+}
+
+bool AudioStream::hasSoundfont() const {
+    return soundfontExists(core_->setup.soundfont);
 }
 
 std::vector<std::string> AudioStream::usualDrivers() {

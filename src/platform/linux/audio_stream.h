@@ -26,11 +26,13 @@ public:
     AudioStream(const AudioStream&) = delete;
     AudioStream& operator=(const AudioStream&) = delete;
 
+    /// An attempt to open that takes longer than its patience counts as failed until it ends after
+    /// all.
     Status status() const;
 
-    /// Waits until the attempt to open has ended, but no longer than its patience: an attempt that
-    /// takes longer counts as failed until it ends after all.
-    Status wait() const;
+    /// Waits until the attempt to open has ended, but no longer than its patience or than `most`
+    /// after it was begun.
+    Status wait(std::chrono::milliseconds most = std::chrono::milliseconds::max()) const;
 
     /// Tries once more after a failure; without one, does nothing.
     void retry();
@@ -40,6 +42,9 @@ public:
 
     /// Known once the stream does not open any more.
     bool hasSynthesizer() const;
+
+    /// Whether there is a soundfont, which without a synthesizer is damaged.
+    bool hasSoundfont() const;
 
     /// The drivers worth trying, the best first.
     static std::vector<std::string> usualDrivers();

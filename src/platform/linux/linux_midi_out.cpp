@@ -6,6 +6,15 @@
 
 #include <utility>
 
+namespace {
+
+using namespace std::chrono_literals;
+
+/// A sound server that is there opens within this; one that hangs holds up nobody for longer.
+constexpr auto kReopenPatience = 150ms;
+
+}  // namespace
+
 LinuxMidiOut::LinuxMidiOut(AudioEngine& engine, AudioStream& stream)
     : engine_(engine), stream_(stream) {}
 
@@ -29,30 +38,58 @@ std::optional<QString> LinuxMidiOut::deviceName(int deviceId) {
 
 MidiOpenResult LinuxMidiOut::open(int deviceId) {
     device_.clear();
-    std::unique_ptr<MidiPort> port;
-    const SoundCode code = deviceId == kMidiMapper ? openSynthesizer() : openPort(deviceId, port);
+    Output output;
+    const SoundCode code =
+        deviceId == kMidiMapper ? openSynthesizer({}) : openPort(deviceId, output);
+    return answer(code, std::move(output));
+}
+
+MidiOpenResult LinuxMidiOut::answer(SoundCode code, Output output) {
     if (code != SoundCode::Ok)
         return {toInt(code), 0};
     // Handles are never used twice, so that one kept too long cannot reach another device.
-    open_.emplace(++lastHandle_, std::move(port));
+    open_.emplace(++lastHandle_, std::move(output));
     return {0, lastHandle_};
 }
 
-SoundCode LinuxMidiOut::openSynthesizer() {
-    stream_.revive();
-    stream_.retry();
-    if (stream_.wait() != AudioStream::Status::Running)
-        return SoundCode::NoAudioDevice;
-    return stream_.hasSynthesizer() ? SoundCode::Ok : SoundCode::NoSoundfont;
+MidiOpenResult LinuxMidiOut::reopen(MidiHandle handle) {
+    const auto found = open_.find(handle);
+    if (found == open_.end())
+        return {toInt(SoundCode::InvalidHandle), 0};
+    SoundCode code = SoundCode::Ok;
+    Output output;
+    output.address = found->second.address;
+    if (found->second.port) {
+        device_ = QString::fromStdString(output.address.name);
+        output.port = MidiPort::open(output.address, code);
+    } else {
+        code = openSynthesizer(kReopenPatience);
+    }
+    // The synthesizer still waits to play what was sent before its loss was noticed: closing the
+    // old handle ends these notes.
+    if (code == SoundCode::Ok)
+        close(handle);
+    return answer(code, std::move(output));
 }
 
-SoundCode LinuxMidiOut::openPort(int deviceId, std::unique_ptr<MidiPort>& port) {
+SoundCode LinuxMidiOut::openSynthesizer(std::optional<std::chrono::milliseconds> atMost) {
+    stream_.revive();
+    stream_.retry();
+    if ((atMost ? stream_.wait(*atMost) : stream_.wait()) != AudioStream::Status::Running)
+        return SoundCode::NoAudioDevice;
+    if (stream_.hasSynthesizer())
+        return SoundCode::Ok;
+    return stream_.hasSoundfont() ? SoundCode::SoundfontDamaged : SoundCode::NoSoundfont;
+}
+
+SoundCode LinuxMidiOut::openPort(int deviceId, Output& output) {
     const auto name = deviceName(deviceId);
     if (!name)
         return SoundCode::UnknownDevice;
     device_ = *name;
     SoundCode code = SoundCode::Ok;
-    port = MidiPort::open(ports_[static_cast<std::size_t>(deviceId)], code);
+    output.address = ports_[static_cast<std::size_t>(deviceId)];
+    output.port = MidiPort::open(output.address, code);
     return code;
 }
 
@@ -63,13 +100,19 @@ int LinuxMidiOut::route(MidiHandle handle, ToEngine toEngine, ToPort toPort) {
     const auto found = open_.find(handle);
     if (found == open_.end())
         return toInt(SoundCode::InvalidHandle);
-    if (found->second) {
-        device_ = found->second->name();
-        return toInt(toPort(*found->second));
+    Output& output = found->second;
+    SoundCode code = SoundCode::Ok;
+    if (output.port) {
+        device_ = output.port->name();
+        code = toPort(*output.port);
+        output.gone = code == SoundCode::DeviceVanished;
+    } else {
+        stream_.revive();
+        output.gone = output.gone || stream_.status() == AudioStream::Status::Failed;
+        if (output.gone || !toEngine())
+            code = SoundCode::NotResponding;
     }
-    stream_.revive();
-    const bool taken = stream_.status() != AudioStream::Status::Failed && toEngine();
-    return toInt(taken ? SoundCode::Ok : SoundCode::NotResponding);
+    return toInt(code);
 }
 
 int LinuxMidiOut::send(MidiHandle handle, std::uint32_t message) {
@@ -89,10 +132,15 @@ int LinuxMidiOut::close(MidiHandle handle) {
     const auto found = open_.find(handle);
     if (found == open_.end())
         return toInt(SoundCode::InvalidHandle);
-    if (!found->second)
+    if (!found->second.port)
         engine_.reset(steadyNow());
     open_.erase(found);
     return 0;
+}
+
+bool LinuxMidiOut::gone(MidiHandle handle) const {
+    const auto found = open_.find(handle);
+    return found != open_.end() && found->second.gone;
 }
 
 QString LinuxMidiOut::errorText(int code) const {

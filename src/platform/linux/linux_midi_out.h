@@ -3,8 +3,10 @@
 #include "platform/linux/midi_ports.h"
 #include "platform/midi_out.h"
 
+#include <chrono>
 #include <map>
 #include <memory>
+#include <optional>
 #include <vector>
 
 class AudioEngine;
@@ -22,11 +24,20 @@ public:
     int send(MidiHandle handle, std::uint32_t message) override;
     int reset(MidiHandle handle) override;
     int close(MidiHandle handle) override;
+    bool gone(MidiHandle handle) const override;
+    MidiOpenResult reopen(MidiHandle handle) override;
     QString errorText(int code) const override;
 
 private:
-    SoundCode openSynthesizer();
-    SoundCode openPort(int deviceId, std::unique_ptr<MidiPort>& port);
+    struct Output {
+        PortAddress address;             // of a port
+        std::unique_ptr<MidiPort> port;  // none: the synthesizer
+        bool gone = false;
+    };
+
+    SoundCode openSynthesizer(std::optional<std::chrono::milliseconds> atMost);
+    SoundCode openPort(int deviceId, Output& output);
+    MidiOpenResult answer(SoundCode code, Output output);
     template <typename ToEngine, typename ToPort>
     int route(MidiHandle handle, ToEngine toEngine, ToPort toPort);
 
@@ -34,7 +45,7 @@ private:
     AudioStream& stream_;
     std::vector<PortAddress> ports_;  // as last counted
     bool counted_ = false;
-    std::map<MidiHandle, std::unique_ptr<MidiPort>> open_;  // no port: the synthesizer
+    std::map<MidiHandle, Output> open_;
     MidiHandle lastHandle_ = 0;
     QString device_;  // the port that was used last, for the text of its failure
 };

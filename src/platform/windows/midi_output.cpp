@@ -11,12 +11,18 @@ UINT systemDevice(int device) {
     return static_cast<UINT>(device);
 }
 
+/// What the calls answer for a device that was there when it was opened.
+bool tellsOfLoss(MMRESULT code) {
+    return code == MMSYSERR_NODRIVER || code == MMSYSERR_BADDEVICEID ||
+           code == MMSYSERR_INVALHANDLE || code == MIDIERR_NODEVICE;
+}
+
 }  // namespace
 
 MidiOutput::~MidiOutput() {
     for (const auto& [handle, device] : open_) {
-        midiOutReset(device);
-        midiOutClose(device);
+        midiOutReset(device.output);
+        midiOutClose(device.output);
     }
 }
 
@@ -38,16 +44,47 @@ MidiOutput::Opened MidiOutput::open(int device) {
     if (code != MMSYSERR_NOERROR)
         return {static_cast<int>(code), 0};
     // Handles are never used twice, so that one kept too long cannot reach another device.
-    open_.emplace(++lastHandle_, opened);
+    open_.emplace(++lastHandle_, Device{opened, device, name(device).value_or(L"")});
     return {0, lastHandle_};
 }
 
 int MidiOutput::send(std::uint32_t handle, std::uint32_t message) {
-    return static_cast<int>(midiOutShortMsg(find(handle), message));
+    return told(handle, midiOutShortMsg(find(handle), message));
 }
 
 int MidiOutput::reset(std::uint32_t handle) {
-    return static_cast<int>(midiOutReset(find(handle)));
+    return told(handle, midiOutReset(find(handle)));
+}
+
+int MidiOutput::told(std::uint32_t handle, MMRESULT code) {
+    const auto found = open_.find(handle);
+    if (found != open_.end())
+        found->second.gone = tellsOfLoss(code);
+    return static_cast<int>(code);
+}
+
+bool MidiOutput::gone(std::uint32_t handle) const {
+    const auto found = open_.find(handle);
+    return found != open_.end() && found->second.gone;
+}
+
+MidiOutput::Opened MidiOutput::reopen(std::uint32_t handle) {
+    const auto found = open_.find(handle);
+    if (found == open_.end())
+        return {MMSYSERR_INVALHANDLE, 0};
+    // The numbers of the others change when a device goes.
+    const Device old = found->second;
+    int number = old.number;
+    const int devices = count();
+    if (number >= 0)
+        for (number = 0; number < devices && name(number) != old.name;)
+            ++number;
+    const Opened opened = open(number);
+    if (opened.code == 0) {
+        midiOutClose(old.output);
+        open_.erase(handle);
+    }
+    return opened;
 }
 
 int MidiOutput::close(std::uint32_t handle) {
@@ -67,5 +104,5 @@ std::wstring MidiOutput::errorText(int code) {
 /// The calls answer a null handle with their own error.
 HMIDIOUT MidiOutput::find(std::uint32_t handle) const {
     const auto found = open_.find(handle);
-    return found == open_.end() ? nullptr : found->second;
+    return found == open_.end() ? nullptr : found->second.output;
 }

@@ -29,12 +29,26 @@ public:
     int reset(std::uint32_t handle);
     int close(std::uint32_t handle);
 
+    /// Whether the device of an open handle is gone, as its last refusal told.
+    bool gone(std::uint32_t handle) const;
+
+    /// Opens a device that is gone again, by its name, and closes the old handle.
+    Opened reopen(std::uint32_t handle);
+
     /// At most 127 characters.
     static std::wstring errorText(int code);
 
 private:
-    HMIDIOUT find(std::uint32_t handle) const;
+    struct Device {
+        HMIDIOUT output = nullptr;
+        int number = 0;
+        std::wstring name;
+        bool gone = false;
+    };
 
-    std::map<std::uint32_t, HMIDIOUT> open_;
+    HMIDIOUT find(std::uint32_t handle) const;
+    int told(std::uint32_t handle, MMRESULT code);
+
+    std::map<std::uint32_t, Device> open_;
     std::uint32_t lastHandle_ = 0;
 };

@@ -26,6 +26,11 @@ int WindowsMidiOut::close(MidiHandle handle) {
     return output_.close(handle);
 }
 
+MidiOpenResult WindowsMidiOut::reopen(MidiHandle handle) {
+    const MidiOutput::Opened opened = output_.reopen(handle);
+    return {opened.code, opened.handle};
+}
+
 QString WindowsMidiOut::errorText(int code) const {
     return QString::fromStdWString(MidiOutput::errorText(code));
 }

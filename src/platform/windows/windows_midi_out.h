@@ -12,6 +12,8 @@ public:
     int send(MidiHandle handle, std::uint32_t message) override;
     int reset(MidiHandle handle) override;
     int close(MidiHandle handle) override;
+    bool gone(MidiHandle handle) const override { return output_.gone(handle); }
+    MidiOpenResult reopen(MidiHandle handle) override;
     QString errorText(int code) const override;
 
 private:

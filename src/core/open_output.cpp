@@ -1,0 +1,93 @@
+#include "core/open_output.h"
+
+namespace {
+
+constexpr bool isProgramChange(std::uint32_t message) {
+    return (message & 0xF0u) == 0xC0;
+}
+
+/// The end of a note is nothing to open an output for.
+constexpr bool startsSomething(std::uint32_t message) {
+    const bool noteOn = (message & 0xF0u) == 0x90 && (message >> 16 & 0xFFu) != 0;
+    return noteOn || isProgramChange(message);
+}
+
+}  // namespace
+
+int OpenOutput::open(int deviceId) {
+    const MidiOpenResult result = midiOut_.open(deviceId);
+    if (result.code != 0)
+        return result.code;
+    if (handle_ != 0 && lost_)
+        midiOut_.close(handle_);
+    handle_ = result.handle;
+    lost_ = false;
+    deviceId_ = deviceId;
+    deviceName_ = midiOut_.deviceName(deviceId);
+    tellChange();
+    return 0;
+}
+
+int OpenOutput::close() {
+    if (handle_ == 0)
+        return 0;
+    const int code = midiOut_.close(handle_);
+    if (code != 0 && !lost_)
+        return code;
+    handle_ = 0;
+    lost_ = false;
+    tellChange();
+    return 0;
+}
+
+int OpenOutput::send(std::uint32_t message) {
+    if (isProgramChange(message))
+        program_ = message;
+    if (lost_ && startsSomething(message) && tryAgain() && isProgramChange(message))
+        return 0;
+    if (!isOpen())
+        return 0;
+    const int code = midiOut_.send(handle_, message);
+    if (code == 0 || !midiOut_.gone(handle_))
+        return code;
+    // It may have gone and come back unnoticed.
+    lost_ = true;
+    nextTry_ = runtime_.now();
+    if (tryAgain())
+        return isProgramChange(message) ? 0 : midiOut_.send(handle_, message);
+    // Nobody looks at the answer to a program change, so the loss is found by the note after it.
+    lost_ = !isProgramChange(message);
+    if (lost_)
+        tellChange();
+    return code;
+}
+
+void OpenOutput::reset() {
+    if (isOpen())
+        midiOut_.reset(handle_);
+}
+
+bool OpenOutput::ready() {
+    return isOpen() || (lost_ && tryAgain());
+}
+
+bool OpenOutput::tryAgain() {
+    if (runtime_.now() < nextTry_)
+        return false;
+    const MidiOpenResult result = midiOut_.reopen(handle_);
+    // Counted from the end of a try, however long it took.
+    nextTry_ = runtime_.now() + kRetryInterval;
+    if (result.code != 0)
+        return false;
+    handle_ = result.handle;
+    lost_ = false;
+    if (program_ != 0)
+        midiOut_.send(handle_, program_);
+    tellChange();
+    return true;
+}
+
+void OpenOutput::tellChange() const {
+    if (changed_)
+        changed_();
+}
