@@ -27,6 +27,9 @@ public:
     QDateTime dateTime() const override { return real_.dateTime(); }
     void pump(Instant wakeBy) override { real_.pump(wakeBy); }
     void blockUntil(Instant /*end*/) override {}
+    std::unique_ptr<Alarm> makeAlarm(std::function<void()> work) override {
+        return real_.makeAlarm(std::move(work));
+    }
     bool held(KeyCode key) const override { return real_.held(key); }
     bool repeated(KeyCode key) const override { return real_.repeated(key); }
     void end() override { real_.end(); }

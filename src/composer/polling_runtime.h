@@ -24,6 +24,9 @@ public:
     double secondsSinceMidnight() const override { return runtime_.secondsSinceMidnight(); }
     QDateTime dateTime() const override { return runtime_.dateTime(); }
     void blockUntil(Instant end) override { runtime_.blockUntil(end); }
+    std::unique_ptr<Alarm> makeAlarm(std::function<void()> work) override {
+        return runtime_.makeAlarm(std::move(work));
+    }
     bool held(KeyCode key) const override { return runtime_.held(key); }
     bool repeated(KeyCode key) const override { return runtime_.repeated(key); }
     void end() override { runtime_.end(); }

@@ -3,6 +3,8 @@
 #include "platform/key_codes.h"
 
 #include <chrono>
+#include <functional>
+#include <memory>
 
 class QDateTime;
 
@@ -16,6 +18,16 @@ constexpr Instant kForever = Instant::max();
 constexpr Instant secondsToInstant(double seconds) {
     return Instant{static_cast<Instant::rep>(seconds * 1e9 + (seconds < 0 ? -0.5 : 0.5))};
 }
+
+/// Work that is done at its time whatever loop, wait or box runs then. Destroying it cancels it.
+class Alarm {
+public:
+    virtual ~Alarm() = default;
+
+    /// The one instant at which it is to go off next. One in the past is as soon as possible.
+    virtual void set(Instant due) = 0;
+    virtual void cancel() = 0;
+};
 
 /// Time, events and the keyboard, as the program's long activities see them.
 ///
@@ -44,6 +56,10 @@ public:
     /// Waits until `end` with the window painted but no user input let through; input keeps its
     /// order and comes with the next pass. An instant in the past returns at once.
     virtual void blockUntil(Instant end) = 0;
+
+    /// Makes an alarm that is not set yet. Within half a second of its instant it does its work,
+    /// which must be short, open no box and let no events run: a note may be due.
+    virtual std::unique_ptr<Alarm> makeAlarm(std::function<void()> work) = 0;
 
     /// Whether the key is down as of this pass. A tap between two passes is down for one of them.
     virtual bool held(KeyCode key) const = 0;

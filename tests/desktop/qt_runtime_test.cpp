@@ -3,6 +3,7 @@
 #include "platform/key_places.h"
 
 #include <QApplication>
+#include <QEventLoop>
 #include <QKeyEvent>
 #include <QWidget>
 #include <QWindow>
@@ -109,4 +110,22 @@ TEST_F(QtRuntimeTest, WaitsAndPassesEndAtTheirInstant) {
     while (runtime.now() < soon)
         runtime.pump(soon);
     EXPECT_FALSE(runtime.ending());
+}
+
+TEST_F(QtRuntimeTest, AnAlarmGoesOffInEveryLoopAndCanBeRungAtTheEnd) {
+    int rung = 0;
+    const auto alarm = runtime.makeAlarm([&rung] { ++rung; });
+    alarm->set(runtime.now());
+    runtime.blockUntil(runtime.now() + 100ms);
+    EXPECT_EQ(rung, 1) << "in a wait";
+    QEventLoop box;
+    const auto end = runtime.makeAlarm([&box] { box.quit(); });
+    alarm->set(runtime.now());
+    end->set(runtime.now() + 1ms);
+    box.exec();
+    EXPECT_EQ(rung, 2) << "in a loop of the toolkit's own";
+    alarm->set(runtime.now() + 1h);
+    runtime.ringAlarms();
+    runtime.ringAlarms();
+    EXPECT_EQ(rung, 3);
 }

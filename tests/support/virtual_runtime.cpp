@@ -7,6 +7,28 @@
 
 #include <utility>
 
+class VirtualRuntime::VirtualAlarm : public Alarm {
+public:
+    VirtualAlarm(VirtualRuntime& runtime, std::function<void()> work)
+        : due(kForever), runtime_(runtime), work_(std::move(work)) {
+        runtime_.alarms_.push_back(this);
+    }
+    ~VirtualAlarm() override { std::erase(runtime_.alarms_, this); }
+
+    void set(Instant instant) override { due = instant; }
+    void cancel() override { due = kForever; }
+    void ring() {
+        due = kForever;
+        work_();
+    }
+
+    Instant due;
+
+private:
+    VirtualRuntime& runtime_;
+    std::function<void()> work_;
+};
+
 VirtualRuntime::VirtualRuntime() : wallStart_(QDate(2004, 10, 1), QTime(0, 0)) {
     if (auto* dispatcher = QAbstractEventDispatcher::instance()) {
         QObject::connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, dispatcher,
@@ -50,12 +72,32 @@ QDateTime VirtualRuntime::dateTime() const {
     return wallStart_.addMSecs(std::chrono::duration_cast<std::chrono::milliseconds>(now_).count());
 }
 
+std::unique_ptr<Alarm> VirtualRuntime::makeAlarm(std::function<void()> work) {
+    return std::make_unique<VirtualAlarm>(*this, std::move(work));
+}
+
+/// Lets the alarms of this stretch go off, moving the clock to each.
+bool VirtualRuntime::ringUntil(Instant limit) {
+    bool rang = false;
+    while (true) {
+        const auto first =
+            std::min_element(alarms_.begin(), alarms_.end(),
+                             [](const auto* a, const auto* b) { return a->due < b->due; });
+        if (first == alarms_.end() || (*first)->due == kForever || (*first)->due > limit)
+            return rang;
+        now_ = std::max(now_, (*first)->due);
+        (*first)->ring();
+        rang = true;
+    }
+}
+
 void VirtualRuntime::pump(Instant wakeBy) {
     ++passes_;
     repeated_ = 0;
     ++pumping_;
     if (qApp)
         QCoreApplication::processEvents();
+    ringUntil(now_);
     if (!runDueActs() && !ending_ && now_ < wakeBy && !jumpToNextAct(wakeBy)) {
         ADD_FAILURE() << "a loop waits for ever and no act is left";
         ending_ = true;
@@ -65,6 +107,7 @@ void VirtualRuntime::pump(Instant wakeBy) {
 }
 
 void VirtualRuntime::blockUntil(Instant end) {
+    ringUntil(end);
     now_ = std::max(now_, end);
 }
 
@@ -83,12 +126,14 @@ bool VirtualRuntime::runDueActs() {
 }
 
 bool VirtualRuntime::jumpToNextAct(Instant limit) {
+    if (acts_.empty() && limit == kForever)
+        return false;
+    if (ringUntil(acts_.empty() ? limit : std::min(limit, acts_.begin()->first)))
+        return true;
     if (!acts_.empty() && acts_.begin()->first <= limit) {
         now_ = std::max(now_, acts_.begin()->first);
         return true;
     }
-    if (limit == kForever)
-        return false;
     now_ = limit;
     return true;
 }

@@ -7,6 +7,7 @@
 #include <functional>
 #include <map>
 #include <set>
+#include <vector>
 
 /// The runtime on virtual time: nothing sleeps, the clock jumps.
 ///
@@ -47,19 +48,25 @@ public:
     QDateTime dateTime() const override;
     void pump(Instant wakeBy) override;
     void blockUntil(Instant end) override;
+    /// Goes off at its very instant, in a wait as well, but not while `advance` moves the clock.
+    std::unique_ptr<Alarm> makeAlarm(std::function<void()> work) override;
     bool held(KeyCode key) const override { return held_.count(key) > 0; }
     bool repeated(KeyCode key) const override { return repeated_ == key; }
     void end() override { ending_ = true; }
     bool ending() const override { return ending_; }
 
 private:
+    class VirtualAlarm;
+
     bool runDueActs();
+    bool ringUntil(Instant limit);
     bool jumpToNextAct(Instant limit);
     void serveModalLoop();
 
     Instant now_{0};
     QDateTime wallStart_;
     std::multimap<Instant, std::function<void()>> acts_;
+    std::vector<VirtualAlarm*> alarms_;
     std::set<KeyCode> held_;
     KeyCode repeated_ = 0;  ///< in this pass
     int passes_ = 0;

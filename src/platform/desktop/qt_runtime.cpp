@@ -1,6 +1,7 @@
 #include "platform/desktop/qt_runtime.h"
 
 #include "platform/desktop/held_input.h"
+#include "platform/desktop/qt_alarm.h"
 
 #include <QAbstractEventDispatcher>
 #include <QCoreApplication>
@@ -8,6 +9,7 @@
 
 #include <algorithm>
 #include <thread>
+#include <utility>
 
 namespace {
 
@@ -96,6 +98,14 @@ void QtRuntime::blockUntil(Instant end) {
 void QtRuntime::paintAndServe(Instant until) {
     while (now() < until && processEvents(QEventLoop::ExcludeUserInputEvents)) {
     }
+}
+
+std::unique_ptr<Alarm> QtRuntime::makeAlarm(std::function<void()> work) {
+    return std::make_unique<QtAlarm>(alarms_, std::move(work));
+}
+
+void QtRuntime::ringAlarms() const {
+    QtAlarm::ringAll(alarms_);
 }
 
 void QtRuntime::end() {

@@ -19,10 +19,15 @@ public:
     QDateTime dateTime() const override;
     void pump(Instant wakeBy) override;
     void blockUntil(Instant end) override;
+    std::unique_ptr<Alarm> makeAlarm(std::function<void()> work) override;
     bool held(KeyCode key) const override { return keys_.held(key); }
     bool repeated(KeyCode key) const override { return keys_.repeated(key); }
     void end() override;
     bool ending() const override { return ending_; }
+
+    /// Does now what alarms are set for, such as keeping an unsaved melody: for an end of the
+    /// program that lets no loop run on.
+    void ringAlarms() const;
 
 private:
     void sleepUntilEvent(Instant wakeBy);
@@ -30,5 +35,6 @@ private:
 
     KeyTable keys_;
     QTimer wakeUp_;
+    QObject alarms_;  ///< owns their timers
     bool ending_ = false;
 };
