@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QByteArray>
+#include <QDateTime>
 #include <QString>
 #include <QStringList>
 
+#include <future>
 #include <memory>
 
 /// Why a file operation failed: a number that the user may look up, and the platform's description
@@ -43,6 +45,13 @@ public:
     virtual FileError amend(qint64 position, const QByteArray& bytes) = 0;
 
     virtual FileError finish() = 0;
+};
+
+/// A file that one running program at a time has to itself. Destroying it gives the file free, and
+/// so does the end of the program, even if it is killed.
+class FileClaim {
+public:
+    virtual ~FileClaim() = default;
 };
 
 /// Files and folders. Paths are written with backslashes everywhere in the program and are joined
@@ -91,6 +100,9 @@ public:
     /// path itself need not exist.
     virtual bool isInside(const QString& /*root*/, const QString& /*path*/) const { return false; }
 
+    /// When a file was written last.
+    virtual QDateTime lastChanged(const QString& /*path*/) const { return {}; }
+
     /// Reads at most the given number of bytes.
     virtual Content readFile(const QString& /*path*/, qint64 /*atMost*/) const {
         return {noFiles(), {}};
@@ -101,6 +113,20 @@ public:
         return noFiles();
     }
 
+    /// The same while the program goes on: the disk keeps no note waiting. The result comes when
+    /// the file is written; destroying it waits for that.
+    virtual std::future<FileError> writeInBackground(const QString& path, const QByteArray& bytes) {
+        std::promise<FileError> result;
+        result.set_value(writeFile(path, bytes));
+        return result.get_future();
+    }
+
+    /// Writes a file like `writeFile`. Another content that stood there goes to the desktop's
+    /// trash, where there is one.
+    virtual FileError replaceFile(const QString& path, const QByteArray& bytes) {
+        return writeFile(path, bytes);
+    }
+
     virtual Draft draftFile(const QString& /*path*/) { return {noFiles(), nullptr}; }
 
     /// Never replaces a file.
@@ -109,10 +135,23 @@ public:
     }
 
     virtual FileError removeFile(const QString& /*path*/) { return noFiles(); }
+
+    /// Puts a file into the desktop's trash, or removes it where there is none.
+    virtual FileError discardFile(const QString& path) { return removeFile(path); }
+
     virtual FileError createFolder(const QString& /*path*/) { return noFiles(); }
 
     /// Only an empty folder can be removed.
     virtual FileError removeFolder(const QString& /*path*/) { return noFiles(); }
+
+    /// The same with the trash, as `discardFile`.
+    virtual FileError discardFolder(const QString& path) { return removeFolder(path); }
+
+    /// Null if another running program has the file. Where no claim can be made, as on a medium
+    /// that can only be read, anyone gets one.
+    virtual std::unique_ptr<FileClaim> claim(const QString& /*path*/) {
+        return std::make_unique<FileClaim>();
+    }
 
 private:
     static FileError noFiles() { return {file_error::kPathNotFound, {}}; }

@@ -30,4 +30,8 @@ bool isPossible(const QString& path);
 /// What links, "." and ".." make of a path that need not exist; empty if that cannot be told.
 std::filesystem::path followed(const QString& path);
 
+/// Whether the user has a trash, or can be given one. The toolkit's own answer cannot be relied on
+/// where there is none.
+bool hasTrash();
+
 }  // namespace system_files

@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -49,13 +50,14 @@ TEST_F(DesktopFoldersTest, aFirstStartMakesTheMelodiesAndLaterOnesLeaveThemAlone
     ASSERT_TRUE(QDir().mkpath(examples));
     put(examples + name);
     QFile::setPermissions(examples + name, QFileDevice::ReadOwner);
+    ASSERT_TRUE(QDir().mkpath(QCoreApplication::applicationDirPath() + "/note"));
     const DesktopFolders first;
     QFile::remove(examples + name);
     EXPECT_TRUE(first.fileExists(path("Melodie\\Esempi\\" + name)));
     EXPECT_TRUE(QFileInfo(native("Melodie/Esempi/" + name)).permissions() &
                 QFileDevice::WriteOwner);
     EXPECT_EQ(QDir(home.path()).entryList(QDir::Dirs | QDir::NoDotAndDotDot),
-              QStringList{"Melodie"});
+              (QStringList{"Melodie", "note"}));
 
     QDir(native("Melodie/Esempi")).removeRecursively();
     const DesktopFolders second;
@@ -149,6 +151,93 @@ TEST_F(DesktopFoldersTest, driveAIsTheNamedFolderForAsLongAsItIsThere) {
     EXPECT_TRUE(folders.files("a:\\", "*.mel").isEmpty());
     EXPECT_TRUE(folders.subFolders("a:\\").isEmpty());
     EXPECT_FALSE(folders.fileExists("a:\\x.mel"));
+}
+
+TEST_F(DesktopFoldersTest, whatIsDiscardedOrReplacedLiesInTheTrashWhereThereIsOne) {
+    const QByteArray before = qgetenv("XDG_DATA_HOME");
+    const auto trashed = [this] {
+        QStringList names;
+        for (const QString& name : QDir(native("data/Trash/files")).entryList(QDir::Files))
+            names << name;
+        return names;
+    };
+    DesktopFolders folders;
+    QDir().mkpath(native("Melodie/Vuota"));
+    qputenv("XDG_DATA_HOME", native("data").toUtf8());
+    if (QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) != native("data"))
+        GTEST_SKIP() << "this system's trash is not where the environment says";
+    const QString file = path("Melodie\\a.mel");
+    const QString inTrash = native("data/Trash/files/a.mel");
+    EXPECT_EQ(folders.replaceFile(file, "prima").number, 0);
+    EXPECT_EQ(folders.replaceFile(file, "prima").number, 0) << "the same is not replaced";
+    EXPECT_EQ(trashed(), QStringList());
+    EXPECT_EQ(folders.replaceFile(file, "seconda").number, 0);
+    EXPECT_EQ(folders.readFile(path("data\\Trash\\files\\a.mel"), 99).bytes, "prima");
+    EXPECT_EQ(folders.readFile(file, 99).bytes, "seconda");
+    EXPECT_EQ(folders.discardFile(file).number, 0);
+    EXPECT_EQ(folders.discardFile(file).number, file_error::kNotFound);
+    EXPECT_EQ(trashed().size(), 2);
+    EXPECT_EQ(folders.discardFolder(path("Melodie")).number, file_error::kNoAccess);
+    EXPECT_EQ(folders.discardFolder(path("Melodie\\Vuota")).number, 0);
+    EXPECT_TRUE(QFileInfo(native("data/Trash/files/Vuota")).isDir());
+
+    // Where no trash can be, the toolkit would put the file into the current folder.
+    put(native("nulla"));
+    qputenv("XDG_DATA_HOME", native("nulla").toUtf8());
+    put(native("Melodie/b.mel"));
+    QDir().mkpath(native("Melodie/Vuota"));
+    EXPECT_EQ(folders.replaceFile(path("Melodie\\b.mel"), "nuova").number, 0);
+    EXPECT_EQ(folders.readFile(path("Melodie\\b.mel"), 99).bytes, "nuova");
+    EXPECT_EQ(folders.discardFile(path("Melodie\\b.mel")).number, 0);
+    EXPECT_EQ(folders.discardFolder(path("Melodie\\Vuota")).number, 0);
+    EXPECT_FALSE(QFileInfo::exists(native("Melodie/b.mel")));
+    EXPECT_FALSE(QFileInfo::exists(native("Melodie/Vuota")));
+    EXPECT_FALSE(QFileInfo::exists("files/b.mel"));
+    before.isNull() ? qunsetenv("XDG_DATA_HOME") : qputenv("XDG_DATA_HOME", before);
+}
+
+TEST_F(DesktopFoldersTest, aClaimLastsAsLongAsItsObject) {
+    DesktopFolders folders;
+    auto claim = folders.claim(path("x.mel"));
+    ASSERT_TRUE(claim);
+    EXPECT_FALSE(folders.claim(path("x.mel")));
+    EXPECT_FALSE(folders.writeInBackground(path("x.mel"), "x").get().failed());
+    claim.reset();
+    EXPECT_TRUE(folders.claim(path("x.mel")));
+    put(native("x.mel.lock"), "999999\ncantavista\n");
+    EXPECT_TRUE(folders.claim(path("x.mel"))) << "what a killed program left";
+    EXPECT_TRUE(folders.claim(path("no\\x.mel"))) << "where nobody can claim anything";
+}
+
+TEST_F(DesktopFoldersTest, oldTemporaryFilesOfItsOwnGo) {
+    const auto putOld = [](const QString& file, int days, const QByteArray& bytes = "x") {
+        put(file, bytes);
+        QFile opened(file);
+        ASSERT_TRUE(opened.open(QIODevice::ReadWrite));
+        opened.setFileTime(QDateTime::currentDateTime().addDays(-days),
+                           QFileDevice::FileModificationTime);
+    };
+    const QTemporaryDir music;
+    for (const char* folder : {"Melodie", "Melodie/Sotto"})
+        QDir().mkpath(native(folder));
+    const QStringList go{native("Melodie/Sotto/a.mel.AbCdEf"),
+                         native("Melodia non salvata.mel.AbCdEf"), music.filePath("a.wav.AbCdEf"),
+                         music.filePath("b.wav.AbCdEf"), native("Esportazione-AbCdEf")};
+    const QStringList stay{native("Melodie/a.mel.AbCd12"), native("Melodie/a.mel"),
+                           music.filePath("c.wav.AbCdEf"), music.filePath("a.wav.bak")};
+    for (const QString& file : go + stay)
+        putOld(file, 2, music.filePath("a.wav").toUtf8());
+    putOld(native("Melodie/a.mel.ABCDEF"), 0);
+    DesktopFolders folders;
+    {
+        const auto draft = folders.draftFile(QString(music.filePath("b.wav")).replace(u'/', u'\\'));
+        EXPECT_EQ(QDir(home.path()).entryList({"Esportazione-*"}).size(), 1);
+    }
+    for (const QString& file : go)
+        EXPECT_FALSE(QFile::exists(file)) << file.toStdString();
+    for (const QString& file : stay + QStringList{native("Melodie/a.mel.ABCDEF")})
+        EXPECT_TRUE(QFile::exists(file)) << file.toStdString();
+    EXPECT_TRUE(QDir(home.path()).entryList({"Esportazione-*"}).isEmpty());
 }
 
 }  // namespace

@@ -55,6 +55,17 @@ private:
     QByteArray bytes_;
 };
 
+class MemoryClaim : public FileClaim {
+public:
+    MemoryClaim(std::shared_ptr<QSet<QString>> claimed, QString key)
+        : claimed_(std::move(claimed)), key_(std::move(key)) {}
+    ~MemoryClaim() override { claimed_->remove(key_); }
+
+private:
+    std::shared_ptr<QSet<QString>> claimed_;
+    QString key_;
+};
+
 FileError error(int number) {
     return {number, QStringLiteral("Testo dell'errore %1 !!!").arg(number)};
 }
@@ -74,6 +85,19 @@ void MemoryFolders::put(const QString& path, const QByteArray& bytes) {
             folders_ << folder;
     }
     files_[key] = bytes;
+    changed_[key] = ++writes_;
+}
+
+void MemoryFolders::takeFiles(const MemoryFolders& other) {
+    files_ = other.files_;
+    changed_ = other.changed_;
+    writes_ = other.writes_;
+}
+
+MemoryFolders MemoryFolders::afterCrash() const {
+    MemoryFolders left = *this;
+    left.claimed_ = std::make_shared<QSet<QString>>();
+    return left;
 }
 
 QByteArray MemoryFolders::at(const QString& path) const {
@@ -126,6 +150,11 @@ bool MemoryFolders::isInside(const QString& root, const QString& path) const {
     return keyOf(path).startsWith(keyOf(root) + kBackslash);
 }
 
+QDateTime MemoryFolders::lastChanged(const QString& path) const {
+    const auto found = changed_.find(keyOf(path));
+    return QDateTime::fromSecsSinceEpoch(found == changed_.end() ? 0 : found->second);
+}
+
 Folders::Content MemoryFolders::readFile(const QString& path, qint64 atMost) const {
     if (readFailure.failed())
         return {readFailure, {}};
@@ -147,8 +176,16 @@ FileError MemoryFolders::writeFile(const QString& path, const QByteArray& bytes)
     if (folders_.contains(key))
         return error(file_error::kNoAccess);
     if (!writeFailure.failed())
-        files_[key] = bytes;
+        put(path, bytes);
     return writeFailure;
+}
+
+FileError MemoryFolders::replaceFile(const QString& path, const QByteArray& bytes) {
+    const QByteArray old = at(path);
+    const FileError failure = writeFile(path, bytes);
+    if (!failure.failed() && !old.isNull() && old != bytes)
+        trash << old;
+    return failure;
 }
 
 Folders::Draft MemoryFolders::draftFile(const QString& path) {
@@ -171,6 +208,14 @@ FileError MemoryFolders::removeFile(const QString& path) {
     return files_.erase(keyOf(path)) > 0 ? FileError{} : error(file_error::kNotFound);
 }
 
+FileError MemoryFolders::discardFile(const QString& path) {
+    const QByteArray old = at(path);
+    const FileError failure = removeFile(path);
+    if (!failure.failed())
+        trash << old;
+    return failure;
+}
+
 FileError MemoryFolders::createFolder(const QString& path) {
     const QString key = keyOf(path);
     if (const FileError failure = checkParent(key); failure.failed())
@@ -189,4 +234,11 @@ FileError MemoryFolders::removeFolder(const QString& path) {
         return error(file_error::kNoAccess);
     folders_.removeAll(keyOf(path));
     return {};
+}
+
+std::unique_ptr<FileClaim> MemoryFolders::claim(const QString& path) {
+    if (claimed_->contains(keyOf(path)))
+        return nullptr;
+    claimed_->insert(keyOf(path));
+    return std::make_unique<MemoryClaim>(claimed_, keyOf(path));
 }

@@ -1,10 +1,13 @@
 #include "platform/desktop/atomic_file.h"
 
+#include "platform/desktop/trash.h"
 #include "platform/system_files.h"
 
 #include <QByteArray>
 #include <QFile>
 #include <QFileInfo>
+
+#include <optional>
 
 namespace atomic_file {
 namespace {
@@ -51,7 +54,7 @@ Outcome writeOver(const QString& path, const QByteArray& bytes) {
 
 }  // namespace
 
-Outcome write(const QString& path, const QByteArray& bytes) {
+Outcome write(const QString& path, const QByteArray& bytes, Old old) {
     QSaveFile file(path);
     system_files::forgetError();
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
@@ -65,9 +68,18 @@ Outcome write(const QString& path, const QByteArray& bytes) {
         file.cancelWriting();
         return outcome;
     }
+    // Where a link leads is what is written.
+    const QString place = QFileInfo(path).canonicalFilePath();
+    std::optional<QString> discarded;
+    if (old == Old::Discarded && !place.isEmpty())
+        discarded = trash::take(place);
     system_files::forgetError();
-    if (!file.commit())
-        return failure();
+    if (!file.commit()) {
+        const Outcome outcome = failure();
+        if (discarded)
+            trash::giveBack(*discarded, place);
+        return outcome;
+    }
     return readBack(path, bytes);
 }
 

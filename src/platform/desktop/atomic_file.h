@@ -20,7 +20,11 @@ struct Outcome {
 /// Writes to a new file beside the old one and puts it in its place when it is whole and on the
 /// disk. Only where the folder takes no new file but the old one may be written, it is written
 /// over, and put back as it was if that fails.
-Outcome write(const QString& path, const QByteArray& bytes);
+///
+/// The old file can be put into the desktop's trash, where there is one, just before the new one,
+/// which is then whole and on the disk, takes its place.
+enum class Old { Replaced, Discarded };
+Outcome write(const QString& path, const QByteArray& bytes, Old old = Old::Replaced);
 
 /// A file that is written a stretch at a time, beside the old one. Unless it is finished, it leaves
 /// nothing behind.

@@ -1,12 +1,14 @@
 #include "platform/desktop/desktop_folders.h"
 
-#include "platform/desktop/atomic_file.h"
+#include "platform/desktop/leftovers.h"
 #include "platform/desktop/program_folder.h"
+#include "platform/desktop/trash.h"
 #include "platform/system_files.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLockFile>
 
 #include <algorithm>
 #include <array>
@@ -112,7 +114,8 @@ bool isNoPlainFile(const QString& nativePath) {
 
 class DesktopDraft : public FileDraft {
 public:
-    explicit DesktopDraft(const QString& nativePath) : draft_(nativePath) {}
+    DesktopDraft(const QString& programFolder, const QString& nativePath)
+        : note_(programFolder, nativePath), draft_(nativePath) {}
 
     FileError open() { return errorOfWriting(draft_.open()); }
     FileError append(const QByteArray& bytes) override {
@@ -124,15 +127,24 @@ public:
     FileError finish() override { return errorOfWriting(draft_.finish()); }
 
 private:
+    leftovers::Note note_;
     atomic_file::Draft draft_;
 };
 
-/// What a killed save left in a folder: a melody's name and six letters more.
-void removeLeftovers(const QString& folder) {
-    const QStringList names = QDir(folder).entryList({QStringLiteral("*.mel.??????")}, QDir::Files);
-    for (const QString& name : names)
-        QFile::remove(folder + QLatin1Char('/') + name);
-}
+/// A lock file beside the claimed one. Its age says nothing: what counts is whether the program
+/// that made it still holds it open.
+class DesktopClaim : public FileClaim {
+public:
+    explicit DesktopClaim(const QString& nativePath) : lock_(nativePath + QLatin1String(".lock")) {
+        lock_.setStaleLockTime(1);
+        lock_.tryLock(0);
+    }
+
+    bool isAnothers() const { return lock_.error() == QLockFile::LockFailedError; }
+
+private:
+    QLockFile lock_;
+};
 
 }  // namespace
 
@@ -141,6 +153,8 @@ DesktopFolders::DesktopFolders(ProgramFolder use) {
         return;
     programFolder_ = program_folder::find();
     program_folder::prepareMelodies(programFolder_);
+    leftovers::removeNoted(programFolder_);
+    leftovers::removeMelodiesBelow(programFolder_);
     programFolder_.replace(QLatin1Char('/'), QLatin1Char('\\'));
 }
 
@@ -192,6 +206,10 @@ bool DesktopFolders::isInside(const QString& root, const QString& path) const {
     return end == above.end();
 }
 
+QDateTime DesktopFolders::lastChanged(const QString& path) const {
+    return QFileInfo(nativePath(path)).lastModified();
+}
+
 Folders::Content DesktopFolders::readFile(const QString& path, qint64 atMost) const {
     const QString native = nativePath(path);
     if (FileError error = checkMedium(native); error.failed())
@@ -209,16 +227,39 @@ Folders::Content DesktopFolders::readFile(const QString& path, qint64 atMost) co
     return {{}, std::move(bytes)};
 }
 
-FileError DesktopFolders::writeFile(const QString& path, const QByteArray& bytes) {
+FileError DesktopFolders::write(const QString& path, const QByteArray& bytes,
+                                atomic_file::Old old) const {
     const QString native = nativePath(path);
     if (FileError error = checkNew(native); error.failed())
         return error;
     if (isNoPlainFile(native))
         return errorOf(file_error::kNoAccess);
-    const atomic_file::Outcome outcome = atomic_file::write(native, bytes);
+    leftovers::removeOf(native);
+    const atomic_file::Outcome outcome = atomic_file::write(native, bytes, old);
     if (!outcome.written && isOnDriveA(path) && driveA().isEmpty())
         return errorOf(file_error::kNotReady);
     return errorOfWriting(outcome);
+}
+
+FileError DesktopFolders::writeFile(const QString& path, const QByteArray& bytes) {
+    return write(path, bytes, atomic_file::Old::Replaced);
+}
+
+std::future<FileError> DesktopFolders::writeInBackground(const QString& path,
+                                                         const QByteArray& bytes) {
+    try {
+        return std::async(std::launch::async, [this, path, bytes] {
+            return write(path, bytes, atomic_file::Old::Replaced);
+        });
+    } catch (const std::system_error&) {
+        return Folders::writeInBackground(path, bytes);  // no thread is left
+    }
+}
+
+FileError DesktopFolders::replaceFile(const QString& path, const QByteArray& bytes) {
+    const Content old = readFile(path, bytes.size() + 1);
+    const bool same = !old.error.failed() && old.bytes == bytes;
+    return write(path, bytes, same ? atomic_file::Old::Replaced : atomic_file::Old::Discarded);
 }
 
 Folders::Draft DesktopFolders::draftFile(const QString& path) {
@@ -227,7 +268,10 @@ Folders::Draft DesktopFolders::draftFile(const QString& path) {
         return {error, nullptr};
     if (isNoPlainFile(native))
         return {errorOf(file_error::kNoAccess), nullptr};
-    auto draft = std::make_unique<DesktopDraft>(native);
+    const QString home = nativePath(programFolder_);
+    leftovers::removeNoted(home);
+    leftovers::removeOf(native);
+    auto draft = std::make_unique<DesktopDraft>(home, native);
     if (FileError error = draft->open(); error.failed())
         return {error, nullptr};
     return {{}, std::move(draft)};
@@ -261,6 +305,13 @@ FileError DesktopFolders::removeFile(const QString& path) {
     return removed ? FileError{} : errorOf(file_error::kNotFound);
 }
 
+FileError DesktopFolders::discardFile(const QString& path) {
+    const QString native = nativePath(path);
+    if (QFileInfo(native).isFile() && trash::take(native))
+        return {};
+    return removeFile(path);
+}
+
 FileError DesktopFolders::createFolder(const QString& path) {
     const QString native = nativePath(path);
     if (FileError error = checkNew(native); error.failed())
@@ -278,6 +329,23 @@ FileError DesktopFolders::removeFolder(const QString& path) {
         return error;
     if (!QFileInfo(native).isDir())
         return errorOf(file_error::kPathNotFound);
-    removeLeftovers(native);
+    leftovers::removeMelodiesOf(native);
     return QDir().rmdir(native) ? FileError{} : errorOf(file_error::kNoAccess);
+}
+
+/// A link to a folder is none of its own.
+FileError DesktopFolders::discardFolder(const QString& path) {
+    const QString native = nativePath(path);
+    if (native.isEmpty() || !QFileInfo(native).isDir() || QFileInfo(native).isSymLink())
+        return removeFolder(path);
+    leftovers::removeMelodiesOf(native);
+    const QDir::Filters everything = QDir::AllEntries | QDir::Hidden | QDir::System;
+    if (QDir(native).isEmpty(everything | QDir::NoDotAndDotDot) && trash::take(native))
+        return {};
+    return removeFolder(path);
+}
+
+std::unique_ptr<FileClaim> DesktopFolders::claim(const QString& path) {
+    auto claim = std::make_unique<DesktopClaim>(nativePath(path));
+    return claim->isAnothers() ? nullptr : std::move(claim);
 }

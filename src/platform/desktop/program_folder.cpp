@@ -32,19 +32,23 @@ void fillFrom(const QString& installed, const QString& own) {
     }
 }
 
-/// The melodies that came with the program: beside the executable, or installed.
-QString melodiesOfTheProgram() {
+/// A folder that came with the program: beside the executable, or installed.
+QString ofTheProgram(QLatin1String folder) {
     const QString executable = QCoreApplication::applicationDirPath();
-    const QString beside = executable + kMelodyFolder;
-    return QFileInfo(beside).isDir() ? beside : executable + kInstalledData + kMelodyFolder;
+    const QString beside = executable + folder;
+    return QFileInfo(beside).isDir() ? beside : executable + kInstalledData + folder;
 }
 
 }  // namespace
 
 QString find() {
     const QString named = qEnvironmentVariable("CANTAVISTA_HOME");
-    if (!named.isEmpty())
-        return QDir(named).absolutePath();
+    if (!named.isEmpty()) {
+        QString own = QDir(named).absolutePath();
+        if (!QFileInfo::exists(own + kNoteFolder))
+            fillFrom(ofTheProgram(kNoteFolder), own + kNoteFolder);
+        return own;
+    }
 
     QString executable = QCoreApplication::applicationDirPath();
     if (QFileInfo(executable + kNoteFolder).isDir())
@@ -63,7 +67,7 @@ void prepareMelodies(const QString& programFolder) {
     if (!workshop.isValid())
         return;
     const QString made = workshop.filePath(QStringLiteral("Melodie"));
-    fillFrom(melodiesOfTheProgram(), made);
+    fillFrom(ofTheProgram(kMelodyFolder), made);
     QDir().rename(made, folder);
 }
 

@@ -2,7 +2,9 @@
 
 #include "platform/folders.h"
 
+#include <QDir>
 #include <QFileInfo>
+#include <QStandardPaths>
 #include <QStorageInfo>
 #include <QStringList>
 
@@ -71,6 +73,22 @@ fs::path followed(const QString& path) {
     if (error)
         return {};
     return whole.has_filename() ? whole : whole.parent_path();
+}
+
+/// Without this folder the toolkit would take the current one for the trash.
+bool hasTrash() {
+    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    const QString trash = data + QLatin1String("/Trash");
+    if (data.isEmpty() || !QDir().mkpath(data))
+        return false;
+    if (!QFileInfo::exists(trash))
+        QDir().mkdir(trash,
+                     QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    const auto takesFiles = [&trash](const char* name) {
+        const QFileInfo folder(trash + QLatin1String(name));
+        return QDir().mkpath(folder.filePath()) && folder.isWritable();
+    };
+    return takesFiles("/files") && takesFiles("/info");
 }
 
 }  // namespace system_files

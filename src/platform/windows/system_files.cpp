@@ -68,4 +68,8 @@ std::filesystem::path followed(const QString& path) {
     return paths::followed(toSystem(path));
 }
 
+bool hasTrash() {
+    return true;
+}
+
 }  // namespace system_files
