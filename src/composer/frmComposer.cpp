@@ -232,10 +232,8 @@ void frmComposer::Form_Activate() {
     if (offerUnsaved())
         melodyFile_.clear();
     openMelodyFile();
-    while (!closed_ && !runtime_.ending()) {
-        runtime_.pump(unsaved_.due());
-        unsaved_.keepIfDue();
-    }
+    while (!closed_ && !runtime_.ending())
+        runtime_.pump(kForever);
     silenceHands();
     polling_ = false;
 }
@@ -268,8 +266,9 @@ void frmComposer::done(int result) {
     playback_.player().abandon();
     showPlaying(false);
     silenceHands();
-    if (editor_.modified() && !services_.dialogs.confirm(QStringLiteral(
-                                  "La melodia non è stata salvata. Chiudere comunque ?")))
+    const bool loses = editor_.modified() || !unsaved_.othersKept();
+    if (loses && !services_.dialogs.confirm(
+                     QStringLiteral("La melodia non è stata salvata. Chiudere comunque ?")))
         return;
     unsaved_.forget();
     closed_ = true;

@@ -111,6 +111,7 @@ void frmComposer::lblStep_Click(StepMode::Direction direction) {
 void frmComposer::Slider1_Change() {
     const QScrollBar& bar = *ui_->playback->ui().Slider1;
     composition_.tempo = bar.value();
+    unsaved_.changed();
     ui_->playback->showTempo(composition_.tempo);
     if (!bar.hasFocus())
         focusPlay();
@@ -227,6 +228,7 @@ void frmComposer::takeAtStep(const EditOutcome& outcome) {
 
 void frmComposer::chooseInstrument(int program) {
     composition_.instrument = program;
+    unsaved_.changed();
     services_.funzioniMM.chooseInstrument(program);
     ui_->instrument->showProgram(program);
 }

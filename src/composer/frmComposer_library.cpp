@@ -120,7 +120,6 @@ bool frmComposer::showOpened(MelodyLibrary::Activated activated) {
     if (activated == MelodyLibrary::Activated::Nothing ||
         activated == MelodyLibrary::Activated::Folder)
         return false;
-    unsaved_.leave();
     showEntryNumber({});
     showEntryName({});
     takeTempoAndInstrument();

@@ -133,10 +133,7 @@ void frmComposer::showUndo() {
     menu_.enableUndo(idle && editor_.canUndo(), idle && editor_.canRedo());
 }
 
-/// A copy that is due does not wait for the end of what plays.
 void frmComposer::showPlaying(bool playing) {
-    if (playing)
-        unsaved_.keep();
     ui_->playback->showPlaying(playing);
     showUndo();
 }

@@ -3,6 +3,7 @@
 #include "support/window_driver.h"
 
 #include <QListWidget>
+#include <QScrollBar>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -117,51 +118,66 @@ struct UnsavedMelodyTest : ComposerLibraryTest {
     }
 };
 
-TEST_F(UnsavedMelodyTest, IsKeptWhileItIsNotSavedAndOfferedToTheNextRun) {
-    QByteArray killed;
-    world.runtime.at(2500ms, [this] { enter(60); });
-    world.runtime.at(3500ms, [this] { enter(62); });
-    world.runtime.at(4400ms, [this] { EXPECT_FALSE(world.folders.fileExists(copy)); });
-    world.runtime.at(4600ms, [this, &killed] {
-        EXPECT_TRUE(world.folders.at(copy).startsWith("60;62;\r\n"));
-        enter(64);
+TEST_F(UnsavedMelodyTest, IsWrittenWithinTwoSecondsWhateverPlaysOrAsks) {
+    const auto kept = [this](const char* notes) {
+        return world.folders.at(copy).startsWith(QByteArray(notes) + "\r\n");
+    };
+    world.runtime.at(10ms, [this] {
+        enter(60);
+        user().click("chekLoop");
         user().click("cmdPlay");
     });
-    world.runtime.at(5s, [this, &killed] { killed = world.folders.at(copy); });
-    runUntil(9s);
-    EXPECT_TRUE(killed.startsWith("60;62;64;\r\n")) << "before it plays";
+    world.runtime.at(1900ms, [&] {
+        EXPECT_TRUE(kept("60;")) << "while it plays";
+        world.dialogs.duringMessage = [&] {
+            world.runtime.blockUntil(world.runtime.now() + 2s);
+            EXPECT_TRUE(world.folders.at(copy).contains("\r\n 200 \r\n")) << "in a box";
+        };
+        user().find<QScrollBar>("Slider1").setValue(200);
+        world.dialogs.message({});
+    });
+    world.runtime.at(4s, [this] { user().click("cmdPlay"); });
+    runUntil(5s);
     EXPECT_FALSE(world.folders.fileExists(copy)) << "given up by an answer";
-
-    const std::string offer = "confirm: L'ultima melodia non è stata salvata. Recuperarla ?";
-    world.folders.put(copy, killed);
-    EXPECT_THAT(runAgain({false}, [this] { EXPECT_EQ(user().text("lblNt"), QString()); }),
-                ElementsAre(offer));
-    EXPECT_FALSE(world.folders.fileExists(copy));
-
-    world.folders.put(copy, killed);
-    world.dialogs.inputs = {QStringLiteral("Mia")};
-    EXPECT_THAT(runAgain({true},
-                         [this] {
-                             EXPECT_EQ(user().text("lblNoteString"), QStringLiteral("Do;Re;Mi;"));
-                             user().trigger("mnuSalva");
-                         }),
-                ElementsAre(offer, "input: Nome melodia | Salva con nome | "));
-    EXPECT_EQ(world.folders.at(kRoot + QStringLiteral("Mia.mel")), killed);
-    EXPECT_FALSE(world.folders.fileExists(copy));
 }
 
-TEST_F(UnsavedMelodyTest, OutlivesTheOneThatIsOpenedInItsPlaceButNotItsUndoing) {
+TEST_F(UnsavedMelodyTest, IsOfferedUntilItIsSavedOrRefused) {
+    const std::string offer = "confirm: L'ultima melodia non è stata salvata. Recuperarla ?";
+    const QString second = QString(copy).replace(".mel", " 2.mel");
     EXPECT_THAT(runAgain({},
                          [this] {
                              enter(60);
                              open(QStringLiteral("Due"));
                          }),
-                IsEmpty());
+                IsEmpty())
+        << "it made way for another one";
     EXPECT_TRUE(world.folders.at(copy).startsWith("60;\r\n"));
+    world.folders.put(second, "72;\r\n1;\r\nn;\r\n");
     const auto undo = [this] { user().trigger("mnuAnnulla"); };
-    EXPECT_EQ(runAgain({true}, undo, kRoot + QStringLiteral("Due.mel")).size(), 1U)
-        << "the offer, which comes before the file, and no question at the end";
+    EXPECT_THAT(runAgain({false, true}, undo, kRoot + QStringLiteral("Due.mel")),
+                ElementsAre(offer, offer));
+    EXPECT_FALSE(world.folders.fileExists(second)) << "refused, and the newer one";
+    EXPECT_TRUE(world.folders.fileExists(copy)) << "an undone recovery loses nothing";
+    world.dialogs.inputs = {QStringLiteral("Mia")};
+    EXPECT_THAT(runAgain({true}, [this] { user().trigger("mnuSalva"); }),
+                ElementsAre(offer, "input: Nome melodia | Salva con nome | "));
+    EXPECT_TRUE(world.folders.at(kRoot + QStringLiteral("Mia.mel")).startsWith("60;\r\n"));
     EXPECT_FALSE(world.folders.fileExists(copy));
     world.folders.put(copy, kDamaged.left(9));
     EXPECT_THAT(runAgain({}, [] {}), IsEmpty()) << "what is no melody is not offered";
+}
+
+TEST_F(UnsavedMelodyTest, TempoAndInstrumentAreChangesAndPushedAsideOnesAreAskedForIfNotKept) {
+    const std::string question = "confirm: La melodia non è stata salvata. Chiudere comunque ?";
+    const QString due = kRoot + QStringLiteral("Due.mel");
+    const auto piano = [this] { user().trigger("mnuPiano"); };
+    EXPECT_THAT(runAgain({true}, piano, due), ElementsAre(question));
+    EXPECT_THAT(runAgain({}, piano), IsEmpty()) << "there is no melody";
+    EXPECT_THAT(runAgain({true},
+                         [this] {
+                             world.folders.writeFailure = {file_error::kDiskFull, {}};
+                             enter(60);
+                             open(QStringLiteral("Due"));
+                         }),
+                ElementsAre(question));
 }

@@ -101,6 +101,7 @@ TEST_F(ExportWindowTest, aMidiFileHasTheTempoAndInstrumentOfTheWindow) {
     inComposer(kInTree, [&] {
         world.dialogs.inputs = {path, {}, path};
         user().trigger("mnuPiano");
+        world.dialogs.confirmations = {true};
         user().trigger("mnuEsportaMidi");
         user().trigger("mnuEsportaMidi");
         world.folders.writeFailure = {61, QStringLiteral("Disco pieno !!!")};
@@ -113,7 +114,8 @@ TEST_F(ExportWindowTest, aMidiFileHasTheTempoAndInstrumentOfTheWindow) {
     EXPECT_THAT(world.dialogs.lines,
                 ElementsAre("save: Esporta MIDI | Due.mid", "message: Esportato: Due.mid",
                             "save: Esporta MIDI | Due.mid", "save: Esporta MIDI | Due.mid",
-                            "message: Errore: 61\n\nDisco pieno !!!"));
+                            "message: Errore: 61\n\nDisco pieno !!!",
+                            "confirm: La melodia non è stata salvata. Chiudere comunque ?"));
 }
 
 TEST_F(ExportWindowTest, ALongRenderingShowsABoxAndCanBeGivenUp) {

@@ -7,12 +7,13 @@
 #include "platform/dialogs.h"
 #include "platform/folders.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
 
-constexpr std::chrono::seconds kRest(2);
-const QLatin1String kFile("\\Melodia non salvata.mel");
+/// With what an alarm may come late, and the disk takes, still below two seconds.
+constexpr std::chrono::milliseconds kRest(1400);
 
 }  // namespace
 
@@ -24,34 +25,65 @@ UnsavedMelody::UnsavedMelody(const Services& services, const Composition& compos
       composition_(composition),
       editor_(editor),
       library_(library),
-      path_(services.folders.programFolder() + kFile) {}
+      alarm_(services.runtime.makeAlarm([this] { wakeUp(); })) {}
 
+UnsavedMelody::~UnsavedMelody() {
+    keep();
+}
+
+/// The copy stays until the recovered melody is saved as well.
 EditOutcome UnsavedMelody::offer() {
-    const MelodyReading reading = readMelody(folders_, path_);
-    if (!reading.file)
-        return {};
-    holdsThisMelody_ = true;
-    if (dialogs_.offer(QStringLiteral("L'ultima melodia non è stata salvata. Recuperarla ?")))
-        return editor_.recover(*reading.file);
-    forget();
+    for (RecoveryCopy& copy : RecoveryCopy::left(folders_)) {
+        const MelodyReading reading = readMelody(folders_, copy.path());
+        if (!reading.file)
+            continue;
+        if (!dialogs_.offer(
+                QStringLiteral("L'ultima melodia non è stata salvata. Recuperarla ?"))) {
+            copy.remove();
+            continue;
+        }
+        EditOutcome outcome = editor_.recover(*reading.file);
+        if (outcome.changed)
+            copies_.emplace(composition_.document, std::move(copy));
+        return outcome;
+    }
     return {};
 }
 
 /// A user who never rests for long is not to put the copy off for ever.
 void UnsavedMelody::changed() {
-    if (due_ == kForever)
-        due_ = runtime_.now() + kRest;
+    due_ = true;
+    arm();
 }
 
-void UnsavedMelody::keepIfDue() {
-    if (runtime_.now() >= due_)
-        keep();
+void UnsavedMelody::arm() {
+    if (!std::exchange(waits_, true))
+        alarm_->set(runtime_.now() + kRest);
+}
+
+void UnsavedMelody::wakeUp() {
+    waits_ = false;
+    keep();
+    bool written = true;
+    for (auto& [document, copy] : copies_)
+        written = copy.retry() && written;
+    if (!written)
+        arm();
+}
+
+bool UnsavedMelody::othersKept() {
+    return std::all_of(copies_.begin(), copies_.end(), [this](auto& copy) {
+        return copy.first == composition_.document || copy.second.finish();
+    });
+}
+
+void UnsavedMelody::keep() {
+    if (std::exchange(due_, false))
+        write();
 }
 
 /// An emptied melody leaves the copy of what it was.
-void UnsavedMelody::keep() {
-    if (std::exchange(due_, kForever) == kForever)
-        return;
+void UnsavedMelody::write() {
     if (!editor_.modified()) {
         forget();
         return;
@@ -59,12 +91,22 @@ void UnsavedMelody::keep() {
     if (composition_.melody.empty())
         return;
     const melody_file::Written written = melody_file::write(library_.melodyFile());
-    if (written.refused.isEmpty() && !folders_.writeFile(path_, written.bytes).failed())
-        holdsThisMelody_ = true;
+    if (!written.refused.isEmpty())
+        return;
+    auto found = copies_.find(composition_.document);
+    if (found == copies_.end()) {
+        auto copy = RecoveryCopy::make(folders_);
+        if (!copy)
+            return;
+        found = copies_.emplace(composition_.document, std::move(*copy)).first;
+    }
+    found->second.write(written.bytes);
+    arm();
 }
 
 void UnsavedMelody::forget() {
-    due_ = kForever;
-    if (std::exchange(holdsThisMelody_, false))
-        folders_.removeFile(path_);
+    due_ = false;
+    const auto copy = copies_.extract(composition_.document);
+    if (copy)
+        copy.mapped().remove();
 }

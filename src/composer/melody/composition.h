@@ -16,6 +16,7 @@ struct MelodySource {
     QString folder;
     QString fileName;      ///< as it stands in the folder
     bool outside = false;  ///< not in the tree of melodies: "Salva" writes it where it is
+    bool emptied = false;  ///< the melody was emptied since: what is there now is another one
 
     bool operator==(const MelodySource&) const = default;
 };
@@ -33,6 +34,7 @@ struct Composition {
     Bookmarks bookmarks;
     QString name;  ///< as shown above the melody
     MelodySource source;
+    int document = 0;  ///< tells the melodies apart that this window held one after the other
     int tempo = kDefaultTempo;            ///< quarter notes per minute
     int instrument = kDefaultInstrument;  ///< General MIDI program
 

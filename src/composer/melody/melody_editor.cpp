@@ -95,6 +95,7 @@ EditOutcome MelodyEditor::reset() {
     composition_.range.coverAll(0);
     composition_.bookmarks = {};
     composition_.name.clear();
+    composition_.source.emptied = true;
     composition_.step.leave();
     recorder.commit();
     EditOutcome outcome = changed();
@@ -243,6 +244,7 @@ EditOutcome MelodyEditor::recover(const MelodyFile& file) {
     composition_.bookmarks = Bookmarks(file.bookmarks);
     composition_.name = file.name;
     composition_.source = file.source;
+    composition_.document = ++lastDocument_;
     composition_.instrument = std::clamp(file.instrument, 0, kHighestProgram);
     if (!damaged) {
         composition_.tempo =

@@ -88,9 +88,9 @@ public:
     EditOutcome undo() { return {true, false, {}, !history_.undo(composition_)}; }
     EditOutcome redo() { return {true, false, {}, !history_.redo(composition_)}; }
 
-    /// Whether the melody differs from what was saved or opened last.
-    bool modified() const { return history_.modified(); }
-    void markSaved() { history_.markSaved(); }
+    /// Whether the melody, its tempo or its instrument differs from what was saved or opened last.
+    bool modified() const { return history_.modified(composition_); }
+    void markSaved() { history_.markSaved(composition_); }
 
 private:
     using Recorder = MelodyHistory::Recorder;
@@ -101,4 +101,5 @@ private:
 
     Composition& composition_;
     MelodyHistory history_;
+    int lastDocument_ = 0;
 };

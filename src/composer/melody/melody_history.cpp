@@ -24,9 +24,9 @@ bool followStep(StepMode& step, const MelodyDelta& delta, const EditState& from,
 }  // namespace
 
 EditState EditState::of(const Composition& composition) {
-    return {composition.range,      composition.step.index,     composition.bookmarks,
-            composition.name,       composition.source,         composition.tempo,
-            composition.instrument, composition.settings.mode()};
+    return {composition.range, composition.step.index, composition.bookmarks,
+            composition.name,  composition.source,     composition.document,
+            composition.tempo, composition.instrument, composition.settings.mode()};
 }
 
 bool MelodyHistory::undo(Composition& composition) {
@@ -60,6 +60,7 @@ bool MelodyHistory::restore(Composition& composition, Change& change, const Edit
     composition.bookmarks = to.bookmarks;
     restoreIfChanged(composition.name, from.name, to.name);
     restoreIfChanged(composition.source, from.source, to.source);
+    restoreIfChanged(composition.document, from.document, to.document);
     restoreIfChanged(composition.tempo, from.tempo, to.tempo);
     restoreIfChanged(composition.instrument, from.instrument, to.instrument);
     if (from.mode != to.mode)
@@ -68,9 +69,23 @@ bool MelodyHistory::restore(Composition& composition, Change& change, const Edit
     return stays;
 }
 
+/// An empty melody has nothing that its tempo or instrument could belong to.
+bool MelodyHistory::modified(const Composition& composition) const {
+    const auto found = saved_.find(composition.document);
+    if (found == saved_.end() || found->second.changes != done_.size())
+        return true;
+    const bool empty = composition.melody.empty() && composition.melody.consistent();
+    return !empty && (found->second.tempo != composition.tempo ||
+                      found->second.instrument != composition.instrument);
+}
+
+void MelodyHistory::markSaved(const Composition& composition) {
+    saved_[composition.document] = {done_.size(), composition.tempo, composition.instrument};
+}
+
 void MelodyHistory::record(Change change) {
-    if (savedAt_ && *savedAt_ > done_.size())
-        savedAt_.reset();
+    std::erase_if(saved_,
+                  [this](const auto& saved) { return saved.second.changes > done_.size(); });
     undone_.clear();
     done_.push_back(std::move(change));
 }

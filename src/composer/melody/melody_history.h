@@ -2,7 +2,7 @@
 
 #include "composer/melody/composition.h"
 
-#include <optional>
+#include <map>
 #include <vector>
 
 /// What a change of the melody changes beside its entries.
@@ -12,6 +12,7 @@ struct EditState {
     Bookmarks bookmarks;
     QString name;
     MelodySource source;
+    int document = 0;
     int tempo = 0;
     int instrument = 0;
     EntrySettings::Mode mode;
@@ -39,15 +40,22 @@ public:
     bool undo(Composition& composition);
     bool redo(Composition& composition);
 
-    /// Whether the melody differs from what was saved or opened last.
-    bool modified() const { return savedAt_ != done_.size(); }
-    void markSaved() { savedAt_ = done_.size(); }
+    /// Whether the melody differs from what was last saved or opened of it. Its tempo and its
+    /// instrument, which are saved with it, count as well, though they are not taken back.
+    bool modified(const Composition& composition) const;
+    void markSaved(const Composition& composition);
 
 private:
     struct Change {
         MelodyDelta delta;
         EditState before;
         EditState after;
+    };
+
+    struct Saved {
+        std::size_t changes = 0;  ///< that led there
+        int tempo = 0;
+        int instrument = 0;
     };
 
     void record(Change change);
@@ -57,7 +65,7 @@ private:
 
     std::vector<Change> done_;
     std::vector<Change> undone_;
-    std::optional<std::size_t> savedAt_ = 0;  ///< nothing when no path leads back there
+    std::map<int, Saved> saved_{{0, {}}};  ///< by document, for as long as a path leads back there
 };
 
 /// Records one change of a composition: made before it, told of the entries' change, and committed
