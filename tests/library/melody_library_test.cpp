@@ -200,6 +200,38 @@ TEST_F(LibraryTest, aSaveThatFailsIsReportedAndLosesNothing) {
                 ElementsAre("message: Il file non può contenere il carattere \"曲\" !!!"));
 }
 
+TEST_F(LibraryTest, whatIsNotTheMelodysOwnLastVersionGoesToTheTrash) {
+    fill({"Aria.mel", "Altra.mel", "Sotto\\Aria.mel"});
+    const auto save = [this] {
+        compose();
+        EXPECT_TRUE(library.save(-1));
+        return std::exchange(folders.trash, {});
+    };
+    activate("Aria");
+    EXPECT_EQ(save(), QList<QByteArray>{});
+    EXPECT_EQ(save(), QList<QByteArray>{}) << "its own, again and again";
+    folders.put(kRoot + "Aria.mel", "another program's");
+    EXPECT_EQ(save(), QList<QByteArray>{"another program's"});
+    world.dialogs.inputs = {"Bella"};
+    library.rename(library.rowOf("Aria"));
+    EXPECT_EQ(save(), QList<QByteArray>{}) << "under its new name";
+    const QByteArray bella = folders.at(kRoot + "Bella.mel");
+    editor.reset();
+    EXPECT_EQ(save(), QList<QByteArray>{bella}) << "another melody in the place of this one";
+    world.dialogs.inputs = {"Altra"};
+    world.dialogs.confirmations = {true};
+    library.saveAs(-1);
+    EXPECT_EQ(std::exchange(folders.trash, {}), QList<QByteArray>{kMelody}) << "a namesake";
+    activate("» Sotto");
+    library.setCurrentMelodyName("Aria");
+    EXPECT_EQ(save(), QList<QByteArray>{kMelody}) << "one that Salva meets without a question";
+
+    const QByteArray aria = folders.at(kRoot + "Sotto\\Aria.mel");
+    world.dialogs.confirmations = {true};
+    EXPECT_TRUE(library.remove(library.rowOf("Aria")));
+    EXPECT_EQ(folders.trash, QList<QByteArray>{aria});
+}
+
 TEST_F(LibraryTest, renamingAndNewFoldersKeepToTheirCharacters) {
     fill({"Aria.mel", "Altra.mel", "Sotto\\q.mel"});
     const char* const invalid = "message: Nome non valido !!!";

@@ -94,5 +94,5 @@ bool Floppy::copyOne(const LibraryEntry& melody) {
     const Folders::Content content =
         folders_.readFile(kDrive + melody.fileName, melody_file::kLargestFile + 1);
     return !content.error.failed() && content.bytes.size() <= melody_file::kLargestFile &&
-           library_.isInTree(target) && !folders_.writeFile(target, content.bytes).failed();
+           library_.isInTree(target) && !folders_.replaceFile(target, content.bytes).failed();
 }

@@ -9,7 +9,7 @@
 #include "platform/dialogs.h"
 #include "platform/folders.h"
 
-#include <QByteArray>
+#include <QCryptographicHash>
 #include <QLocale>
 
 #include <algorithm>
@@ -26,6 +26,10 @@ QString invalidFolderName() {
 
 QString alreadyThere(const QString& name) {
     return QStringLiteral("E' già presente una melodia dal nome: ") + name;
+}
+
+QByteArray digestOf(const QByteArray& bytes) {
+    return QCryptographicHash::hash(bytes, QCryptographicHash::Sha1);
 }
 
 }  // namespace
@@ -133,6 +137,7 @@ MelodyLibrary::Activated MelodyLibrary::open(const MelodySource& source) {
                                                 : melody_names::damagedFile());
         return Activated::Nothing;
     }
+    digests_[source.folder + source.fileName] = digestOf(reading.bytes);
     reading.file->name = source.name;
     reading.file->source = source;
     // The instrument in use is what going back restores.
@@ -227,13 +232,29 @@ bool MelodyLibrary::write(const QString& name, const QString& path) {
     return put({name, folder_, path.mid(folder_.size())});
 }
 
-/// Takes a copy, since the source of the composition may be the target itself.
+/// Whether a file holds this melody as it was opened or saved here last.
+bool MelodyLibrary::isOwnVersion(const QString& path) const {
+    const MelodySource& source = composition_.source;
+    const auto digest = digests_.find(path);
+    if (source.folder + source.fileName != path || source.emptied || digest == digests_.end())
+        return false;
+    const Folders::Content content = folders_.readFile(path, melody_file::kLargestFile + 1);
+    return !content.error.failed() && digestOf(content.bytes) == digest->second;
+}
+
+/// Takes a copy, since the source of the composition may be the target itself. What is not this
+/// melody's own last version goes to the trash: a namesake, or what another program saved there.
 bool MelodyLibrary::put(MelodySource target) {
     const auto bytes = melodyBytes();
-    if (!bytes || !done(folders_.writeFile(target.folder + target.fileName, *bytes),
-                        melody_names::invalidName())) {
+    if (!bytes)
         return false;
-    }
+    const QString path = target.folder + target.fileName;
+    const FileError error =
+        isOwnVersion(path) ? folders_.writeFile(path, *bytes) : folders_.replaceFile(path, *bytes);
+    if (!done(error, melody_names::invalidName()))
+        return false;
+    digests_[path] = digestOf(*bytes);
+    target.emptied = false;
     composition_.name = QStringLiteral("Salvato: ") + target.name;
     composition_.source = std::move(target);
     editor_.markSaved();
@@ -293,6 +314,8 @@ bool MelodyLibrary::rename(int row) {
               melody_names::invalidName())) {
         return false;
     }
+    if (const auto known = digests_.extract(folder_ + entry.fileName))
+        digests_[folder_ + fileName] = known.mapped();
     if (isCurrent) {
         composition_.source = {name, folder_, fileName};
         composition_.name = name;
@@ -308,7 +331,7 @@ bool MelodyLibrary::remove(int row) {
     if (entry.kind == Kind::Folder)
         return removeFolder(entry);
     return dialogs_.confirm(QStringLiteral("Eliminare il file: %1 ?").arg(entry.name)) &&
-           done(folders_.removeFile(folder_ + entry.fileName), melody_names::invalidName());
+           done(folders_.discardFile(folder_ + entry.fileName), melody_names::invalidName());
 }
 
 /// Files that are no melodies hold a folder as well, though only the system knows of them.
@@ -319,7 +342,7 @@ bool MelodyLibrary::removeFolder(const LibraryEntry& entry) {
     if (isEmpty) {
         if (!dialogs_.confirm(QStringLiteral("Eliminare la cartella: %1 ?").arg(entry.name)))
             return false;
-        if (!folders_.removeFolder(path).failed()) {
+        if (!folders_.discardFolder(path).failed()) {
             fill();
             return true;
         }

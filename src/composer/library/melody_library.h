@@ -2,10 +2,12 @@
 
 #include "composer/library/library_list.h"
 
+#include <QByteArray>
 #include <QCollator>
 #include <QString>
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <vector>
 
@@ -13,7 +15,6 @@ class Dialogs;
 class Folders;
 class FunzioniMM;
 class MelodyEditor;
-class QByteArray;
 struct Composition;
 struct FileError;
 struct LibraryEntry;
@@ -90,6 +91,7 @@ private:
     void goUp();
     bool write(const QString& name, const QString& path);
     bool put(MelodySource target);
+    bool isOwnVersion(const QString& path) const;
     bool removeFolder(const LibraryEntry& entry);
     bool done(const FileError& error, const QString& ifBadName);
     bool accepts(const QString& name) const;
@@ -105,4 +107,7 @@ private:
     QString folder_;
     int depth_ = 0;
     std::vector<LibraryEntry> entries_;
+
+    /// What the files held, by their paths, when they were opened or saved here last.
+    std::map<QString, QByteArray> digests_;
 };

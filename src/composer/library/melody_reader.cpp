@@ -10,5 +10,5 @@ MelodyReading readMelody(const Folders& folders, const QString& path) {
         const bool damaged = content.error.number == file_error::kDeviceFault;
         return {damaged ? FileError{} : content.error, std::nullopt};
     }
-    return {{}, melody_file::read(content.bytes)};
+    return {{}, melody_file::read(content.bytes), content.bytes};
 }

@@ -12,6 +12,7 @@
 struct MelodyReading {
     FileError error;
     std::optional<MelodyFile> file;
+    QByteArray bytes = {};
 };
 
 MelodyReading readMelody(const Folders& folders, const QString& path);
