@@ -147,7 +147,7 @@ void frmMetro::showLamps(int count) {
 }
 
 void frmMetro::darkenLamps() {
-    ui_->lamps->setAllColours(pulse_pattern::kUnlit);
+    ui_->lamps->setAllColours(lamp_colours::kUnlit);
 }
 
 void frmMetro::lightLamp(int lamp, pulse_pattern::Colour colour) {

@@ -18,7 +18,8 @@ std::optional<Kind> kindOf(QChar letter) {
 }
 
 Colour colourOf(Kind kind) {
-    constexpr std::array<Colour, 3> kColours{kRed, kGreen, kBlue};
+    constexpr std::array<Colour, 3> kColours{lamp_colours::kRed, lamp_colours::kGreen,
+                                             lamp_colours::kBlue};
     return kColours[static_cast<std::size_t>(kind)];
 }
 

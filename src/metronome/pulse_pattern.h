@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/lamp_colours.h"
+
 #include <QLatin1String>
 #include <QString>
 
@@ -11,13 +13,7 @@
 /// (secondary accent), one for each pulse.
 namespace pulse_pattern {
 
-/// 0x00BBGGRR.
-using Colour = std::uint32_t;
-
-constexpr Colour kRed = 0x0000FF;
-constexpr Colour kGreen = 0x00FF00;
-constexpr Colour kBlue = 0xFF0000;
-constexpr Colour kUnlit = 0xAAAAAA;
+using lamp_colours::Colour;
 
 constexpr int kMaxLength = 20;
 

@@ -1,5 +1,6 @@
 #include "widgets/lamp_row.h"
 
+#include "core/lamp_colours.h"
 #include "widgets/parts_accessible.h"
 
 #include <QEvent>
@@ -10,7 +11,8 @@
 
 namespace {
 
-constexpr std::uint32_t kGrey = 0xAAAAAA;
+using lamp_colours::Colour;
+
 /// The lamp's share of its place in the row; the rest is the gap to its neighbours.
 constexpr double kLampShare = 0.86;
 constexpr int kRimDarkness = 160;  ///< of the lamp's colour, in percent
@@ -18,28 +20,16 @@ constexpr double kSmallestPlace = 0.5;
 constexpr double kUsualPlace = 0.8;
 constexpr double kRowHeight = 1.5;  ///< this and the places in heights of a text line
 
-QColor fromBgr(std::uint32_t colour) {
+QColor fromBgr(Colour colour) {
     return QColor(static_cast<int>(colour & 0xFF), static_cast<int>(colour >> 8 & 0xFF),
                   static_cast<int>(colour >> 16 & 0xFF));
 }
 
-struct ColourName {
-    std::uint32_t colour;
-    const char* name;
-};
-
-constexpr std::array<ColourName, 4> kColourNames{{
-    {kGrey, "spenta"},
-    {0x0000FF, "rossa"},
-    {0x00FF00, "verde"},
-    {0xFF0000, "blu"},
-}};
-
-QString nameOf(std::uint32_t colour) {
-    const auto* found =
-        std::find_if(kColourNames.begin(), kColourNames.end(),
-                     [colour](const ColourName& entry) { return entry.colour == colour; });
-    return QString::fromLatin1(found == kColourNames.end() ? "accesa" : found->name);
+QString nameOf(Colour colour) {
+    const auto* found = std::find_if(
+        lamp_colours::kAll.begin(), lamp_colours::kAll.end(),
+        [colour](const lamp_colours::NamedColour& entry) { return entry.colour == colour; });
+    return QString::fromUtf8(found == lamp_colours::kAll.end() ? "accesa" : found->name);
 }
 
 QAccessibleInterface* makeInterface(const QString& className, QObject* object) {
@@ -53,10 +43,10 @@ class Lamp : public QLabel {
 public:
     Lamp(int index, QWidget* parent) : QLabel(parent), index_(index) {
         setObjectName(QStringLiteral("lblPuls_%1").arg(index));
-        setColour(kGrey);
+        setColour(lamp_colours::kUnlit);
     }
 
-    void setColour(std::uint32_t colour) {
+    void setColour(Colour colour) {
         if (colour == colour_)
             return;
         colour_ = colour;
@@ -78,7 +68,7 @@ protected:
 
 private:
     int index_;
-    std::uint32_t colour_ = 0xFFFFFFFF;  ///< no colour, so that the first one is taken
+    Colour colour_ = 0xFFFFFFFF;  ///< no colour, so that the first one is taken
 };
 
 LampRow::LampRow(QWidget* parent) : QWidget(parent), lamps_{} {
@@ -96,12 +86,12 @@ void LampRow::setVisibleLamps(int count) {
     arrange();
 }
 
-void LampRow::setColour(int lamp, std::uint32_t colour) {
+void LampRow::setColour(int lamp, Colour colour) {
     if (lamp >= 0 && lamp < kCount)
         lamps_[static_cast<std::size_t>(lamp)]->setColour(colour);
 }
 
-void LampRow::setAllColours(std::uint32_t colour) {
+void LampRow::setAllColours(Colour colour) {
     for (Lamp* lamp : lamps_)
         lamp->setColour(colour);
 }

@@ -48,7 +48,7 @@ TEST(CustomSequence, PlaysASequenceOnceAtFullVelocity) {
     EXPECT_THAT(world.midi.take(), IsEmpty()) << "no output is open";
     EXPECT_EQ(world.runtime.now(), Instant{0});
     EXPECT_EQ(state.MetroPulseNote, 33);
-    EXPECT_EQ(state.MetroPulseColour, pulse_pattern::kBlue);
+    EXPECT_EQ(state.MetroPulseColour, lamp_colours::kBlue);
 
     world.openOutput();
     custom_sequence::playOnce(world.funzioniMM, state, pattern);
