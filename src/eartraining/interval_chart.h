@@ -1,6 +1,6 @@
 #pragma once
 
-#include "eartraining/ear_colours.h"
+#include "core/intervals.h"
 
 #include <array>
 
@@ -8,19 +8,17 @@
 /// goes by above and below its button.
 namespace interval_chart {
 
-constexpr int kIntervals = 14;  ///< 0..13 semitones
+constexpr int kIntervals = intervals::kLargest + 1;  ///< 0..13 semitones
 
 enum class Row { Above, Below };
 
 struct Name {
-    const char* text;
-    int semitones;
+    intervals::Interval interval;
     Row row;
-    bool consonant;
 };
 
 /// In the order of the labels.
-extern const std::array<Name, 25> kNames;
+extern const std::array<Name, intervals::kAll.size()> kNames;
 
 constexpr bool isInterval(int semitones) {
     return semitones >= 0 && semitones < kIntervals;

@@ -26,11 +26,6 @@ int columnOf(int semitones) {
     return semitones + 1;
 }
 
-QString semitonesInWords(int semitones) {
-    return semitones == 1 ? QStringLiteral("1 semitono")
-                          : QStringLiteral("%1 semitoni").arg(semitones);
-}
-
 struct ModeText {
     const char* caption;
     const char* toolTip;
@@ -83,11 +78,11 @@ IntervalPanel::~IntervalPanel() = default;
 void IntervalPanel::buildNames() {
     for (std::size_t i = 0; i < kNames.size(); ++i) {
         const Name& name = kNames[i];
-        auto* label = new QLabel(QLatin1String(name.text), this);
+        auto* label = new QLabel(intervals::nameOf(name.interval), this);
         label->setObjectName(QStringLiteral("Label4_%1").arg(i));
-        styleName(*label, name.consonant);
+        styleName(*label, intervals::soundsConsonant(name.interval));
         ui_->chart->addWidget(label, name.row == Row::Above ? kAboveRow : kBelowRow,
-                              columnOf(name.semitones));
+                              columnOf(name.interval.semitones));
     }
 }
 
@@ -96,7 +91,7 @@ void IntervalPanel::buildButtons() {
         auto* button = new ColourButton(this);
         button->setObjectName(QStringLiteral("LblSemi_%1").arg(i));
         button->setText(QString::number(i));
-        button->setAccessibleName(semitonesInWords(i));
+        button->setAccessibleName(intervals::semitonesInWords(i));
         button->setLines(kSemitonesLines);
         button->setColours(isConsonant(i) ? ear_colours::kConsonant : ear_colours::kDissonantButton,
                            ear_colours::kConsonantText);
@@ -161,6 +156,7 @@ void IntervalPanel::showAvailability() {
         marker.showAvailable(available);
         marker.setToolTip(available ? QStringLiteral("Intervallo disponibile")
                                     : QStringLiteral("Intervallo escluso"));
-        marker.setAccessibleName(semitonesInWords(i) + QStringLiteral(": ") + marker.toolTip());
+        marker.setAccessibleName(intervals::semitonesInWords(i) + QStringLiteral(": ") +
+                                 marker.toolTip());
     }
 }

@@ -1,6 +1,6 @@
 #include "reference/interval_sheet.h"
 
-#include "reference/interval_table.h"
+#include "core/intervals.h"
 #include "widgets/appearance.h"
 
 #include <QGridLayout>
@@ -8,8 +8,12 @@
 
 namespace {
 
-using interval_table::Group;
-using interval_table::Interval;
+using intervals::Group;
+using intervals::Interval;
+
+/// A column for each group.
+constexpr std::array<const char*, 3> kHeadings{"Intervalli consonanti", "Intervalli dissonanti",
+                                               "Consonanti se l'intervallo è melodico"};
 
 constexpr int kNameSpacing = 20;
 constexpr int kColumnSpacing = 16;
@@ -23,14 +27,12 @@ QWidget* makeCell(int semitones, Group group, QWidget* parent) {
     auto* names = new QHBoxLayout(cell);
     names->setContentsMargins(kColumnSpacing, kRowPadding, 0, kRowPadding);
     names->setSpacing(kNameSpacing);
-    for (const Interval& interval : interval_table::kIntervals) {
+    for (const Interval& interval : intervals::kAll) {
         if (interval.semitones != semitones || interval.group != group)
             continue;
-        auto* name = new QLabel(interval_table::nameOf(interval), cell);
-        name->setAccessibleName(QStringLiteral("%1: %2 %3")
-                                    .arg(interval_table::inWords(interval))
-                                    .arg(semitones)
-                                    .arg(QLatin1String(semitones == 1 ? "semitono" : "semitoni")));
+        auto* name = new QLabel(intervals::nameOf(interval), cell);
+        name->setAccessibleName(QStringLiteral("%1: %2").arg(
+            intervals::inWords(interval), intervals::semitonesInWords(semitones)));
         appearance::enlargeText(*name, kNameScale, QFont::Normal);
         name->setMinimumWidth(name->fontMetrics().horizontalAdvance(QStringLiteral("0 Gius")));
         names->addWidget(name);
@@ -51,12 +53,10 @@ IntervalSheet::IntervalSheet(QWidget* parent) : Sheet(parent) {
     table->setRowMinimumHeight(0, kHeadingHeight);
     page->addLayout(table, 1);
     addHeadings(*table);
-    for (int semitones = 0; semitones <= interval_table::kLargest; ++semitones)
+    for (int semitones = 0; semitones <= intervals::kLargest; ++semitones)
         addRow(*table, semitones);
 
-    auto* key = new QLabel(QStringLiteral("Dim = diminuita    Min = minore    Mag = maggiore    "
-                                          "Gius = giusta    Ecc = eccedente"),
-                           this);
+    auto* key = new QLabel(intervals::abbreviationsInWords(), this);
     key->setIndent(kColumnSpacing);
     page->addWidget(key);
 }
@@ -72,7 +72,7 @@ void IntervalSheet::addHeadings(QGridLayout& table) {
     };
     add(QStringLiteral("Semit."), 0);
     int column = 0;
-    for (const char* heading : interval_table::kHeadings)
+    for (const char* heading : kHeadings)
         add(QString::fromUtf8(heading), ++column);
 }
 

@@ -1,4 +1,4 @@
-#include "reference/interval_table.h"
+#include "core/intervals.h"
 #include "reference/key_page.h"
 #include "reference/key_signatures.h"
 
@@ -85,10 +85,11 @@ TEST(KeySignatures, HoldTheNotesThatTheScaleAltersWhereTheyStandOnBothStaves) {
 }
 
 TEST(IntervalTable, NamesEveryIntervalOnceAtItsSize) {
-    using interval_table::Group;
-    using interval_table::Quality;
+    using intervals::Group;
+    using intervals::Quality;
     QStringList names;
-    for (const auto& interval : interval_table::kIntervals) {
+    QStringList consonantToTheEar;
+    for (const auto& interval : intervals::kAll) {
         const bool perfect = interval.number == 4 || interval.number == 5 || interval.number == 8;
         const int scale = kScale.at(static_cast<std::size_t>((interval.number - 1) % 7)) +
                           (interval.number == 8 ? 12 : 0);
@@ -103,8 +104,11 @@ TEST(IntervalTable, NamesEveryIntervalOnceAtItsSize) {
                             : interval.number == 2          ? Group::ConsonantInMelody
                                                             : Group::Consonant;
         EXPECT_EQ(interval.group, group) << interval.number;
-        names += interval_table::nameOf(interval);
+        names += intervals::nameOf(interval);
+        if (intervals::soundsConsonant(interval))
+            consonantToTheEar += names.back();
     }
+    EXPECT_EQ(consonantToTheEar.join(u','), "2 Dim,3 Min,3 Mag,4 Gius,5 Gius,6 Min,6 Mag,8 Gius");
     QStringList expected;
     for (int number = 2; number <= 8; ++number) {
         const bool perfect = number == 4 || number == 5 || number == 8;

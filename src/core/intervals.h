@@ -2,28 +2,25 @@
 
 #include <QString>
 
+#include <algorithm>
 #include <array>
 
-/// The intervals by their size, each a consonance, a dissonance, or a step that only a melody makes
-/// consonant.
-namespace interval_table {
+/// The intervals from the diminished second to the augmented octave, as the reference sheet and the
+/// ear-training chart show them.
+namespace intervals {
 
 enum class Quality { Dim, Min, Mag, Gius, Ecc };
 enum class Group { Consonant, Dissonant, ConsonantInMelody };
 
 struct Interval {
     int semitones;
-    int number;
+    int number;  ///< 2 for a second to 8 for an octave
     Quality quality;
-    Group group;
+    Group group;  ///< as the interval is written
 };
 
-constexpr std::array<const char*, 3> kHeadings{"Intervalli consonanti", "Intervalli dissonanti",
-                                               "Consonanti se l'intervallo è melodico"};
-
-constexpr int kLargest = 13;
-
-constexpr std::array<Interval, 25> kIntervals{{
+/// From the smallest to the largest.
+constexpr auto kAll = std::to_array<Interval>({
     {0, 2, Quality::Dim, Group::Dissonant},         {1, 2, Quality::Min, Group::ConsonantInMelody},
     {2, 2, Quality::Mag, Group::ConsonantInMelody}, {2, 3, Quality::Dim, Group::Dissonant},
     {3, 2, Quality::Ecc, Group::Dissonant},         {3, 3, Quality::Min, Group::Consonant},
@@ -37,9 +34,29 @@ constexpr std::array<Interval, 25> kIntervals{{
     {11, 7, Quality::Mag, Group::Dissonant},        {11, 8, Quality::Dim, Group::Dissonant},
     {12, 7, Quality::Ecc, Group::Dissonant},        {12, 8, Quality::Gius, Group::Consonant},
     {13, 8, Quality::Ecc, Group::Dissonant},
-}};
+});
+
+constexpr int kLargest = kAll.back().semitones;
+
+/// An interval that the program itself names. One that is not in the table does not compile.
+consteval const Interval& rowOf(int number, Quality quality) {
+    return *std::find_if(kAll.begin(), kAll.end(), [=](const Interval& interval) {
+        return interval.number == number && interval.quality == quality;
+    });
+}
+
+/// Whether the ear takes an interval for a consonance when its notes sound together. That differs
+/// from its group in one place, which is intended: a diminished second is written as a dissonance
+/// and sounds as a unison.
+constexpr bool soundsConsonant(const Interval& interval) {
+    return interval.group == Group::Consonant || interval.semitones == 0;
+}
 
 QString nameOf(const Interval& interval);   ///< "3 Mag"
 QString inWords(const Interval& interval);  ///< "Terza maggiore"
+QString semitonesInWords(int semitones);    ///< "1 semitono", "3 semitoni"
 
-}  // namespace interval_table
+/// What the names abbreviate: "Dim = diminuita    Min = minore …".
+QString abbreviationsInWords();
+
+}  // namespace intervals

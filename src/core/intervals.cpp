@@ -1,6 +1,8 @@
-#include "reference/interval_table.h"
+#include "core/intervals.h"
 
-namespace interval_table {
+#include <QStringList>
+
+namespace intervals {
 namespace {
 
 struct QualityName {
@@ -36,4 +38,18 @@ QString inWords(const Interval& interval) {
                                        QLatin1String(nameOf(interval.quality).word));
 }
 
-}  // namespace interval_table
+QString semitonesInWords(int semitones) {
+    return semitones == 1 ? QStringLiteral("1 semitono")
+                          : QStringLiteral("%1 semitoni").arg(semitones);
+}
+
+QString abbreviationsInWords() {
+    QStringList words;
+    for (const QualityName& quality : kQualities) {
+        words +=
+            QStringLiteral("%1 = %2").arg(QLatin1String(quality.text), QLatin1String(quality.word));
+    }
+    return words.join(QStringLiteral("    "));
+}
+
+}  // namespace intervals
