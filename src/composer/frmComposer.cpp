@@ -49,8 +49,9 @@ bool takesText(const QWidget* widget) {
 }
 
 staff_entry::Entry onStaff(const MelodyEntry& entry) {
-    const QChar letter = entry.attribute.isEmpty() ? QLatin1Char('n') : entry.attribute.front();
-    return {entry.noteNumber(), entry.quarters(), letter.toLatin1()};
+    const QChar first =
+        entry.attribute.isEmpty() ? letter::kNormale.front() : entry.attribute.front();
+    return {entry.noteNumber(), entry.quarters(), first.toLatin1()};
 }
 
 }  // namespace

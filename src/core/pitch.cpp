@@ -6,7 +6,6 @@
 namespace pitch {
 namespace {
 
-constexpr int kSemitones = 12;
 constexpr int kLowestOctave = 2;
 
 constexpr std::array<const char*, kSemitones> kNames{"Do",  "Do#", "Re",   "Re#", "Mi",  "Fa",

@@ -21,6 +21,8 @@ constexpr NoteNumber kRest = 0;
 constexpr int kNoteCount = kHighestNote - kLowestNote + 1;
 
 constexpr int kDegrees = 7;
+constexpr int kSemitones = 12;  ///< in an octave
+constexpr int kMiddleCStep = 28;
 constexpr int kLowestStep = 14;
 constexpr int kHighestStep = 48;
 

@@ -16,8 +16,8 @@
 namespace {
 
 constexpr auto kSteps = staff_step::all();
-constexpr int kMiddleC = 44;
-constexpr int kOctave = 7;
+constexpr int kMiddleC = pitch::kMiddleCStep + staff_step::kTrebleShift;
+constexpr int kOctave = pitch::kDegrees;
 
 /// Shares of the ruler's width.
 constexpr double kLineX = 0.78;

@@ -3,7 +3,7 @@
 namespace staff_step {
 namespace {
 
-constexpr int kTopLineAbove = 8;
+using grand_staff::kTopLine;
 
 constexpr std::array<const char*, 5> kLineNames{"prima", "seconda", "terza", "quarta", "quinta"};
 constexpr std::array<const char*, 5> kOrdinals{"primo", "secondo", "terzo", "quarto", "quinto"};
@@ -31,8 +31,8 @@ QString placeOnSystem(int aboveBottomLine) {
         return outsideInWords(-aboveBottomLine, QStringLiteral("in basso"),
                               QStringLiteral("sotto la prima linea"));
     }
-    if (aboveBottomLine > kTopLineAbove) {
-        return outsideInWords(aboveBottomLine - kTopLineAbove, QStringLiteral("in alto"),
+    if (aboveBottomLine > kTopLine) {
+        return outsideInWords(aboveBottomLine - kTopLine, QStringLiteral("in alto"),
                               QStringLiteral("sopra la quinta linea"));
     }
     if (aboveBottomLine % 2 == 0)

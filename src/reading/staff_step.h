@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/grand_staff.h"
 #include "core/pitch.h"
 
 #include <QString>
@@ -54,8 +55,8 @@ constexpr std::array<int, kCount> all() {
 }
 
 /// The step of each system's lowest line; the five lines are two steps apart.
-constexpr int kTrebleBottomLine = 46;
-constexpr int kBassBottomLine = 18;
+constexpr int kTrebleBottomLine = grand_staff::kTrebleBottomStep + kTrebleShift;
+constexpr int kBassBottomLine = grand_staff::kBassBottomStep;
 
 /// Where the step stands, in words that do not name its note: "Chiave di Sol, seconda linea",
 /// "Chiave di Fa, primo taglio addizionale in alto". For readers who cannot see the staff.

@@ -1,7 +1,7 @@
 #include "reference/note_value_sheet.h"
 
+#include "core/note_values.h"
 #include "reference/engraved_pictures.h"
-#include "reference/note_values.h"
 #include "widgets/appearance.h"
 
 #include <QGridLayout>
@@ -48,7 +48,7 @@ NoteValueSheet::NoteValueSheet(QWidget* parent) : Sheet(parent) {
         auto* note = new ValuePicture(ValuePicture::Kind::Note, value.duration, this);
         note->setAccessibleName(QString::fromUtf8(value.name));
         auto* rest = new ValuePicture(ValuePicture::Kind::Rest, value.duration, this);
-        rest->setAccessibleName(QString::fromUtf8(value.rest));
+        rest->setAccessibleName(note_values::restName(value));
         place(note, row, kNote);
         place(text(value.name, this, kNameScale, QFont::Bold), row, kName);
         place(text(value.otherName, this, 1, QFont::Normal), row, kOtherName);

@@ -14,52 +14,17 @@
 namespace engraving {
 namespace {
 
+using glyph_table::ArticulationSign;
 using glyph_table::Glyph;
-
-struct Flags {
-    Glyph up;
-    Glyph down;
-};
-
-/// What a duration is drawn with.
-struct Shape {
-    Glyph head;
-    bool stem;
-    std::optional<Flags> flags;
-    Glyph rest;
-};
-
-constexpr std::array<Shape, 7> kShapes{{
-    {Glyph::NoteheadWhole, false, {}, Glyph::RestWhole},
-    {Glyph::NoteheadHalf, true, {}, Glyph::RestHalf},
-    {Glyph::NoteheadBlack, true, {}, Glyph::RestQuarter},
-    {Glyph::NoteheadBlack, true, Flags{Glyph::Flag8thUp, Glyph::Flag8thDown}, Glyph::Rest8th},
-    {Glyph::NoteheadBlack, true, Flags{Glyph::Flag16thUp, Glyph::Flag16thDown}, Glyph::Rest16th},
-    {Glyph::NoteheadBlack, true, Flags{Glyph::Flag32ndUp, Glyph::Flag32ndDown}, Glyph::Rest32nd},
-    {Glyph::NoteheadBlack, true, Flags{Glyph::Flag64thUp, Glyph::Flag64thDown}, Glyph::Rest64th},
-}};
+using note_values::NoteValue;
 
 constexpr std::array<Glyph, 3> kAccidentals{Glyph::AccidentalFlat, Glyph::AccidentalNatural,
                                             Glyph::AccidentalSharp};
 
-/// An articulation and the least distance of its middle from the head's, in half spaces. Small
-/// ones stand in the stave's spaces, large ones outside the stave.
-struct Sign {
-    Glyph above;
-    Glyph below;
-    int distance;
-    bool small;
-};
-
-constexpr std::array<Sign, 3> kSigns{{
-    {Glyph::StaccatoAbove, Glyph::StaccatoBelow, 2, true},
-    {Glyph::TenutoAbove, Glyph::TenutoBelow, 2, true},
-    {Glyph::AccentAbove, Glyph::AccentBelow, 3, false},
-}};
-
 constexpr int kOctave = 7;
-constexpr int kGLine = 2;
-constexpr int kFLine = 6;
+constexpr int kWholeRestLine = 6;
+constexpr qreal kClefIndent = 0.8;
+constexpr qreal kBraceGap = 0.35;
 constexpr qreal kAccidentalGap = 0.25;
 constexpr qreal kDotGap = 0.4;
 constexpr qreal kDotDistance = 0.6;
@@ -77,10 +42,6 @@ constexpr bool hasLedgerLines(int position) {
 /// From a head's left edge to where its sign ends, in staff spaces: clear of the ledger lines.
 constexpr qreal accidentalGap(int position) {
     return kAccidentalGap + (hasLedgerLines(position) ? glyph_table::kLedgerLineExtension : 0);
-}
-
-const Shape& shapeOf(Duration duration) {
-    return kShapes[static_cast<std::size_t>(duration)];
 }
 
 qreal widthOf(Glyph glyph) {
@@ -148,9 +109,9 @@ void drawLedgerLines(QPainter& painter, const Stave& stave, qreal x, qreal width
 /// stands on whole pixels.
 qreal drawStem(QPainter& painter, const MusicFont& font, const Stave& stave, qreal x,
                const Note& note) {
-    const Shape& shape = shapeOf(note.duration);
+    const NoteValue& value = note_values::rowOf(note.duration);
     const bool up = stemGoesUp(note.position);
-    const auto& head = glyph_table::info(shape.head);
+    const auto& head = glyph_table::info(value.head);
     const glyph_table::Point anchor = up ? head.stemUp : head.stemDown;
 
     const qreal thickness = glyph_table::kStemThickness * stave.space;
@@ -158,9 +119,8 @@ qreal drawStem(QPainter& painter, const MusicFont& font, const Stave& stave, qre
     const qreal start = stave.y(note.position) - anchor.y * stave.space;
     const qreal flagY = stave.y(stemEnd(note.position));
     qreal end = flagY;
-    std::optional<Glyph> flag;
-    if (shape.flags) {
-        flag = up ? shape.flags->up : shape.flags->down;
+    const std::optional<Glyph> flag = up ? value.flagUp : value.flagDown;
+    if (flag) {
         const auto& info = glyph_table::info(*flag);
         end -= (up ? info.stemUp.y : info.stemDown.y) * stave.space;
     }
@@ -192,15 +152,15 @@ qreal dotsWidth(int dots) {
 /// From the head's left edge. The flags of a stem that goes up hang down to where the dots stand
 /// when there are many or the dots stand higher, beside a head on a line.
 qreal dotsStart(const Note& note) {
-    const Shape& shape = shapeOf(note.duration);
-    const qreal head = widthOf(shape.head);
+    const NoteValue& value = note_values::rowOf(note.duration);
+    const qreal head = widthOf(value.head);
     const bool below = note.position % 2 != 0 && note.duration < Duration::ThirtySecond;
-    if (!shape.flags || !stemGoesUp(note.position) || below)
+    if (!value.flagUp || !stemGoesUp(note.position) || below)
         return head;
-    return head + widthOf(shape.flags->up) - kDotGap / 2;
+    return head + widthOf(*value.flagUp) - kDotGap / 2;
 }
 
-int articulationPosition(int head, const Sign& sign, bool above, bool tied) {
+int articulationPosition(int head, const ArticulationSign& sign, bool above, bool tied) {
     const int distance = sign.distance + (tied ? kTieRoom : 0);
     const int position = above ? head + distance : head - distance;
     const bool inStave = position >= 0 && position <= kTopLine;
@@ -264,36 +224,47 @@ void drawBrace(QPainter& painter, const MusicFont& font, const Stave& upper, con
 void drawClef(QPainter& painter, const MusicFont& font, const Stave& stave, qreal x, Clef clef) {
     const bool g = clef == Clef::G;
     drawGlyph(painter, font, g ? Glyph::GClef : Glyph::FClef,
-              QPointF(x, stave.y(g ? kGLine : kFLine)), stave.space);
+              QPointF(x, stave.y(g ? grand_staff::kGLine : grand_staff::kFLine)), stave.space);
+}
+
+void drawGrandStaff(QPainter& painter, const MusicFont& font, const Stave& treble,
+                    const Stave& bass) {
+    drawLines(painter, treble);
+    drawLines(painter, bass);
+    drawBarline(painter, treble, bass, treble.left);
+    drawBrace(painter, font, treble, bass, treble.left - kBraceGap * treble.space);
+    const qreal clefX = treble.left + kClefIndent * treble.space;
+    drawClef(painter, font, treble, clefX, Clef::G);
+    drawClef(painter, font, bass, clefX, Clef::F);
 }
 
 void drawNote(QPainter& painter, const MusicFont& font, const Stave& stave, qreal x,
               const Note& note) {
-    const Shape& shape = shapeOf(note.duration);
+    const NoteValue& value = note_values::rowOf(note.duration);
     const qreal width = headWidth(note.duration) * stave.space;
     const qreal y = stave.y(note.position);
-    const qreal headX = shape.stem ? x + drawStem(painter, font, stave, x, note) : x;
+    const qreal headX = value.stem ? x + drawStem(painter, font, stave, x, note) : x;
 
     drawLedgerLines(painter, stave, headX, width, note.position);
-    drawGlyph(painter, font, shape.head, QPointF(headX, y), stave.space);
+    drawGlyph(painter, font, value.head, QPointF(headX, y), stave.space);
     drawAccidental(painter, font, stave, headX, note.position, note.accidental);
     drawDots(painter, font, stave, headX + dotsStart(note) * stave.space, note.position, note.dots);
 }
 
 void drawRest(QPainter& painter, const MusicFont& font, const Stave& stave, qreal x,
               Duration duration, int dots) {
-    const Glyph rest = shapeOf(duration).rest;
-    const int position = duration == Duration::Whole ? kFLine : kMiddleLine;
+    const Glyph rest = note_values::rowOf(duration).rest;
+    const int position = duration == Duration::Whole ? kWholeRestLine : kMiddleLine;
     drawGlyph(painter, font, rest, QPointF(x, stave.y(position)), stave.space);
     drawDots(painter, font, stave, x + widthOf(rest) * stave.space, kMiddleLine, dots);
 }
 
 qreal headWidth(Duration duration) {
-    return widthOf(shapeOf(duration).head);
+    return widthOf(note_values::rowOf(duration).head);
 }
 
 Extent extentOf(const Note& note) {
-    const Shape& shape = shapeOf(note.duration);
+    const NoteValue& value = note_values::rowOf(note.duration);
     Extent extent{0, headWidth(note.duration)};
     if (hasLedgerLines(note.position)) {
         extent.left = glyph_table::kLedgerLineExtension;
@@ -303,11 +274,11 @@ Extent extentOf(const Note& note) {
         const Glyph sign = kAccidentals[static_cast<std::size_t>(note.accidental) - 1];
         extent.left = widthOf(sign) + accidentalGap(note.position);
     }
-    if (shape.flags) {
+    if (value.flagUp) {
         const bool up = stemGoesUp(note.position);
-        const auto& head = glyph_table::info(shape.head);
-        extent.right = std::max(extent.right, up ? head.stemUp.x + widthOf(shape.flags->up)
-                                                 : head.stemDown.x + widthOf(shape.flags->down));
+        const auto& head = glyph_table::info(value.head);
+        extent.right = std::max(extent.right, up ? head.stemUp.x + widthOf(*value.flagUp)
+                                                 : head.stemDown.x + widthOf(*value.flagDown));
     }
     if (note.dots > 0)
         extent.right = std::max(extent.right, dotsStart(note) + dotsWidth(note.dots));
@@ -315,7 +286,7 @@ Extent extentOf(const Note& note) {
 }
 
 qreal restWidth(Duration duration, int dots) {
-    return widthOf(shapeOf(duration).rest) + dotsWidth(dots);
+    return widthOf(note_values::rowOf(duration).rest) + dotsWidth(dots);
 }
 
 void drawAccidental(QPainter& painter, const MusicFont& font, const Stave& stave, qreal x,
@@ -328,11 +299,8 @@ void drawAccidental(QPainter& painter, const MusicFont& font, const Stave& stave
 }
 
 void drawArticulation(QPainter& painter, const MusicFont& font, const Stave& stave, qreal x,
-                      const Note& note, Articulation articulation, bool tied) {
-    if (articulation == Articulation::None)
-        return;
+                      const Note& note, const ArticulationSign& sign, bool tied) {
     const bool above = !stemGoesUp(note.position);
-    const Sign& sign = kSigns[static_cast<std::size_t>(articulation) - 1];
     const Glyph glyph = above ? sign.above : sign.below;
     const auto& info = glyph_table::info(glyph);
     const qreal middleX = (info.southWest.x + info.northEast.x) / 2;
@@ -368,16 +336,16 @@ void drawTie(QPainter& painter, const Stave& stave, qreal from, qreal to, const 
 }
 
 qreal signPosition(const Note& note) {
-    const Shape& shape = shapeOf(note.duration);
+    const NoteValue& value = note_values::rowOf(note.duration);
     if (stemGoesUp(note.position)) {
-        qreal reach = shape.stem ? stemEnd(note.position) : note.position + 1;
-        if (shape.flags)
-            reach += 2 * glyph_table::info(shape.flags->up).northEast.y;
+        qreal reach = value.stem ? stemEnd(note.position) : note.position + 1;
+        if (value.flagUp)
+            reach += 2 * glyph_table::info(*value.flagUp).northEast.y;
         return std::max<qreal>(reach, kTopLine) + kSignDistance;
     }
-    qreal reach = shape.stem ? stemEnd(note.position) : note.position - 1;
-    if (shape.flags)
-        reach += 2 * glyph_table::info(shape.flags->down).southWest.y;
+    qreal reach = value.stem ? stemEnd(note.position) : note.position - 1;
+    if (value.flagDown)
+        reach += 2 * glyph_table::info(*value.flagDown).southWest.y;
     return std::min<qreal>(reach, 0) - kSignDistance;
 }
 

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "core/grand_staff.h"
+#include "core/note_values.h"
+
 #include <QtGlobal>
 
 class MusicFont;
@@ -13,10 +16,9 @@ namespace engraving {
 
 enum class Clef { G, F };
 enum class Accidental { None, Flat, Natural, Sharp };
-enum class Articulation { None, Staccato, Tenuto, Accent };
-enum class Duration { Whole, Half, Quarter, Eighth, Sixteenth, ThirtySecond, SixtyFourth };
+using note_values::Duration;
 
-constexpr int kTopLine = 8;
+using grand_staff::kTopLine;
 constexpr int kMiddleLine = 4;
 
 /// Five lines on the painter's page. A position on them counts half staff spaces from the bottom
@@ -58,6 +60,10 @@ void drawBrace(QPainter& painter, const MusicFont& font, const Stave& upper, con
                qreal right);
 void drawClef(QPainter& painter, const MusicFont& font, const Stave& stave, qreal x, Clef clef);
 
+/// The two staves of a system with their clefs, barline and brace.
+void drawGrandStaff(QPainter& painter, const MusicFont& font, const Stave& treble,
+                    const Stave& bass);
+
 /// A note with its stem, flags, dots, accidental and ledger lines; `x` is the head's left edge.
 void drawNote(QPainter& painter, const MusicFont& font, const Stave& stave, qreal x,
               const Note& note);
@@ -88,7 +94,8 @@ void drawAccidental(QPainter& painter, const MusicFont& font, const Stave& stave
 /// An articulation sign at a note's head, on the side away from its stem; when the note is tied to
 /// the next one, it stands outside the tie.
 void drawArticulation(QPainter& painter, const MusicFont& font, const Stave& stave, qreal x,
-                      const Note& note, Articulation articulation, bool tied = false);
+                      const Note& note, const glyph_table::ArticulationSign& sign,
+                      bool tied = false);
 
 /// A tie between two heads with the left edges `from` and `to`, on the side away from the stems.
 void drawTie(QPainter& painter, const Stave& stave, qreal from, qreal to, const Note& note);

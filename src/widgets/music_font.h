@@ -1,6 +1,6 @@
 #pragma once
 
-#include "widgets/glyph_table.h"
+#include "core/glyph_table.h"
 
 #include <QPainterPath>
 

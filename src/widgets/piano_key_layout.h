@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/pitch.h"
+
 #include <QRectF>
 
 #include <optional>
@@ -7,8 +9,8 @@
 /// Where the 60 keys of five octaves lie; a key is counted from the lowest, which is a Do.
 namespace piano_key_layout {
 
-constexpr int kKeys = 60;
-constexpr int kKeysInOctave = 12;
+constexpr int kKeys = pitch::kNoteCount;
+constexpr int kKeysInOctave = pitch::kSemitones;
 constexpr int kNaturals = 35;
 
 bool isSharp(int key);

@@ -9,5 +9,5 @@ QString noteInWords(int noteNumber) {
         return QStringLiteral("Do centrale");
     QString name = pitch::NoteName(noteNumber);
     name.replace(QLatin1Char('#'), QLatin1String(" diesis"));
-    return QStringLiteral("%1 %2").arg(name).arg(noteNumber / 12 - 1);
+    return QStringLiteral("%1 %2").arg(name).arg(noteNumber / pitch::kSemitones - 1);
 }

@@ -13,6 +13,7 @@ TEST(Rhythm, namesAndTextsOfDurations) {
     EXPECT_EQ(rhythm::ValueNameToDuration(u"(1/8).", u"3"), 2.25);
     EXPECT_EQ(rhythm::ValueNameToDuration(u"na", u"4"), 4);
     EXPECT_EQ(rhythm::DurationToValueName(0.75), QStringLiteral("(1/8)."));
+    EXPECT_EQ(rhythm::namedValues().size(), 13U);
     EXPECT_EQ(rhythm::DurationToValueName(5), QStringLiteral("na"));
 
     const std::vector<std::pair<double, const char*>> texts{

@@ -5,6 +5,7 @@
 #include "composer/melody/melody.h"
 #include "composer/melody/play_range.h"
 #include "composer/melody/step_mode.h"
+#include "core/instruments.h"
 #include "core/pitch.h"
 
 #include <QChar>
@@ -27,7 +28,8 @@ struct Composition {
     static constexpr int kLowestTempo = 20;
     static constexpr int kHighestTempo = 250;
     static constexpr int kDefaultTempo = 60;
-    static constexpr int kDefaultInstrument = 16;
+    static constexpr int kDefaultInstrument = instruments::kOrgano;
+    static constexpr int kLargestTransposition = 12;  ///< semitones, either way
 
     Melody melody;
     PlayRange range;
@@ -41,7 +43,7 @@ struct Composition {
     EntrySettings settings;
     StepMode step;
     pitch::NoteNumber activeNote = pitch::kRest;  ///< 0 = none
-    int transposition = 0;                        ///< semitones, -12..12
+    int transposition = 0;                        ///< semitones
 
     QChar decimalSeparator{u','};  ///< of the durations that are written
 };

@@ -6,23 +6,16 @@ namespace {
 
 constexpr int kTripletEntries = 3;
 
-QString letterOf(std::uint8_t attribute) {
-    switch (attribute) {
-        case EntrySettings::Staccato:
-            return letter::kStaccato;
-        case EntrySettings::Tenuto:
-            return letter::kTenuto;
-        case EntrySettings::Accentato:
-            return letter::kAccentato;
-        default:
-            return letter::kNormale;
-    }
+QLatin1String letterOf(std::uint8_t attribute) {
+    if (attribute >= kAttributeButtons.size())
+        return letter::kNormale;
+    return letter::tokenOf(*kAttributeButtons[attribute].letter);
 }
 
 }  // namespace
 
 double EntrySettings::baseDuration() const {
-    return rhythm::kSymbols[symbol_].duration;
+    return note_values::kAll[symbol_].quarters;
 }
 
 void EntrySettings::clickAttribute(std::uint8_t attribute) {
@@ -38,9 +31,9 @@ void EntrySettings::clickAttribute(std::uint8_t attribute) {
 EntrySettings::Computed EntrySettings::ComputeEntry(Kind kind, const Melody& melody) {
     const double base = baseDuration();
     const bool note = kind == Kind::Note;
-    Computed entry{base, note ? letterOf(mode_.attribute) : QString(letter::kPausa)};
+    Computed entry{base, note ? letterOf(mode_.attribute) : letter::kPausa};
     if (mode_.attribute == Punto) {
-        entry.duration = base + base / 2;
+        entry.duration = note_values::dotted(base);
     } else if (mode_.attribute == Terzina) {
         ++mode_.tripletCounter;
         entry.duration = rhythm::tripletOf(base);

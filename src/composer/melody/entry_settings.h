@@ -1,9 +1,12 @@
 #pragma once
 
 #include "composer/melody/melody.h"
+#include "core/letter.h"
+#include "core/note_values.h"
 
 #include <QString>
 
+#include <array>
 #include <cstdint>
 
 /// What the next entry will be: the palette of note symbols and attributes.
@@ -42,10 +45,10 @@ public:
     std::uint8_t tripletCounter() const { return mode_.tripletCounter; }
     double baseDuration() const;
 
-    /// Chooses a symbol 0..6, as `rhythm::kSymbols` counts them.
+    /// Chooses a symbol 0..6, as `note_values::kAll` counts them.
     void chooseSymbol(std::uint8_t symbol) { symbol_ = symbol; }
 
-    /// A click on an attribute button 0..5: chooses it, or chooses none if it was chosen. Giving up
+    /// A click on an attribute button: chooses it, or chooses none if it was chosen. Giving up
     /// the triplet forgets how many of its entries were made.
     void clickAttribute(std::uint8_t attribute);
 
@@ -65,7 +68,36 @@ public:
     void setMode(const Mode& mode) { mode_ = mode; }
 
 private:
-    std::uint8_t symbol_ = 2;
+    std::uint8_t symbol_ = static_cast<std::uint8_t>(note_values::Duration::Quarter);
     Mode mode_;
     bool keepsAttributes_ = false;
 };
+
+/// An attribute button: one that changes the duration has a tooltip of its own and leaves the
+/// letter "n"; any other chooses a letter, whose tooltip and sign it shows.
+struct AttributeButton {
+    EntrySettings::Attribute attribute;
+    const letter::EntryLetter* letter;
+    const char* toolTip = letter->toolTip;
+};
+
+constexpr auto kAttributeButtons = std::to_array<AttributeButton>({
+    {EntrySettings::Punto, &letter::rowOf('n'), "Punto"},
+    {EntrySettings::Staccato, &letter::rowOf('s')},
+    {EntrySettings::Legato, &letter::rowOf('n'), "Legato con la nota precedente"},
+    {EntrySettings::Terzina, &letter::rowOf('n'), "Terzina"},
+    {EntrySettings::Tenuto, &letter::rowOf('t')},
+    {EntrySettings::Accentato, &letter::rowOf('a')},
+});
+
+static_assert(
+    [] {
+        for (std::size_t i = 0; i < kAttributeButtons.size(); ++i) {
+            const AttributeButton& button = kAttributeButtons[i];
+            const bool hasPicture = button.letter == &letter::rowOf('n') || button.letter->sign;
+            if (button.attribute != i || !button.toolTip || !hasPicture)
+                return false;
+        }
+        return kAttributeButtons.size() == EntrySettings::kAttributeCount;
+    }(),
+    "a row with tooltip and picture for each attribute, in the order of the enum");

@@ -19,6 +19,10 @@ QList<QStringView> fieldsOf(const QString& text) {
 
 }  // namespace
 
+QString damagedMelodyText() {
+    return QStringLiteral("File corrotto !!!");
+}
+
 MelodyEntry MelodyEntry::make(pitch::NoteNumber note, double duration, const QString& attribute,
                               QChar decimalSeparator) {
     return {noteToken(note), rhythm::durationText(duration, decimalSeparator), attribute};

@@ -1,26 +1,15 @@
 #pragma once
 
+#include "core/letter.h"
 #include "core/pitch.h"
 
 #include <QChar>
-#include <QLatin1String>
 #include <QString>
 #include <QStringView>
 
 #include <cstdint>
 #include <memory>
 #include <vector>
-
-/// The letters that say how an entry is played.
-namespace letter {
-
-constexpr QLatin1String kNormale("n");
-constexpr QLatin1String kStaccato("s");
-constexpr QLatin1String kTenuto("t");
-constexpr QLatin1String kAccentato("a");
-constexpr QLatin1String kPausa("p");
-
-}  // namespace letter
 
 /// A melody as its file holds it: three texts in which every token is followed by ";".
 struct MelodyTexts {
@@ -63,6 +52,9 @@ struct MelodyDelta {
     bool whole = false;  ///< the stretch is the whole melody, its damage included
     std::shared_ptr<const MelodyTexts> otherDamaged;
 };
+
+/// The message about a melody or a melody's file that is damaged.
+QString damagedMelodyText();
 
 /// The melody: an ordered list of at most 32,767 entries.
 ///

@@ -1,22 +1,16 @@
 #include "composer/melody/melody_editor.h"
 
 #include "composer/melody/rhythm.h"
+#include "core/instruments.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace {
 
-constexpr int kLargestTransposition = 12;
-constexpr int kHighestProgram = 127;
-
 QString fullMessage() {
     return QStringLiteral("La melodia è completa: non può avere più di %1 note !!!")
         .arg(Melody::kMaxEntries);
-}
-
-QString damagedMessage() {
-    return QStringLiteral("File corrotto !!!");
 }
 
 EditOutcome changed() {
@@ -53,7 +47,7 @@ EditOutcome MelodyEditor::insertRest() {
 EditOutcome MelodyEditor::append(EntrySettings::Kind kind, pitch::NoteNumber note) {
     const Melody& melody = composition_.melody;
     if (!melody.consistent())
-        return refused(damagedMessage());
+        return refused(damagedMelodyText());
     EntrySettings settings = composition_.settings;
     const EntrySettings::Computed computed = settings.ComputeEntry(kind, melody);
     if (melody.full() && !computed.replacesLast)
@@ -184,8 +178,9 @@ EditOutcome MelodyEditor::deleteAtStep() {
 void MelodyEditor::changeTransposition(int semitones) {
     if (composition_.melody.empty())
         return;
-    composition_.transposition = std::clamp(composition_.transposition + semitones,
-                                            -kLargestTransposition, kLargestTransposition);
+    composition_.transposition =
+        std::clamp(composition_.transposition + semitones, -Composition::kLargestTransposition,
+                   Composition::kLargestTransposition);
 }
 
 EditOutcome MelodyEditor::transpose() {
@@ -245,7 +240,7 @@ EditOutcome MelodyEditor::recover(const MelodyFile& file) {
     composition_.name = file.name;
     composition_.source = file.source;
     composition_.document = ++lastDocument_;
-    composition_.instrument = std::clamp(file.instrument, 0, kHighestProgram);
+    composition_.instrument = std::clamp(file.instrument, 0, instruments::kCount - 1);
     if (!damaged) {
         composition_.tempo =
             std::clamp(file.tempo, Composition::kLowestTempo, Composition::kHighestTempo);
@@ -254,7 +249,7 @@ EditOutcome MelodyEditor::recover(const MelodyFile& file) {
     recorder.commit();
     EditOutcome outcome = changed();
     if (damaged)
-        outcome.message = damagedMessage();
+        outcome.message = damagedMelodyText();
     return outcome;
 }
 

@@ -1,5 +1,7 @@
 #include "composer/melody/rhythm.h"
 
+#include "core/note_values.h"
+
 #include <QLocale>
 
 #include <algorithm>
@@ -14,20 +16,36 @@ constexpr QLatin1Char kPoint('.');
 
 }  // namespace
 
+const std::vector<NamedDuration>& namedValues() {
+    static const std::vector<NamedDuration> kValues = [] {
+        std::vector<NamedDuration> values;
+        for (const note_values::NoteValue& value : note_values::kAll) {
+            const QString name = QLatin1String(value.fraction);
+            values.push_back({name, value.quarters});
+            values.push_back(
+                {QStringLiteral("(%1).").arg(name), note_values::dotted(value.quarters)});
+        }
+        values.pop_back();
+        return values;
+    }();
+    return kValues;
+}
+
 double ValueNameToDuration(QStringView name, QStringView multiplier) {
-    const auto* const value = std::find_if(kValues.begin(), kValues.end(), [name](const auto& v) {
-        return name == QLatin1String(v.name);
-    });
+    const auto& values = namedValues();
+    const auto value = std::find_if(values.begin(), values.end(),
+                                    [name](const NamedDuration& v) { return v.name == name; });
     bool isNumber = false;
     const short times = multiplier.toShort(&isNumber);
-    return (value == kValues.end() ? 1 : value->duration) * (isNumber ? times : 1);
+    return (value == values.end() ? 1 : value->duration) * (isNumber ? times : 1);
 }
 
 QString DurationToValueName(double duration) {
-    const auto* const value =
-        std::find_if(kValues.begin(), kValues.end(),
-                     [duration](const auto& v) { return v.duration == duration; });
-    return QLatin1String(value == kValues.end() ? kNoValueName : value->name);
+    const auto& values = namedValues();
+    const auto value =
+        std::find_if(values.begin(), values.end(),
+                     [duration](const NamedDuration& v) { return v.duration == duration; });
+    return value == values.end() ? QString(QLatin1String(kNoValueName)) : value->name;
 }
 
 QChar decimalSeparator(const QLocale& locale) {

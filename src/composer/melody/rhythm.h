@@ -4,47 +4,26 @@
 #include <QString>
 #include <QStringView>
 
-#include <array>
 #include <optional>
+#include <vector>
 
 class QLocale;
 
-/// Rhythmic values: their names, their symbols, and durations as text. A duration is counted in
+/// Rhythmic values as the edit frame lists them, and durations as text. A duration is counted in
 /// quarter notes.
 namespace rhythm {
 
 struct NamedDuration {
-    const char* name;
+    QString name;
     double duration;
 };
 
-/// The values that have a name, in the order of the list that shows them; a dotted value is in
-/// parentheses and followed by a point.
-constexpr std::array<NamedDuration, 13> kValues{{{"4/4", 4},
-                                                 {"(4/4).", 6},
-                                                 {"2/4", 2},
-                                                 {"(2/4).", 3},
-                                                 {"1/4", 1},
-                                                 {"(1/4).", 1.5},
-                                                 {"1/8", 0.5},
-                                                 {"(1/8).", 0.75},
-                                                 {"1/16", 0.25},
-                                                 {"(1/16).", 0.375},
-                                                 {"1/32", 0.125},
-                                                 {"(1/32).", 0.1875},
-                                                 {"1/64", 0.0625}}};
+/// The values that have a name, in the order of the list that shows them: each note value and then
+/// its dotted one, "(1/4).". The shortest has no dotted one.
+const std::vector<NamedDuration>& namedValues();
 
 /// The name of every other duration, such as a tied or a triplet one.
 constexpr const char* kNoValueName = "na";
-
-/// The note symbols of the palette, from the longest to the shortest.
-constexpr std::array<NamedDuration, 7> kSymbols{{{"Semibreve", 4},
-                                                 {"Minima", 2},
-                                                 {"Semiminima", 1},
-                                                 {"Croma", 0.5},
-                                                 {"Semicroma", 0.25},
-                                                 {"Biscroma", 0.125},
-                                                 {"Semibiscroma", 0.0625}}};
 
 /// The duration of a named value times a whole multiplier. A name without a value counts as 1, and
 /// so does a multiplier that is no 16-bit number.

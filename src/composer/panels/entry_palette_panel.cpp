@@ -11,9 +11,6 @@ namespace {
 constexpr double kActiveNoteTextScale = 1.4;
 constexpr int kLabelFrame = 24;
 
-constexpr std::array<const char*, EntrySettings::kAttributeCount> kAttributeNames{
-    "Punto", "Staccato", "Legato con la nota precedente", "Terzina", "Tenuto", "Accentato"};
-
 using Draw = void (*)(QPainter&, const QRectF&, int);
 
 /// The button of a control array, with a picture that a function of the index draws.
@@ -40,12 +37,12 @@ EntryPalettePanel::EntryPalettePanel(QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::EntryPalettePanel>()) {
     ui_->setupUi(this);
     for (std::size_t i = 0; i < symbols_.size(); ++i) {
-        symbols_[i] = pictureButton("cmdSimbNote", i, rhythm::kSymbols[i].name,
+        symbols_[i] = pictureButton("cmdSimbNote", i, note_values::kAll[i].name,
                                     entry_pictures::drawSymbol, this);
         ui_->symbols->addWidget(symbols_[i]);
     }
     for (std::size_t i = 0; i < attributes_.size(); ++i) {
-        attributes_[i] = pictureButton("cmdAttrNota", i, kAttributeNames[i],
+        attributes_[i] = pictureButton("cmdAttrNota", i, kAttributeButtons[i].toolTip,
                                        entry_pictures::drawAttribute, this);
         ui_->attributes->addWidget(attributes_[i]);
     }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "composer/melody/entry_settings.h"
-#include "composer/melody/rhythm.h"
+#include "core/note_values.h"
 
 #include <QWidget>
 
@@ -37,6 +37,6 @@ public:
 
 private:
     std::unique_ptr<Ui::EntryPalettePanel> ui_;
-    std::array<PictureButton*, rhythm::kSymbols.size()> symbols_{};
-    std::array<PictureButton*, EntrySettings::kAttributeCount> attributes_{};
+    std::array<PictureButton*, note_values::kAll.size()> symbols_{};
+    std::array<PictureButton*, kAttributeButtons.size()> attributes_{};
 };

@@ -49,7 +49,8 @@ void drawAlone(QPainter& painter, const QRectF& rect, const Note& note, const Ro
     engraving::drawNote(painter, MusicFont::shared(), stave, x, note);
 }
 
-void drawWithSign(QPainter& painter, const QRectF& rect, engraving::Articulation sign) {
+void drawWithSign(QPainter& painter, const QRectF& rect,
+                  const glyph_table::ArticulationSign& sign) {
     const Note note{kPosition, Duration::Quarter};
     const Stave stave = staveFor(rect, kSignBelow);
     const qreal x = centred(rect, stave, engraving::extentOf(note).right);
@@ -91,22 +92,15 @@ void drawAttribute(QPainter& painter, const QRectF& rect, int attribute) {
             drawAlone(painter, rect, {kPosition, Duration::Quarter, engraving::Accidental::None, 1},
                       kSignBelow);
             break;
-        case EntrySettings::Staccato:
-            drawWithSign(painter, rect, engraving::Articulation::Staccato);
-            break;
         case EntrySettings::Legato:
             drawTied(painter, rect);
             break;
         case EntrySettings::Terzina:
             drawTriplet(painter, rect);
             break;
-        case EntrySettings::Tenuto:
-            drawWithSign(painter, rect, engraving::Articulation::Tenuto);
-            break;
-        case EntrySettings::Accentato:
-            drawWithSign(painter, rect, engraving::Articulation::Accent);
-            break;
         default:
+            drawWithSign(painter, rect,
+                         *kAttributeButtons[static_cast<std::size_t>(attribute)].letter->sign);
             break;
     }
 }

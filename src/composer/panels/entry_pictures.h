@@ -7,10 +7,10 @@ class QRectF;
 /// painter's pen.
 namespace entry_pictures {
 
-/// A note symbol 0..6, from the semibreve to the semibiscroma.
+/// A note symbol, by its index in `note_values::kAll`.
 void drawSymbol(QPainter& painter, const QRectF& rect, int symbol);
 
-/// An attribute 0..5, as `EntrySettings::Attribute` counts them, on a note.
+/// An attribute button, by its index in `kAttributeButtons`.
 void drawAttribute(QPainter& painter, const QRectF& rect, int attribute);
 
 }  // namespace entry_pictures

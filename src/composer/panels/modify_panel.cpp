@@ -1,32 +1,39 @@
 #include "composer/panels/modify_panel.h"
 
 #include "composer/melody/rhythm.h"
+#include "core/letter.h"
 #include "ui_modify_panel.h"
 #include "widgets/appearance.h"
 
-#include <array>
+#include <QStringList>
 
 namespace {
 
 constexpr double kActiveNoteTextScale = 1.3;
 constexpr int kMultipliers = 4;
 
-constexpr std::array<QLatin1String, 5> kLetters{
-    letter::kNormale, letter::kStaccato, letter::kTenuto, letter::kAccentato, letter::kPausa};
+/// "n=normale s=staccato …": what the letters of the list mean.
+QString lettersInWords() {
+    QStringList words;
+    for (const letter::EntryLetter& row : letter::kAll)
+        words += QStringLiteral("%1=%2").arg(letter::tokenOf(row), QString::fromUtf8(row.name));
+    return words.join(QLatin1Char(' '));
+}
 
 }  // namespace
 
 ModifyPanel::ModifyPanel(QWidget* parent)
     : QGroupBox(parent), ui_(std::make_unique<Ui::ModifyPanel>()) {
     ui_->setupUi(this);
-    for (const rhythm::NamedDuration& value : rhythm::kValues)
-        ui_->cmbDurata->addItem(QLatin1String(value.name));
+    for (const rhythm::NamedDuration& value : rhythm::namedValues())
+        ui_->cmbDurata->addItem(value.name);
     ui_->cmbDurata->addItem(QLatin1String(rhythm::kNoValueName));
     ui_->cmbDurata->setMaxVisibleItems(ui_->cmbDurata->count());
     for (int multiplier = 1; multiplier <= kMultipliers; ++multiplier)
         ui_->cmbPer->addItem(QString::number(multiplier));
-    for (const QLatin1String letter : kLetters)
-        ui_->cmbAttributi->addItem(letter);
+    for (const letter::EntryLetter& row : letter::kAll)
+        ui_->cmbAttributi->addItem(letter::tokenOf(row));
+    ui_->cmbAttributi->setToolTip(lettersInWords());
     appearance::enlargeText(*ui_->lblActualNote, kActiveNoteTextScale);
     connect(ui_->cmbDurata, &QComboBox::currentTextChanged, this, [this](const QString& name) {
         ui_->cmdModifica_0->setEnabled(name != QLatin1String(rhythm::kNoValueName));

@@ -1,23 +1,10 @@
 #include "composer/playback/articulation.h"
 
-#include "composer/melody/melody.h"
+#include "core/letter.h"
 
 #include <algorithm>
-#include <array>
 
 namespace {
-
-/// A note sounds a whole part of its total; a part of 1 ends with the gap instead of a silence.
-struct Rule {
-    QLatin1String letter;
-    int velocity;
-    int divisor;
-};
-
-constexpr std::array<Rule, 4> kRules{{{letter::kNormale, 100, 1},
-                                      {letter::kAccentato, 127, 1},
-                                      {letter::kStaccato, 120, 4},
-                                      {letter::kTenuto, 100, 2}}};
 
 constexpr double kMsPerSecond = 1000;
 constexpr double kSecondsPerMinute = 60;
@@ -37,15 +24,15 @@ std::int64_t totalMs(double duration, int tempo) {
 
 void Articulation::articulate(QStringView attribute, double duration, int tempo) {
     const std::int64_t total = totalMs(duration, tempo);
-    if (attribute == letter::kPausa) {
+    const letter::EntryLetter* row = letter::find(attribute);
+    if (!row)
+        return;
+    if (row->isRest()) {
         silenceMs = silence(total - kGapMs);
         return;
     }
-    const auto* const rule = std::find_if(
-        kRules.begin(), kRules.end(), [attribute](const Rule& r) { return attribute == r.letter; });
-    if (rule == kRules.end())
-        return;
-    velocity = rule->velocity;
-    soundingMs = rule->divisor == 1 ? total - kGapMs : total / rule->divisor;
-    silenceMs = rule->divisor == 1 ? 0 : silence(total - soundingMs - kGapMs);
+    const int divisor = row->soundingDivisor;
+    velocity = row->velocity;
+    soundingMs = divisor == 1 ? total - kGapMs : total / divisor;
+    silenceMs = divisor == 1 ? 0 : silence(total - soundingMs - kGapMs);
 }

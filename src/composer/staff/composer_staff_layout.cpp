@@ -1,5 +1,6 @@
 #include "composer/staff/composer_staff_layout.h"
 
+#include "core/grand_staff.h"
 #include "core/pitch.h"
 
 #include <algorithm>
@@ -9,9 +10,9 @@
 namespace composer_staff_layout {
 namespace {
 
-constexpr int kTrebleBottomStep = 30;
-constexpr int kBassBottomStep = 18;
-constexpr int kMiddleCStep = 28;
+using grand_staff::kBassBottomStep;
+using grand_staff::kTrebleBottomStep;
+using pitch::kMiddleCStep;
 
 /// Half way between middle C and the note below it, which stand in different staves.
 constexpr double kSplit = ((kTrebleBottomLine + kTrebleBottomStep - kMiddleCStep) +
@@ -20,7 +21,8 @@ constexpr double kSplit = ((kTrebleBottomLine + kTrebleBottomStep - kMiddleCStep
 
 /// In staff spaces. What follows a value grows with its length.
 constexpr double kLead = 0.55;
-constexpr std::array<double, 7> kTrail{3.2, 2.5, 1.9, 1.5, 1.2, 1.0, 0.9};
+constexpr std::array kTrail{3.2, 2.5, 1.9, 1.5, 1.2, 1.0, 0.9};
+static_assert(kTrail.size() == note_values::kAll.size());
 constexpr double kFlagTrail = 0.5;  ///< at least this much is left free behind flags and dots
 constexpr double kSignCharacter = 0.8;
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "composer/staff/staff_entry.h"
+#include "widgets/engraving.h"
 
 #include <functional>
 #include <vector>

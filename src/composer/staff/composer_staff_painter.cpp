@@ -12,8 +12,6 @@ namespace composer_staff_painter {
 namespace {
 
 /// In staff spaces.
-constexpr double kClefIndent = 0.8;
-constexpr double kBraceGap = 0.35;
 constexpr double kSignSize = 1.5;
 constexpr double kSignRoom = 12;
 
@@ -69,15 +67,7 @@ Staves onPixels(const QPainter& painter, const Staves& staves) {
 }
 
 void drawSystem(QPainter& painter, const MusicFont& font, const Staves& staves) {
-    const engraving::Stave& treble = staves.treble;
-    const engraving::Stave& bass = staves.bass;
-    engraving::drawLines(painter, treble);
-    engraving::drawLines(painter, bass);
-    engraving::drawBarline(painter, treble, bass, treble.left);
-    engraving::drawBrace(painter, font, treble, bass, treble.left - kBraceGap * treble.space);
-    const qreal clefX = treble.left + kClefIndent * treble.space;
-    engraving::drawClef(painter, font, treble, clefX, engraving::Clef::G);
-    engraving::drawClef(painter, font, bass, clefX, engraving::Clef::F);
+    engraving::drawGrandStaff(painter, font, staves.treble, staves.bass);
 }
 
 void drawEntry(QPainter& painter, const MusicFont& font, const Staves& staves, qreal left,
@@ -94,9 +84,11 @@ void drawEntry(QPainter& painter, const MusicFont& font, const Staves& staves, q
     }
     if (!rest) {
         drawTies(painter, stave, left, engraved);
-        engraving::drawArticulation(
-            painter, font, stave, left + engraved.cell.heads.front() * stave.space,
-            noteOf(engraved, 0), staff_entry::articulationOf(engraved.entry), values.size() > 1);
+        if (const auto sign = staff_entry::articulationOf(engraved.entry)) {
+            engraving::drawArticulation(painter, font, stave,
+                                        left + engraved.cell.heads.front() * stave.space,
+                                        noteOf(engraved, 0), *sign, values.size() > 1);
+        }
     }
     drawFigureSign(painter, font, stave, left, engraved);
 }

@@ -13,7 +13,7 @@
 namespace staff_entry {
 namespace {
 
-using engraving::Duration;
+using note_values::Duration;
 
 /// Durations are counted in units of 1/32 of a quarter, which every value is a multiple of.
 constexpr int kUnitsPerQuarter = 32;
@@ -23,49 +23,32 @@ struct ValueUnits {
     int units;
 };
 
-constexpr std::array<ValueUnits, 14> kValues{{{{Duration::Whole, 1}, 192},
-                                              {{Duration::Whole, 0}, 128},
-                                              {{Duration::Half, 1}, 96},
-                                              {{Duration::Half, 0}, 64},
-                                              {{Duration::Quarter, 1}, 48},
-                                              {{Duration::Quarter, 0}, 32},
-                                              {{Duration::Eighth, 1}, 24},
-                                              {{Duration::Eighth, 0}, 16},
-                                              {{Duration::Sixteenth, 1}, 12},
-                                              {{Duration::Sixteenth, 0}, 8},
-                                              {{Duration::ThirtySecond, 1}, 6},
-                                              {{Duration::ThirtySecond, 0}, 4},
-                                              {{Duration::SixtyFourth, 1}, 3},
-                                              {{Duration::SixtyFourth, 0}, 2}}};
-constexpr ValueUnits kDottedWhole = kValues[0];
-constexpr ValueUnits kWhole = kValues[1];
-constexpr ValueUnits kDottedSixtyFourth = kValues[12];
+/// Every note value, before it the dotted one, which is longer.
+constexpr auto kValues = [] {
+    std::array<ValueUnits, 2 * note_values::kAll.size()> values{};
+    std::size_t i = 0;
+    for (const note_values::NoteValue& value : note_values::kAll) {
+        const double dotted = note_values::dotted(value.quarters);
+        values[i++] = {{value.duration, 1}, static_cast<int>(dotted * kUnitsPerQuarter)};
+        values[i++] = {{value.duration, 0}, static_cast<int>(value.quarters * kUnitsPerQuarter)};
+    }
+    return values;
+}();
+constexpr ValueUnits kDottedLongest = kValues[0];
+constexpr ValueUnits kLongest = kValues[1];
+constexpr ValueUnits kDottedShortest = kValues[kValues.size() - 2];
+static_assert(kDottedShortest.units % 2 == 1, "no other value is an odd number of units");
 
 constexpr double kMostQuarters =
-    static_cast<double>(kMostValues) * kDottedWhole.units / kUnitsPerQuarter;
+    static_cast<double>(kMostValues) * kDottedLongest.units / kUnitsPerQuarter;
 
 /// Durations come from texts of 15 digits, and ties add them up.
 constexpr double kTolerance = 1e-6;
 
-constexpr std::array<const char*, 7> kNames{"4/4", "2/4", "1/4", "1/8", "1/16", "1/32", "1/64"};
-
-struct Letter {
-    char letter;
-    engraving::Articulation articulation;
-    const char* words;
-};
-
-constexpr std::array<Letter, 3> kLetters{{
-    {'s', engraving::Articulation::Staccato, "staccato"},
-    {'t', engraving::Articulation::Tenuto, "tenuto"},
-    {'a', engraving::Articulation::Accent, "accentato"},
-}};
-
-const Letter* letterOf(const Entry& entry) {
-    const auto* found = std::find_if(kLetters.begin(), kLetters.end(), [&](const Letter& letter) {
-        return letter.letter == entry.attribute;
-    });
-    return found == kLetters.end() || isRest(entry) ? nullptr : found;
+/// The row of a letter that is engraved; null for any other.
+const letter::EntryLetter* engravedLetter(const Entry& entry) {
+    const letter::EntryLetter* row = letter::find(entry.attribute);
+    return row && row->sign && !isRest(entry) ? row : nullptr;
 }
 
 /// Zero for a duration that is no whole number of units or more than a figure holds.
@@ -83,17 +66,17 @@ std::vector<Value> decomposed(int units) {
     std::vector<Value> values;
     const bool odd = units % 2 != 0;
     if (odd)
-        units -= kDottedSixtyFourth.units;
+        units -= kDottedShortest.units;
     while (units > 0) {
-        const auto* next = units > kDottedWhole.units
-                               ? &kWhole
+        const auto* next = units > kDottedLongest.units
+                               ? &kLongest
                                : std::find_if(kValues.begin(), kValues.end(),
                                               [&](const auto& v) { return v.units <= units; });
         values.push_back(next->value);
         units -= next->units;
     }
     if (odd)
-        values.push_back(kDottedSixtyFourth.value);
+        values.push_back(kDottedShortest.value);
     if (units < 0 || values.size() > kMostValues)
         values.clear();
     return values;
@@ -114,7 +97,7 @@ QString durationInWords(double duration) {
         return QStringLiteral("durata %1").arg(QLocale().toString(duration));
     QStringList parts;
     for (const Value& value : figure.values) {
-        const auto name = QLatin1String(kNames[static_cast<std::size_t>(value.duration)]);
+        const auto name = QLatin1String(note_values::rowOf(value.duration).fraction);
         parts += value.dots > 0 ? name + QStringLiteral(" col punto") : QString(name);
     }
     const QString values = parts.join(QStringLiteral(" + "));
@@ -136,9 +119,9 @@ bool isRest(const Entry& entry) {
     return !pitch::isPlayable(entry.noteNumber);
 }
 
-engraving::Articulation articulationOf(const Entry& entry) {
-    const Letter* letter = letterOf(entry);
-    return letter ? letter->articulation : engraving::Articulation::None;
+std::optional<glyph_table::ArticulationSign> articulationOf(const Entry& entry) {
+    const letter::EntryLetter* row = engravedLetter(entry);
+    return row ? row->sign : std::nullopt;
 }
 
 QString durationSign(double duration) {
@@ -150,8 +133,8 @@ QString durationSign(double duration) {
 QString inWords(const Entry& entry) {
     const QString name = isRest(entry) ? QStringLiteral("pausa") : noteInWords(entry.noteNumber);
     QString words = QStringLiteral("%1, %2").arg(name, durationInWords(entry.duration));
-    if (const Letter* letter = letterOf(entry))
-        words += QStringLiteral(", ") + QLatin1String(letter->words);
+    if (const letter::EntryLetter* row = engravedLetter(entry))
+        words += QStringLiteral(", ") + QString::fromUtf8(row->name);
     return words;
 }
 

@@ -1,9 +1,11 @@
 #pragma once
 
-#include "widgets/engraving.h"
+#include "core/letter.h"
+#include "core/note_values.h"
 
 #include <QString>
 
+#include <optional>
 #include <vector>
 
 /// An entry of the melody as the staff shows it: which note values make up its duration.
@@ -12,14 +14,12 @@ namespace staff_entry {
 struct Entry {
     int noteNumber = 0;   ///< 36..95; anything else is a rest
     double duration = 1;  ///< in quarter notes
-    char attribute = 'n';
+    char attribute = letter::kNormale.front().toLatin1();
 };
 
 struct Value {
-    engraving::Duration duration = engraving::Duration::Quarter;
+    note_values::Duration duration = note_values::Duration::Quarter;
     int dots = 0;
-
-    bool operator==(const Value&) const = default;
 };
 
 /// What is engraved for a duration: values tied together, the longest first, which last two thirds
@@ -29,8 +29,6 @@ struct Figure {
     std::vector<Value> values;
     bool triplet = false;
     bool exact = true;
-
-    bool operator==(const Figure&) const = default;
 };
 
 /// The most values of a figure; four dotted semibreves, the longest multiple, take six.
@@ -40,7 +38,9 @@ constexpr int kMostValues = 6;
 Figure figureOf(double duration);
 
 bool isRest(const Entry& entry);
-engraving::Articulation articulationOf(const Entry& entry);
+
+/// Nothing for a rest, and for a letter that has no sign or is unknown.
+std::optional<glyph_table::ArticulationSign> articulationOf(const Entry& entry);
 
 /// The sign beside a figure that is not exact: "[×0,1]", in the locale's format.
 QString durationSign(double duration);

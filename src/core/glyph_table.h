@@ -3,9 +3,9 @@
 #include <array>
 #include <cstddef>
 
-/// The figures of the music font that engraving needs, in staff spaces with y growing upwards.
-/// They stand here because the font's own metadata file is too long to parse at every start; a
-/// test holds this table against that file.
+/// The glyphs of the music font that the program draws, by their names in SMuFL, and their measures
+/// in staff spaces with y growing upwards. The measures stand here because the font's own metadata
+/// file is too long to parse at every start; a test compares this table with that file.
 namespace glyph_table {
 
 enum class Glyph {
@@ -58,7 +58,7 @@ struct Info {
     Point stemDown;  ///< the same for a stem that goes down
 };
 
-constexpr std::array<Info, 32> kGlyphs{{
+constexpr auto kGlyphs = std::to_array<Info>({
     {Glyph::Brace, "brace", 0xE000, {0.008, 0}, {0.328, 3.988}, {}, {}},
     {Glyph::GClef, "gClef", 0xE050, {0, -2.632}, {2.684, 4.392}, {}, {}},
     {Glyph::FClef, "fClef", 0xE062, {-0.02, -2.54}, {2.736, 1.048}, {}, {}},
@@ -103,11 +103,31 @@ constexpr std::array<Info, 32> kGlyphs{{
     {Glyph::AccentAbove, "articAccentAbove", 0xE4A0, {0, 0.004}, {1.356, 0.98}, {}, {}},
     {Glyph::AccentBelow, "articAccentBelow", 0xE4A1, {0, -0.976}, {1.356, 0}, {}, {}},
     {Glyph::Tuplet3, "tuplet3", 0xE883, {0.04, -0.032}, {1.224, 1.5}, {}, {}},
-}};
+});
+
+static_assert(
+    [] {
+        for (std::size_t i = 0; i < kGlyphs.size(); ++i) {
+            if (static_cast<std::size_t>(kGlyphs[i].glyph) != i)
+                return false;
+        }
+        return kGlyphs.back().glyph == Glyph::Tuplet3;
+    }(),
+    "a row for each glyph, in the order of the enum");
 
 constexpr const Info& info(Glyph glyph) {
     return kGlyphs[static_cast<std::size_t>(glyph)];
 }
+
+/// A sign at a note's head, on the side away from the stem: its two forms, and the least distance
+/// of its middle from the head's, in half spaces. A small sign stands in a space of the stave, a
+/// large one outside the stave.
+struct ArticulationSign {
+    Glyph above;
+    Glyph below;
+    int distance;
+    bool small;
+};
 
 constexpr double kStaffLineThickness = 0.13;
 constexpr double kStemThickness = 0.12;

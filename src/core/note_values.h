@@ -1,0 +1,74 @@
+#pragma once
+
+#include "core/glyph_table.h"
+
+#include <QString>
+
+#include <array>
+#include <cstddef>
+#include <optional>
+
+/// The note values: what they are called, how long they last and what they are drawn with. Whatever
+/// lists, plays, engraves or announces a note value reads its row here.
+namespace note_values {
+
+enum class Duration { Whole, Half, Quarter, Eighth, Sixteenth, ThirtySecond, SixtyFourth };
+
+struct NoteValue {
+    Duration duration;
+    double quarters;  ///< the length in quarter notes
+    const char* name;
+    const char* otherName;  ///< after its share of a whole note
+    const char* fraction;   ///< the name in lists and for screen readers
+    glyph_table::Glyph rest;
+    glyph_table::Glyph head;
+    bool stem = true;
+    std::optional<glyph_table::Glyph> flagUp = {};    ///< of a stem that goes up
+    std::optional<glyph_table::Glyph> flagDown = {};  ///< of one that goes down
+};
+
+using glyph_table::Glyph;
+
+/// From the longest to the shortest, each half as long as the one before.
+constexpr auto kAll = std::to_array<NoteValue>({
+    {Duration::Whole, 4, "Semibreve", "Intero", "4/4", Glyph::RestWhole, Glyph::NoteheadWhole,
+     false},
+    {Duration::Half, 2, "Minima", "Metà", "2/4", Glyph::RestHalf, Glyph::NoteheadHalf},
+    {Duration::Quarter, 1, "Semiminima", "Quarto", "1/4", Glyph::RestQuarter, Glyph::NoteheadBlack},
+    {Duration::Eighth, 0.5, "Croma", "Ottavo", "1/8", Glyph::Rest8th, Glyph::NoteheadBlack, true,
+     Glyph::Flag8thUp, Glyph::Flag8thDown},
+    {Duration::Sixteenth, 0.25, "Semicroma", "Sedicesimo", "1/16", Glyph::Rest16th,
+     Glyph::NoteheadBlack, true, Glyph::Flag16thUp, Glyph::Flag16thDown},
+    {Duration::ThirtySecond, 0.125, "Biscroma", "Trentaduesimo", "1/32", Glyph::Rest32nd,
+     Glyph::NoteheadBlack, true, Glyph::Flag32ndUp, Glyph::Flag32ndDown},
+    {Duration::SixtyFourth, 0.0625, "Semibiscroma", "Sessantaquattresimo", "1/64", Glyph::Rest64th,
+     Glyph::NoteheadBlack, true, Glyph::Flag64thUp, Glyph::Flag64thDown},
+});
+
+static_assert(
+    [] {
+        for (std::size_t i = 0; i < kAll.size(); ++i) {
+            if (static_cast<std::size_t>(kAll[i].duration) != i)
+                return false;
+            if (kAll[i].flagUp.has_value() != kAll[i].flagDown.has_value())
+                return false;
+            if (i > 0 && kAll[i].quarters * 2 != kAll[i - 1].quarters)
+                return false;
+        }
+        return kAll.back().duration == Duration::SixtyFourth;
+    }(),
+    "a row for each duration, in the order of the enum");
+
+constexpr const NoteValue& rowOf(Duration duration) {
+    return kAll[static_cast<std::size_t>(duration)];
+}
+
+/// "Pausa di semiminima".
+QString restName(const NoteValue& value);
+
+/// A dot makes a value half as long again.
+constexpr double dotted(double quarters) {
+    return quarters + quarters / 2;
+}
+
+}  // namespace note_values
