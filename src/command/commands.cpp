@@ -55,7 +55,7 @@ QString load(const Folders& folders, const QString& file, Composition& compositi
     if (reading.error.failed())
         return reading.error.text;
     if (!reading.file)
-        return melody_names::damagedFile();
+        return damagedMelodyText();
     return MelodyEditor(composition).open(*reading.file).message;
 }
 

@@ -126,7 +126,7 @@ bool frmComposer::refusesDamaged() {
     if (composition_.melody.consistent())
         return false;
     silenceHands();
-    services_.dialogs.message(QStringLiteral("File corrotto !!!"));
+    services_.dialogs.message(damagedMelodyText());
     return true;
 }
 

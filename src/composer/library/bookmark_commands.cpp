@@ -11,8 +11,6 @@ namespace {
 
 constexpr int kLongestName = 12;
 constexpr qsizetype kFewestToMove = 3;
-/// Unlike melodies and folders, a bookmark may have a "-" in its name.
-constexpr QStringView kForbidden(u",.;:|\\/!%&()='^+*°§<>");
 
 QString asTyped(const QString& answer) {
     return melody_names::composed(answer.trimmed());
@@ -22,10 +20,6 @@ QString asTyped(const QString& answer) {
 bool fitsTheLine(const QString& name) {
     return !name.contains(QLatin1Char(';')) && !name.contains(QChar(Bookmarks::kSeparator)) &&
            melody_file::canCarry(name);
-}
-
-bool hasForbidden(const QString& name) {
-    return std::any_of(name.begin(), name.end(), [](QChar c) { return kForbidden.contains(c); });
 }
 
 }  // namespace
@@ -95,7 +89,7 @@ bool BookmarkCommands::rename(int row) {
         QStringLiteral("Rinominare"), QStringLiteral("Rinomina riferimento"), bookmark->name));
     if (name.isEmpty())
         return false;
-    if (hasForbidden(name) || !fitsTheLine(name)) {
+    if (melody_names::isForbiddenForBookmark(name) || !fitsTheLine(name)) {
         dialogs_.message(melody_names::invalidName());
         return false;
     }

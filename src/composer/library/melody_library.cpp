@@ -134,7 +134,7 @@ MelodyLibrary::Activated MelodyLibrary::open(const MelodySource& source) {
     MelodyReading reading = readMelody(folders_, source.folder + source.fileName);
     if (!reading.file) {
         dialogs_.message(reading.error.failed() ? melody_names::failureText(reading.error)
-                                                : melody_names::damagedFile());
+                                                : damagedMelodyText());
         return Activated::Nothing;
     }
     digests_[source.folder + source.fileName] = digestOf(reading.bytes);
@@ -277,7 +277,7 @@ bool MelodyLibrary::createFolder() {
         dialogs_.input(QStringLiteral("Nome cartella"), QStringLiteral("Nome Cartella")).trimmed());
     if (name.isEmpty())
         return false;
-    if (melody_names::hasForbiddenCharacter(name)) {
+    if (melody_names::isForbiddenForFile(name)) {
         dialogs_.message(invalidFolderName());
         return false;
     }
@@ -297,7 +297,7 @@ bool MelodyLibrary::rename(int row) {
         QStringLiteral("Rinominare"), QStringLiteral("Rinomina melodia"), entry.name));
     if (name.isEmpty())
         return false;
-    if (melody_names::hasForbiddenCharacter(name)) {
+    if (melody_names::isForbiddenForFile(name)) {
         dialogs_.message(melody_names::invalidName());
         return false;
     }

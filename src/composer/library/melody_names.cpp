@@ -10,7 +10,9 @@ namespace {
 const QLatin1String kFolder("\\Melodie\\");
 const QLatin1String kFolderInAnyCase("melodie");
 const QLatin1String kExtension(".mel");
-constexpr QStringView kForbidden(u",.-;:|\\/!%&()='^+*°§<>");
+/// In any name. A bookmark may have a "-", a melody or a folder may not.
+constexpr QStringView kForbidden(u",.;:|\\/!%&()='^+*°§<>");
+constexpr QLatin1Char kForbiddenInFiles('-');
 
 }  // namespace
 
@@ -35,7 +37,11 @@ QString lastPart(const QString& name) {
     return name.mid(std::max(name.lastIndexOf(kBackslash), name.lastIndexOf(QLatin1Char('/'))) + 1);
 }
 
-bool hasForbiddenCharacter(QStringView name) {
+bool isForbiddenForFile(QStringView name) {
+    return name.contains(kForbiddenInFiles) || isForbiddenForBookmark(name);
+}
+
+bool isForbiddenForBookmark(QStringView name) {
     return std::any_of(name.begin(), name.end(), [](QChar c) { return kForbidden.contains(c); });
 }
 
@@ -45,10 +51,6 @@ QString composed(const QString& name) {
 
 QString failureText(const FileError& error) {
     return QStringLiteral("Errore: %1\n\n").arg(error.number) + error.text;
-}
-
-QString damagedFile() {
-    return QStringLiteral("File corrotto !!!");
 }
 
 QString invalidName() {

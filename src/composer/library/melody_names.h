@@ -24,16 +24,15 @@ QString melodyName(const QString& fileName);
 QString lastPart(const QString& name);
 
 /// Whether a name has one of the characters that neither a new folder nor a renamed melody may
-/// have.
-bool hasForbiddenCharacter(QStringView name);
+/// have, or a renamed bookmark.
+bool isForbiddenForFile(QStringView name);
+bool isForbiddenForBookmark(QStringView name);
 
 /// Composed letters, as the file's code page has them.
 QString composed(const QString& name);
 
 /// "Errore: 61", an empty line and the description.
 QString failureText(const FileError& error);
-
-QString damagedFile();
 
 /// The messages about names.
 QString invalidName();
