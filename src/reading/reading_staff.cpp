@@ -15,14 +15,12 @@ namespace {
 
 /// In staff spaces.
 constexpr double kBraceRoom = 2.6;
-constexpr double kClefIndent = 0.8;
 constexpr double kNoteRoom = 1.5;
 constexpr double kNarrowest = 19;  ///< the width that all marks need beside the ruler
 
 /// In pixels.
 constexpr int kPadding = 8;
 constexpr int kRulerWidth = 44;
-constexpr double kCornerRadius = 10;
 
 constexpr double kNoteColumn = 0.56;  ///< the notes' share of the way from left to right
 constexpr double kPointedInk = 0.55;
@@ -131,27 +129,17 @@ void ReadingStaff::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     const QColor ink = palette().color(QPalette::Text);
     const QColor card = palette().color(QPalette::Base);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(appearance::mixed(ink, card, 0.2));
-    painter.setBrush(card);
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kCornerRadius,
-                            kCornerRadius);
+    appearance::paintCard(painter, *this);
 
     const engraving::Stave treble = engraving::onPixels(painter, treble_);
     const engraving::Stave bass = engraving::onPixels(painter, bass_);
-    const qreal clefX = treble.left + kClefIndent * treble.space;
     if (pointed_) {
         painter.setPen(appearance::mixed(palette().color(QPalette::Highlight), card, kPointedInk));
         engraving::drawNote(painter, font_, staff_step::isTreble(*pointed_) ? treble : bass, noteX_,
                             noteAt(*pointed_));
     }
     painter.setPen(ink);
-    engraving::drawLines(painter, treble);
-    engraving::drawLines(painter, bass);
-    engraving::drawBarline(painter, treble, bass, treble.left);
-    engraving::drawBrace(painter, font_, treble, bass, treble.left - 0.35 * treble.space);
-    engraving::drawClef(painter, font_, treble, clefX, engraving::Clef::G);
-    engraving::drawClef(painter, font_, bass, clefX, engraving::Clef::F);
+    engraving::drawGrandStaff(painter, font_, treble, bass);
 }
 
 void ReadingStaff::resizeEvent(QResizeEvent* /*event*/) {

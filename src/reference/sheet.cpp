@@ -7,8 +7,6 @@
 
 namespace {
 
-constexpr double kCornerRadius = 10;
-constexpr double kEdgeInk = 0.2;
 constexpr double kHeadingScale = 1.2;
 constexpr int kHeadingRoom = 28;  ///< besides a line of text
 constexpr int kMargin = 24;
@@ -26,12 +24,7 @@ void Sheet::setPage(QLayout* page) {
 void Sheet::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     const QColor ink = palette().color(QPalette::Text);
-    const QColor card = palette().color(QPalette::Base);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(appearance::mixed(ink, card, kEdgeInk));
-    painter.setBrush(card);
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kCornerRadius,
-                            kCornerRadius);
+    appearance::paintCard(painter, *this);
 
     const int rule = contentsRect().top() + kHeadingRoom;
     painter.setRenderHint(QPainter::Antialiasing, false);

@@ -1,11 +1,13 @@
 #include "widgets/appearance.h"
 
+#include <QPainter>
 #include <QScreen>
 #include <QWidget>
 
 namespace appearance {
 namespace {
 
+constexpr double kEdgeInk = 0.2;
 constexpr double kFocusTint = 1 / 3.0;
 constexpr QSize kWindowFrame(8, 40);
 
@@ -37,6 +39,19 @@ QRect roomOnScreen(const QWidget& window) {
     const QWidget* parent = window.parentWidget();
     const QRect room = (parent ? parent : &window)->screen()->availableGeometry();
     return {room.topLeft(), room.size() - kWindowFrame};
+}
+
+QColor cardEdge(const QWidget& widget) {
+    return mixed(widget.palette().color(QPalette::Text), widget.palette().color(QPalette::Base),
+                 kEdgeInk);
+}
+
+void paintCard(QPainter& painter, const QWidget& widget) {
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(cardEdge(widget));
+    painter.setBrush(widget.palette().color(QPalette::Base));
+    painter.drawRoundedRect(QRectF(widget.rect()).adjusted(0.5, 0.5, -0.5, -0.5), kCardCorner,
+                            kCardCorner);
 }
 
 QColor mixed(const QColor& over, const QColor& under, double share) {

@@ -3,6 +3,7 @@
 #include <QColor>
 #include <QFont>
 
+class QPainter;
 class QRect;
 class QWidget;
 
@@ -20,6 +21,11 @@ void tintWithFocus(QWidget& bar);
 
 /// Where a window may stand on its parent's screen, or its own: less a frame and a title bar.
 QRect roomOnScreen(const QWidget& window);
+
+/// The light card that a stave or a printed page stands on, with its thin edge.
+constexpr double kCardCorner = 10;
+QColor cardEdge(const QWidget& widget);
+void paintCard(QPainter& painter, const QWidget& widget);
 
 /// A colour laid over another: `share` of it, 0..1, and the rest of what lies under it.
 QColor mixed(const QColor& over, const QColor& under, double share);

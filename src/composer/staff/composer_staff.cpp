@@ -32,14 +32,12 @@ constexpr double kNarrowest = 24;    ///< the width that the fixed parts and one
 
 /// In pixels.
 constexpr double kPadding = 9;
-constexpr double kCornerRadius = 10;
 constexpr double kMarkSize = 6;
 
 constexpr int kNumbersEvery = 5;
 constexpr double kNumberSize = 0.72;  ///< of the widget's font
 constexpr int kSystemLookBack = 8;
 
-constexpr double kBorderInk = 0.2;
 constexpr double kColumnTint = 0.14;
 constexpr double kCurrentTint = 0.24;
 constexpr double kPointedInk = 0.5;
@@ -324,14 +322,14 @@ void ComposerStaff::paintCard(QPainter& painter) const {
     const QColor card = palette().color(QPalette::Base);
     const QRectF border = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
     QPainterPath outline;
-    outline.addRoundedRect(border, kCornerRadius, kCornerRadius);
+    outline.addRoundedRect(border, appearance::kCardCorner, appearance::kCardCorner);
     painter.fillPath(outline, card);
     painter.save();
     painter.setClipPath(outline, Qt::IntersectClip);
     painter.fillRect(column().adjusted(0, 0, kPadding, 0),
                      appearance::mixed(palette().color(QPalette::Highlight), card, kColumnTint));
     painter.restore();
-    painter.setPen(appearance::mixed(palette().color(QPalette::Text), card, kBorderInk));
+    painter.setPen(appearance::cardEdge(*this));
     painter.drawPath(outline);
 }
 
