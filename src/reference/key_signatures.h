@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/grand_staff.h"
+
 #include <QString>
 
 #include <array>
@@ -18,7 +20,7 @@ struct KeySignature {
     constexpr bool isSharp() const { return fifths > 0; }
 };
 
-constexpr std::array<KeySignature, 15> kAll{{
+constexpr auto kAll = std::to_array<KeySignature>({
     {0, "Do", "La"},
     {1, "Sol", "Mi"},
     {2, "Re", "Si"},
@@ -34,7 +36,7 @@ constexpr std::array<KeySignature, 15> kAll{{
     {-5, "Re bemolle", "Si bemolle"},
     {-6, "Sol bemolle", "Mi bemolle"},
     {-7, "Do bemolle", "La bemolle"},
-}};
+});
 
 /// A sharp or a flat: the note it alters, and where it stands on the stave of the treble clef, in
 /// half spaces from the bottom line.
@@ -49,7 +51,7 @@ constexpr std::array<Sign, 7> kFlats{
     {{"Si", 4}, {"Mi", 7}, {"La", 3}, {"Re", 6}, {"Sol", 2}, {"Do", 5}, {"Fa", 1}}};
 
 /// The same sign stands so much lower on the stave of the bass clef.
-constexpr int kBassShift = 2;
+constexpr int kBassShift = grand_staff::kBassShift;
 
 constexpr std::span<const Sign> signsOf(const KeySignature& key) {
     return std::span(key.isSharp() ? kSharps : kFlats).first(static_cast<std::size_t>(key.count()));

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "composer/melody/melody.h"
+
 #include <QString>
 
 class QWidget;
@@ -17,7 +19,7 @@ inline QString widestNoteName() {
 
 /// The widest number of an entry.
 inline QString widestEntryNumber() {
-    return QStringLiteral("32767");
+    return QString::number(Melody::kMaxEntries);
 }
 
 }  // namespace panel_text

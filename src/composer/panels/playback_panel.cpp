@@ -22,7 +22,7 @@ PlaybackPanel::PlaybackPanel(QWidget* parent)
     panel_text::reserve(*ui_->lblNe, panel_text::widestEntryNumber());
     panel_text::reserve(*ui_->lblPnn, panel_text::widestNoteName());
     appearance::enlargeText(*ui_->lblTempo, kTempoTextScale);
-    panel_text::reserve(*ui_->lblTempo, QStringLiteral("250"));
+    panel_text::reserve(*ui_->lblTempo, QString::number(Composition::kHighestTempo));
     ui_->Slider1->setRange(Composition::kLowestTempo, Composition::kHighestTempo);
     showTempo(Composition::kDefaultTempo);
 }

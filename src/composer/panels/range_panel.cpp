@@ -1,5 +1,6 @@
 #include "composer/panels/range_panel.h"
 
+#include "composer/melody/composition.h"
 #include "composer/panels/panel_text.h"
 #include "ui_range_panel.h"
 #include "widgets/appearance.h"
@@ -24,7 +25,7 @@ RangePanel::RangePanel(QWidget* parent) : QWidget(parent), ui_(std::make_unique<
         box->setMaximumWidth(box->minimumWidth());
     }
     appearance::enlargeText(*ui_->lblSemitoni, 1.2);
-    panel_text::reserve(*ui_->lblSemitoni, QStringLiteral("-12"));
+    panel_text::reserve(*ui_->lblSemitoni, QString::number(-Composition::kLargestTransposition));
     makeLabelButton(*ui_->lblSemitoni, palette().color(QPalette::Link));
     showTransposition(0);
 }
