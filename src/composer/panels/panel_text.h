@@ -1,7 +1,5 @@
 #pragma once
 
-#include "composer/melody/melody.h"
-
 #include <QString>
 
 class QWidget;
@@ -19,7 +17,7 @@ inline QString widestNoteName() {
 
 /// The widest number of an entry.
 inline QString widestEntryNumber() {
-    return QString::number(Melody::kMaxEntries);
+    return QStringLiteral("32767");
 }
 
 }  // namespace panel_text
