@@ -13,8 +13,6 @@
 namespace staff_entry {
 namespace {
 
-using note_values::Duration;
-
 /// Durations are counted in units of 1/32 of a quarter, which every value is a multiple of.
 constexpr int kUnitsPerQuarter = 32;
 
