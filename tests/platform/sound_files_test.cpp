@@ -2,10 +2,14 @@
 #include "platform/linux/wave.h"
 #include "platform/sound_file_bytes.h"
 
+#include <QFile>
+
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <random>
+#include <ranges>
 
 namespace {
 
@@ -63,6 +67,35 @@ TEST(WaveFile, RefusesWhatItCannotPlay) {
     EXPECT_TRUE(readWave(bytes::wave(1, 1, 8, QByteArray(80'000, '\1'))));
     EXPECT_FALSE(readWave(bytes::wave(1, 1, 8, QByteArray(80'001, '\1')))) << "over 10 s";
     torture(bytes::wave(1, 2, 24, data), [](const QByteArray& file) { readWave(file); });
+}
+
+TEST(NoteFolder, AnswersStartAtOnceAndAreShortAndUnclipped) {
+    for (const char* name : {"rok.wav", "rko.wav"}) {
+        SCOPED_TRACE(name);
+        QFile file(QStringLiteral(NOTE_FOLDER) + QLatin1String(name));
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        const auto wave = readWave(file.readAll());
+        ASSERT_TRUE(wave);
+        const auto loudness = [](float sample) { return std::abs(sample); };
+        const auto& samples = wave->samples;
+        const float peak = std::ranges::max(samples | std::views::transform(loudness));
+        EXPECT_GT(peak, 0.25F);
+        EXPECT_LT(peak, 0.8F) << "where the mixer begins to limit";
+        const auto start = std::ranges::find_if(
+            samples, [peak](float sample) { return sample > peak / 10; }, loudness);
+        EXPECT_LT(static_cast<double>(start - samples.begin()) / 2, 0.005 * wave->rate);
+        EXPECT_LT(static_cast<double>(wave->frames()), 1.5 * wave->rate);
+    }
+}
+
+TEST(NoteFolder, TuneEndsBeforeItIsClosed) {
+    QFile file(QStringLiteral(NOTE_FOLDER "ap.mid"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const auto tune = readTune(file.readAll());
+    ASSERT_TRUE(tune);
+    EXPECT_GT(tune->events.size(), 20U);
+    EXPECT_GT(tune->events.back().seconds, 1.5);
+    EXPECT_LT(tune->events.back().seconds, 2.0) << "the last note rings on until 2.2 s";
 }
 
 TEST(WaveFile, ResamplingKeepsLengthAndShape) {

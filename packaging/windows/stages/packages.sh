@@ -2,5 +2,6 @@
 # What has to be installed.
 
 stage_packages() {
-    need windows
+    # The sounds are made by the program as it is built for this system.
+    need build run windows
 }

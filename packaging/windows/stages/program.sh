@@ -11,7 +11,7 @@ windows_tests=(core_tests reading_tests metronome_tests composer_tests eartraini
 
 stage_program() {
     build_googletest
-    build_note_maker
+    build_host_program
     # shellcheck disable=SC2154 # $qt_installed comes from the stage that builds the toolkit.
     cmake -S . -B "$program_build" -G Ninja \
         -DCMAKE_TOOLCHAIN_FILE="$qt_installed/lib/cmake/Qt6/qt.toolchain.cmake" \
@@ -20,9 +20,9 @@ stage_program() {
         -DCMAKE_FIND_ROOT_PATH="$qt_installed;$googletest_installed" \
         -DCMAKE_BUILD_TYPE=Release -DCANTAVISTA_WERROR=ON \
         -DCANTAVISTA_PRECOMPILE=ON -DCMAKE_CXX_FLAGS=-fpch-preprocess \
-        -DCANTAVISTA_NOTE_MAKER="$work/note_maker" >"$work/program.log"
+        -DCANTAVISTA_HOST_PROGRAM="$work/host/bin/cantavista" >"$work/program.log"
     cmake --build "$program_build" --parallel "$(jobs_here)" \
-        --target cantavista "${windows_tests[@]}"
+        --target program_folder "${windows_tests[@]}"
     gather_libraries
 }
 
@@ -36,11 +36,11 @@ build_googletest() {
         >>"$work/googletest.log"
 }
 
-# The sounds are made by a program that runs here.
-build_note_maker() {
-    [[ $(find tools/note_maker -newer "$work/note_maker" -print -quit 2>&1) ]] || return 0
-    g++ -std=c++20 -O1 tools/note_maker/{main,source_line,tune,answer_sound}.cpp \
-        -o "$work/note_maker"
+# The program that makes the sounds of its melodies runs here.
+build_host_program() {
+    cmake -S . -B "$work/host" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCANTAVISTA_TESTS=OFF \
+        -DCANTAVISTA_HELP_CHM=OFF >"$work/host.log"
+    cmake --build "$work/host" --parallel "$(jobs_here)" --target cantavista >>"$work/host.log"
 }
 
 # Puts what the program loads beside it, as it will stand at the user's.
