@@ -31,7 +31,7 @@ set(allowed_platform/desktop platform platform/desktop)
 set(allowed_platform/linux platform platform/linux)
 set(allowed_platform/windows platform platform/windows)
 
-set(system_headers "<(fluidsynth|RtMidi|rtmidi|alsa/|jack/|pulse/|X11/|unistd|sys/|fcntl|pthread|windows|mmsystem)")
+set(system_headers "<(fluidsynth|sndfile|RtMidi|rtmidi|alsa/|jack/|pulse/|X11/|unistd|sys/|fcntl|pthread|windows|mmsystem)")
 
 file(GLOB_RECURSE files RELATIVE ${SOURCES} ${SOURCES}/*.h ${SOURCES}/*.cpp)
 set(checked 0)

@@ -2,7 +2,9 @@
 #include "platform/linux/wave.h"
 #include "platform/sound_file_bytes.h"
 
+#include <QDir>
 #include <QFile>
+#include <QTemporaryFile>
 
 #include <gtest/gtest.h>
 
@@ -28,53 +30,41 @@ void torture(const QByteArray& file, Reader read) {
     }
 }
 
-}  // namespace
-
-TEST(WaveFile, ReadsEveryFormat) {
-    struct Case {
-        std::uint32_t encoding;
-        std::uint32_t bits;
-        QByteArray half;  // a sample of 0.5
-    };
-    const Case cases[] = {{1, 8, QByteArray("\xC0")},
-                          {1, 16, bytes::number(0x4000, 2)},
-                          {1, 24, bytes::number(0x400000, 3)},
-                          {1, 32, bytes::number(0x40000000, 4)},
-                          {3, 32, bytes::number(0x3F000000, 4)},
-                          {3, 64, bytes::number(0, 4) + bytes::number(0x3FE00000, 4)}};
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.bits);
-        const QByteArray silent = c.bits == 8 ? QByteArray("\x80") : QByteArray(c.half.size(), 0);
-        const auto stereo = readWave(bytes::wave(c.encoding, 2, c.bits, c.half + silent + c.half));
-        ASSERT_TRUE(stereo);
-        EXPECT_EQ(stereo->rate, 8000);
-        EXPECT_EQ(stereo->samples, (std::vector<float>{0.5F, 0.0F}));  // the half frame is left out
-        const auto mono = readWave(bytes::wave(c.encoding, 1, c.bits, c.half));
-        ASSERT_TRUE(mono);
-        EXPECT_EQ(mono->samples, (std::vector<float>{0.5F, 0.5F}));
-    }
+std::optional<Wave> waveOf(const QByteArray& bytes) {
+    QTemporaryFile file;
+    EXPECT_TRUE(file.open() && file.write(bytes) == bytes.size() && file.flush());
+    return readWave(file.fileName());
 }
 
-TEST(WaveFile, RefusesWhatItCannotPlay) {
+}  // namespace
+
+TEST(WaveFile, MonoAndStereoAreReadAndWhatEndsEarlyGivesWhatItHolds) {
+    const QByteArray half = bytes::number(0x4000, 2);
+    const auto stereo = waveOf(bytes::wave(1, 2, 16, half + QByteArray(2, 0) + half));
+    ASSERT_TRUE(stereo);
+    EXPECT_EQ(stereo->rate, 8000);
+    EXPECT_EQ(stereo->samples, (std::vector<float>{0.5F, 0.0F}));  // the half frame is left out
+    EXPECT_EQ(waveOf(bytes::wave(1, 1, 16, half))->samples, (std::vector<float>{0.5F, 0.5F}));
+    EXPECT_EQ(waveOf(bytes::wave(1, 1, 16, half + half).chopped(2))->frames(), 1U);
+    const QByteArray wild = bytes::number(0x7FC00000, 4) + bytes::number(0x40000000, 4);
+    EXPECT_EQ(waveOf(bytes::wave(3, 2, 32, wild))->samples, (std::vector<float>{0.0F, 1.0F}));
+}
+
+TEST(WaveFile, RefusesWhatItCannotPlayAndWhatIsTooLong) {
     const QByteArray data(16, '\1');
+    EXPECT_TRUE(waveOf(bytes::wave(1, 1, 8, QByteArray(80'000, 0))));
     for (const QByteArray& file :
-         {bytes::wave(2, 1, 4, data), bytes::wave(1, 0, 16, data), bytes::wave(1, 6, 16, data),
-          bytes::wave(1, 1, 12, data), bytes::wave(1, 1, 16, data, 0), bytes::wave(1, 1, 16, {})})
-        EXPECT_FALSE(readWave(file)) << file.toHex().constData();
-    const auto notANumber = readWave(bytes::wave(3, 1, 32, bytes::number(0x7FC00000, 4)));
-    ASSERT_TRUE(notANumber);
-    EXPECT_EQ(notANumber->samples[0], 0.0F);
-    EXPECT_TRUE(readWave(bytes::wave(1, 1, 8, QByteArray(80'000, '\1'))));
-    EXPECT_FALSE(readWave(bytes::wave(1, 1, 8, QByteArray(80'001, '\1')))) << "over 10 s";
-    torture(bytes::wave(1, 2, 24, data), [](const QByteArray& file) { readWave(file); });
+         {bytes::wave(1, 0, 16, data), bytes::wave(1, 6, 16, data), bytes::wave(1, 1, 16, data, 0),
+          bytes::wave(1, 1, 16, {}), bytes::wave(1, 1, 8, QByteArray(80'001, 0)),
+          bytes::wave(1, 2, 32, QByteArray(10'000'000, 0), 384'000), QByteArray("RIFF")})
+        EXPECT_FALSE(waveOf(file)) << file.left(60).toHex().constData();
+    EXPECT_FALSE(readWave(QDir::tempPath()));
 }
 
 TEST(NoteFolder, AnswersStartAtOnceAndAreShortAndUnclipped) {
     for (const char* name : {"rok.wav", "rko.wav"}) {
         SCOPED_TRACE(name);
-        QFile file(QStringLiteral(NOTE_FOLDER) + QLatin1String(name));
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-        const auto wave = readWave(file.readAll());
+        const auto wave = readWave(QStringLiteral(NOTE_FOLDER) + QLatin1String(name));
         ASSERT_TRUE(wave);
         const auto loudness = [](float sample) { return std::abs(sample); };
         const auto& samples = wave->samples;

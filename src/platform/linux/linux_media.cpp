@@ -16,7 +16,6 @@
 namespace {
 
 constexpr qint64 kLargestFile = 32 << 20;
-constexpr qint64 kLargestWave = 10'000'000;
 
 std::optional<QByteArray> readFile(const QString& path) {
     QFile file(path);
@@ -28,8 +27,7 @@ std::optional<QByteArray> readFile(const QString& path) {
 
 /// An answer sound is short: what is much longer counts as missing, unread.
 std::shared_ptr<const Wave> waveFromFile(const QString& path, double rate) {
-    const auto bytes = QFileInfo(path).size() <= kLargestWave ? readFile(path) : std::nullopt;
-    const auto wave = bytes ? readWave(*bytes) : std::nullopt;
+    const auto wave = readWave(path);
     return wave ? std::make_shared<const Wave>(resampled(*wave, rate)) : nullptr;
 }
 

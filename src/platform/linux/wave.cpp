@@ -1,92 +1,34 @@
 #include "platform/linux/wave.h"
 
-#include "platform/linux/byte_reader.h"
+#include <QFile>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cmath>
+#include <memory>
 #include <numbers>
+#include <sndfile.h>
 
 namespace {
 
-constexpr std::uint32_t kPcm = 1;
-constexpr std::uint32_t kFloat = 3;
-constexpr std::uint32_t kExtensible = 0xFFFE;
-constexpr std::uint32_t kLowestRate = 1000;
-constexpr std::uint32_t kHighestRate = 384'000;
+constexpr qint64 kLargestFile = 10'000'000;
+constexpr int kLongestSeconds = 10;
+constexpr int kLowestRate = 1000;
+constexpr int kHighestRate = 384'000;
 
-struct Format {
-    std::uint32_t encoding = 0;
-    std::uint32_t channels = 0;
-    std::uint32_t rate = 0;
-    std::uint32_t bits = 0;
+using SoundFile = std::unique_ptr<SNDFILE, decltype(&sf_close)>;
 
-    int sampleBytes() const { return static_cast<int>(bits / 8); }
-
-    bool playable() const {
-        const bool pcm = encoding == kPcm && (bits == 8 || bits == 16 || bits == 24 || bits == 32);
-        const bool floating = encoding == kFloat && (bits == 32 || bits == 64);
-        return (pcm || floating) && (channels == 1 || channels == 2) && rate >= kLowestRate &&
-               rate <= kHighestRate;
-    }
-};
-
-std::optional<Format> readFormat(QByteArrayView chunk) {
-    ByteReader reader(chunk);
-    const auto encoding = reader.littleEndian(2);
-    const auto channels = reader.littleEndian(2);
-    const auto rate = reader.littleEndian(4);
-    reader.take(6);  // bytes per second and per frame follow from the rest
-    const auto bits = reader.littleEndian(2);
-    if (!bits)
-        return std::nullopt;
-    Format format{*encoding, *channels, *rate, *bits};
-    if (format.encoding == kExtensible) {
-        reader.take(8);
-        format.encoding = reader.littleEndian(2).value_or(0);
-    }
-    if (!format.playable())
-        return std::nullopt;
-    return format;
+bool playable(const SF_INFO& info) {
+    const int kind = info.format & SF_FORMAT_TYPEMASK;
+    return (kind == SF_FORMAT_WAV || kind == SF_FORMAT_WAVEX) && info.channels >= 1 &&
+           info.channels <= 2 && info.samplerate >= kLowestRate &&
+           info.samplerate <= kHighestRate && info.frames > 0 &&
+           info.frames <= sf_count_t{kLongestSeconds} * info.samplerate;
 }
 
-float sanitized(double sample) {
-    return std::isfinite(sample) ? static_cast<float>(std::clamp(sample, -1.0, 1.0)) : 0.0F;
-}
-
-/// The caller has made sure that a whole sample is there.
-float readSample(ByteReader& reader, const Format& format) {
-    if (format.bits == 64) {
-        const std::uint64_t low = *reader.littleEndian(4);
-        const std::uint64_t high = *reader.littleEndian(4);
-        return sanitized(std::bit_cast<double>(high << 32 | low));
-    }
-    const std::uint32_t raw = *reader.littleEndian(format.sampleBytes());
-    if (format.encoding == kFloat)
-        return sanitized(std::bit_cast<float>(raw));
-    if (format.bits == 8)
-        return (static_cast<float>(raw) - 128.0F) / 128.0F;
-    const auto full = static_cast<std::int32_t>(raw << (32 - format.bits));
-    return static_cast<float>(full / 2147483648.0);
-}
-
-std::optional<Wave> decode(const Format& format, QByteArrayView data) {
-    const qsizetype frameBytes = static_cast<qsizetype>(format.channels) * format.sampleBytes();
-    const qsizetype frames = data.size() / frameBytes;
-    if (frames == 0 || static_cast<double>(frames) > kLongestWaveSeconds * format.rate)
-        return std::nullopt;
-    Wave wave;
-    wave.rate = format.rate;
-    wave.samples.reserve(static_cast<std::size_t>(frames) * 2);
-    ByteReader reader(data);
-    for (qsizetype i = 0; i < frames; ++i) {
-        const float left = readSample(reader, format);
-        const float right = format.channels == 2 ? readSample(reader, format) : left;
-        wave.samples.push_back(left);
-        wave.samples.push_back(right);
-    }
-    return wave;
+float sanitized(float sample) {
+    return std::isfinite(sample) ? std::clamp(sample, -1.0F, 1.0F) : 0.0F;
 }
 
 /// A smooth curve through b and c (at t = 0 and 1) with the slopes that a and d suggest.
@@ -99,26 +41,28 @@ double interpolated(double a, double b, double c, double d, double t) {
 
 }  // namespace
 
-std::optional<Wave> readWave(QByteArrayView file) {
-    ByteReader reader(file);
-    if (reader.take(4) != QByteArrayView("RIFF"))
+std::optional<Wave> readWave(const QString& path) {
+    QFile file(path);
+    // A pipe or a device could block for ever.
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly) || file.size() > kLargestFile)
         return std::nullopt;
-    reader.take(4);
-    if (reader.take(4) != QByteArrayView("WAVE"))
+    SF_INFO info{};
+    const SoundFile sound(sf_open_fd(file.handle(), SFM_READ, &info, SF_FALSE), sf_close);
+    if (!sound || !playable(info))
         return std::nullopt;
-
-    std::optional<Format> format;
-    while (reader.left() >= 8) {
-        const QByteArrayView name = reader.take(4);
-        const std::uint32_t length = *reader.littleEndian(4);
-        const QByteArrayView content = reader.take(length);
-        if (name == QByteArrayView("fmt "))
-            format = readFormat(content);
-        else if (name == QByteArrayView("data"))
-            return format ? decode(*format, content) : std::nullopt;
-        reader.take(length & 1u);
+    const auto channels = static_cast<std::size_t>(info.channels);
+    std::vector<float> read(static_cast<std::size_t>(info.frames) * channels);
+    const sf_count_t frames = sf_readf_float(sound.get(), read.data(), info.frames);
+    if (frames <= 0)
+        return std::nullopt;
+    Wave wave;
+    wave.rate = info.samplerate;
+    wave.samples.reserve(static_cast<std::size_t>(frames) * 2);
+    for (std::size_t i = 0; i < static_cast<std::size_t>(frames) * channels; i += channels) {
+        wave.samples.push_back(sanitized(read[i]));
+        wave.samples.push_back(sanitized(read[i + channels - 1]));
     }
-    return std::nullopt;
+    return wave;
 }
 
 Wave resampled(const Wave& wave, double rate) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QByteArrayView>
+#include <QString>
 
 #include <optional>
 #include <vector>
@@ -13,12 +13,10 @@ struct Wave {
     std::size_t frames() const { return samples.size() / 2; }
 };
 
-constexpr double kLongestWaveSeconds = 10;
-
-/// Reads a RIFF wave file: mono or stereo, PCM of 8, 16, 24 or 32 bits, or floating point of 32
-/// or 64. Nothing if it is anything else or longer than `kLongestWaveSeconds`. A file that ends too
-/// early gives what it holds.
-std::optional<Wave> readWave(QByteArrayView file);
+/// Reads a RIFF wave file, mono or stereo, in any encoding that libsndfile knows. Nothing if it is
+/// anything else, or longer than 10 seconds or 10 MB. A file that ends too early gives what it
+/// holds.
+std::optional<Wave> readWave(const QString& path);
 
 /// The same sound at another rate.
 Wave resampled(const Wave& wave, double rate);
