@@ -3,6 +3,7 @@
 #include "platform/linux/quiet_libraries.h"
 #include "platform/linux/tune.h"
 #include "platform/linux/wave.h"
+#include "platform/sound_file_bytes.h"
 
 #include <gtest/gtest.h>
 
@@ -91,9 +92,11 @@ TEST_F(AudioEngineTest, AnythingButNotesAndProgramsIsIgnored) {
 }
 
 TEST_F(AudioEngineTest, ATuneIsCutAtOnceAndLeavesTheOutputAlone) {
-    const auto tune = std::make_shared<Tune>();
-    tune->events = {{0.0, 0x10C0}, {0.0, 0x7F3C90}, {0.5, 0x7F3E90}};
-    engine_.startTune(tune, now());
+    engine_.startTune(Tune::start(bytes::midi(0, 96,
+                                              bytes::track(QByteArray::fromHex("00C010"
+                                                                               "00903C7F"
+                                                                               "60903E7F")))),
+                      now());
     EXPECT_GT(peak(render(0.8)), 0.05);
     engine_.reset(now());  // of the MIDI output
     EXPECT_GT(peak(render(0.5)), 0.05);

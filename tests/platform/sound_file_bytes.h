@@ -32,8 +32,9 @@ inline QByteArray track(const QByteArray& content) {
     return "MTrk" + number(static_cast<std::uint32_t>(content.size()), 4, false) + content;
 }
 
-inline QByteArray midi(std::uint32_t format, std::uint32_t division, const QByteArray& tracks) {
-    return "MThd" + number(6, 4, false) + number(format, 2, false) + number(1, 2, false) +
+inline QByteArray midi(std::uint32_t format, std::uint32_t division, const QByteArray& tracks,
+                       std::uint32_t count = 1) {
+    return "MThd" + number(6, 4, false) + number(format, 2, false) + number(count, 2, false) +
            number(division, 2, false) + tracks;
 }
 

@@ -15,19 +15,19 @@
 
 namespace {
 
-/// Every beginning of the file, and the file with bytes changed at random: none may crash.
-template <typename Reader>
-void torture(const QByteArray& file, Reader read) {
-    for (qsizetype size = 0; size < file.size(); ++size)
-        read(file.first(size));
-    std::mt19937 random(1);
-    for (int i = 0; i < 3000; ++i) {
-        QByteArray broken = file;
-        for (int k = 0; k < 3; ++k)
-            broken[static_cast<qsizetype>(random() % static_cast<unsigned>(file.size()))] =
-                static_cast<char>(random());
-        read(broken);
+struct Due {
+    int ms;
+    std::uint32_t message;
+    bool operator==(const Due&) const = default;
+};
+
+std::vector<Due> played(Tune& tune, int untilMs) {
+    std::vector<Due> all;
+    for (int ms = 1; ms <= untilMs && !tune.over(); ++ms) {
+        for (const std::uint32_t message : tune.messagesUntil(ms / 1000.0))
+            all.push_back({ms - 1, message});
     }
+    return all;
 }
 
 std::optional<Wave> waveOf(const QByteArray& bytes) {
@@ -81,11 +81,13 @@ TEST(NoteFolder, AnswersStartAtOnceAndAreShortAndUnclipped) {
 TEST(NoteFolder, TuneEndsBeforeItIsClosed) {
     QFile file(QStringLiteral(NOTE_FOLDER "ap.mid"));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    const auto tune = readTune(file.readAll());
+    const auto tune = Tune::start(file.readAll());
     ASSERT_TRUE(tune);
-    EXPECT_GT(tune->events.size(), 20U);
-    EXPECT_GT(tune->events.back().seconds, 1.5);
-    EXPECT_LT(tune->events.back().seconds, 2.0) << "the last note rings on until 2.2 s";
+    const std::vector<Due> messages = played(*tune, 5000);
+    EXPECT_TRUE(tune->over());
+    EXPECT_GT(messages.size(), 20U);
+    EXPECT_GT(messages.back().ms, 1500);
+    EXPECT_LT(messages.back().ms, 2000) << "the last note rings on";
 }
 
 TEST(WaveFile, ResamplingKeepsLengthAndShape) {
@@ -99,36 +101,43 @@ TEST(WaveFile, ResamplingKeepsLengthAndShape) {
         EXPECT_NEAR(result.samples[2 * i], sine(static_cast<double>(i) / 44100), 0.01) << i;
 }
 
-TEST(TuneFile, TimesFollowTempoRunningStatusAndTracks) {
-    // At 96 ticks a quarter: a note, the tempo doubled after a quarter, a system-exclusive message
-    // in between, a second note after another quarter under running status.
+TEST(Tune, TimesFollowTempoRunningStatusAndTracks) {
+    // At 480 ticks a quarter: a note, the tempo doubled after a quarter, a system-exclusive message
+    // in between, a second note after another quarter under running status, a bend.
     const QByteArray first =
         bytes::track(QByteArray::fromHex("00903C64"
-                                         "60FF510303D090"
+                                         "8360FF510303D090"
                                          "00F0027EF7"
-                                         "60903E64"
+                                         "8360903E64"
                                          "003E00"
-                                         "00FF2F00"
-                                         "00FFFF"));
-    const QByteArray second = bytes::track(QByteArray::fromHex("30C110"));
-    const auto tune = readTune(bytes::midi(1, 96, first + second));
+                                         "00E07F40"
+                                         "00FF2F00"));
+    const QByteArray second =
+        bytes::track(QByteArray::fromHex("8170C110"
+                                         "00B1076400FF2F00"));
+    const QByteArray file = bytes::midi(1, 480, first + second, 2);
+    const auto tune = Tune::start(file);
     ASSERT_TRUE(tune);
-    const auto& events = tune->events;
-    ASSERT_EQ(events.size(), 4u);
-    EXPECT_EQ(events[0].message, 0x643C90u);
-    EXPECT_EQ(events[1].message, 0x10C1u);
-    EXPECT_DOUBLE_EQ(events[1].seconds, 0.25);
-    EXPECT_EQ(events[2].message, 0x643E90u);
-    EXPECT_DOUBLE_EQ(events[2].seconds, 0.75);
-    EXPECT_EQ(events[3].message, 0x003E90u);
+    EXPECT_EQ(played(*tune, 5000), (std::vector<Due>{{0, 0x643C90},
+                                                     {250, 0x10C1},
+                                                     {250, 0x6407B1},
+                                                     {750, 0x643E90},
+                                                     {750, 0x003E90},
+                                                     {750, 0x407FE0}}));
+    EXPECT_TRUE(tune->over());
+}
 
-    const auto film =
-        readTune(bytes::midi(0, 0xE728, bytes::track(QByteArray::fromHex("64903C64"))));
-    ASSERT_TRUE(film);
-    EXPECT_NEAR(film->events[0].seconds, 0.1, 1e-12);  // 100 ticks at 25 frames of 40
-
-    EXPECT_FALSE(readTune("not a MIDI file"));
-    EXPECT_FALSE(readTune(bytes::midi(1, 96, {})));
-    EXPECT_FALSE(readTune(bytes::midi(1, 0, first)));
-    torture(bytes::midi(1, 96, first + second), [](const QByteArray& file) { readTune(file); });
+TEST(Tune, WhatIsBrokenIsRefusedOrPlayedAsFarAsItGoes) {
+    const QByteArray notes = bytes::track(QByteArray::fromHex("00903C6460903E6400FF2F00"));
+    for (const QByteArray& file : {QByteArray(), QByteArray("not a MIDI file"),
+                                   bytes::midi(0, 96, {}), bytes::midi(0, 0xE728, notes)})
+        EXPECT_FALSE(Tune::start(file)) << file.toHex().constData();
+    std::mt19937 random(1);
+    const QByteArray whole = bytes::midi(0, 96, notes);
+    for (int i = 0; i < 1000; ++i) {
+        QByteArray broken = whole.first(static_cast<qsizetype>(random() % whole.size()) + 1);
+        broken[static_cast<qsizetype>(random() % broken.size())] = static_cast<char>(random());
+        if (const auto tune = Tune::start(broken))
+            played(*tune, 100);
+    }
 }

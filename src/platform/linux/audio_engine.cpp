@@ -40,7 +40,7 @@ bool AudioEngine::reset(std::int64_t now) {
     return post(event, now);
 }
 
-bool AudioEngine::startTune(std::shared_ptr<const Tune> tune, std::int64_t now) {
+bool AudioEngine::startTune(std::shared_ptr<Tune> tune, std::int64_t now) {
     SoundEvent event;
     event.kind = SoundEvent::Kind::StartTune;
     event.tune = tune.get();

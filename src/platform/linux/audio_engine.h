@@ -25,7 +25,7 @@ public:
     /// the audio thread does not take anything any more.
     bool message(std::uint32_t packed, std::int64_t now);
     bool reset(std::int64_t now);
-    bool startTune(std::shared_ptr<const Tune> tune, std::int64_t now);
+    bool startTune(std::shared_ptr<Tune> tune, std::int64_t now);
     bool stopTune(std::int64_t now);
     bool startWave(std::shared_ptr<const Wave> wave, std::int64_t now);
 

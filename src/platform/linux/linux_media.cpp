@@ -55,15 +55,14 @@ SoundCode LinuxMedia::open(const MediaCommand& command) {
     const auto bytes = readFile(folders_.nativePath(command.path));
     if (!bytes)
         return SoundCode::FileNotFound;
-    auto tune = readTune(*bytes);
-    if (!tune)
+    if (!Tune::start(*bytes))
         return SoundCode::NotMidiFile;
-    open_ = {command.alias, std::make_shared<const Tune>(std::move(*tune))};
+    open_ = {command.alias, *bytes};
     return SoundCode::Ok;
 }
 
 SoundCode LinuxMedia::play() {
-    if (audible() && !engine_.startTune(open_->tune, steadyNow()))
+    if (audible() && !engine_.startTune(Tune::start(open_->file), steadyNow()))
         return SoundCode::NotResponding;
     return SoundCode::Ok;
 }

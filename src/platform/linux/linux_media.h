@@ -3,14 +3,14 @@
 #include "platform/linux/sound_code.h"
 #include "platform/media.h"
 
-#include <memory>
+#include <QByteArray>
+
 #include <optional>
 
 class AudioEngine;
 class AudioStream;
 class Folders;
 struct MediaCommand;
-struct Tune;
 
 /// The tune and the short sounds, on the program's one audio stream. Without an audio device the
 /// commands succeed in silence: that there is none is reported where the MIDI output is opened.
@@ -26,7 +26,7 @@ public:
 private:
     struct OpenTune {
         QString alias;
-        std::shared_ptr<const Tune> tune;
+        QByteArray file;
     };
 
     SoundCode open(const MediaCommand& command);

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-struct Tune;
+class Tune;
 struct Wave;
 
 /// One instruction from the user-interface thread to the audio thread. Plain data, so that it is
@@ -13,6 +13,6 @@ struct SoundEvent {
     Kind kind = Kind::Message;
     std::uint32_t message = 0;   ///< packed short message, for Message
     std::int64_t time = 0;       ///< arrival, nanoseconds of the steady clock
-    const Tune* tune = nullptr;  ///< for StartTune
+    Tune* tune = nullptr;        ///< for StartTune
     const Wave* wave = nullptr;  ///< for StartWave
 };

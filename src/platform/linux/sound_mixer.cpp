@@ -73,7 +73,6 @@ void SoundMixer::endTune() {
     if (synthesizer_)
         synthesizer_->silence(Synthesizer::Part::Tune);
     tune_ = nullptr;
-    tuneEvent_ = 0;
     tuneFrame_ = 0;
 }
 
@@ -99,12 +98,11 @@ void SoundMixer::advanceTune() {
     awake_ = true;
     quietFrames_ = 0;
     const double blockEnd = static_cast<double>(tuneFrame_ + kBlock) / rate_;
-    const auto& events = tune_->events;
-    while (tuneEvent_ < events.size() && events[tuneEvent_].seconds < blockEnd)
-        synthesizer_->message(Synthesizer::Part::Tune, events[tuneEvent_++].message);
+    for (const std::uint32_t message : tune_->messagesUntil(blockEnd))
+        synthesizer_->message(Synthesizer::Part::Tune, message);
     tuneFrame_ += kBlock;
     // What still rings after the last event ends by itself.
-    if (tuneEvent_ == events.size())
+    if (tune_->over())
         tune_ = nullptr;
 }
 

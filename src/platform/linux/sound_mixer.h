@@ -42,8 +42,7 @@ private:
     bool awake_ = false;  // the synthesizer has something to render, if only an echo
     std::int64_t quietFrames_ = 0;
     std::int64_t silentFrames_ = 0;
-    const Tune* tune_ = nullptr;
-    std::size_t tuneEvent_ = 0;
+    Tune* tune_ = nullptr;
     std::int64_t tuneFrame_ = 0;
     const Wave* wave_ = nullptr;
     std::size_t waveFrame_ = 0;

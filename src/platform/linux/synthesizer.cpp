@@ -1,6 +1,6 @@
 #include "platform/linux/synthesizer.h"
 
-#include <fluidsynth.h>
+#include "platform/linux/fluid_synth.h"
 
 #include <array>
 #include <cstdlib>
@@ -42,10 +42,7 @@ int firstChannel(Synthesizer::Part part) {
     return part == Synthesizer::Part::Output ? 0 : kChannels;
 }
 
-fluid_settings_t* makeSettings(double rate) {
-    fluid_settings_t* settings = new_fluid_settings();
-    if (!settings)
-        return nullptr;
+void configure(fluid_settings_t* settings, double rate) {
     fluid_settings_setnum(settings, "synth.sample-rate", rate);
     fluid_settings_setnum(settings, "synth.gain", kGain);
     fluid_settings_setint(settings, "synth.midi-channels", 2 * kChannels);
@@ -53,29 +50,22 @@ fluid_settings_t* makeSettings(double rate) {
     // No message sent here ever asks for chorus, which would cost time in every block.
     fluid_settings_setint(settings, "synth.chorus.active", 0);
     fluid_settings_setint(settings, "synth.lock-memory", 0);
-    return settings;
 }
 
 }  // namespace
 
-struct Synthesizer::Engine {
-    std::unique_ptr<fluid_settings_t, decltype(&delete_fluid_settings)> settings{
-        nullptr, delete_fluid_settings};
-    std::unique_ptr<fluid_synth_t, decltype(&delete_fluid_synth)> synth{nullptr,
-                                                                        delete_fluid_synth};
-};
+struct Synthesizer::Engine : FluidSynth {};
 
 std::unique_ptr<Synthesizer> Synthesizer::load(const std::string& soundfont, double rate) {
     if (soundfont.empty() || !fluid_is_soundfont(soundfont.c_str()))
         return nullptr;
     auto engine = std::make_unique<Engine>();
-    engine->settings.reset(makeSettings(rate));
-    if (!engine->settings)
+    configure(engine->settings.get(), rate);
+    if (!engine->make())
         return nullptr;
-    engine->synth.reset(new_fluid_synth(engine->settings.get()));
     fluid_synth_t* synth = engine->synth.get();
     const QuietGlib quiet;
-    if (!synth || fluid_synth_sfload(synth, soundfont.c_str(), 1) == FLUID_FAILED)
+    if (fluid_synth_sfload(synth, soundfont.c_str(), 1) == FLUID_FAILED)
         return nullptr;
     fluid_synth_set_channel_type(synth, kChannels + kDrumChannel, CHANNEL_TYPE_DRUM);
     fluid_synth_program_change(synth, kChannels + kDrumChannel, 0);

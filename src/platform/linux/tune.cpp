@@ -1,172 +1,110 @@
 #include "platform/linux/tune.h"
 
-#include "platform/linux/byte_reader.h"
+#include "platform/linux/fluid_synth.h"
+#include "platform/linux/quiet_libraries.h"
 
-#include <algorithm>
+#include <utility>
 
 namespace {
 
-constexpr std::uint32_t kDefaultTempo = 500'000;  // microseconds for a quarter note
-constexpr std::uint8_t kMetaEvent = 0xFF;
-constexpr std::uint8_t kMetaTempo = 0x51;
-constexpr std::uint8_t kMetaEndOfTrack = 0x2F;
+// The player looks at its time once a block, which at this rate lasts a millisecond.
+constexpr int kBlock = 64;
+constexpr double kRate = 64'000;
+constexpr double kBlockSeconds = kBlock / kRate;
+constexpr std::size_t kUsualMessages = 256;
 
-/// A channel message, or a change of tempo where `tempo` is not 0.
-struct TickEvent {
-    std::uint64_t tick;
-    std::uint32_t message;
-    std::uint32_t tempo;
-};
-
-std::optional<std::uint32_t> variableLength(ByteReader& reader) {
-    std::uint32_t value = 0;
-    for (int i = 0; i < 4; ++i) {
-        const auto byte = reader.byte();
-        if (!byte)
-            return std::nullopt;
-        value = value << 7 | (*byte & 0x7Fu);
-        if (!(*byte & 0x80u))
-            return value;
+/// 0 for what is no channel message or does not concern the notes.
+std::uint32_t packed(fluid_midi_event_t& event) {
+    const auto pack = [&event](int data1, int data2) {
+        return static_cast<std::uint32_t>(fluid_midi_event_get_type(&event) |
+                                          fluid_midi_event_get_channel(&event) | data1 << 8 |
+                                          data2 << 16);
+    };
+    switch (fluid_midi_event_get_type(&event)) {
+        case 0x80:
+        case 0x90:
+            return pack(fluid_midi_event_get_key(&event), fluid_midi_event_get_velocity(&event));
+        case 0xB0:
+            return pack(fluid_midi_event_get_control(&event), fluid_midi_event_get_value(&event));
+        case 0xC0:
+            return pack(fluid_midi_event_get_program(&event), 0);
+        case 0xE0: {
+            const int bend = fluid_midi_event_get_pitch(&event);
+            return pack(bend & 0x7F, bend >> 7);
+        }
+        default:
+            return 0;
     }
-    return std::nullopt;
 }
 
-int dataBytes(std::uint8_t status) {
-    const int kind = status & 0xF0;
-    return kind == 0xC0 || kind == 0xD0 ? 1 : 2;
-}
-
-/// Reads one track to its end, or to the first byte that makes no sense.
-class TrackReader {
-public:
-    TrackReader(QByteArrayView bytes, std::vector<TickEvent>& events)
-        : reader_(bytes), events_(events) {}
-
-    void read() {
-        while (readEvent()) {
-        }
-    }
-
-private:
-    bool readEvent() {
-        const auto delta = variableLength(reader_);
-        const auto first = delta ? reader_.byte() : std::nullopt;
-        if (!first)
-            return false;
-        tick_ += *delta;
-        if (*first == kMetaEvent)
-            return readMeta();
-        if (*first == 0xF0 || *first == 0xF7)
-            return skipSystemExclusive();
-        return readChannelMessage(*first);
-    }
-
-    bool readMeta() {
-        const auto type = reader_.byte();
-        const auto length = variableLength(reader_);
-        if (!type || !length || *type == kMetaEndOfTrack)
-            return false;
-        ByteReader content(reader_.take(*length));
-        if (*type != kMetaTempo)
-            return true;
-        const auto tempo = content.bigEndian(3);
-        if (tempo && *tempo > 0)
-            events_.push_back({tick_, 0, *tempo});
-        return true;
-    }
-
-    bool skipSystemExclusive() {
-        const auto length = variableLength(reader_);
-        if (length)
-            reader_.take(*length);
-        return length.has_value();
-    }
-
-    bool readChannelMessage(std::uint8_t first) {
-        std::uint32_t data = first;
-        int missing = 0;
-        if (first & 0x80u) {
-            if (first >= 0xF0)
-                return false;
-            runningStatus_ = first;
-            missing = dataBytes(runningStatus_);
-            data = 0;
-        } else {
-            if (runningStatus_ == 0)
-                return false;
-            missing = dataBytes(runningStatus_) - 1;
-        }
-        for (int i = dataBytes(runningStatus_) - missing; missing > 0; ++i, --missing) {
-            const auto byte = reader_.byte();
-            if (!byte || *byte & 0x80u)
-                return false;
-            data |= static_cast<std::uint32_t>(*byte) << 8 * i;
-        }
-        events_.push_back({tick_, data << 8 | runningStatus_, 0});
-        return true;
-    }
-
-    ByteReader reader_;
-    std::vector<TickEvent>& events_;
-    std::uint64_t tick_ = 0;
-    std::uint8_t runningStatus_ = 0;
-};
-
-/// Seconds for one tick at a tempo. A negative division counts frames of film and ticks in them.
-double tickSeconds(std::int16_t division, std::uint32_t tempo) {
-    if (division > 0)
-        return tempo / 1e6 / division;
-    const int framesPerSecond = -(division >> 8);
-    const int ticksPerFrame = division & 0xFF;
-    return 1.0 / (framesPerSecond * std::max(ticksPerFrame, 1));
-}
-
-Tune timed(std::vector<TickEvent> ticks, std::int16_t division) {
-    std::stable_sort(ticks.begin(), ticks.end(),
-                     [](const TickEvent& a, const TickEvent& b) { return a.tick < b.tick; });
-    Tune tune;
-    double seconds = 0;
-    double perTick = tickSeconds(division, kDefaultTempo);
-    std::uint64_t tick = 0;
-    for (const TickEvent& event : ticks) {
-        seconds += static_cast<double>(event.tick - tick) * perTick;
-        tick = event.tick;
-        if (event.tempo != 0)
-            perTick = tickSeconds(division, event.tempo);
-        else
-            tune.events.push_back({seconds, event.message});
-    }
-    return tune;
+int collect(void* messages, fluid_midi_event_t* event) {
+    if (const std::uint32_t message = packed(*event))
+        static_cast<std::vector<std::uint32_t>*>(messages)->push_back(message);
+    return FLUID_OK;
 }
 
 }  // namespace
 
-std::optional<Tune> readTune(QByteArrayView file) {
-    ByteReader reader(file);
-    if (reader.take(4) != QByteArrayView("MThd"))
-        return std::nullopt;
-    const auto headerLength = reader.bigEndian(4);
-    if (!headerLength || *headerLength < 6)
-        return std::nullopt;
-    ByteReader header(reader.take(*headerLength));
-    const auto format = header.bigEndian(2);
-    const auto tracks = header.bigEndian(2);
-    const auto division = header.bigEndian(2);
-    if (!format || !tracks || !division || *format > 2 || *division == 0)
-        return std::nullopt;
+struct Tune::Player {
+    FluidSynth counter;
+    std::unique_ptr<fluid_player_t, decltype(&delete_fluid_player)> player{nullptr,
+                                                                           delete_fluid_player};
+    std::vector<std::uint32_t> due;
+    std::vector<std::uint32_t> given;
+    double seconds = 0;
 
-    std::vector<TickEvent> events;
-    bool anyTrack = false;
-    while (reader.left() >= 8) {
-        const bool isTrack = reader.take(4) == QByteArrayView("MTrk");
-        const auto length = reader.bigEndian(4);
-        const QByteArrayView content = reader.take(*length);
-        if (!isTrack)
-            continue;
-        anyTrack = true;
-        TrackReader(content, events).read();
+    bool start(QByteArrayView file) {
+        fluid_settings_t* settings = counter.settings.get();
+        fluid_settings_setnum(settings, "synth.sample-rate", kRate);
+        fluid_settings_setint(settings, "synth.polyphony", 1);
+        fluid_settings_setint(settings, "synth.reverb.active", 0);
+        fluid_settings_setint(settings, "synth.chorus.active", 0);
+        fluid_settings_setint(settings, "synth.lock-memory", 0);
+        if (!counter.make())
+            return false;
+        due.reserve(kUsualMessages);
+        given.reserve(kUsualMessages);
+        player.reset(new_fluid_player(counter.synth.get()));
+        fluid_player_set_playback_callback(player.get(), collect, &due);
+        if (fluid_player_add_mem(player.get(), file.data(),
+                                 static_cast<std::size_t>(file.size())) != FLUID_OK)
+            return false;
+        fluid_player_play(player.get());
+        // The file is read in the first block, and what is due at the beginning given out.
+        countBlock();
+        return playing() || !due.empty();
     }
-    if (!anyTrack)
-        return std::nullopt;
-    return timed(std::move(events), static_cast<std::int16_t>(*division));
+
+    bool playing() const { return fluid_player_get_status(player.get()) == FLUID_PLAYER_PLAYING; }
+
+    void countBlock() {
+        float left[kBlock];
+        float right[kBlock];
+        fluid_synth_write_float(counter.synth.get(), kBlock, left, 0, 1, right, 0, 1);
+        seconds += kBlockSeconds;
+    }
+};
+
+std::unique_ptr<Tune> Tune::start(QByteArrayView file) {
+    quietLibraries();
+    auto player = std::make_unique<Player>();
+    if (file.isEmpty() || !player->start(file))
+        return nullptr;
+    return std::unique_ptr<Tune>(new Tune(std::move(player)));
+}
+
+Tune::Tune(std::unique_ptr<Player> player) : player_(std::move(player)) {}
+
+Tune::~Tune() = default;
+
+const std::vector<std::uint32_t>& Tune::messagesUntil(double seconds) {
+    while (player_->playing() && player_->seconds < seconds)
+        player_->countBlock();
+    std::swap(player_->due, player_->given);
+    player_->due.clear();
+    return player_->given;
+}
+
+bool Tune::over() const {
+    return !player_->playing() && player_->due.empty();
 }
