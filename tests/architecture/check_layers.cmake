@@ -1,5 +1,6 @@
 # Holds the includes of the sources against the layers of the house. An include points down, never
-# up and never sideways; sound libraries and the operating system stay inside platform/.
+# up and never sideways, however it is written; neither does a form's header or the header of a class
+# promoted in a form. Sound libraries and the operating system stay inside platform/.
 #
 #   cmake -DSOURCES=<src folder> -P check_layers.cmake
 
@@ -31,10 +32,35 @@ set(allowed_platform/desktop platform platform/desktop)
 set(allowed_platform/linux platform platform/linux)
 set(allowed_platform/windows platform platform/windows)
 
-set(system_headers "<(fluidsynth|sndfile|RtMidi|rtmidi|alsa/|jack/|pulse/|X11/|unistd|sys/|fcntl|pthread|windows|mmsystem)")
+set(system_headers "^(fluidsynth|sndfile|RtMidi|rtmidi|alsa/|jack/|pulse/|X11/|glib|unistd|sys/|fcntl|pthread|windows|mmsystem)")
 
-file(GLOB_RECURSE files RELATIVE ${SOURCES} ${SOURCES}/*.h ${SOURCES}/*.cpp)
+file(GLOB_RECURSE forms RELATIVE ${SOURCES} ${SOURCES}/*.ui)
+foreach(form IN LISTS forms)
+  get_filename_component(name ${form} NAME_WE)
+  get_filename_component(folder_of_ui_${name}.h ${form} DIRECTORY)
+endforeach()
+
 set(checked 0)
+# Holds one header that a file names, as it stands between the quotes or angle brackets.
+function(check_header file header)
+  get_filename_component(folder ${file} DIRECTORY)
+  if(header MATCHES "${system_headers}" AND NOT folder MATCHES "^platform/")
+    message(SEND_ERROR "${file}: ${header} belongs into platform/")
+  endif()
+  get_filename_component(target "${header}" DIRECTORY)
+  if(DEFINED folder_of_${header})
+    set(target ${folder_of_${header}})
+  elseif(NOT header MATCHES "\\.\\./" AND NOT EXISTS ${SOURCES}/${header})
+    return()  # a library's
+  endif()
+  math(EXPR count "${checked} + 1")
+  set(checked ${count} PARENT_SCOPE)
+  if(NOT target IN_LIST allowed_${folder})
+    message(SEND_ERROR "${file}: ${header} points up or sideways")
+  endif()
+endfunction()
+
+file(GLOB_RECURSE files RELATIVE ${SOURCES} ${SOURCES}/*.h ${SOURCES}/*.cpp ${SOURCES}/*.ui)
 foreach(file IN LISTS files)
   get_filename_component(folder ${file} DIRECTORY)
   if(folder STREQUAL "")
@@ -43,16 +69,12 @@ foreach(file IN LISTS files)
   if(NOT DEFINED allowed_${folder})
     message(SEND_ERROR "${file}: no layer is known for this folder")
   endif()
-  file(STRINGS ${SOURCES}/${file} includes REGEX "^#include [<\"]")
+  file(STRINGS ${SOURCES}/${file} includes REGEX "^[ \t]*#[ \t]*include|<header")
   foreach(include IN LISTS includes)
-    if(include MATCHES "${system_headers}" AND NOT folder MATCHES "^platform/")
-      message(SEND_ERROR "${file}: ${include} belongs into platform/")
-    endif()
-    if(include MATCHES "\"(.*)/[^/]+\"")
-      math(EXPR checked "${checked} + 1")
-      if(NOT CMAKE_MATCH_1 IN_LIST allowed_${folder})
-        message(SEND_ERROR "${file}: ${include} points up or sideways")
-      endif()
+    if(include MATCHES "(<header[^>]*>|include[ \t]*[<\"])([^<>\"]+)[<>\"]")
+      check_header(${file} "${CMAKE_MATCH_2}")
+    else()
+      message(SEND_ERROR "${file}: ${include} cannot be checked")
     endif()
   endforeach()
 endforeach()
