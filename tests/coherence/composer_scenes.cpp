@@ -85,6 +85,9 @@ void showComposerAllPanels(const Look& look) {
                 composer.world.runtime.at(composer.world.runtime.now() + later,
                                           [&composer] { composer.user().click("lblStep_1"); });
             }
+            // A raised note becomes the active one.
+            composer.world.runtime.at(composer.world.runtime.now() + 2500ms,
+                                      [&composer] { composer.user().click("lb_30"); });
         },
         look);
 }

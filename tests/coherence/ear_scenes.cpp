@@ -48,6 +48,12 @@ void showPitches(const Look& look) {
              look, "IntoStart");
 }
 
+/// An exercise that has been stopped can be given another range.
+void showPitchesStopped(const Look& look) {
+    Ear ear(EarExercise::Pitch);
+    ear.look({"lb_24", "lb_36", "lb_24", "IntoStart", "lb_27", "IntoStart"}, look);
+}
+
 /// The state in which the window cannot be left: the range's reference is being chosen.
 void showPitchReference(const Look& look) {
     Ear ear(EarExercise::Pitch);
@@ -72,6 +78,11 @@ void showChords(const Look& look) {
     Ear ear(EarExercise::Chord);
     ear.look({"lb_24", "lb_36", "EsclTa_3", "ComdRacStart", "TipoAcc_0", "TipoAcc_1", "TipoAcc_1"},
              look, "ComdRacStart");
+}
+
+void showChordsStopped(const Look& look) {
+    Ear ear(EarExercise::Chord);
+    ear.look({"lb_24", "lb_36", "ComdRacStart", "TipoAcc_0", "ComdRacStart"}, look);
 }
 
 void showEarInstrument(const Look& look) {

@@ -22,9 +22,11 @@ void showComposerAllPanels(const Look& look);
 void showCopyFromFloppy(const Look& look);
 
 void showPitches(const Look& look);
+void showPitchesStopped(const Look& look);
 void showPitchReference(const Look& look);
 void showIntervals(const Look& look);
 void showChords(const Look& look);
+void showChordsStopped(const Look& look);
 void showEarInstrument(const Look& look);
 
 void showMain(const Look& look);

@@ -9,6 +9,7 @@
 #include <QAction>
 #include <QComboBox>
 #include <QGroupBox>
+#include <QHeaderView>
 #include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
@@ -21,6 +22,8 @@
 #include <QStyleOptionButton>
 #include <QStyleOptionComboBox>
 
+#include <algorithm>
+#include <iterator>
 #include <map>
 #include <set>
 #include <typeinfo>
@@ -43,17 +46,24 @@ bool isInner(const QWidget& widget) {
         return part.objectName().startsWith(QLatin1String("qt_"));
     };
     return ofToolkit(widget) || ofToolkit(*parent) || qobject_cast<const QLineEdit*>(parent) ||
+           qobject_cast<const QHeaderView*>(&widget) ||
            (qobject_cast<const QAbstractScrollArea*>(parent) &&
             !qobject_cast<const QAbstractItemView*>(&widget));
 }
 
-/// The window's visible widgets but for the toolkit's inner parts.
-std::vector<QWidget*> visibleWidgets(const QWidget& window) {
+/// The window's widgets, on show or not, but for the toolkit's inner parts.
+std::vector<QWidget*> allWidgets(const QWidget& window) {
     std::vector<QWidget*> found;
     for (QWidget* widget : window.findChildren<QWidget*>()) {
-        if (widget->isVisible() && widget->window() == &window && !isInner(*widget))
+        if (widget->window() == &window && !isInner(*widget))
             found.push_back(widget);
     }
+    return found;
+}
+
+std::vector<QWidget*> visibleWidgets(const QWidget& window) {
+    std::vector<QWidget*> found = allWidgets(window);
+    std::erase_if(found, [](const QWidget* widget) { return !widget->isVisible(); });
     return found;
 }
 
@@ -78,8 +88,11 @@ bool hasVisibleChildren(const QWidget& widget) {
     return false;
 }
 
-/// Controls, whatever takes the focus, pictures, and what the program paints itself.
+/// Controls, whatever takes the focus, pictures, and what the program paints itself. Of what is
+/// hidden, controls: a picture may be named as it is shown.
 bool meansSomething(const QWidget& widget) {
+    if (!widget.isVisible())
+        return isControl(widget);
     const auto* label = qobject_cast<const QLabel*>(&widget);
     if (label && !isOwn(widget))
         return !label->pixmap(Qt::ReturnByValue).isNull();
@@ -235,14 +248,38 @@ bool overlap(const QWidget& one, const QWidget& other) {
 
 QStringList unnamed(const QWidget& window) {
     QStringList faults;
-    for (QWidget* widget : visibleWidgets(window)) {
+    for (QWidget* widget : allWidgets(window)) {
         const QAccessibleInterface* face = QAccessible::queryAccessibleInterface(widget);
         if (meansSomething(*widget) && !hasName(*widget, *face))
             faults << nameOf(*widget);
-        if (face->role() == QAccessible::Graphic && hiddenParts(*face) > 0)
+        if (widget->isVisible() && face->role() == QAccessible::Graphic && hiddenParts(*face) > 0)
             faults << nameOf(*widget) + QStringLiteral(" offers hidden parts");
     }
     return faults;
+}
+
+void Coverage::add(const QWidget& window) {
+    const QString place = QLatin1String(typeid(window).name()) + QLatin1Char('/');
+    classes_ << QLatin1String(typeid(window).name());
+    for (const QWidget* widget : allWidgets(window)) {
+        if (isControl(*widget))
+            (widget->isVisible() ? shown_ : hidden_).insert(place + nameOf(*widget));
+        if (widget->isVisible())
+            classes_ << QLatin1String(typeid(*widget).name());
+    }
+}
+
+QStringList Coverage::neverShown() const {
+    QStringList faults;
+    std::ranges::set_difference(hidden_, shown_, std::back_inserter(faults));
+    return faults;
+}
+
+bool Coverage::hasShown(const QString& name) const {
+    // As the compiler writes it: with its length before it.
+    const QString written = QString::number(name.size()) + name;
+    return std::ranges::any_of(classes_,
+                               [&written](const QString& one) { return one.contains(written); });
 }
 
 QStringList sharedKeys(const QWidget& window) {
