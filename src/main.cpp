@@ -82,9 +82,9 @@ int main(int argc, char* argv[]) {
     application::prepare(app);
 
     DesktopFolders folders;
-    const std::unique_ptr<Sound> sound = openSound(folders);
     QtRuntime runtime;
-    QtDialogs dialogs;
+    const std::unique_ptr<Sound> sound = openSound(folders, &runtime);
+    QtDialogs dialogs(runtime);
     DesktopHelpViewer help(folders, dialogs, openChm, installedHelpFolders());
     FunzioniMM funzioniMM(runtime, sound->midiOut(), sound->media(), dialogs, randomNumbers());
 

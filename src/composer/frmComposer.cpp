@@ -96,7 +96,11 @@ frmComposer::frmComposer(const Services& services, QWidget* parent, QString melo
     QCoreApplication::instance()->installEventFilter(this);
 }
 
-frmComposer::~frmComposer() = default;
+/// The end of the program leaves the window without closing it. What the mouse holds then ends
+/// while there is somebody to end it.
+frmComposer::~frmComposer() {
+    hide();
+}
 
 ComposerMenu::Handlers frmComposer::menuHandlers() {
     ComposerMenu::Handlers handlers;

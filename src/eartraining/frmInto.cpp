@@ -59,7 +59,10 @@ frmInto::frmInto(const Services& services, EarTrainingState& state, QWidget* par
     ui_->keyboard->setFocus();
 }
 
-frmInto::~frmInto() = default;
+/// The end of the program leaves the window without closing it.
+frmInto::~frmInto() {
+    hide();
+}
 
 void frmInto::buildMenus() {
     auto* bar = new QMenuBar(this);

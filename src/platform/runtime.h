@@ -5,8 +5,11 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <utility>
+#include <vector>
 
 class QDateTime;
+class SavedAtEnd;
 
 /// A point on the steady clock: time since an arbitrary origin. It never goes back and never
 /// wraps, whatever happens to the wall clock.
@@ -35,7 +38,10 @@ public:
 /// a pass; a wait that must let nothing through is a `blockUntil`. Nothing else sleeps.
 class Runtime {
 public:
+    Runtime() = default;
     virtual ~Runtime() = default;
+    Runtime(const Runtime&) = delete;
+    Runtime& operator=(const Runtime&) = delete;
 
     /// The steady clock.
     virtual Instant now() const = 0;
@@ -54,7 +60,8 @@ public:
     void yield() { pump(now()); }
 
     /// Waits until `end` with the window painted but no user input let through; input keeps its
-    /// order and comes with the next pass. An instant in the past returns at once.
+    /// order and comes with the next pass. An instant in the past returns at once, and so does a
+    /// wait when the program ends.
     virtual void blockUntil(Instant end) = 0;
 
     /// Makes an alarm that is not set yet. Within half a second of its instant it does its work,
@@ -67,9 +74,42 @@ public:
     /// Whether the key, being held, repeated itself in this pass.
     virtual bool repeated(KeyCode key) const = 0;
 
-    /// Asks the program to end: every loop returns at its next pass.
+    /// Asks the program to end: every loop returns at its next pass, a wait at once, and a modal
+    /// window without an answer.
     virtual void end() = 0;
 
     /// Whether the program is ending.
     virtual bool ending() const = 0;
+
+protected:
+    /// Saves what must not be lost. To be called when the program ends and when the system says
+    /// that it may end the program soon.
+    void saveWork();
+
+private:
+    friend class SavedAtEnd;
+    std::vector<SavedAtEnd*> saved_;
 };
+
+/// Work in progress that is saved when the program ends, or may end soon as at a logout: at once,
+/// before any loop returns, because the system may not wait for that. May be saved several times.
+class SavedAtEnd {
+public:
+    SavedAtEnd(Runtime& runtime, std::function<void()> save)
+        : runtime_(runtime), save_(std::move(save)) {
+        runtime_.saved_.push_back(this);
+    }
+    ~SavedAtEnd() { std::erase(runtime_.saved_, this); }
+    SavedAtEnd(const SavedAtEnd&) = delete;
+    SavedAtEnd& operator=(const SavedAtEnd&) = delete;
+
+private:
+    friend class Runtime;
+    Runtime& runtime_;
+    std::function<void()> save_;
+};
+
+inline void Runtime::saveWork() {
+    for (const SavedAtEnd* work : saved_)
+        work->save_();
+}

@@ -5,6 +5,7 @@
 class Folders;
 class Media;
 class MidiOut;
+class Runtime;
 class WaveRenderer;
 
 /// The sound of this machine. Used from one thread. No device is touched before `midiOut` or
@@ -21,5 +22,6 @@ public:
 };
 
 /// Makes the sound of the system that the program was built for; returns at once, whatever the
-/// state of the machine's devices. Each system's folder implements it.
-std::unique_ptr<Sound> openSound(const Folders& folders);
+/// state of the machine's devices. Waiting for a device goes by the runtime; without one nothing is
+/// waited for. Each system's folder implements it.
+std::unique_ptr<Sound> openSound(const Folders& folders, Runtime* runtime = nullptr);

@@ -28,7 +28,11 @@ frmMidiTest::frmMidiTest(MidiOut& midiOut, FunzioniMM& funzioniMM, QWidget* pare
     connectControls();
 }
 
-frmMidiTest::~frmMidiTest() = default;
+frmMidiTest::~frmMidiTest() {
+    // The end of the program leaves the window without closing it.
+    if (isVisible())
+        Form_Unload();
+}
 
 void frmMidiTest::connectControls() {
     // The keyboard and screen readers choose by selecting a line; the mouse may drag the selection

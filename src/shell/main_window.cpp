@@ -47,8 +47,10 @@ MainWindow::MainWindow(const Services& services)
     Form_Load();
 }
 
+/// The window is still open when the system ended the program.
 MainWindow::~MainWindow() {
     services_.funzioniMM.onChange(nullptr);
+    services_.funzioniMM.MidiClose();
 }
 
 void MainWindow::connectMenu() {

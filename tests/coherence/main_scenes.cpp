@@ -164,14 +164,14 @@ void showHelpSearch(const Look& look) {
 
 void showMessage(const Look& look) {
     TestWorld world;
-    QtDialogs dialogs;
+    QtDialogs dialogs(world.runtime);
     lookAtModal(
         world, [&] { dialogs.message(QStringLiteral("Scegli un'altra nota !!!")); }, look);
 }
 
 void showQuestion(const Look& look) {
     TestWorld world;
-    QtDialogs dialogs;
+    QtDialogs dialogs(world.runtime);
     lookAtModal(
         world,
         [&] { dialogs.confirm(QStringLiteral("La melodia esiste già.\r\nVuoi sostituirla ?")); },
@@ -180,7 +180,7 @@ void showQuestion(const Look& look) {
 
 void showInput(const Look& look) {
     TestWorld world;
-    QtDialogs dialogs;
+    QtDialogs dialogs(world.runtime);
     lookAtModal(
         world,
         [&] {

@@ -1,14 +1,18 @@
 #include "platform/desktop/qt_runtime.h"
 
+#include "platform/desktop/qt_dialogs.h"
 #include "platform/key_places.h"
 
 #include <QApplication>
 #include <QEventLoop>
 #include <QKeyEvent>
+#include <QTimer>
 #include <QWidget>
 #include <QWindow>
 
 #include <gtest/gtest.h>
+
+#include <csignal>
 
 using namespace std::chrono_literals;
 
@@ -112,7 +116,7 @@ TEST_F(QtRuntimeTest, WaitsAndPassesEndAtTheirInstant) {
     EXPECT_FALSE(runtime.ending());
 }
 
-TEST_F(QtRuntimeTest, AnAlarmGoesOffInEveryLoopAndCanBeRungAtTheEnd) {
+TEST_F(QtRuntimeTest, AnAlarmGoesOffInEveryLoop) {
     int rung = 0;
     const auto alarm = runtime.makeAlarm([&rung] { ++rung; });
     alarm->set(runtime.now());
@@ -124,8 +128,49 @@ TEST_F(QtRuntimeTest, AnAlarmGoesOffInEveryLoopAndCanBeRungAtTheEnd) {
     end->set(runtime.now() + 1ms);
     box.exec();
     EXPECT_EQ(rung, 2) << "in a loop of the toolkit's own";
-    alarm->set(runtime.now() + 1h);
-    runtime.ringAlarms();
-    runtime.ringAlarms();
-    EXPECT_EQ(rung, 3);
 }
+
+struct EndOfTheProgram : QtRuntimeTest, testing::WithParamInterface<int> {
+    static constexpr int kQuit = 0;
+
+    /// Asks for it in the middle of what follows.
+    static void ask() {
+        QTimer::singleShot(0, [] {
+            if (GetParam() == kQuit)
+                QCoreApplication::quit();
+            else
+                std::raise(GetParam());
+        });
+    }
+};
+
+TEST_P(EndOfTheProgram, CutsWaitsAndBoxesShortAndSavesTheWork) {
+    bool saved = false;
+    const SavedAtEnd work(runtime, [&saved] { saved = true; });
+    QtDialogs dialogs(runtime);
+    bool offered = false;
+    QTimer::singleShot(0, [&] {
+        ask();
+        runtime.blockUntil(runtime.now() + 1h);
+        window.hide();
+        offered = dialogs.offer(QStringLiteral("?"));
+    });
+    EXPECT_EQ(QApplication::exec(), 0);
+    EXPECT_TRUE(runtime.ending());
+    EXPECT_TRUE(offered) << "nothing is given up without an answer";
+    EXPECT_TRUE(saved);
+}
+
+TEST_P(EndOfTheProgram, ClosesABoxWithoutAnAnswer) {
+    QtDialogs dialogs(runtime);
+    bool offered = false;
+    QTimer::singleShot(0, [&] {
+        ask();
+        offered = dialogs.offer(QStringLiteral("?"));
+    });
+    EXPECT_EQ(QApplication::exec(), 0);
+    EXPECT_TRUE(offered);
+}
+
+INSTANTIATE_TEST_SUITE_P(Asked, EndOfTheProgram,
+                         testing::Values(EndOfTheProgram::kQuit, SIGTERM, SIGINT, SIGHUP));

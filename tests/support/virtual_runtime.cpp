@@ -56,10 +56,13 @@ void VirtualRuntime::repeat(KeyCode key, Instant instant) {
 }
 
 void VirtualRuntime::runActs() {
-    while (!acts_.empty()) {
-        jumpToNextAct(kForever);
-        pump(now_);
-    }
+    while (!acts_.empty())
+        runNextAct();
+}
+
+void VirtualRuntime::runNextAct() {
+    jumpToNextAct(kForever);
+    pump(now_);
 }
 
 double VirtualRuntime::secondsSinceMidnight() const {
@@ -94,7 +97,6 @@ bool VirtualRuntime::ringUntil(Instant limit) {
 void VirtualRuntime::pump(Instant wakeBy) {
     ++passes_;
     repeated_ = 0;
-    ++pumping_;
     if (qApp)
         QCoreApplication::processEvents();
     ringUntil(now_);
@@ -103,7 +105,6 @@ void VirtualRuntime::pump(Instant wakeBy) {
         ending_ = true;
     }
     runDueActs();
-    --pumping_;
 }
 
 void VirtualRuntime::blockUntil(Instant end) {
@@ -140,7 +141,7 @@ bool VirtualRuntime::jumpToNextAct(Instant limit) {
 
 /// Called when the event queue is about to sleep: in a modal window's loop the next act is due.
 void VirtualRuntime::serveModalLoop() {
-    if (pumping_ > 0 || serving_ || acts_.empty() || !QApplication::activeModalWidget())
+    if (serving_ || acts_.empty() || !QApplication::activeModalWidget())
         return;
     serving_ = true;
     QMetaObject::invokeMethod(

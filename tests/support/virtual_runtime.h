@@ -39,6 +39,10 @@ public:
 
     /// Runs every act that is left, moving the clock to each.
     void runActs();
+    void runNextAct();
+
+    /// What was to come after the end does not come any more.
+    void forgetActs() { acts_.clear(); }
 
     std::size_t actsLeft() const { return acts_.size(); }
     int passes() const { return passes_; }
@@ -52,7 +56,10 @@ public:
     std::unique_ptr<Alarm> makeAlarm(std::function<void()> work) override;
     bool held(KeyCode key) const override { return held_.count(key) > 0; }
     bool repeated(KeyCode key) const override { return repeated_ == key; }
-    void end() override { ending_ = true; }
+    void end() override {
+        saveWork();
+        ending_ = true;
+    }
     bool ending() const override { return ending_; }
 
 private:
@@ -70,7 +77,6 @@ private:
     std::set<KeyCode> held_;
     KeyCode repeated_ = 0;  ///< in this pass
     int passes_ = 0;
-    int pumping_ = 0;
     bool serving_ = false;
     bool ending_ = false;
 };

@@ -25,7 +25,8 @@ UnsavedMelody::UnsavedMelody(const Services& services, const Composition& compos
       composition_(composition),
       editor_(editor),
       library_(library),
-      alarm_(services.runtime.makeAlarm([this] { wakeUp(); })) {}
+      alarm_(services.runtime.makeAlarm([this] { wakeUp(); })),
+      savedAtEnd_(services.runtime, [this] { finish(); }) {}
 
 UnsavedMelody::~UnsavedMelody() {
     keep();
@@ -75,6 +76,12 @@ bool UnsavedMelody::othersKept() {
     return std::all_of(copies_.begin(), copies_.end(), [this](auto& copy) {
         return copy.first == composition_.document || copy.second.finish();
     });
+}
+
+void UnsavedMelody::finish() {
+    keep();
+    for (auto& [document, copy] : copies_)
+        copy.finish();
 }
 
 void UnsavedMelody::keep() {

@@ -46,6 +46,7 @@ private:
     void write();
     void arm();
     void wakeUp();
+    void finish();
 
     Runtime& runtime_;
     Dialogs& dialogs_;
@@ -57,4 +58,5 @@ private:
     bool due_ = false;
     bool waits_ = false;  ///< for the alarm
     std::unique_ptr<Alarm> alarm_;
+    SavedAtEnd savedAtEnd_;
 };

@@ -20,16 +20,3 @@ void QtAlarm::cancel() {
     if (timer_)
         timer_->stop();
 }
-
-/// One alarm's work may destroy another alarm.
-void QtAlarm::ringAll(const QObject& owner) {
-    QList<QPointer<QTimer>> timers;
-    for (QTimer* timer : owner.findChildren<QTimer*>())
-        timers.push_back(timer);
-    for (const QPointer<QTimer>& timer : timers) {
-        if (timer && timer->isActive()) {
-            timer->stop();
-            QMetaObject::invokeMethod(timer, "timeout", Qt::DirectConnection);
-        }
-    }
-}

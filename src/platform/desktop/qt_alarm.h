@@ -19,9 +19,6 @@ public:
     void set(Instant due) override;
     void cancel() override;
 
-    /// Lets every alarm of an owner that is set go off at once, as before the program ends.
-    static void ringAll(const QObject& owner);
-
 private:
     QPointer<QTimer> timer_;  ///< goes with the owner, too
 };

@@ -1,5 +1,7 @@
 #include "platform/desktop/qt_dialogs.h"
 
+#include "platform/runtime.h"
+
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
@@ -30,10 +32,12 @@ int run(QDialog& box, HeldInput& input) {
     return box.exec();
 }
 
-/// Escape and the window's own closing button mean `usual`.
-QMessageBox::StandardButton show(HeldInput& input, const QString& text, QMessageBox::Icon icon,
-                                 QMessageBox::StandardButtons buttons,
+/// Escape, the window's own closing button and the end of the program mean `usual`.
+QMessageBox::StandardButton show(const Runtime& runtime, HeldInput& input, const QString& text,
+                                 QMessageBox::Icon icon, QMessageBox::StandardButtons buttons,
                                  QMessageBox::StandardButton usual) {
+    if (runtime.ending())
+        return usual;
     QMessageBox box(windowInFront());
     box.setIcon(icon);
     box.setWindowTitle(kDefaultTitle);
@@ -42,26 +46,29 @@ QMessageBox::StandardButton show(HeldInput& input, const QString& text, QMessage
     box.setStandardButtons(buttons);
     box.setDefaultButton(usual);
     box.setEscapeButton(usual);
-    return static_cast<QMessageBox::StandardButton>(run(box, input));
+    const int answer = run(box, input);
+    return runtime.ending() ? usual : static_cast<QMessageBox::StandardButton>(answer);
 }
 
 }  // namespace
 
 void QtDialogs::message(const QString& text) {
-    show(heldInput_, text, QMessageBox::Information, QMessageBox::Ok, QMessageBox::Ok);
+    show(runtime_, heldInput_, text, QMessageBox::Information, QMessageBox::Ok, QMessageBox::Ok);
 }
 
 bool QtDialogs::confirm(const QString& text) {
-    return show(heldInput_, text, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No,
-                QMessageBox::No) == QMessageBox::Yes;
+    return show(runtime_, heldInput_, text, QMessageBox::Question,
+                QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
 }
 
 bool QtDialogs::offer(const QString& text) {
-    return show(heldInput_, text, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No,
-                QMessageBox::Yes) == QMessageBox::Yes;
+    return show(runtime_, heldInput_, text, QMessageBox::Question,
+                QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes) == QMessageBox::Yes;
 }
 
 QString QtDialogs::input(const QString& prompt, const QString& title, const QString& proposed) {
+    if (runtime_.ending())
+        return {};
     QInputDialog box(windowInFront());
     box.setWindowTitle(title.isEmpty() ? kDefaultTitle : title);
     box.setLabelText(prompt);
@@ -71,6 +78,8 @@ QString QtDialogs::input(const QString& prompt, const QString& title, const QStr
 }
 
 QString QtDialogs::saveFile(const QString& title, const QString& proposed, const FileKind& kind) {
+    if (runtime_.ending())
+        return {};
     if (!QFileInfo(lastFolder_).isDir())
         lastFolder_ = QStandardPaths::writableLocation(QStandardPaths::MusicLocation);
     if (!QFileInfo(lastFolder_).isDir())

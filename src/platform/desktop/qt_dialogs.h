@@ -3,10 +3,15 @@
 #include "platform/desktop/held_input.h"
 #include "platform/dialogs.h"
 
+class Runtime;
+
 /// The boxes of the desktop's toolkit, over the active window. None takes input that was meant for
-/// what is below it.
+/// what is below it. The end of the program closes a box as its user might, without an answer; from
+/// then on no box comes up.
 class QtDialogs : public Dialogs {
 public:
+    explicit QtDialogs(const Runtime& runtime) : runtime_(runtime) {}
+
     void message(const QString& text) override;
     bool confirm(const QString& text) override;
     bool offer(const QString& text) override;
@@ -14,6 +19,7 @@ public:
     QString saveFile(const QString& title, const QString& proposed, const FileKind& kind) override;
 
 private:
+    const Runtime& runtime_;
     HeldInput heldInput_;
     QString lastFolder_;  ///< that a file was saved to
 };

@@ -33,7 +33,7 @@ bool processEvents(QEventLoop::ProcessEventsFlags flags) {
 
 }  // namespace
 
-QtRuntime::QtRuntime() {
+QtRuntime::QtRuntime() : endRequests_([this] { end(); }, [this] { saveWork(); }) {
     wakeUp_.setTimerType(Qt::PreciseTimer);
     wakeUp_.setSingleShot(true);
 }
@@ -84,10 +84,12 @@ void QtRuntime::blockUntil(Instant end) {
         return;
     const HeldInput::Pause noInput;
     paintAndServe(end - kQuietStretch);
-    while (end - now() > kServeInterval + kQuietStretch) {
+    while (!ending_ && end - now() > kServeInterval + kQuietStretch) {
         std::this_thread::sleep_for(kServeInterval);
         paintAndServe(end - kQuietStretch);
     }
+    if (ending_)
+        return;
     std::this_thread::sleep_until(onSteadyClock(end - kAwakeStretch));
     while (now() < end) {
     }
@@ -96,7 +98,7 @@ void QtRuntime::blockUntil(Instant end) {
 /// Lets layout and painting settle and answers the window manager; user input, a click on a
 /// window's close button included, stays queued.
 void QtRuntime::paintAndServe(Instant until) {
-    while (now() < until && processEvents(QEventLoop::ExcludeUserInputEvents)) {
+    while (!ending_ && now() < until && processEvents(QEventLoop::ExcludeUserInputEvents)) {
     }
 }
 
@@ -104,11 +106,11 @@ std::unique_ptr<Alarm> QtRuntime::makeAlarm(std::function<void()> work) {
     return std::make_unique<QtAlarm>(alarms_, std::move(work));
 }
 
-void QtRuntime::ringAlarms() const {
-    QtAlarm::ringAll(alarms_);
-}
-
+/// Leaves every loop of events. A quit of the toolkit would first ask every window to close, and
+/// do nothing while one of them is about to.
 void QtRuntime::end() {
+    if (!ending_)
+        saveWork();
     ending_ = true;
-    QCoreApplication::quit();
+    QCoreApplication::exit();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/desktop/end_requests.h"
 #include "platform/desktop/key_table.h"
 #include "platform/runtime.h"
 
@@ -25,15 +26,12 @@ public:
     void end() override;
     bool ending() const override { return ending_; }
 
-    /// Does now what alarms are set for, such as keeping an unsaved melody: for an end of the
-    /// program that lets no loop run on.
-    void ringAlarms() const;
-
 private:
     void sleepUntilEvent(Instant wakeBy);
     void paintAndServe(Instant until);
 
     KeyTable keys_;
+    EndRequests endRequests_;
     QTimer wakeUp_;
     QObject alarms_;  ///< owns their timers
     bool ending_ = false;

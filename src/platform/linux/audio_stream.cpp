@@ -19,6 +19,8 @@ namespace {
 
 constexpr int kPeriods = 4;
 constexpr auto kFarewell = std::chrono::seconds(1);
+/// A stream that is still opening has nothing to end, and may hang.
+constexpr auto kShortFarewell = std::chrono::milliseconds(200);
 constexpr std::int64_t kStalledAfter = 2'000'000'000;
 
 struct Driver {
@@ -94,6 +96,7 @@ int AudioStream::Core::fill(void* self, int frames, int, float**, int sides, flo
 void AudioStream::Core::run() {
     prepare(engine->rate());
     std::unique_lock lock(mutex);
+    attemptStarted = std::chrono::steady_clock::now();
     while (!quit) {
         reopen = false;
         lock.unlock();
@@ -166,7 +169,9 @@ AudioStream::~AudioStream() {
     std::unique_lock lock(core_->mutex);
     core_->quit = true;
     core_->changed.notify_all();
-    core_->changed.wait_for(lock, kFarewell, [this] { return core_->ended; });
+    const bool opening = core_->status == Status::Opening;
+    core_->changed.wait_for(lock, opening ? kShortFarewell : kFarewell,
+                            [this] { return core_->ended; });
 }
 
 AudioStream::Status AudioStream::status() const {
@@ -186,6 +191,12 @@ void AudioStream::Core::reopenAfter(Status expected) {
     attemptStarted = std::chrono::steady_clock::now();
     reopen = true;
     changed.notify_all();
+}
+
+bool AudioStream::stillOpening() const {
+    const std::lock_guard lock(core_->mutex);
+    return core_->status == Status::Opening &&
+           std::chrono::steady_clock::now() < core_->attemptStarted + core_->setup.patience;
 }
 
 AudioStream::Status AudioStream::wait(std::chrono::milliseconds most) const {

@@ -15,7 +15,7 @@ public:
         std::string soundfont;             ///< path; empty or unreadable: no synthesizer
         std::vector<std::string> drivers;  ///< tried in this order
         int periodFrames = 384;            ///< asked for at once; 256 costs half as much again
-        std::chrono::milliseconds patience = std::chrono::seconds(5);  ///< then there is no device
+        std::chrono::milliseconds patience = std::chrono::seconds(3);  ///< then there is no device
     };
 
     enum class Status { Opening, Running, Failed };
@@ -29,6 +29,9 @@ public:
     /// An attempt to open that takes longer than its patience counts as failed until it ends after
     /// all.
     Status status() const;
+
+    /// Whether `wait` would wait.
+    bool stillOpening() const;
 
     /// Waits until the attempt to open has ended, but no longer than its patience or than `most`
     /// after it was begun.

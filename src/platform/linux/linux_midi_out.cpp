@@ -3,6 +3,7 @@
 #include "platform/linux/audio_engine.h"
 #include "platform/linux/audio_stream.h"
 #include "platform/linux/steady_time.h"
+#include "platform/runtime.h"
 
 #include <utility>
 
@@ -10,13 +11,14 @@ namespace {
 
 using namespace std::chrono_literals;
 
+constexpr std::chrono::milliseconds kServeInterval(20);
 /// A sound server that is there opens within this; one that hangs holds up nobody for longer.
 constexpr auto kReopenPatience = 150ms;
 
 }  // namespace
 
-LinuxMidiOut::LinuxMidiOut(AudioEngine& engine, AudioStream& stream)
-    : engine_(engine), stream_(stream) {}
+LinuxMidiOut::LinuxMidiOut(AudioEngine& engine, AudioStream& stream, Runtime* runtime)
+    : engine_(engine), stream_(stream), runtime_(runtime) {}
 
 LinuxMidiOut::~LinuxMidiOut() = default;
 
@@ -75,11 +77,26 @@ MidiOpenResult LinuxMidiOut::reopen(MidiHandle handle) {
 SoundCode LinuxMidiOut::openSynthesizer(std::optional<std::chrono::milliseconds> atMost) {
     stream_.revive();
     stream_.retry();
-    if ((atMost ? stream_.wait(*atMost) : stream_.wait()) != AudioStream::Status::Running)
+    const bool running =
+        atMost ? stream_.wait(*atMost) == AudioStream::Status::Running : waitForStream();
+    if (!running)
         return SoundCode::NoAudioDevice;
     if (stream_.hasSynthesizer())
         return SoundCode::Ok;
     return stream_.hasSoundfont() ? SoundCode::SoundfontDamaged : SoundCode::NoSoundfont;
+}
+
+/// Whether the stream runs. Before a failure is reported, what the user did in the wait has its
+/// effect: that may be the click that is to close the program.
+bool LinuxMidiOut::waitForStream() {
+    if (!runtime_)
+        return stream_.wait() == AudioStream::Status::Running;
+    while (!runtime_->ending() && stream_.stillOpening())
+        runtime_->blockUntil(runtime_->now() + kServeInterval);
+    const bool running = stream_.status() == AudioStream::Status::Running;
+    if (!running)
+        runtime_->yield();
+    return running;
 }
 
 SoundCode LinuxMidiOut::openPort(int deviceId, Output& output) {

@@ -11,11 +11,14 @@
 
 class AudioEngine;
 class AudioStream;
+class Runtime;
 
 /// The built-in synthesizer as the default output, and the machine's MIDI ports.
 class LinuxMidiOut : public MidiOut {
 public:
-    LinuxMidiOut(AudioEngine& engine, AudioStream& stream);
+    /// With a runtime the window stays painted while the synthesizer's stream opens, and the end of
+    /// the program is not kept waiting.
+    LinuxMidiOut(AudioEngine& engine, AudioStream& stream, Runtime* runtime = nullptr);
     ~LinuxMidiOut() override;
 
     int deviceCount() override;
@@ -36,6 +39,7 @@ private:
     };
 
     SoundCode openSynthesizer(std::optional<std::chrono::milliseconds> atMost);
+    bool waitForStream();
     SoundCode openPort(int deviceId, Output& output);
     MidiOpenResult answer(SoundCode code, Output output);
     template <typename ToEngine, typename ToPort>
@@ -43,6 +47,7 @@ private:
 
     AudioEngine& engine_;
     AudioStream& stream_;
+    Runtime* runtime_;
     std::vector<PortAddress> ports_;  // as last counted
     bool counted_ = false;
     std::map<MidiHandle, Output> open_;

@@ -20,10 +20,10 @@ AudioStream::Setup usualSetup() {
 }  // namespace
 
 struct LinuxSound::Parts {
-    explicit Parts(const Folders& folders)
+    Parts(const Folders& folders, Runtime* runtime)
         : engine(std::make_shared<AudioEngine>(kFramesPerSecond)),
           stream(engine, usualSetup()),
-          midiOut(*engine, stream),
+          midiOut(*engine, stream, runtime),
           media(*engine, stream, folders) {}
 
     std::shared_ptr<AudioEngine> engine;
@@ -32,13 +32,14 @@ struct LinuxSound::Parts {
     LinuxMedia media;
 };
 
-LinuxSound::LinuxSound(const Folders& folders) : folders_(folders) {}
+LinuxSound::LinuxSound(const Folders& folders, Runtime* runtime)
+    : folders_(folders), runtime_(runtime) {}
 
 LinuxSound::~LinuxSound() = default;
 
 LinuxSound::Parts& LinuxSound::parts() {
     if (!parts_)
-        parts_ = std::make_unique<Parts>(folders_);
+        parts_ = std::make_unique<Parts>(folders_, runtime_);
     return *parts_;
 }
 
@@ -50,6 +51,6 @@ Media& LinuxSound::media() {
     return parts().media;
 }
 
-std::unique_ptr<Sound> openSound(const Folders& folders) {
-    return std::make_unique<LinuxSound>(folders);
+std::unique_ptr<Sound> openSound(const Folders& folders, Runtime* runtime) {
+    return std::make_unique<LinuxSound>(folders, runtime);
 }

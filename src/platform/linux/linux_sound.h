@@ -8,7 +8,7 @@
 class LinuxSound : public Sound {
 public:
     /// The audio output opens in the background, once `midiOut` or `media` is asked for.
-    explicit LinuxSound(const Folders& folders);
+    explicit LinuxSound(const Folders& folders, Runtime* runtime = nullptr);
     ~LinuxSound() override;
     LinuxSound(const LinuxSound&) = delete;
     LinuxSound& operator=(const LinuxSound&) = delete;
@@ -22,6 +22,7 @@ private:
     Parts& parts();
 
     const Folders& folders_;
+    Runtime* runtime_;
     MixerWaveRenderer waveRenderer_;
     std::unique_ptr<Parts> parts_;
 };

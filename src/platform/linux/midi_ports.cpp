@@ -19,6 +19,7 @@ namespace {
 constexpr const char* kClientName = "Cantavista";
 constexpr std::array kApis{RtMidi::LINUX_ALSA, RtMidi::UNIX_JACK};
 constexpr std::int64_t kCheckInterval = 100'000'000;
+constexpr std::uint32_t kNoteOn = 0x90;
 constexpr std::uint32_t kAllSoundsOff = 120;
 constexpr std::uint32_t kAllNotesOff = 123;
 constexpr std::uint32_t kDrumChannel = 9;
@@ -137,6 +138,8 @@ MidiPort::MidiPort(std::unique_ptr<RtMidiOut> out, std::unique_ptr<JackWatch> ja
     : out_(std::move(out)), jack_(std::move(jack)), name_(std::move(name)) {}
 
 MidiPort::~MidiPort() {
+    for (const std::uint32_t noteOff : std::set<std::uint32_t>(sounding_))
+        send(noteOff);
     if (jack_ && jack_->serverGone()) {
         static_cast<void>(out_.release());  // closing it would wait, and crash
         return;
@@ -160,7 +163,20 @@ SoundCode MidiPort::send(std::uint32_t packed) {
         out_->setErrorCallback(noteFailure);
         return !failed;
     });
-    return sent ? SoundCode::Ok : SoundCode::DeviceVanished;
+    if (!sent)
+        return SoundCode::DeviceVanished;
+    noteSounding(packed);
+    return SoundCode::Ok;
+}
+
+void MidiPort::noteSounding(std::uint32_t packed) {
+    if ((packed & 0xF0u) != kNoteOn)
+        return;
+    const std::uint32_t noteOff = packed & 0xFFFFu;
+    if (packed == noteOff)
+        sounding_.erase(noteOff);
+    else
+        sounding_.insert(noteOff);
 }
 
 SoundCode MidiPort::reset() {
@@ -168,6 +184,7 @@ SoundCode MidiPort::reset() {
     for (std::uint32_t channel = 0; channel < 16 && code == SoundCode::Ok; ++channel)
         code =
             send(0xB0u | channel | (channel == kDrumChannel ? kAllNotesOff : kAllSoundsOff) << 8);
+    sounding_.clear();
     return code;
 }
 

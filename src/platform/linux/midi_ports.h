@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -28,6 +29,7 @@ class MidiPort {
 public:
     /// Nothing, and why in `code`, if the port is not there or does not open.
     static std::unique_ptr<MidiPort> open(const PortAddress& address, SoundCode& code);
+    /// Ends every note that sounds.
     ~MidiPort();
     MidiPort(const MidiPort&) = delete;
     MidiPort& operator=(const MidiPort&) = delete;
@@ -42,10 +44,12 @@ public:
 private:
     MidiPort(std::unique_ptr<RtMidiOut> out, std::unique_ptr<JackWatch> jack, std::string name);
     bool stillThere();
+    void noteSounding(std::uint32_t packed);
 
     std::unique_ptr<RtMidiOut> out_;
     std::unique_ptr<JackWatch> jack_;  // for a port of JACK
     std::string name_;
     std::int64_t checked_ = 0;
     bool gone_ = false;
+    std::set<std::uint32_t> sounding_;  // the note-ons that have not ended, with velocity 0
 };

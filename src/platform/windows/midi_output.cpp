@@ -88,6 +88,7 @@ MidiOutput::Opened MidiOutput::reopen(std::uint32_t handle) {
 }
 
 int MidiOutput::close(std::uint32_t handle) {
+    midiOutReset(find(handle));  // ends every note that sounds
     const MMRESULT code = midiOutClose(find(handle));
     if (code == MMSYSERR_NOERROR)
         open_.erase(handle);
