@@ -1,5 +1,6 @@
 #include "shell/application.h"
 
+#include "shell/closed_windows.h"
 #include "shell/window_style.h"
 
 #include <QApplication>
@@ -88,6 +89,7 @@ void prepare(QApplication& app) {
     QApplication::setStyle(new WindowStyle);
     QApplication::setPalette(paletteOf(dark ? kDark : kLight));
     translateStandardButtons(app);
+    app.installEventFilter(new ClosedWindows(&app));
 }
 
 }  // namespace application

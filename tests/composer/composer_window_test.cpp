@@ -28,6 +28,7 @@ using testing::Contains;
 using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::SizeIs;
 
 namespace {
 
@@ -596,5 +597,37 @@ TEST_F(ComposerWindowTest, TheChosenSymbolIsHighlightedExactly) {
     clickAt(300ms, "cmdAttrNota_3");
     at(400ms, [colourOf] { EXPECT_NE(colourOf("cmdAttrNota_3"), qRgb(10, 254, 10)); });
     at(500ms, [this] { window.reject(); });
+    window.exec();
+}
+
+TEST_F(ComposerWindowTest, APressBehindTheOneThatClosesItPlaysNothing) {
+    enterAt(100ms, {60, 62});
+    clickAt(200ms, "chekLoop");
+    clickAt(1000ms, "cmdPlay");
+    at(5400ms, [this] {
+        world.dialogs.confirmations.push_back(true);
+        world.midi.take();
+        for (const int key : {Qt::Key_Escape, Qt::Key_Space})
+            queueKey(window, key);
+    });
+    bool playsOn = false;
+    at(30s, [&] {
+        playsOn = true;
+        window.reject();
+    });
+    window.exec();
+    EXPECT_FALSE(playsOn);
+    world.runtime.forgetActs();
+    EXPECT_THAT(world.midi.takeUntimed(), IsEmpty());
+}
+
+TEST_F(ComposerWindowTest, TheEndOfTheProgramKeepsTheMelody) {
+    enterAt(100ms, {60, 62});
+    at(200ms, [this] {
+        world.runtime.end();
+        EXPECT_THAT(world.folders.files("C:\\Cantavista", "*.mel"), SizeIs(1))
+            << "before any loop returns";
+        window.QDialog::done(0);
+    });
     window.exec();
 }

@@ -113,3 +113,27 @@ TEST_F(MidiTestWindow, NothingIsSelectedWhenNothingIsOpened) {
         EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("close", "open -1", "program 16"));
     });
 }
+
+TEST_F(MidiTestWindow, APressBehindTheOneThatClosesItStartsNothing) {
+    frmMidiTest window(world.midi, world.funzioniMM, nullptr);
+    workInModal(
+        world.runtime, [&window] { window.exec(); },
+        [&](const WindowDriver& user) {
+            user.find<QWidget>("cmdTest").setFocus();
+            world.midi.take();
+            for (const int key : {Qt::Key_Space, Qt::Key_Escape, Qt::Key_Space})
+                queueKey(window, key);
+        });
+    QCoreApplication::processEvents();
+    EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("on 1 69 100", "on 1 69 0"));
+}
+
+TEST_F(MidiTestWindow, TheEndOfTheProgramEndsTheNote) {
+    world.openOutput();
+    {
+        frmMidiTest window(world.midi, world.funzioniMM, nullptr);
+        window.show();
+        window.cmdTest_Click();
+    }
+    EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("on 1 69 100", "on 1 69 0"));
+}

@@ -16,6 +16,13 @@ extern Q_GUI_EXPORT void qt_handleKeyEvent(QWindow* window, QEvent::Type type, i
                                            Qt::KeyboardModifiers modifiers, const QString& text,
                                            bool repeat, ushort count);
 
+void queueKey(QWidget& window, int key) {
+    const QString text = key == Qt::Key_Space ? QStringLiteral(" ") : QString();
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease})
+        QCoreApplication::postEvent(window.windowHandle(),
+                                    new QKeyEvent(type, key, Qt::NoModifier, text));
+}
+
 void sendMouse(QWidget& widget, QEvent::Type type, QPointF place, Qt::MouseButton button) {
     const auto held = type == QEvent::MouseButtonRelease ? Qt::NoButton : button;
     QMouseEvent event(type, place, widget.mapToGlobal(place), button, held, Qt::NoModifier);

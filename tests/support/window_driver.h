@@ -18,6 +18,9 @@ void sendSystemKey(const QWidget& window, QEvent::Type type, int key,
                    Qt::KeyboardModifiers modifiers = {}, const QString& text = {},
                    bool marked = false);
 
+/// Types a key into a window behind the events that wait already.
+void queueKey(QWidget& window, int key);
+
 /// Finds controls by their objectName and works them as a user would.
 class WindowDriver {
 public:
