@@ -51,7 +51,7 @@ void Metronome::beat() {
     for (int i = 0; letEventsRun(run); i = (i + 1) % static_cast<int>(pattern.size())) {
         state_.takePulse(pattern[i]);
         if (funzioniMM_.outputOpen())
-            playPulse(i);
+            playPulse(i, run);
     }
     if (run == unended_)
         end();
@@ -76,14 +76,22 @@ bool Metronome::letEventsRun(int run) {
         runtime_.pump(kForever);
     if (state_.MetroRunning && runtime_.ending())
         stop();
-    return state_.MetroRunning && run == run_;
+    return beating(run);
 }
 
-void Metronome::playPulse(int lamp) {
+/// Whether the run goes on. A screen reader's press can stop it even in a wait, where no other
+/// input comes through.
+bool Metronome::beating(int run) const {
+    return state_.MetroRunning && run == run_ && !runtime_.ending();
+}
+
+void Metronome::playPulse(int lamp, int run) {
     funzioniMM_.WaitSeconds(state_.MetroPeriod - kDarkSeconds);
     funzioniMM_.ResetOutput();
     view_->darkenLamps();
     funzioniMM_.WaitSeconds(kDarkSeconds);
+    if (!beating(run))
+        return;
     view_->lightLamp(lamp, state_.MetroPulseColour);
     funzioniMM_.NoteOn(FunzioniMM::kPercussionChannel, state_.MetroPulseNote, state_.MetroVolume);
     if (!funzioniMM_.outputOpen())

@@ -56,7 +56,8 @@ private:
     void beat();
     void end();
     bool letEventsRun(int run);
-    void playPulse(int lamp);
+    bool beating(int run) const;
+    void playPulse(int lamp, int run);
     void showTimeSignature(const QString& timeSig);
 
     Runtime& runtime_;
