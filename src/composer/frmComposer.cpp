@@ -3,7 +3,6 @@
 #include "composer/melody/rhythm.h"
 #include "composer/panels/bookmark_panel.h"
 #include "composer/panels/browser_panel.h"
-#include "composer/panels/panel_text.h"
 #include "core/funzioni_mm.h"
 #include "core/instruments.h"
 #include "platform/dialogs.h"
@@ -13,6 +12,7 @@
 #include "ui_playback_panel.h"
 #include "ui_range_panel.h"
 #include "widgets/appearance.h"
+#include "widgets/panel_text.h"
 
 #include <QAbstractItemView>
 #include <QApplication>

@@ -1,10 +1,11 @@
 #include "eartraining/chord_panel.h"
 
 #include "eartraining/chord_exercise.h"
-#include "eartraining/colour_button.h"
-#include "eartraining/mode_button.h"
+#include "eartraining/ear_colours.h"
 #include "ui_chord_panel.h"
 #include "widgets/appearance.h"
+#include "widgets/colour_button.h"
+#include "widgets/mode_button.h"
 
 namespace {
 

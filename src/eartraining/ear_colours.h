@@ -20,9 +20,4 @@ constexpr Rgb kDissonantButton = rgb(255, 255, 192);
 constexpr Rgb kConsonantText = rgb(0, 0, 192);
 constexpr Rgb kDissonantText = rgb(176, 0, 0);
 
-constexpr Rgb kAvailable = rgb(128, 255, 128);
-constexpr Rgb kExcluded = rgb(255, 0, 0);
-constexpr Rgb kAvailableMark = rgb(0, 96, 0);
-constexpr Rgb kExcludedMark = rgb(255, 255, 255);
-
 }  // namespace ear_colours

@@ -2,13 +2,13 @@
 
 #include "core/instruments.h"
 #include "core/services.h"
-#include "eartraining/announcement.h"
 #include "eartraining/ear_training_state.h"
 #include "eartraining/middle_c_patch.h"
 #include "ui_chord_panel.h"
 #include "ui_frmInto.h"
 #include "ui_interval_panel.h"
 #include "ui_pitch_panel.h"
+#include "widgets/announcement.h"
 #include "widgets/appearance.h"
 
 #include <QMenu>

@@ -1,12 +1,12 @@
 #include "eartraining/interval_panel.h"
 
-#include "eartraining/colour_button.h"
-#include "eartraining/double_click.h"
 #include "eartraining/interval_chart.h"
 #include "eartraining/interval_exercise.h"
-#include "eartraining/mode_button.h"
 #include "ui_interval_panel.h"
 #include "widgets/appearance.h"
+#include "widgets/colour_button.h"
+#include "widgets/double_click.h"
+#include "widgets/mode_button.h"
 
 namespace {
 

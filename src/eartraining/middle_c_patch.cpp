@@ -1,7 +1,7 @@
 #include "eartraining/middle_c_patch.h"
 
 #include "core/pitch.h"
-#include "eartraining/double_click.h"
+#include "widgets/double_click.h"
 #include "widgets/piano_keyboard.h"
 
 #include <QMouseEvent>

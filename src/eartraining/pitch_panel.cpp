@@ -1,9 +1,9 @@
 #include "eartraining/pitch_panel.h"
 
-#include "eartraining/mode_button.h"
 #include "eartraining/pitch_exercise.h"
 #include "ui_pitch_panel.h"
 #include "widgets/appearance.h"
+#include "widgets/mode_button.h"
 
 namespace {
 

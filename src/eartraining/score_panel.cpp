@@ -1,9 +1,9 @@
 #include "eartraining/score_panel.h"
 
-#include "eartraining/announcement.h"
-#include "eartraining/double_click.h"
 #include "ui_score_panel.h"
+#include "widgets/announcement.h"
 #include "widgets/appearance.h"
+#include "widgets/double_click.h"
 #include "widgets/label_button.h"
 
 namespace {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "reference/sheet.h"
+#include "widgets/sheet.h"
 
 class QGridLayout;
 

@@ -1,10 +1,10 @@
 #include "reference/key_sheet.h"
 
-#include "reference/degree_label.h"
 #include "reference/engraved_pictures.h"
-#include "reference/key_button.h"
 #include "reference/key_signatures.h"
 #include "widgets/appearance.h"
+#include "widgets/degree_label.h"
+#include "widgets/key_button.h"
 
 #include <QGridLayout>
 #include <QLabel>

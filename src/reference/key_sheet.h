@@ -1,7 +1,7 @@
 #pragma once
 
 #include "reference/key_page.h"
-#include "reference/sheet.h"
+#include "widgets/sheet.h"
 
 #include <array>
 

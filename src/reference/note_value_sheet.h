@@ -1,6 +1,6 @@
 #pragma once
 
-#include "reference/sheet.h"
+#include "widgets/sheet.h"
 
 /// The page of the note values: each note with its names, its value and its rest.
 class NoteValueSheet : public Sheet {

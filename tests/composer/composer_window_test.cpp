@@ -1,9 +1,9 @@
 #include "composer/frmComposer.h"
 #include "composer/melody/rhythm.h"
-#include "composer/panels/picture_button.h"
 #include "support/test_world.h"
 #include "support/window_driver.h"
 #include "widgets/piano_keyboard.h"
+#include "widgets/picture_button.h"
 
 #include <QAccessible>
 #include <QApplication>

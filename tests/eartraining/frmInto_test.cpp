@@ -1,9 +1,9 @@
 #include "eartraining/frmInto.h"
 
-#include "eartraining/colour_button.h"
 #include "eartraining/ear_training_state.h"
 #include "support/test_world.h"
 #include "support/window_driver.h"
+#include "widgets/colour_button.h"
 #include "widgets/piano_keyboard.h"
 
 #include <QLabel>

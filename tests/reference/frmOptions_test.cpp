@@ -1,7 +1,7 @@
 #include "reference/frmOptions.h"
 
-#include "reference/key_button.h"
 #include "support/window_driver.h"
+#include "widgets/key_button.h"
 
 #include <QApplication>
 #include <QGroupBox>

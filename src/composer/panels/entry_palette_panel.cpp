@@ -1,10 +1,10 @@
 #include "composer/panels/entry_palette_panel.h"
 
 #include "composer/panels/entry_pictures.h"
-#include "composer/panels/panel_text.h"
-#include "composer/panels/picture_button.h"
 #include "ui_entry_palette_panel.h"
 #include "widgets/appearance.h"
+#include "widgets/panel_text.h"
+#include "widgets/picture_button.h"
 
 namespace {
 

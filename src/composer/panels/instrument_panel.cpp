@@ -1,8 +1,8 @@
 #include "composer/panels/instrument_panel.h"
 
-#include "composer/panels/panel_text.h"
 #include "core/instruments.h"
 #include "ui_instrument_panel.h"
+#include "widgets/panel_text.h"
 
 #include <QMenu>
 #include <QSignalBlocker>

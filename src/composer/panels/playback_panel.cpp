@@ -1,9 +1,9 @@
 #include "composer/panels/playback_panel.h"
 
 #include "composer/melody/composition.h"
-#include "composer/panels/panel_text.h"
 #include "ui_playback_panel.h"
 #include "widgets/appearance.h"
+#include "widgets/panel_text.h"
 
 #include <QSignalBlocker>
 

@@ -1,10 +1,10 @@
 #include "composer/panels/range_panel.h"
 
 #include "composer/melody/composition.h"
-#include "composer/panels/panel_text.h"
 #include "ui_range_panel.h"
 #include "widgets/appearance.h"
 #include "widgets/label_button.h"
+#include "widgets/panel_text.h"
 
 #include <QMouseEvent>
 

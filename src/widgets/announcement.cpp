@@ -1,4 +1,4 @@
-#include "eartraining/announcement.h"
+#include "widgets/announcement.h"
 
 #include <QAccessible>
 #include <QWidget>

@@ -1,4 +1,4 @@
-#include "eartraining/verdict_mark.h"
+#include "widgets/verdict_mark.h"
 
 #include <QPainter>
 
@@ -8,7 +8,7 @@ VerdictMark::VerdictMark(QWidget* parent) : QWidget(parent) {
     setSizePolicy(policy);
 }
 
-void VerdictMark::setMark(Mark mark, ear_colours::Rgb colour) {
+void VerdictMark::setMark(Mark mark, QRgb colour) {
     mark_ = mark;
     colour_ = colour;
     update();

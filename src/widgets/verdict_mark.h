@@ -1,7 +1,6 @@
 #pragma once
 
-#include "eartraining/ear_colours.h"
-#include "eartraining/mark_painting.h"
+#include "widgets/mark_painting.h"
 
 #include <QWidget>
 
@@ -10,7 +9,7 @@ class VerdictMark : public QWidget {
 public:
     explicit VerdictMark(QWidget* parent = nullptr);
 
-    void setMark(Mark mark, ear_colours::Rgb colour);
+    void setMark(Mark mark, QRgb colour);
 
     QSize sizeHint() const override;
 
@@ -19,5 +18,5 @@ protected:
 
 private:
     Mark mark_ = Mark::None;
-    ear_colours::Rgb colour_ = 0;
+    QRgb colour_ = 0;
 };

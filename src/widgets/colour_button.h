@@ -1,7 +1,6 @@
 #pragma once
 
-#include "eartraining/ear_colours.h"
-#include "eartraining/mark_painting.h"
+#include "widgets/mark_painting.h"
 
 #include <QAbstractButton>
 
@@ -10,7 +9,7 @@ class ColourButton : public QAbstractButton {
 public:
     explicit ColourButton(QWidget* parent = nullptr);
 
-    void setColours(ear_colours::Rgb ground, ear_colours::Rgb text);
+    void setColours(QRgb ground, QRgb text);
     /// Makes the button a marker: green with a tick, or red with a cross.
     void showAvailable(bool available);
     /// The height in lines of text.
@@ -27,8 +26,8 @@ protected:
     void leaveEvent(QEvent* event) override;
 
 private:
-    ear_colours::Rgb ground_ = ear_colours::kConsonant;
-    ear_colours::Rgb text_ = ear_colours::kConsonantText;
+    QRgb ground_ = qRgb(255, 255, 255);
+    QRgb text_ = qRgb(0, 0, 0);
     Mark mark_ = Mark::None;
     double lines_ = 1.6;
 };

@@ -1,4 +1,4 @@
-#include "reference/sheet.h"
+#include "widgets/sheet.h"
 
 #include "widgets/appearance.h"
 

@@ -1,4 +1,4 @@
-#include "reference/degree_label.h"
+#include "widgets/degree_label.h"
 
 #include <QPainter>
 

@@ -1,4 +1,4 @@
-#include "eartraining/mark_painting.h"
+#include "widgets/mark_painting.h"
 
 #include <QPainter>
 

@@ -1,4 +1,4 @@
-#include "composer/panels/picture_button.h"
+#include "widgets/picture_button.h"
 
 #include <QPainter>
 #include <QStyleOptionFocusRect>

@@ -1,4 +1,4 @@
-#include "composer/panels/double_click_label.h"
+#include "widgets/double_click_label.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>

@@ -1,8 +1,13 @@
-#include "eartraining/colour_button.h"
+#include "widgets/colour_button.h"
 
 #include <QPainter>
 
 namespace {
+
+constexpr QRgb kAvailable = qRgb(128, 255, 128);
+constexpr QRgb kAvailableMark = qRgb(0, 96, 0);
+constexpr QRgb kExcluded = qRgb(255, 0, 0);
+constexpr QRgb kExcludedMark = qRgb(255, 255, 255);
 
 constexpr double kCorner = 3;
 constexpr int kRimDarkness = 150;    ///< of the ground, in percent
@@ -16,7 +21,7 @@ ColourButton::ColourButton(QWidget* parent) : QAbstractButton(parent) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
-void ColourButton::setColours(ear_colours::Rgb ground, ear_colours::Rgb text) {
+void ColourButton::setColours(QRgb ground, QRgb text) {
     ground_ = ground;
     text_ = text;
     update();
@@ -25,9 +30,9 @@ void ColourButton::setColours(ear_colours::Rgb ground, ear_colours::Rgb text) {
 void ColourButton::showAvailable(bool available) {
     mark_ = available ? Mark::Tick : Mark::Cross;
     if (available)
-        setColours(ear_colours::kAvailable, ear_colours::kAvailableMark);
+        setColours(kAvailable, kAvailableMark);
     else
-        setColours(ear_colours::kExcluded, ear_colours::kExcludedMark);
+        setColours(kExcluded, kExcludedMark);
 }
 
 QSize ColourButton::sizeHint() const {

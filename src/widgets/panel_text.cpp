@@ -1,4 +1,4 @@
-#include "composer/panels/panel_text.h"
+#include "widgets/panel_text.h"
 
 #include <QWidget>
 

@@ -1,4 +1,4 @@
-#include "reference/key_button.h"
+#include "widgets/key_button.h"
 
 #include <QEvent>
 #include <QPainter>

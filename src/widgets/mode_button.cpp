@@ -1,4 +1,4 @@
-#include "eartraining/mode_button.h"
+#include "widgets/mode_button.h"
 
 #include "widgets/appearance.h"
 #include "widgets/label_button.h"

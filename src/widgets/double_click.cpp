@@ -1,4 +1,4 @@
-#include "eartraining/double_click.h"
+#include "widgets/double_click.h"
 
 #include <QAbstractButton>
 #include <QKeyEvent>
