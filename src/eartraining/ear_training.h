@@ -1,10 +1,10 @@
 #pragma once
 
 #include "core/piano_keys.h"
-#include "eartraining/chord_exercise.h"
+#include "eartraining/chord/chord_exercise.h"
 #include "eartraining/ear_desk.h"
-#include "eartraining/interval_exercise.h"
-#include "eartraining/pitch_exercise.h"
+#include "eartraining/interval/interval_exercise.h"
+#include "eartraining/pitch/pitch_exercise.h"
 
 struct EarTrainingState;
 

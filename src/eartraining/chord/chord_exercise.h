@@ -1,7 +1,7 @@
 #pragma once
 
-#include "eartraining/chord_range.h"
-#include "eartraining/chord_types.h"
+#include "eartraining/chord/chord_range.h"
+#include "eartraining/chord/chord_types.h"
 
 #include <array>
 

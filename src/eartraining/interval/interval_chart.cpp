@@ -1,4 +1,4 @@
-#include "eartraining/interval_chart.h"
+#include "eartraining/interval/interval_chart.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "eartraining/pitch_exercise.h"
+#include "eartraining/pitch/pitch_exercise.h"
 
 #include "core/funzioni_mm.h"
 #include "eartraining/ear_desk.h"

@@ -1,4 +1,4 @@
-#include "eartraining/chord_exercise.h"
+#include "eartraining/chord/chord_exercise.h"
 
 #include "core/funzioni_mm.h"
 #include "eartraining/ear_desk.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "eartraining/note_range.h"
+#include "eartraining/pitch/note_range.h"
 
 class EarDesk;
 

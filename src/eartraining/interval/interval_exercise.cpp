@@ -1,4 +1,4 @@
-#include "eartraining/interval_exercise.h"
+#include "eartraining/interval/interval_exercise.h"
 
 #include "core/funzioni_mm.h"
 #include "core/random.h"

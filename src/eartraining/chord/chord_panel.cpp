@@ -1,6 +1,6 @@
-#include "eartraining/chord_panel.h"
+#include "eartraining/chord/chord_panel.h"
 
-#include "eartraining/chord_exercise.h"
+#include "eartraining/chord/chord_exercise.h"
 #include "eartraining/ear_colours.h"
 #include "ui_chord_panel.h"
 #include "widgets/appearance.h"

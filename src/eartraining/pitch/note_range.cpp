@@ -1,4 +1,4 @@
-#include "eartraining/note_range.h"
+#include "eartraining/pitch/note_range.h"
 
 #include "core/funzioni_mm.h"
 

@@ -1,4 +1,4 @@
-#include "eartraining/chord_range.h"
+#include "eartraining/chord/chord_range.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/pitch.h"
-#include "eartraining/interval_chart.h"
+#include "eartraining/interval/interval_chart.h"
 
 #include <array>
 

@@ -1,6 +1,6 @@
-#include "eartraining/pitch_panel.h"
+#include "eartraining/pitch/pitch_panel.h"
 
-#include "eartraining/pitch_exercise.h"
+#include "eartraining/pitch/pitch_exercise.h"
 #include "ui_pitch_panel.h"
 #include "widgets/appearance.h"
 #include "widgets/mode_button.h"

@@ -1,7 +1,7 @@
-#include "eartraining/interval_panel.h"
+#include "eartraining/interval/interval_panel.h"
 
-#include "eartraining/interval_chart.h"
-#include "eartraining/interval_exercise.h"
+#include "eartraining/interval/interval_chart.h"
+#include "eartraining/interval/interval_exercise.h"
 #include "ui_interval_panel.h"
 #include "widgets/appearance.h"
 #include "widgets/colour_button.h"
