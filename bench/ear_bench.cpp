@@ -130,7 +130,7 @@ std::vector<double> notes() {
 
 std::vector<double> intervals() {
     EarTrainingState state;
-    state.intervalRequested = true;
+    state.request(ExerciseCode::Interval);
     Bench bench(state);
     bench.run([&bench] {
         bench.click(QStringLiteral("CmdIntStart"));
@@ -143,7 +143,7 @@ std::vector<double> intervals() {
 
 std::vector<double> chords() {
     EarTrainingState state;
-    state.chordRequested = true;
+    state.request(ExerciseCode::Chord);
     Bench bench(state);
     bench.run([&bench] {
         for (const char* name : {"lb_12", "lb_36", "ComdRacStart"})

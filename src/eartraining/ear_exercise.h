@@ -1,4 +1,70 @@
 #pragma once
 
-/// The exercises of the ear-training window, by the codes that the main menu gives them.
-enum class EarExercise { Pitch = 3, Interval = 5, Chord = 7 };
+#include "core/pitch.h"
+#include "eartraining/exercise_code.h"
+
+class ExerciseContext;
+
+/// What an exercise tells its panel, which shows the exercise's state.
+class ExerciseView {
+public:
+    virtual ~ExerciseView() = default;
+
+    virtual void showState() = 0;
+    virtual void focusStart() = 0;
+};
+
+/// An exercise of the ear-training window, which knows no more of its exercises than this. One of
+/// them is chosen at a time; an exercise runs from its start to its stop.
+class EarExercise {
+public:
+    EarExercise(ExerciseContext& context, ExerciseCode code) : context_(context), code_(code) {}
+    virtual ~EarExercise() = default;
+
+    EarExercise(const EarExercise&) = delete;
+    EarExercise& operator=(const EarExercise&) = delete;
+
+    /// The view is told of every change from now on; without one nobody looks.
+    void attach(ExerciseView& view) { view_ = &view; }
+
+    ExerciseCode code() const { return code_; }
+    bool chosen() const { return chosen_; }
+    void setChosen(bool chosen);
+
+    bool running() const { return running_; }
+    virtual void startOrStop() = 0;
+
+    /// Whether the panel and the start button on it are to be seen.
+    virtual bool visible() const { return chosen_; }
+    bool startVisible() const { return startVisible_; }
+
+    /// Whether the exercise, once chosen, has the keyboard to itself: the marks of another one's
+    /// range go, and it is told so in `leave`.
+    virtual bool takesKeyboard() const { return true; }
+    /// A click on a key of the keyboard while the exercise is chosen.
+    virtual void keyClicked(pitch::NoteIndex /*key*/) {}
+
+    /// Begins anew when the exercise is chosen from the menu, even if it was chosen before.
+    virtual void enter() = 0;
+    /// Ends what it sounds and shows when another exercise is chosen.
+    virtual void leave(bool keyboardTaken) = 0;
+    /// Ends a note that was left sounding; sends nothing if there is none.
+    virtual void stopSound() = 0;
+
+protected:
+    ExerciseContext& context() const { return context_; }
+    /// While an exercise runs no other can be chosen, and the window stays open.
+    void setRunning(bool running);
+    void setStartVisible(bool visible);
+    void focusStart();
+    /// To be called after every change of what the panel shows.
+    void changed();
+
+private:
+    ExerciseContext& context_;
+    const ExerciseCode code_;
+    ExerciseView* view_ = nullptr;
+    bool chosen_ = false;
+    bool running_ = false;
+    bool startVisible_ = true;
+};

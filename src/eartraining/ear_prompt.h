@@ -1,16 +1,21 @@
 #pragma once
 
-#include <QString>
+#include <string_view>
 
-/// The instruction that the window gives to the user.
-enum class EarPrompt {
-    LowerKey,
-    UpperKey,
-    Reference,
-    RecogniseNote,
-    RecogniseInterval,
-    RecogniseChord,
-    ResetRange,
+/// The instruction that the window gives to the user. An exercise declares its own.
+struct EarPrompt {
+    std::string_view text;
+    /// The window stays open as long as the instruction stands.
+    bool keepsWindowOpen = false;
+
+    bool operator==(const EarPrompt&) const = default;
 };
 
-QString textOf(EarPrompt prompt);
+/// The instructions of every exercise that has a range chosen on the keyboard.
+namespace range_prompts {
+
+inline constexpr EarPrompt kLowerKey{"Scegli la nota inferiore dell'intervallo"};
+inline constexpr EarPrompt kUpperKey{"Scegli la nota superiore dell'intervallo"};
+inline constexpr EarPrompt kReset{"Reimposta l'intervallo"};
+
+}  // namespace range_prompts

@@ -1,39 +1,31 @@
 #include "eartraining/ear_training.h"
 
-#include "core/funzioni_mm.h"
-#include "eartraining/ear_training_state.h"
 #include "platform/runtime.h"
 
+#include <algorithm>
+
 EarTraining::EarTraining(Runtime& runtime, FunzioniMM& funzioniMM, Dialogs& dialogs,
-                         EarTrainingState& state)
+                         EarTrainingState& state, EarTrainingView& view)
     : runtime_(runtime),
       state_(state),
-      desk_(runtime, funzioniMM, dialogs),
-      pitch_(desk_),
-      interval_(desk_),
-      chord_(desk_, state.chord),
+      context_(runtime, funzioniMM, dialogs, view),
+      exercises_(context_, state),
+      chosen_(exercises_.all.front()),
       pianoKeys_(runtime, *this, PianoKeys::Backspace::Regular) {}
 
 EarTraining::~EarTraining() = default;
 
-void EarTraining::load(EarTrainingView& view) {
-    desk_.attach(view);
-    view.showControl(EarControl::IntoStart, false);
-    view.showControl(EarControl::cmdReimposta, false);
-    view.showControl(EarControl::cmdRes, false);
-    view.showControl(EarControl::ComdRacStart, false);
-    setIntervalOnShow(false);
-    setChordOnShow(false);
-    desk_.resetScore();
-    desk_.setPrompt(EarPrompt::LowerKey);
+void EarTraining::load() {
+    show(*exercises_.all.front());
+    context_.resetScore();
+    context_.setPrompt(range_prompts::kLowerKey);
 }
 
 void EarTraining::activate() {
-    if (state_.intervalRequested)
-        setIntervalOnShow(true);
-    if (state_.chordRequested)
-        chooseChord();
-    pitch_.liftStop();
+    for (EarExercise* exercise : exercises_.all) {
+        if (exercise->code() == state_.requested())
+            open(*exercise);
+    }
     pianoKeys_.resetOctave();
     // A key that is still down from the menu's shortcut is no music.
     runtime_.yield();
@@ -43,8 +35,19 @@ void EarTraining::activate() {
         if (!closed_)
             pollKeys();
     }
-    quiet();
+    stopSounds();
     pianoKeys_.releaseAll();
+}
+
+/// An exercise that leaves the keyboard alone just appears, for nothing has sounded that a choice
+/// would have to end.
+void EarTraining::open(EarExercise& exercise) {
+    if (exercise.chosen())
+        return;
+    if (exercise.takesKeyboard())
+        choose(exercise);
+    else
+        show(exercise);
 }
 
 void EarTraining::pollKeys() {
@@ -57,83 +60,57 @@ void EarTraining::pollKeys() {
     }
 }
 
+bool EarTraining::anyRunning() const {
+    return std::any_of(exercises_.all.begin(), exercises_.all.end(),
+                       [](const EarExercise* exercise) { return exercise->running(); });
+}
+
 bool EarTraining::unload() {
-    if (desk_.anyRunning() || desk_.prompt() == EarPrompt::Reference)
+    if (anyRunning() || context_.prompt().keepsWindowOpen)
         return false;
     closed_ = true;
-    state_.intervalRequested = false;
-    quiet();
+    state_.forgetRequest();
+    stopSounds();
     pianoKeys_.releaseAll();
     return true;
 }
 
 void EarTraining::keyClicked(pitch::NoteIndex key) {
-    if (chordOnShow_)
-        chord_.keyClicked(key);
-    else if (!desk_.running(EarExercise::Interval))
-        pitch_.keyClicked(key);
+    chosen_->keyClicked(key);
 }
 
-void EarTraining::choosePitch() {
-    setIntervalOnShow(false);
-    setChordOnShow(false);
-    desk_.view().showControl(EarControl::IntoStart, false);
-    pitch_.leave();
-    interval_.silence();
-    chord_.forgetRange();
-    desk_.view().clearRangeMarks();
-    desk_.setPrompt(EarPrompt::LowerKey);
-    quiet();
+void EarTraining::choose(EarExercise& exercise) {
+    for (EarExercise* other : exercises_.all) {
+        if (other != &exercise)
+            other->leave(exercise.takesKeyboard());
+    }
+    if (exercise.takesKeyboard())
+        context_.clearRangeMarks();
+    show(exercise);
+    exercise.enter();
 }
 
-void EarTraining::chooseInterval() {
-    setChordOnShow(false);
-    setIntervalOnShow(true);
-    desk_.view().showControl(EarControl::cmdReimposta, false);
-    desk_.view().showControl(EarControl::IntoStart, false);
-    if (desk_.funzioniMM().lastNoteIndex() >= 0)
-        pitch_.silence();
-    quiet();
+/// The others go first, for panels side by side would stretch the window.
+void EarTraining::show(EarExercise& exercise) {
+    chosen_ = &exercise;
+    for (EarExercise* other : exercises_.all) {
+        if (other != &exercise)
+            other->setChosen(false);
+    }
+    exercise.setChosen(true);
 }
 
-void EarTraining::chooseChord() {
-    chord_.forgetRange();
-    setIntervalOnShow(false);
-    setChordOnShow(true);
-    for (const EarControl control :
-         {EarControl::ComdRacStart, EarControl::cmdRes, EarControl::cmdReimposta,
-          EarControl::IntoStart, EarControl::cmdEsci})
-        desk_.view().showControl(control, false);
-    pitch_.silence();
-    pitch_.forgetRange();
-    desk_.view().clearRangeMarks();
-    interval_.silence();
-    desk_.setPrompt(EarPrompt::LowerKey);
-    quiet();
-}
-
-void EarTraining::setChordOnShow(bool on) {
-    chordOnShow_ = on;
-    desk_.view().showControl(EarControl::frmRacc, on);
-}
-
-void EarTraining::setIntervalOnShow(bool on) {
-    desk_.view().showControl(EarControl::FrmIntervalli, on);
-}
-
-/// Ends what an exercise was left sounding.
-void EarTraining::quiet() {
-    pitch_.quiet();
-    interval_.quiet();
-    chord_.quiet();
+void EarTraining::stopSounds() {
+    for (EarExercise* exercise : exercises_.all)
+        exercise->stopSound();
 }
 
 void EarTraining::noteDown(pitch::NoteNumber note) {
-    desk_.noteOn(note);
-    desk_.showNote(note, true);
+    context_.noteOn(note);
+    context_.showNote(note, true);
 }
 
 void EarTraining::noteUp(pitch::NoteNumber note) {
-    desk_.noteOff(note);
-    desk_.showNote(note, false);
+    context_.noteOff(note);
+    context_.showNote(note, false);
 }

@@ -1,59 +1,55 @@
 #pragma once
 
 #include "core/piano_keys.h"
-#include "eartraining/chord/chord_exercise.h"
-#include "eartraining/ear_desk.h"
-#include "eartraining/interval/interval_exercise.h"
-#include "eartraining/pitch/pitch_exercise.h"
+#include "eartraining/exercise_context.h"
+#include "eartraining/exercises.h"
 
-struct EarTrainingState;
+class EarTrainingState;
+class EarTrainingView;
 
-/// One opening of the ear-training window: three exercises over one keyboard and one score, and the
+/// One opening of the ear-training window: the exercises over one keyboard and one score, and the
 /// computer keyboard as a piano beside them.
 class EarTraining : private PianoKeysListener {
 public:
-    EarTraining(Runtime& runtime, FunzioniMM& funzioniMM, Dialogs& dialogs,
-                EarTrainingState& state);
+    /// The view is not used before `load`.
+    EarTraining(Runtime& runtime, FunzioniMM& funzioniMM, Dialogs& dialogs, EarTrainingState& state,
+                EarTrainingView& view);
     ~EarTraining() override;
 
     /// Gives the view what it shows while the window loads.
-    void load(EarTrainingView& view);
+    void load();
 
     /// Opens on the exercise that was asked for and plays the computer keyboard until the window
     /// is closed or the program ends.
     void activate();
 
     /// Closes: ends every note, and the loop of `activate` at its next pass. Refused while an
-    /// exercise runs, and while the reference note is being chosen.
+    /// exercise runs, and while the prompt keeps the window open.
     bool unload();
 
     void keyClicked(pitch::NoteIndex key);
 
-    void choosePitch();
-    void chooseInterval();
-    void chooseChord();
+    /// Chooses an exercise, as from the window's menu.
+    void choose(EarExercise& exercise);
 
-    PitchExercise& pitch() { return pitch_; }
-    IntervalExercise& interval() { return interval_; }
-    ChordExercise& chord() { return chord_; }
+    Exercises& exercises() { return exercises_; }
     PianoKeys& pianoKeys() { return pianoKeys_; }
 
 private:
     void noteDown(pitch::NoteNumber note) override;
     void noteUp(pitch::NoteNumber note) override;
 
+    void open(EarExercise& exercise);
+    void show(EarExercise& exercise);
+    bool anyRunning() const;
     void pollKeys();
-    void setChordOnShow(bool on);
-    void setIntervalOnShow(bool on);
-    void quiet();
+    void stopSounds();
 
     Runtime& runtime_;
     EarTrainingState& state_;
-    EarDesk desk_;
-    PitchExercise pitch_;
-    IntervalExercise interval_;
-    ChordExercise chord_;
+    ExerciseContext context_;
+    Exercises exercises_;
+    EarExercise* chosen_;
     PianoKeys pianoKeys_;
-    bool chordOnShow_ = false;
     bool closed_ = false;
 };

@@ -3,30 +3,25 @@
 #include "core/instruments.h"
 #include "core/services.h"
 #include "eartraining/ear_training_state.h"
+#include "eartraining/exercise_panel.h"
 #include "eartraining/middle_c_patch.h"
-#include "ui_chord_panel.h"
 #include "ui_frmInto.h"
-#include "ui_interval_panel.h"
-#include "ui_pitch_panel.h"
 #include "widgets/announcement.h"
 #include "widgets/appearance.h"
 
 #include <QMenu>
 #include <QMenuBar>
 
-#include <array>
+#include <algorithm>
 
 namespace {
 
 constexpr double kPromptTextScale = 1.5;
-constexpr double kPromptAccent = 0.22;  ///< the share of the accent in the prompt's ground
 
 void stylePrompt(QLabel& prompt) {
     appearance::enlargeText(prompt, kPromptTextScale, QFont::Normal);
     QPalette palette = prompt.palette();
-    palette.setColor(QPalette::Window,
-                     appearance::mixed(palette.color(QPalette::Highlight),
-                                       palette.color(QPalette::Window), kPromptAccent));
+    palette.setColor(QPalette::Window, promptColour(palette));
     prompt.setPalette(palette);
 }
 
@@ -41,21 +36,19 @@ void addItem(QMenu& menu, const char* name, const QString& text, std::function<v
 frmInto::frmInto(const Services& services, EarTrainingState& state, QWidget* parent)
     : QDialog(parent),
       ui_(std::make_unique<Ui::frmInto>()),
-      ear_(services.runtime, services.funzioniMM, services.dialogs, state) {
+      ear_(services.runtime, services.funzioniMM, services.dialogs, state, *this) {
     ui_->setupUi(this);
     resize(size().boundedTo(appearance::roomOnScreen(*this).size()));
     stylePrompt(*ui_->lblStep);
     appearance::keepPlace(*ui_->cmdEsci);
     ui_->keyboard->showRangeMarks(true);
-    ui_->frmRacc->setMinimumHeight(ui_->FrmIntervalli->sizeHint().height());
-    ui_->pitchPanel->attach(ear_.pitch());
-    ui_->FrmIntervalli->attach(ear_.interval());
-    ui_->frmRacc->attach(ear_.chord());
     ui_->Fr1->attach(services.funzioniMM);
+    addPanels();
+    orderTabs();
     buildMenus();
     connectControls();
-    showContext(state.chordRequested ? EarExercise::Chord : state.exercise);
-    ear_.load(*this);
+    showContext(state.requested());
+    ear_.load();
     ui_->keyboard->setFocus();
 }
 
@@ -64,17 +57,45 @@ frmInto::~frmInto() {
     hide();
 }
 
+/// Each panel stands above the one before, so that the pitch exercise is under the interval chart
+/// when both are to be seen. Their place is as high as the highest, so that the keyboard stays
+/// where it is.
+void frmInto::addPanels() {
+    panels_ = makePanels(ear_.exercises(), ui_->exercises);
+    int height = 0;
+    for (ExercisePanel* panel : panels_) {
+        ui_->panels->insertWidget(0, panel);
+        height = std::max(height, panel->sizeHint().height());
+    }
+    ui_->exercises->setMinimumHeight(height);
+}
+
+/// The panels are made after the form; Tab goes through the window from top to bottom.
+void frmInto::orderTabs() {
+    QWidgetList parts{ui_->score};
+    std::copy(panels_.rbegin(), panels_.rend(), std::back_inserter(parts));
+    parts << ui_->Fr1 << ui_->keyboard << ui_->cmdEsci;
+    QWidget* last = nullptr;
+    for (QWidget* part : parts) {
+        for (QWidget* control : QList{part} + part->findChildren<QWidget*>()) {
+            if ((control->focusPolicy() & Qt::TabFocus) == 0)
+                continue;
+            if (last)
+                setTabOrder(last, control);
+            last = control;
+        }
+    }
+}
+
 void frmInto::buildMenus() {
     auto* bar = new QMenuBar(this);
     layout()->setMenuBar(bar);
     exercises_ = bar->addMenu(QStringLiteral("Esercizio"));
     exercises_->setObjectName(QStringLiteral("Esercizio"));
-    addItem(*exercises_, "mnuNota", QStringLiteral("Riconoscimento altezza nota"),
-            [this] { mnuNota_Click(); });
-    addItem(*exercises_, "mnuRint", QStringLiteral("Riconoscimento intervallo"),
-            [this] { mnuRint_Click(); });
-    addItem(*exercises_, "mnuRicTa", QStringLiteral("Riconoscimento tipo accordo"),
-            [this] { mnuRicTa_Click(); });
+    for (ExercisePanel* panel : panels_) {
+        addItem(*exercises_, panel->menuItem().name, panel->menuItem().text,
+                [this, panel] { choose(panel->exercise()); });
+    }
     QMenu* instrument = bar->addMenu(QStringLiteral("Strumento"));
     instrument->setObjectName(QStringLiteral("strumento"));
     addItem(*instrument, "mnuPiano", QStringLiteral("Pianoforte"),
@@ -115,46 +136,18 @@ void frmInto::done(int result) {
         QDialog::done(result);
 }
 
-void frmInto::mnuNota_Click() {
-    showContext(EarExercise::Pitch);
-    ear_.choosePitch();
-}
-
-void frmInto::mnuRint_Click() {
-    showContext(EarExercise::Interval);
-    ear_.chooseInterval();
-}
-
-void frmInto::mnuRicTa_Click() {
-    showContext(EarExercise::Chord);
-    ear_.chooseChord();
+void frmInto::choose(EarExercise& exercise) {
+    showContext(exercise.code());
+    ear_.choose(exercise);
 }
 
 /// The exercise's number, for what will be told of it elsewhere, as a help topic.
-void frmInto::showContext(EarExercise exercise) {
+void frmInto::showContext(ExerciseCode exercise) {
     setProperty("contextNumber", static_cast<int>(exercise));
 }
 
-QWidget& frmInto::widgetOf(EarControl control) {
-    auto& pitch = ui_->pitchPanel->ui();
-    auto& chord = ui_->frmRacc->ui();
-    const std::array<QWidget*, 7> widgets{
-        ui_->cmdEsci, pitch.cmdReimposta, pitch.IntoStart, ui_->FrmIntervalli,
-        ui_->frmRacc, chord.ComdRacStart, chord.cmdRes,
-    };
-    return *widgets[static_cast<std::size_t>(control)];
-}
-
-QPushButton& frmInto::startButtonOf(EarExercise exercise) {
-    if (exercise == EarExercise::Pitch)
-        return *ui_->pitchPanel->ui().IntoStart;
-    if (exercise == EarExercise::Interval)
-        return *ui_->FrmIntervalli->ui().CmdIntStart;
-    return *ui_->frmRacc->ui().ComdRacStart;
-}
-
-void frmInto::showPrompt(EarPrompt prompt) {
-    ui_->lblStep->setText(textOf(prompt));
+void frmInto::showPrompt(const EarPrompt& prompt) {
+    ui_->lblStep->setText(QString::fromUtf8(prompt.text));
     announce(*ui_->lblStep);
 }
 
@@ -179,37 +172,10 @@ void frmInto::clearRangeMarks() {
         ui_->keyboard->setRangeMark(key, false);
 }
 
-void frmInto::showControl(EarControl control, bool on) {
-    // A frame that comes takes the place of the panel; side by side they would stretch the window.
-    if (on && (control == EarControl::FrmIntervalli || control == EarControl::frmRacc))
-        ui_->pitchPanel->hide();
-    widgetOf(control).setVisible(on);
-    arrangePitchPanel();
-}
-
-/// The controls of the pitch exercise make room for the other exercises, unless one of them is
-/// asked for there too. Alone, they are as high as the others, so that the keyboard stays in place.
-void frmInto::arrangePitchPanel() {
-    const bool intervals = !ui_->FrmIntervalli->isHidden();
-    ui_->pitchPanel->setVisible(ui_->frmRacc->isHidden() &&
-                                (!intervals || ui_->pitchPanel->hasButtons()));
-    ui_->pitchPanel->setMinimumHeight(intervals ? 0 : ui_->FrmIntervalli->sizeHint().height());
-}
-
-void frmInto::focusIntoStart() {
-    ui_->pitchPanel->ui().IntoStart->setFocus();
+void frmInto::showClose(bool on) {
+    ui_->cmdEsci->setVisible(on);
 }
 
 void frmInto::enableExerciseMenu(bool on) {
     exercises_->setEnabled(on);
-}
-
-void frmInto::showRunning(EarExercise exercise, bool running) {
-    QPushButton& button = startButtonOf(exercise);
-    button.setText(running ? QStringLiteral("Stop") : QStringLiteral("Start"));
-    const QPalette source =
-        running ? ui_->lblStep->palette() : ui_->pitchPanel->ui().Label6->palette();
-    QPalette palette = button.palette();
-    palette.setColor(QPalette::Button, source.color(running ? QPalette::Window : QPalette::Button));
-    button.setPalette(palette);
 }

@@ -6,27 +6,23 @@
 #include <QDialog>
 
 #include <memory>
+#include <vector>
 
-struct EarTrainingState;
-struct Services;
-class InstrumentFrame;
+class EarTrainingState;
+class ExercisePanel;
 class QMenu;
-class QPushButton;
+struct Services;
 
 namespace Ui {
 class frmInto;
 }
 
 /// The ear-training window: a prompt and a score, the exercise that was chosen, and the piano
-/// keyboard that serves all three. It cannot be closed while an exercise runs.
+/// keyboard that serves them all. It cannot be closed while an exercise runs.
 class frmInto : public QDialog, private EarTrainingView {
 public:
     frmInto(const Services& services, EarTrainingState& state, QWidget* parent);
     ~frmInto() override;
-
-    void mnuNota_Click();
-    void mnuRint_Click();
-    void mnuRicTa_Click();
 
     /// Stays open as long as the ear training refuses to end.
     void done(int result) override;
@@ -36,26 +32,25 @@ protected:
 
 private:
     void Form_Activate();
+    void addPanels();
     void buildMenus();
     void connectControls();
-    QWidget& widgetOf(EarControl control);
-    QPushButton& startButtonOf(EarExercise exercise);
-    void showContext(EarExercise exercise);
-    void arrangePitchPanel();
+    void orderTabs();
+    void choose(EarExercise& exercise);
+    void showContext(ExerciseCode exercise);
 
-    void showPrompt(EarPrompt prompt) override;
+    void showPrompt(const EarPrompt& prompt) override;
     void showScore(const Score& score) override;
     void announceVerdict(const Score& score) override;
     void showKey(pitch::NoteIndex key, bool pressed) override;
     void showRangeMark(pitch::NoteIndex key, bool on) override;
     void clearRangeMarks() override;
-    void showControl(EarControl control, bool on) override;
-    void focusIntoStart() override;
+    void showClose(bool on) override;
     void enableExerciseMenu(bool on) override;
-    void showRunning(EarExercise exercise, bool running) override;
 
     std::unique_ptr<Ui::frmInto> ui_;
     EarTraining ear_;
+    std::vector<ExercisePanel*> panels_;
     QMenu* exercises_ = nullptr;  ///< `Esercizio`
     bool activated_ = false;
 };

@@ -125,21 +125,19 @@ void MainWindow::mnuLettura_Click() {
 }
 
 void MainWindow::Intonazione_Click() {
-    showEarTraining(EarExercise::Pitch);
+    showEarTraining(ExerciseCode::Pitch);
 }
 
 void MainWindow::mnuRint_Click() {
-    earTraining_.intervalRequested = true;
-    showEarTraining(EarExercise::Interval);
+    showEarTraining(ExerciseCode::Interval);
 }
 
 void MainWindow::mnuRac_Click() {
-    earTraining_.chordRequested = true;
-    showEarTraining(EarExercise::Chord);
+    showEarTraining(ExerciseCode::Chord);
 }
 
-void MainWindow::showEarTraining(EarExercise exercise) {
-    earTraining_.exercise = exercise;
+void MainWindow::showEarTraining(ExerciseCode exercise) {
+    earTraining_.request(exercise);
     frmInto(services_, earTraining_, this).exec();
 }
 

@@ -62,7 +62,7 @@ private:
     void Form_Load();
     void Form_Activate();
     void connectMenu();
-    void showEarTraining(EarExercise exercise);
+    void showEarTraining(ExerciseCode exercise);
     void showComposer(const QString& melodyFile);
     void showStatus();
 

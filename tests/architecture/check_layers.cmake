@@ -24,7 +24,9 @@ set(allowed_composer/staff composer/staff ${below_subsystems})
 set(allowed_composer/panels composer/panels composer/library composer/playback composer/melody
     ${below_subsystems})
 set(allowed_composer composer composer/panels composer/staff ${allowed_composer/export} widgets)
-# Each exercise of ear training has a folder of its own and knows no other exercise.
+# Each exercise of ear training has a folder of its own and knows no other exercise. In eartraining/
+# itself lie what they share and, above them, the list of exercises and the window.
+set(above_exercises "^eartraining/(ear_training|exercises|frmInto)\\.h$")
 file(GLOB exercises LIST_DIRECTORIES true RELATIVE ${SOURCES} ${SOURCES}/eartraining/*)
 foreach(exercise IN LISTS exercises)
   if(IS_DIRECTORY ${SOURCES}/${exercise})
@@ -55,6 +57,9 @@ function(check_header file header)
   get_filename_component(folder ${file} DIRECTORY)
   if(header MATCHES "${system_headers}" AND NOT folder MATCHES "^platform/")
     message(SEND_ERROR "${file}: ${header} belongs into platform/")
+  endif()
+  if(folder IN_LIST exercise_folders AND header MATCHES "${above_exercises}")
+    message(SEND_ERROR "${file}: ${header} points up")
   endif()
   get_filename_component(target "${header}" DIRECTORY)
   if(DEFINED folder_of_${header})

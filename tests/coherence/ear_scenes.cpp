@@ -12,13 +12,11 @@ struct Ear {
     EarTrainingState state;
     std::unique_ptr<frmInto> window;
 
-    explicit Ear(EarExercise exercise) {
+    explicit Ear(ExerciseCode exercise) {
         world.runtime.setWallClock(QDateTime(QDate(2004, 10, 1), QTime(0, 0)));
         world.openOutput();
         world.random.numbers = {0.3F};
-        state.exercise = exercise;
-        state.intervalRequested = exercise == EarExercise::Interval;
-        state.chordRequested = exercise == EarExercise::Chord;
+        state.request(exercise);
         window = std::make_unique<frmInto>(world.services(), state, nullptr);
     }
 
@@ -43,7 +41,7 @@ struct Ear {
 }  // namespace
 
 void showPitches(const Look& look) {
-    Ear ear(EarExercise::Pitch);
+    Ear ear(ExerciseCode::Pitch);
     ear.look({"lb_24", "lb_36", "lb_24", "IntoStart", "lb_27", "lb_27", "lb_29", "lb_27", "lb_27"},
              look, "IntoStart");
 }
@@ -56,7 +54,7 @@ void showPitchesStopped(const Look& look) {
 
 /// The state in which the window cannot be left: the range's reference is being chosen.
 void showPitchReference(const Look& look) {
-    Ear ear(EarExercise::Pitch);
+    Ear ear(ExerciseCode::Pitch);
     lookWhileOpen(
         ear.world, *ear.window,
         [&ear] {
@@ -69,13 +67,13 @@ void showPitchReference(const Look& look) {
 }
 
 void showIntervals(const Look& look) {
-    Ear ear(EarExercise::Interval);
+    Ear ear(ExerciseCode::Interval);
     ear.look({"Il_1", "Il_6", "Label7", "CmdIntStart", "LblSemi_4", "LblSemi_7", "LblSemi_4"}, look,
              "CmdIntStart");
 }
 
 void showChords(const Look& look) {
-    Ear ear(EarExercise::Chord);
+    Ear ear(ExerciseCode::Chord);
     ear.look({"lb_24", "lb_36", "EsclTa_3", "ComdRacStart", "TipoAcc_0", "TipoAcc_1", "TipoAcc_1"},
              look, "ComdRacStart");
 }
@@ -86,7 +84,7 @@ void showChordsStopped(const Look& look) {
 }
 
 void showEarInstrument(const Look& look) {
-    Ear ear(EarExercise::Pitch);
+    Ear ear(ExerciseCode::Pitch);
     lookWhileOpen(
         ear.world, *ear.window, [&ear] { ear.user().trigger("mnuSs"); }, look);
 }

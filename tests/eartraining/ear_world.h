@@ -2,27 +2,24 @@
 
 #include "eartraining/ear_training.h"
 #include "eartraining/ear_training_state.h"
+#include "eartraining/ear_training_view.h"
 #include "support/test_world.h"
 
 #include <cstdio>
-#include <map>
 #include <set>
 
 /// Holds what the ear training shows.
 class EarScreen : public EarTrainingView {
 public:
-    EarPrompt prompt = EarPrompt::LowerKey;
+    EarPrompt prompt = range_prompts::kLowerKey;
     std::string score;  ///< "right wrong percentage"
     std::vector<bool> verdicts;
     std::set<int> keys;
     std::set<int> marks;
-    std::map<EarControl, bool> controls{{EarControl::cmdEsci, true}};
-    std::map<EarExercise, bool> running;
+    bool close = true;
     bool exerciseMenu = true;
 
-    bool shown(EarControl control) const { return controls.at(control); }
-
-    void showPrompt(EarPrompt shown) override { prompt = shown; }
+    void showPrompt(const EarPrompt& shown) override { prompt = shown; }
     void showScore(const Score& now) override {
         score = std::to_string(now.right()) + ' ' + std::to_string(now.wrong()) + ' ' +
                 now.percentage().toStdString();
@@ -33,10 +30,8 @@ public:
     void showKey(pitch::NoteIndex key, bool pressed) override { put(keys, key, pressed); }
     void showRangeMark(pitch::NoteIndex key, bool on) override { put(marks, key, on); }
     void clearRangeMarks() override { marks.clear(); }
-    void showControl(EarControl control, bool on) override { controls[control] = on; }
-    void focusIntoStart() override {}
+    void showClose(bool on) override { close = on; }
     void enableExerciseMenu(bool on) override { exerciseMenu = on; }
-    void showRunning(EarExercise exercise, bool on) override { running[exercise] = on; }
 
 private:
     static void put(std::set<int>& set, int element, bool in) {
@@ -51,11 +46,14 @@ private:
 struct EarWorld : TestWorld {
     EarTrainingState state;
     EarScreen screen;
-    EarTraining ear{runtime, funzioniMM, dialogs, state};
+    EarTraining ear{runtime, funzioniMM, dialogs, state, screen};
+    PitchExercise& pitch = ear.exercises().pitch;
+    IntervalExercise& interval = ear.exercises().interval;
+    ChordExercise& chord = ear.exercises().chord;
 
     EarWorld() {
         openOutput();
-        ear.load(screen);
+        ear.load();
     }
 
     void clickKeys(std::initializer_list<int> keys) {

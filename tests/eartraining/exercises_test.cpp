@@ -20,9 +20,9 @@ TEST_F(EarTest, PitchAnswersAreJudgedAndARightOneSoundsTheNextNote) {
     clickKeys({20, 24, 22});
     midi.take();
     willDraw(5, {1, 1, 4});
-    ear.pitch().startOrStop();
+    pitch.startOrStop();
     EXPECT_EQ(messages(), Lines({"on 1 58 0", "on 1 57 100"}));
-    EXPECT_EQ(screen.prompt, EarPrompt::RecogniseNote);
+    EXPECT_EQ(screen.prompt, PitchExercise::kRecognise);
     EXPECT_FALSE(screen.exerciseMenu);
     EXPECT_FALSE(ear.unload());
     clickKeys({20, 59});
@@ -37,14 +37,14 @@ TEST_F(EarTest, PitchAnswersAreJudgedAndARightOneSoundsTheNextNote) {
     EXPECT_THAT(screen.keys, IsEmpty());
     messages();
 
-    ear.pitch().startOrStop();
+    pitch.startOrStop();
     EXPECT_EQ(messages(), Lines({"on 1 60 0"}));
-    EXPECT_EQ(screen.prompt, EarPrompt::ResetRange);
+    EXPECT_EQ(screen.prompt, range_prompts::kReset);
     clickKeys({24, 30});
     EXPECT_EQ(screen.score, "3 2 60.00%") << "the keyboard rests";
-    ear.pitch().startOrStop();
+    pitch.startOrStop();
     EXPECT_EQ(screen.score, "0 0 0") << "the same range again";
-    ear.pitch().startOrStop();
+    pitch.startOrStop();
     messages();
     EXPECT_TRUE(ear.unload());
     EXPECT_THAT(messages(), IsEmpty());
@@ -52,73 +52,72 @@ TEST_F(EarTest, PitchAnswersAreJudgedAndARightOneSoundsTheNextNote) {
 
 TEST_F(EarTest, WithTheReferenceEachTestEndsByItself) {
     clickKeys({20, 24, 22});
-    ear.pitch().toggleMode();
+    pitch.toggleMode();
     midi.take();
     willDraw(5, {3});
-    ear.pitch().startOrStop();
+    pitch.startOrStop();
     EXPECT_THAT(midi.take(),
                 ElementsAre("0.000 on 1 58 90", "1.200 on 1 58 0",  //
                             "1.300 on 1 58 0", "1.300 on 1 59 100", "2.200 on 1 59 0"));
     // A stop that is clicked while the answer's handler lets events through overtakes its test.
-    runtime.at(runtime.now(), [this] { ear.pitch().startOrStop(); });
+    runtime.at(runtime.now(), [this] { pitch.startOrStop(); });
     clickKeys({23});
     EXPECT_EQ(messages(), Lines({"on 1 59 0"}));
     EXPECT_TRUE(ear.unload());
 }
 
 TEST_F(EarTest, TheIdleIntervalChartPlaysEachModeAndShowsItsKeys) {
-    ear.chooseInterval();
+    ear.choose(interval);
     messages();
-    ear.interval().semitonesClicked(7);
+    interval.semitonesClicked(7);
     EXPECT_EQ(screen.keys, std::set<int>({24, 31}));
     EXPECT_EQ(messages(), Lines({"on 1 0 0", "on 1 0 0", "on 1 60 90", "on 1 67 90"}));
-    ear.interval().stepMode();
-    ear.interval().semitonesClicked(4);
+    interval.stepMode();
+    interval.semitonesClicked(4);
     EXPECT_EQ(screen.keys, std::set<int>({24, 28}));
     EXPECT_THAT(midi.take(), ElementsAre("0.000 on 1 60 0", "0.000 on 1 67 0",  //
                                          "0.000 on 1 60 90", "0.700 on 1 60 0", "0.800 on 1 64 90",
                                          "1.500 on 1 64 0"));
     EXPECT_EQ(std::chrono::round<std::chrono::milliseconds>(runtime.now()), 1800ms);
-    ear.interval().stepMode();
+    interval.stepMode();
     for (const int none : {-1, 14})
-        ear.interval().semitonesClicked(none);
+        interval.semitonesClicked(none);
     EXPECT_THAT(messages(), IsEmpty());
-    ear.interval().semitonesClicked(0);
+    interval.semitonesClicked(0);
     EXPECT_EQ(messages(), Lines({"on 1 60 0", "on 1 64 0", "on 1 60 90", "on 1 60 0", "on 1 60 90",
                                  "on 1 60 0", "on 1 60 90", "on 1 60 90"}));
-    ear.interval().stepMode();
-    EXPECT_EQ(ear.interval().mode(), IntervalExercise::Mode::Harmonic);
+    interval.stepMode();
+    EXPECT_EQ(interval.mode(), IntervalExercise::Mode::Harmonic);
     EXPECT_TRUE(ear.unload());
     EXPECT_EQ(messages(), Lines({"on 1 60 0", "on 1 60 0"}));
 }
 
 TEST_F(EarTest, IntervalAnswersAreJudgedWithoutShowingKeys) {
-    ear.chooseInterval();
-    ear.interval().semitonesClicked(9);
+    ear.choose(interval);
+    interval.semitonesClicked(9);
     messages();
     willDraw(14, {12, 12, 3});
-    ear.interval().startOrStop();
+    interval.startOrStop();
     EXPECT_THAT(screen.keys, IsEmpty());
-    EXPECT_EQ(screen.prompt, EarPrompt::RecogniseInterval);
+    EXPECT_EQ(screen.prompt, IntervalExercise::kRecognise);
     EXPECT_EQ(messages(), Lines({"on 1 60 0", "on 1 69 0", "on 1 60 90", "on 1 72 90"}));
-    ear.interval().semitonesClicked(3);
+    interval.semitonesClicked(3);
     clickKeys({20});
     EXPECT_THAT(messages(), IsEmpty());
-    ear.interval().semitonesClicked(12);
+    interval.semitonesClicked(12);
     EXPECT_EQ(messages(), Lines({"on 1 60 0", "on 1 72 0", "on 1 60 90", "on 1 72 90"}));
-    ear.interval().semitonesClicked(12);
+    interval.semitonesClicked(12);
     EXPECT_EQ(screen.score, "2 1 66.67%");
     EXPECT_THAT(screen.keys, IsEmpty());
     messages();
     EXPECT_FALSE(ear.unload());
-    ear.interval().startOrStop();
+    interval.startOrStop();
     EXPECT_EQ(messages(), Lines({"on 1 60 0", "on 1 63 0"}));
     EXPECT_TRUE(screen.exerciseMenu);
 }
 
 TEST_F(EarTest, ExcludedIntervalsAreNotDrawn) {
-    IntervalExercise& interval = ear.interval();
-    const auto available = [&interval] {
+    const auto available = [this] {
         int count = 0;
         for (int i = 0; i < interval_chart::kIntervals; ++i)
             count += interval.available(i) ? 1 : 0;
@@ -139,30 +138,30 @@ TEST_F(EarTest, ExcludedIntervalsAreNotDrawn) {
 }
 
 TEST_F(EarTest, ALaterIntervalOvertakesTheOneThatLetItsEventIn) {
-    ear.chooseInterval();
-    ear.interval().stepMode();
+    ear.choose(interval);
+    interval.stepMode();
     messages();
-    runtime.at(0ns, [this] { ear.interval().semitonesClicked(7); });
-    ear.interval().semitonesClicked(2);
+    runtime.at(0ns, [this] { interval.semitonesClicked(7); });
+    interval.semitonesClicked(2);
     EXPECT_EQ(messages(), Lines({"on 1 0 0", "on 1 0 0", "on 1 60 0", "on 1 62 0", "on 1 60 90",
                                  "on 1 60 0", "on 1 67 90", "on 1 67 0"}));
     EXPECT_EQ(screen.keys, std::set<int>({24, 31}));
 }
 
 TEST_F(EarTest, ChordsFollowTheirTypesAndASilence) {
-    ear.chooseChord();
+    ear.choose(chord);
     clickKeys({51, 51});
     messages();
     willDraw(4, {3, 0, 1, 2});
-    ear.chord().startOrStop();
+    chord.startOrStop();
     EXPECT_EQ(messages(), Lines({"on 1 87 90", "on 1 91 90", "on 1 95 90"}));
     EXPECT_EQ(screen.keys, std::set<int>({51, 55, 59}));
-    EXPECT_FALSE(screen.shown(EarControl::cmdRes));
-    ear.chord().toggleKeys();
-    ear.chord().typeClicked(0);
+    EXPECT_FALSE(chord.resetVisible());
+    chord.toggleKeys();
+    chord.typeClicked(0);
     EXPECT_THAT(messages(), IsEmpty()) << "a wrong answer leaves the chord sounding";
     for (const int right : {3, 0, 1})
-        ear.chord().typeClicked(right);
+        chord.typeClicked(right);
     EXPECT_THAT(midi.take(),
                 ElementsAre("0.000 on 1 87 0", "0.000 on 1 91 0", "0.000 on 1 95 0",     //
                             "0.300 on 1 87 90", "0.300 on 1 90 90", "0.300 on 1 94 90",  //
@@ -173,40 +172,40 @@ TEST_F(EarTest, ChordsFollowTheirTypesAndASilence) {
     EXPECT_THAT(screen.keys, IsEmpty());
     EXPECT_EQ(screen.score, "3 1 75.00%");
     EXPECT_FALSE(ear.unload());
-    ear.chord().startOrStop();
+    chord.startOrStop();
     EXPECT_EQ(messages(), Lines({"on 1 87 0", "on 1 90 0", "on 1 93 0"}));
-    EXPECT_TRUE(screen.shown(EarControl::cmdRes));
+    EXPECT_TRUE(chord.resetVisible());
     EXPECT_TRUE(ear.unload());
 
-    ear.chord().startOrStop();
+    chord.startOrStop();
     EXPECT_EQ(messages().front(), "on 1 87 0") << "the stopped chord is silenced again";
 }
 
 TEST_F(EarTest, ExcludedChordTypesAreNotDrawn) {
     for (const int type : {0, 1, 2, 3})
-        ear.chord().toggleAvailable(type);
-    ear.chooseChord();
+        chord.toggleAvailable(type);
+    ear.choose(chord);
     clickKeys({24, 24});
     willDraw(4, {3, 2, 3, 1});
     messages();
-    ear.chord().startOrStop();
+    chord.startOrStop();
     EXPECT_EQ(messages(), Lines({"on 1 60 90", "on 1 64 90", "on 1 67 90"}));
     EXPECT_EQ(random.drawn, 4) << "one root needs no draw";
 }
 
 TEST_F(EarTest, WithoutARangeAnAnswerIsJudgedButNothingSounds) {
-    ear.chooseChord();
+    ear.choose(chord);
     messages();
     willDraw(4, {1});
-    ear.chord().typeClicked(0);
-    ear.chord().typeClicked(1);
+    chord.typeClicked(0);
+    chord.typeClicked(1);
     EXPECT_EQ(screen.score, "2 0 100.00%");
     EXPECT_THAT(messages(), IsEmpty());
     clickKeys({10});
     random.numbers = {0.0F, 0.99F};
-    ear.chord().typeClicked(1);
+    chord.typeClicked(1);
     EXPECT_EQ(messages(), Lines({"on 1 46 90", "on 1 49 90", "on 1 53 90"}));
-    ear.choosePitch();
+    ear.choose(pitch);
     EXPECT_EQ(messages(), Lines({"on 1 0 0", "on 1 0 0", "on 1 46 0", "on 1 49 0", "on 1 53 0"}))
         << "no chord goes with the user into another exercise";
 }
@@ -218,20 +217,20 @@ TEST(EarTraining, NoNoteGoesWithTheUserIntoAnotherExercise) {
             world.clickKeys({20, 30, 25});
         },
         [](EarWorld& world) {
-            world.ear.chooseInterval();
+            world.ear.choose(world.interval);
             for (int i = 0; i < 2; ++i)
-                world.ear.interval().stepMode();
-            world.ear.interval().semitonesClicked(7);
+                world.interval.stepMode();
+            world.interval.semitonesClicked(7);
         },
         [](EarWorld& world) {
-            world.ear.chooseChord();
+            world.ear.choose(world.chord);
             world.clickKeys({24, 24});
-            world.ear.chord().typeClicked(0);
+            world.chord.typeClicked(0);
         },
     };
-    const Act choices[] = {[](EarWorld& world) { world.ear.choosePitch(); },
-                           [](EarWorld& world) { world.ear.chooseInterval(); },
-                           [](EarWorld& world) { world.ear.chooseChord(); }};
+    const Act choices[] = {[](EarWorld& world) { world.ear.choose(world.pitch); },
+                           [](EarWorld& world) { world.ear.choose(world.interval); },
+                           [](EarWorld& world) { world.ear.choose(world.chord); }};
     for (const Act& sound : sounds) {
         for (const Act& choose : choices) {
             for (const bool whileItLetsEventsRun : {false, true}) {
@@ -243,7 +242,7 @@ TEST(EarTraining, NoNoteGoesWithTheUserIntoAnotherExercise) {
                 if (!whileItLetsEventsRun)
                     choose(world);
                 EXPECT_THAT(world.sounding(), IsEmpty());
-                EXPECT_FALSE(world.screen.shown(EarControl::IntoStart));
+                EXPECT_FALSE(world.pitch.startVisible());
             }
         }
     }
@@ -251,21 +250,21 @@ TEST(EarTraining, NoNoteGoesWithTheUserIntoAnotherExercise) {
 
 TEST_F(EarTest, ChoosingAnExerciseBeginsAnew) {
     clickKeys({20, 30, 25});
-    ear.chooseInterval();
-    EXPECT_TRUE(screen.shown(EarControl::FrmIntervalli));
-    EXPECT_FALSE(screen.shown(EarControl::IntoStart));
+    ear.choose(interval);
+    EXPECT_TRUE(interval.visible());
+    EXPECT_FALSE(pitch.startVisible());
     EXPECT_EQ(messages().back(), "on 1 61 0");
     EXPECT_FALSE(ear.unload()) << "the prompt still asks for the reference";
-    ear.chooseChord();
+    ear.choose(chord);
     EXPECT_THAT(screen.marks, IsEmpty());
-    EXPECT_FALSE(screen.shown(EarControl::cmdEsci));
+    EXPECT_FALSE(screen.close);
     clickKeys({30, 40});
-    ear.choosePitch();
-    EXPECT_FALSE(screen.shown(EarControl::frmRacc));
+    ear.choose(pitch);
+    EXPECT_FALSE(chord.visible());
     EXPECT_THAT(screen.marks, IsEmpty());
     clickKeys({50, 55});
-    EXPECT_EQ(screen.prompt, EarPrompt::Reference);
-    EXPECT_FALSE(screen.shown(EarControl::IntoStart)) << "no reference has been chosen";
+    EXPECT_EQ(screen.prompt, PitchExercise::kChooseReference);
+    EXPECT_FALSE(pitch.startVisible()) << "no reference has been chosen";
 }
 
 TEST_F(EarTest, TheComputerKeyboardPlaysUntilTheWindowCloses) {

@@ -77,7 +77,7 @@ TEST_F(FrmIntoTest, APitchExerciseFromTheFirstClickToClosing) {
 }
 
 TEST_F(FrmIntoTest, TheIntervalChartIsAlignedAndItsMarkersExclude) {
-    state.intervalRequested = true;
+    state.request(ExerciseCode::Interval);
     use([this](frmInto& window, const WindowDriver& user) {
         EXPECT_TRUE(user.shown("FrmIntervalli"));
         EXPECT_FALSE(user.shown("pitchPanel"));
@@ -117,14 +117,15 @@ TEST_F(FrmIntoTest, TheIntervalChartIsAlignedAndItsMarkersExclude) {
         window.close();
     });
     EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("on 1 60 0", "on 1 64 0"));
-    EXPECT_FALSE(state.intervalRequested);
+    EXPECT_EQ(state.requested(), ExerciseCode::Pitch);
 }
 
 TEST_F(FrmIntoTest, ChordsAndTheOtherExercisesOfTheMenu) {
-    state.chordRequested = true;
+    state.request(ExerciseCode::Chord);
+    state.request(ExerciseCode::Pitch);
     use([this](frmInto& window, const WindowDriver& user) {
         EXPECT_FALSE(user.shown("cmdEsci") || user.shown("ComdRacStart"));
-        EXPECT_EQ(window.property("contextNumber"), 7) << "pitches were asked for: 3";
+        EXPECT_EQ(window.property("contextNumber"), 7) << "pitches were asked for since: 3";
         user.doubleClick("lb_24");
         EXPECT_TRUE(user.shown("ComdRacStart")) << "two quick clicks are a range of one key";
         user.click("lblModoVt");
@@ -148,7 +149,7 @@ TEST_F(FrmIntoTest, ChordsAndTheOtherExercisesOfTheMenu) {
         EXPECT_TRUE(user.shown("lblMod") && !user.shown("FrmIntervalli"));
         window.close();
     });
-    EXPECT_TRUE(state.chordRequested);
+    EXPECT_EQ(state.requested(), ExerciseCode::Chord) << "a request for chords stays";
 }
 
 TEST_F(FrmIntoTest, InstrumentsAndTheOctaveOfTheComputerKeyboard) {

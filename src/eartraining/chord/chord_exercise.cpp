@@ -1,7 +1,7 @@
 #include "eartraining/chord/chord_exercise.h"
 
 #include "core/funzioni_mm.h"
-#include "eartraining/ear_desk.h"
+#include "eartraining/exercise_context.h"
 
 #include <algorithm>
 
@@ -11,24 +11,48 @@ constexpr double kSilenceSeconds = 0.3;
 
 }  // namespace
 
+ChordExercise::ChordExercise(ExerciseContext& context, chord_types::Notes& chord)
+    : EarExercise(context, ExerciseCode::Chord), chord_(chord) {
+    setStartVisible(false);
+}
+
+void ChordExercise::enter() {
+    range_.clear();
+    setStartVisible(false);
+    setResetVisible(false);
+    context().showClose(false);
+    context().setPrompt(range_prompts::kLowerKey);
+    stopSound();
+}
+
+void ChordExercise::leave(bool /*keyboardTaken*/) {
+    range_.clear();
+    stopSound();
+}
+
+void ChordExercise::setResetVisible(bool visible) {
+    resetVisible_ = visible;
+    changed();
+}
+
 void ChordExercise::keyClicked(pitch::NoteIndex key) {
     if (range_.complete()) {
-        desk_.message("Riconosci il tipo di accordo suonato !!!");
+        context().message("Riconosci il tipo di accordo suonato !!!");
         return;
     }
     switch (range_.click(key)) {
         case ChordRange::Outcome::AboveLimit:
-            desk_.message("Limite non consentito !!!");
+            context().message("Limite non consentito !!!");
             break;
         case ChordRange::Outcome::FirstEnd:
-            desk_.view().showRangeMark(key, true);
-            desk_.setPrompt(EarPrompt::UpperKey);
-            desk_.view().showControl(EarControl::cmdEsci, false);
+            context().markKey(key, true);
+            context().setPrompt(range_prompts::kUpperKey);
+            context().showClose(false);
             break;
         case ChordRange::Outcome::Completed:
-            desk_.view().showRangeMark(key, true);
-            desk_.setPrompt(EarPrompt::RecogniseChord);
-            desk_.view().showControl(EarControl::ComdRacStart, true);
+            context().markKey(key, true);
+            context().setPrompt(kRecognise);
+            setStartVisible(true);
             break;
     }
 }
@@ -36,23 +60,23 @@ void ChordExercise::keyClicked(pitch::NoteIndex key) {
 void ChordExercise::startOrStop() {
     if (!range_.complete())
         return;
-    const bool starts = !desk_.running(EarExercise::Chord);
+    const bool starts = !running();
     if (starts) {
-        desk_.start(EarExercise::Chord);
-        desk_.resetScore();
+        setRunning(true);
+        context().resetScore();
     } else {
-        desk_.stop(EarExercise::Chord);
+        setRunning(false);
         silenceChord();
     }
-    desk_.view().showControl(EarControl::cmdEsci, !starts);
-    desk_.view().showControl(EarControl::cmdRes, !starts);
+    context().showClose(!starts);
+    setResetVisible(!starts);
     if (starts)
         drawAndPlay();
 }
 
 void ChordExercise::typeClicked(int type) {
     const bool right = type == current_;
-    desk_.judge(right, false);
+    context().judge(right);
     if (right)
         drawAndPlay();
 }
@@ -65,9 +89,9 @@ void ChordExercise::toggleAvailable(int type) {
 
 void ChordExercise::resetRange() {
     for (const pitch::NoteIndex end : {range_.lower(), range_.upper()})
-        desk_.view().showRangeMark(end, false);
+        context().markKey(end, false);
     range_.clear();
-    desk_.setPrompt(EarPrompt::ResetRange);
+    context().setPrompt(range_prompts::kReset);
 }
 
 void ChordExercise::drawAndPlay() {
@@ -78,7 +102,7 @@ void ChordExercise::drawAndPlay() {
 /// Two types cannot be excluded, so there is always one to draw.
 void ChordExercise::drawChord() {
     silenceChord();
-    FunzioniMM& funzioniMM = desk_.funzioniMM();
+    FunzioniMM& funzioniMM = context().funzioniMM();
     do {
         current_ = funzioniMM.RandomNoteIndex(0, chord_types::kCount - 1);
     } while (!available(current_));
@@ -92,16 +116,16 @@ void ChordExercise::playChord() {
         return;
     if (showsKeys_) {
         for (const pitch::NoteNumber note : chord_)
-            desk_.showNote(note, true);
+            context().showNote(note, true);
     }
     for (const pitch::NoteNumber note : chord_)
-        desk_.noteOn(note);
+        context().noteOn(note);
     sounding_ = true;
 }
 
 void ChordExercise::silenceChord() {
     if (endChord())
-        desk_.funzioniMM().WaitSeconds(kSilenceSeconds);
+        context().funzioniMM().WaitSeconds(kSilenceSeconds);
 }
 
 /// Whether there was a chord to end.
@@ -110,13 +134,13 @@ bool ChordExercise::endChord() {
     if (!std::all_of(chord_.begin(), chord_.end(), pitch::isPlayable))
         return false;
     for (const pitch::NoteNumber note : chord_)
-        desk_.showNote(note, false);
+        context().showNote(note, false);
     for (const pitch::NoteNumber note : chord_)
-        desk_.noteOff(note);
+        context().noteOff(note);
     return true;
 }
 
-void ChordExercise::quiet() {
+void ChordExercise::stopSound() {
     if (sounding_)
         endChord();
 }

@@ -2,23 +2,25 @@
 
 #include "eartraining/chord/chord_range.h"
 #include "eartraining/chord/chord_types.h"
+#include "eartraining/ear_exercise.h"
+#include "eartraining/ear_prompt.h"
 
 #include <array>
 
-class EarDesk;
-
 /// Recognising the type of a chord whose root falls into a range that the user chooses on the
 /// keyboard. Answers are judged even while the exercise does not run.
-class ChordExercise {
+class ChordExercise : public EarExercise {
 public:
-    /// `chord` holds the notes of the current chord, which outlives the window.
-    ChordExercise(EarDesk& desk, chord_types::Notes& chord) : desk_(desk), chord_(chord) {}
+    static constexpr EarPrompt kRecognise{"Riconosci tipo accordo suonato"};
 
-    /// A click on a key while the exercise is on show.
-    void keyClicked(pitch::NoteIndex key);
+    /// `chord` holds the notes of the current chord, which outlives the window.
+    ChordExercise(ExerciseContext& context, chord_types::Notes& chord);
+
+    /// A click on a key: a bound of the range.
+    void keyClicked(pitch::NoteIndex key) override;
 
     /// Only with a complete range.
-    void startOrStop();
+    void startOrStop() override;
     void typeClicked(int type);
 
     bool available(int type) const { return !excluded_[static_cast<std::size_t>(type)]; }
@@ -31,22 +33,25 @@ public:
 
     const ChordRange& range() const { return range_; }
     void resetRange();
-    void forgetRange() { range_.clear(); }
-    /// Ends a chord that is left to sound.
-    void quiet();
+    bool resetVisible() const { return resetVisible_; }
+
+    void enter() override;
+    void leave(bool keyboardTaken) override;
+    void stopSound() override;
 
 private:
+    void setResetVisible(bool visible);
     void drawAndPlay();
     void drawChord();
     void playChord();
     void silenceChord();
     bool endChord();
 
-    EarDesk& desk_;
     chord_types::Notes& chord_;
     ChordRange range_;
     std::array<bool, chord_types::kCount> excluded_{};
     std::int16_t current_ = 0;
     bool showsKeys_ = true;
+    bool resetVisible_ = false;
     bool sounding_ = false;
 };

@@ -23,13 +23,18 @@ const QString kHidesKeys = QStringLiteral("Nascondi tasti suonati");
 
 }  // namespace
 
-ChordPanel::ChordPanel(QWidget* parent)
-    : QGroupBox(parent), ui_(std::make_unique<Ui::ChordPanel>()) {
+ChordPanel::ChordPanel(ChordExercise& exercise, QWidget* parent)
+    : ExercisePanel(exercise, {"mnuRicTa", QStringLiteral("Riconoscimento tipo accordo")}, parent),
+      ui_(std::make_unique<Ui::ChordPanel>()),
+      chord_(exercise) {
     ui_->setupUi(this);
+    setStartButton(*ui_->ComdRacStart);
     buildTypes();
     appearance::keepPlace(*ui_->ComdRacStart);
     styleModeButtons(*ui_->lblModoVt, *ui_->lblVt);
     reserveExplanations(*ui_->lblSpiegaVt, {kShowsKeys, kHidesKeys});
+    connectControls();
+    showMode();
 }
 
 ChordPanel::~ChordPanel() = default;
@@ -39,8 +44,9 @@ void ChordPanel::buildTypes() {
         const auto place = static_cast<std::size_t>(i);
         auto* type = new ColourButton(this);
         type->setObjectName(QStringLiteral("TipoAcc_%1").arg(i));
-        type->setText(QLatin1String(chord_types::kTypes[place].name));
-        type->setAccessibleName(QStringLiteral("Accordo ") + QLatin1String(kSpoken[place]));
+        type->setText(QString::fromUtf8(chord_types::kTypes[place].name));
+        type->setAccessibleName(
+            QStringLiteral("Accordo %1").arg(QString::fromUtf8(kSpoken[place])));
         type->setLines(kTypeLines);
         type->setColours(ear_colours::kConsonant, ear_colours::kConsonantText);
         appearance::enlargeText(*type, kTypeTextScale);
@@ -57,40 +63,40 @@ void ChordPanel::buildTypes() {
     }
 }
 
-void ChordPanel::attach(ChordExercise& exercise) {
-    exercise_ = &exercise;
-    connect(ui_->ComdRacStart, &QPushButton::clicked, this, [this] { exercise_->startOrStop(); });
-    connect(ui_->cmdRes, &QPushButton::clicked, this, [this] { exercise_->resetRange(); });
+void ChordPanel::showState() {
+    ExercisePanel::showState();
+    ui_->cmdRes->setVisible(chord_.resetVisible());
+}
+
+void ChordPanel::connectControls() {
+    connect(ui_->cmdRes, &QPushButton::clicked, this, [this] { chord_.resetRange(); });
     for (QToolButton* label : {ui_->lblModoVt, ui_->lblVt})
         connect(label, &QToolButton::clicked, this, &ChordPanel::lblVt_Click);
     for (int i = 0; i < kCount; ++i) {
         const auto place = static_cast<std::size_t>(i);
-        connect(types_[place], &ColourButton::clicked, this,
-                [this, i] { exercise_->typeClicked(i); });
+        connect(types_[place], &ColourButton::clicked, this, [this, i] { chord_.typeClicked(i); });
         connect(markers_[place], &ColourButton::clicked, this, [this, i] { EsclTa_Click(i); });
         showAvailability(i);
     }
-    showMode();
 }
 
 void ChordPanel::EsclTa_Click(int type) {
     const auto place = static_cast<std::size_t>(type);
     if (!chord_types::kTypes[place].excludable)
         return;
-    exercise_->toggleAvailable(type);
-    markers_[place]->setToolTip(exercise_->available(type)
-                                    ? QStringLiteral("Tipo accordo disponibile")
-                                    : QStringLiteral("Tipo accordo escluso"));
+    chord_.toggleAvailable(type);
+    markers_[place]->setToolTip(chord_.available(type) ? QStringLiteral("Tipo accordo disponibile")
+                                                       : QStringLiteral("Tipo accordo escluso"));
     showAvailability(type);
 }
 
 void ChordPanel::lblVt_Click() {
-    exercise_->toggleKeys();
+    chord_.toggleKeys();
     showMode();
 }
 
 void ChordPanel::showMode() {
-    const bool shows = exercise_->showsKeys();
+    const bool shows = chord_.showsKeys();
     ui_->lblVt->setText(shows ? QStringLiteral("VT") : QStringLiteral("NT"));
     ui_->lblVt->setToolTip(shows ? kShowsKeys : kHidesKeys);
     ui_->lblSpiegaVt->setText(ui_->lblVt->toolTip());
@@ -100,7 +106,7 @@ void ChordPanel::showMode() {
 void ChordPanel::showAvailability(int type) {
     const auto place = static_cast<std::size_t>(type);
     ColourButton& marker = *markers_[place];
-    marker.showAvailable(exercise_->available(type));
+    marker.showAvailable(chord_.available(type));
     marker.setAccessibleName(types_[place]->accessibleName() + QStringLiteral(": ") +
                              marker.toolTip());
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QGroupBox>
+#include "eartraining/exercise_panel.h"
 
 #include <array>
 #include <memory>
@@ -14,23 +14,22 @@ class ChordPanel;
 
 /// The frame of the chord exercise: an answer button and a marker for each type, and the
 /// exercise's controls.
-class ChordPanel : public QGroupBox {
+class ChordPanel : public ExercisePanel {
 public:
-    explicit ChordPanel(QWidget* parent = nullptr);
+    ChordPanel(ChordExercise& exercise, QWidget* parent);
     ~ChordPanel() override;
 
-    Ui::ChordPanel& ui() { return *ui_; }
-    void attach(ChordExercise& exercise);
-
 private:
+    void showState() override;
     void buildTypes();
+    void connectControls();
     void EsclTa_Click(int type);
     void lblVt_Click();
     void showMode();
     void showAvailability(int type);
 
     std::unique_ptr<Ui::ChordPanel> ui_;
-    ChordExercise* exercise_ = nullptr;
+    ChordExercise& chord_;
     std::array<ColourButton*, 4> types_{};    ///< `TipoAcc`
     std::array<ColourButton*, 4> markers_{};  ///< `EsclTa`
 };

@@ -2,7 +2,7 @@
 
 #include "core/funzioni_mm.h"
 #include "core/random.h"
-#include "eartraining/ear_desk.h"
+#include "eartraining/exercise_context.h"
 #include "platform/runtime.h"
 
 #include <algorithm>
@@ -16,26 +16,31 @@ constexpr double kPauseSeconds = 0.3;
 }  // namespace
 
 void IntervalExercise::startOrStop() {
-    if (desk_.running(EarExercise::Interval)) {
-        desk_.stop(EarExercise::Interval);
+    if (running()) {
+        setRunning(false);
         silence();
         return;
     }
-    desk_.start(EarExercise::Interval);
-    desk_.resetScore();
+    setRunning(true);
+    context().resetScore();
     showPair(false);
     drawAndPlay();
-    if (desk_.running(EarExercise::Interval))
-        desk_.setPrompt(EarPrompt::RecogniseInterval);
+    if (running())
+        context().setPrompt(kRecognise);
+}
+
+void IntervalExercise::keyClicked(pitch::NoteIndex key) {
+    if (!running())
+        keyboardUser_.keyClicked(key);
 }
 
 void IntervalExercise::semitonesClicked(int semitones) {
-    if (!desk_.running(EarExercise::Interval)) {
+    if (!running()) {
         ppSuonaInt(semitones);
         return;
     }
     const bool right = semitones == current_;
-    desk_.judge(right, false);
+    context().judge(right);
     if (right)
         drawAndPlay();
 }
@@ -43,7 +48,7 @@ void IntervalExercise::semitonesClicked(int semitones) {
 /// The interval of 0 semitones cannot be excluded, so there is always one to draw.
 void IntervalExercise::drawAndPlay() {
     do {
-        current_ = drawBetween(0, interval_chart::kIntervals - 1, desk_.funzioniMM().Rnd());
+        current_ = drawBetween(0, interval_chart::kIntervals - 1, context().funzioniMM().Rnd());
     } while (!available(current_));
     ppSuonaInt(current_);
 }
@@ -54,10 +59,11 @@ void IntervalExercise::ppSuonaInt(int semitones) {
 }
 
 /// Only a listener sees the keys; while the exercise runs they would give the answer away. In the
-/// melodic modes events run once before the first note; what they play or stop overtakes this one.
+/// melodic modes events run once before the first note; if they play or stop, this interval sounds
+/// no more.
 void IntervalExercise::playPair(pitch::NoteNumber lower, pitch::NoteNumber upper) {
-    const int turn = ++turn_;
-    const bool showsKeys = !desk_.running(EarExercise::Interval);
+    const int number = ++intervalNumber_;
+    const bool showsKeys = !running();
     endPair();
     if (showsKeys)
         showPair(false);
@@ -70,8 +76,8 @@ void IntervalExercise::playPair(pitch::NoteNumber lower, pitch::NoteNumber upper
         return;
     }
     const bool endsWithHarmony = mode_ == Mode::MelodicThenHarmonic;
-    desk_.runtime().yield();
-    if (turn != turn_)
+    context().runtime().yield();
+    if (number != intervalNumber_)
         return;
     playMelodic();
     if (endsWithHarmony)
@@ -79,20 +85,20 @@ void IntervalExercise::playPair(pitch::NoteNumber lower, pitch::NoteNumber upper
 }
 
 void IntervalExercise::playMelodic() {
-    desk_.noteOn(lower_);
-    desk_.funzioniMM().WaitSeconds(kNoteSeconds);
-    desk_.noteOff(lower_);
-    desk_.funzioniMM().WaitSeconds(kGapSeconds);
-    desk_.noteOn(upper_);
-    desk_.funzioniMM().WaitSeconds(kNoteSeconds);
-    desk_.noteOff(upper_);
-    desk_.funzioniMM().WaitSeconds(kPauseSeconds);
+    context().noteOn(lower_);
+    context().funzioniMM().WaitSeconds(kNoteSeconds);
+    context().noteOff(lower_);
+    context().funzioniMM().WaitSeconds(kGapSeconds);
+    context().noteOn(upper_);
+    context().funzioniMM().WaitSeconds(kNoteSeconds);
+    context().noteOff(upper_);
+    context().funzioniMM().WaitSeconds(kPauseSeconds);
 }
 
 void IntervalExercise::playHarmonic() {
     sounding_ = true;
-    desk_.noteOn(lower_);
-    desk_.noteOn(upper_);
+    context().noteOn(lower_);
+    context().noteOn(upper_);
 }
 
 void IntervalExercise::stepMode() {
@@ -124,25 +130,29 @@ void IntervalExercise::toggleAll() {
     std::fill(excluded_.begin() + 1, excluded_.end(), available(1));
 }
 
+void IntervalExercise::leave(bool /*keyboardTaken*/) {
+    silence();
+}
+
 void IntervalExercise::silence() {
-    ++turn_;
+    ++intervalNumber_;
     endPair();
     showPair(false);
 }
 
-void IntervalExercise::quiet() {
-    ++turn_;
+void IntervalExercise::stopSound() {
+    ++intervalNumber_;
     if (sounding_)
         silence();
 }
 
 void IntervalExercise::endPair() {
     sounding_ = false;
-    desk_.noteOff(lower_);
-    desk_.noteOff(upper_);
+    context().noteOff(lower_);
+    context().noteOff(upper_);
 }
 
 void IntervalExercise::showPair(bool pressed) {
-    desk_.showNote(lower_, pressed);
-    desk_.showNote(upper_, pressed);
+    context().showNote(lower_, pressed);
+    context().showNote(upper_, pressed);
 }

@@ -1,21 +1,27 @@
 #pragma once
 
-#include "core/pitch.h"
+#include "eartraining/ear_exercise.h"
+#include "eartraining/ear_prompt.h"
 #include "eartraining/interval/interval_chart.h"
 
 #include <array>
 
-class EarDesk;
-
 /// Recognising an interval upwards from middle C by its number of semitones. While the exercise
 /// does not run, the same buttons just play their intervals.
-class IntervalExercise {
+class IntervalExercise : public EarExercise {
 public:
     enum class Mode { Harmonic, Melodic, MelodicThenHarmonic };
 
-    explicit IntervalExercise(EarDesk& desk) : desk_(desk) {}
+    static constexpr EarPrompt kRecognise{"Riconosci intervallo suonato"};
 
-    void startOrStop();
+    /// The keyboard stays `keyboardUser`'s except while this exercise runs.
+    IntervalExercise(ExerciseContext& context, EarExercise& keyboardUser)
+        : EarExercise(context, ExerciseCode::Interval), keyboardUser_(keyboardUser) {}
+
+    void startOrStop() override;
+
+    bool takesKeyboard() const override { return false; }
+    void keyClicked(pitch::NoteIndex key) override;
 
     /// An answer while the exercise runs; else the interval is played and its keys are shown.
     void semitonesClicked(int semitones);
@@ -32,10 +38,9 @@ public:
     /// Does the same with all of them, as the first of them goes.
     void toggleAll();
 
-    /// Ends the notes of the last interval and releases its keys.
-    void silence();
-    /// The same if they still sound.
-    void quiet();
+    void enter() override { stopSound(); }
+    void leave(bool keyboardTaken) override;
+    void stopSound() override;
 
 private:
     void drawAndPlay();
@@ -44,13 +49,17 @@ private:
     void playHarmonic();
     void showPair(bool pressed);
     void endPair();
+    /// Ends the notes of the last interval, whether they still sound or not, and releases its keys.
+    void silence();
 
-    EarDesk& desk_;
+    EarExercise& keyboardUser_;
     Mode mode_ = Mode::Harmonic;
     std::array<bool, interval_chart::kIntervals> excluded_{};
     int current_ = 0;
     pitch::NoteNumber lower_ = 0;  ///< the last interval played; 0 before the first
     pitch::NoteNumber upper_ = 0;
     bool sounding_ = false;
-    int turn_ = 0;  ///< counts what has overtaken an interval that lets events through
+    /// Counts intervals and stops, so that an interval that has let events run knows if it is still
+    /// the last.
+    int intervalNumber_ = 0;
 };

@@ -59,9 +59,12 @@ void styleName(QLabel& label, bool consonant) {
 
 }  // namespace
 
-IntervalPanel::IntervalPanel(QWidget* parent)
-    : QGroupBox(parent), ui_(std::make_unique<Ui::IntervalPanel>()) {
+IntervalPanel::IntervalPanel(IntervalExercise& exercise, QWidget* parent)
+    : ExercisePanel(exercise, {"mnuRint", QStringLiteral("Riconoscimento intervallo")}, parent),
+      ui_(std::make_unique<Ui::IntervalPanel>()),
+      interval_(exercise) {
     ui_->setupUi(this);
+    setStartButton(*ui_->CmdIntStart);
     for (int i = 0; i < kIntervals; ++i)
         ui_->chart->setColumnStretch(columnOf(i), 1);
     buildNames();
@@ -70,7 +73,10 @@ IntervalPanel::IntervalPanel(QWidget* parent)
     styleName(*ui_->dissonances, false);
     styleModeButtons(*ui_->Label7, *ui_->lblModo);
     for (const ModeText& mode : kModes)
-        reserveExplanations(*ui_->lblSpiegaModo, {QLatin1String(mode.toolTip)});
+        reserveExplanations(*ui_->lblSpiegaModo, {QString::fromUtf8(mode.toolTip)});
+    connectControls();
+    showMode();
+    showAvailability();
 }
 
 IntervalPanel::~IntervalPanel() = default;
@@ -108,50 +114,46 @@ void IntervalPanel::buildButtons() {
     }
 }
 
-void IntervalPanel::attach(IntervalExercise& exercise) {
-    exercise_ = &exercise;
-    connect(ui_->CmdIntStart, &QPushButton::clicked, this, [this] { exercise_->startOrStop(); });
+void IntervalPanel::connectControls() {
     for (QToolButton* label : {ui_->Label7, ui_->lblModo})
         connect(label, &QToolButton::clicked, this, &IntervalPanel::lblModo_Click);
     for (int i = 0; i < kIntervals; ++i) {
         const auto place = static_cast<std::size_t>(i);
         connect(semitones_[place], &ColourButton::clicked, this,
-                [this, i] { exercise_->semitonesClicked(i); });
+                [this, i] { interval_.semitonesClicked(i); });
         connect(markers_[place], &ColourButton::clicked, this, [this, i] { Il_Click(i); });
         onDoubleClick(*markers_[place], [this, i] { Il_DblClick(i); });
     }
-    showMode();
-    showAvailability();
 }
 
 void IntervalPanel::Il_Click(int semitones) {
-    exercise_->toggleAvailable(semitones);
+    interval_.toggleAvailable(semitones);
     showAvailability();
 }
 
 void IntervalPanel::Il_DblClick(int semitones) {
     if (semitones != 0)
         return;
-    exercise_->toggleAll();
+    interval_.toggleAll();
     showAvailability();
 }
 
 void IntervalPanel::lblModo_Click() {
-    exercise_->stepMode();
+    interval_.stepMode();
     showMode();
 }
 
 void IntervalPanel::showMode() {
-    const ModeText& text = kModes[static_cast<std::size_t>(exercise_->mode())];
-    ui_->lblModo->setText(QLatin1String(text.caption));
-    ui_->lblModo->setToolTip(QLatin1String(text.toolTip));
+    const ModeText& text = kModes[static_cast<std::size_t>(interval_.mode())];
+    ui_->lblModo->setText(QString::fromUtf8(text.caption));
+    ui_->lblModo->setToolTip(QString::fromUtf8(text.toolTip));
     ui_->lblSpiegaModo->setText(ui_->lblModo->toolTip());
-    ui_->lblModo->setAccessibleName(QStringLiteral("Modo: ") + QLatin1String(text.toolTip));
+    ui_->lblModo->setAccessibleName(QStringLiteral("Modo: %1").arg(ui_->lblModo->toolTip()));
 }
 
 void IntervalPanel::showAvailability() {
     for (int i = 0; i < kIntervals; ++i) {
-        const bool available = exercise_->available(i);
+        const bool available = interval_.available(i);
         ColourButton& marker = *markers_[static_cast<std::size_t>(i)];
         marker.showAvailable(available);
         marker.setToolTip(available ? QStringLiteral("Intervallo disponibile")

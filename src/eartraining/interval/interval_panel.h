@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QGroupBox>
+#include "eartraining/exercise_panel.h"
 
 #include <array>
 #include <memory>
@@ -14,17 +14,15 @@ class IntervalPanel;
 
 /// The frame of the interval exercise: a chart with a column for each number of semitones, and the
 /// exercise's controls.
-class IntervalPanel : public QGroupBox {
+class IntervalPanel : public ExercisePanel {
 public:
-    explicit IntervalPanel(QWidget* parent = nullptr);
+    IntervalPanel(IntervalExercise& exercise, QWidget* parent);
     ~IntervalPanel() override;
-
-    Ui::IntervalPanel& ui() { return *ui_; }
-    void attach(IntervalExercise& exercise);
 
 private:
     void buildNames();
     void buildButtons();
+    void connectControls();
     void lblModo_Click();
     void Il_Click(int semitones);
     void Il_DblClick(int semitones);
@@ -32,7 +30,7 @@ private:
     void showAvailability();
 
     std::unique_ptr<Ui::IntervalPanel> ui_;
-    IntervalExercise* exercise_ = nullptr;
+    IntervalExercise& interval_;
     std::array<ColourButton*, 14> semitones_{};  ///< `LblSemi`
     std::array<ColourButton*, 14> markers_{};    ///< `Il`
 };

@@ -1,7 +1,7 @@
 #include "eartraining/pitch/pitch_exercise.h"
 
 #include "core/funzioni_mm.h"
-#include "eartraining/ear_desk.h"
+#include "eartraining/exercise_context.h"
 #include "platform/runtime.h"
 
 namespace {
@@ -11,16 +11,18 @@ constexpr double kGapSeconds = 0.1;
 
 }  // namespace
 
-PitchExercise::PitchExercise(EarDesk& desk) : desk_(desk), range_(desk.funzioniMM()) {
-    desk_.funzioniMM().setAutoSilence(false);
+PitchExercise::PitchExercise(ExerciseContext& context)
+    : EarExercise(context, ExerciseCode::Pitch), range_(context.funzioniMM()) {
+    context.funzioniMM().setAutoSilence(false);
+    setStartVisible(false);
 }
 
 bool PitchExercise::withReference() const {
-    return desk_.funzioniMM().autoSilence();
+    return context().funzioniMM().autoSilence();
 }
 
 void PitchExercise::toggleMode() {
-    desk_.funzioniMM().setAutoSilence(!withReference());
+    context().funzioniMM().setAutoSilence(!withReference());
 }
 
 void PitchExercise::keyClicked(pitch::NoteIndex key) {
@@ -28,7 +30,7 @@ void PitchExercise::keyClicked(pitch::NoteIndex key) {
         return;
     if (!started_)
         choose(key);
-    else if (desk_.funzioniMM().noteDrawn())
+    else if (context().funzioniMM().noteDrawn())
         answer(key);
 }
 
@@ -36,21 +38,21 @@ void PitchExercise::choose(pitch::NoteIndex key) {
     switch (range_.click(key)) {
         case NoteRange::Outcome::FirstEnd:
             mark(key, true);
-            desk_.setPrompt(EarPrompt::UpperKey);
-            desk_.view().showControl(EarControl::cmdEsci, false);
+            context().setPrompt(range_prompts::kUpperKey);
+            context().showClose(false);
             break;
         case NoteRange::Outcome::TooSmall:
-            desk_.message("Intervallo troppo piccolo !!!");
+            context().message("Intervallo troppo piccolo !!!");
             break;
         case NoteRange::Outcome::NotAllowed:
-            desk_.message("Intervallo non consentito !!!");
+            context().message("Intervallo non consentito !!!");
             break;
         case NoteRange::Outcome::Completed:
             mark(key, true);
-            desk_.setPrompt(EarPrompt::Reference);
+            context().setPrompt(kChooseReference);
             break;
         case NoteRange::Outcome::Outside:
-            desk_.message("Scegli il riferimento all'interno dell'intervallo !!!");
+            context().message("Scegli il riferimento all'interno dell'intervallo !!!");
             break;
         case NoteRange::Outcome::Inside:
             chooseReference(key);
@@ -59,8 +61,8 @@ void PitchExercise::choose(pitch::NoteIndex key) {
 }
 
 void PitchExercise::chooseReference(pitch::NoteIndex key) {
-    desk_.view().showControl(EarControl::IntoStart, true);
-    desk_.view().focusIntoStart();
+    setStartVisible(true);
+    focusStart();
     if (reference_ != 0 && !range_.isEnd(pitch::noteIndexOf(reference_)))
         mark(pitch::noteIndexOf(reference_), false);
     reference_ = pitch::noteNumberOf(key);
@@ -69,80 +71,101 @@ void PitchExercise::chooseReference(pitch::NoteIndex key) {
 }
 
 void PitchExercise::startOrStop() {
-    if (desk_.running(EarExercise::Pitch)) {
-        desk_.stop(EarExercise::Pitch);
+    if (running()) {
+        setRunning(false);
         stopped_ = true;
-        desk_.view().showControl(EarControl::cmdReimposta, true);
-        desk_.view().showControl(EarControl::cmdEsci, true);
-        desk_.setPrompt(EarPrompt::ResetRange);
+        setResetVisible(true);
+        context().showClose(true);
+        context().setPrompt(range_prompts::kReset);
         silence();
         return;
     }
-    desk_.start(EarExercise::Pitch);
+    setRunning(true);
     stopped_ = false;
     started_ = true;
-    desk_.view().showControl(EarControl::cmdReimposta, false);
-    desk_.resetScore();
-    desk_.setPrompt(EarPrompt::RecogniseNote);
+    setResetVisible(false);
+    context().resetScore();
+    context().setPrompt(kRecognise);
     playTest();
 }
 
 void PitchExercise::reset() {
-    desk_.lockExercises();
-    desk_.resetScore();
-    desk_.setPrompt(EarPrompt::LowerKey);
-    desk_.view().showControl(EarControl::IntoStart, false);
+    context().lockExercises();
+    context().resetScore();
+    context().setPrompt(range_prompts::kLowerKey);
+    setStartVisible(false);
     silence();
     for (const pitch::NoteIndex end : {range_.lower(), range_.upper()})
         mark(end, false);
     mark(pitch::noteIndexOf(reference_), false);
-    leave();
+    forgetRange();
 }
 
-void PitchExercise::leave() {
+void PitchExercise::enter() {
+    setStartVisible(false);
+    forgetRange();
+    context().setPrompt(range_prompts::kLowerKey);
+    stopSound();
+}
+
+void PitchExercise::leave(bool keyboardTaken) {
+    setResetVisible(false);
+    setStartVisible(false);
+    if (keyboardTaken || context().funzioniMM().lastNoteIndex() >= 0)
+        silence();
+    if (keyboardTaken)
+        range_.clear();
+}
+
+void PitchExercise::forgetRange() {
     started_ = false;
     stopped_ = false;
     range_.clear();
 }
 
+void PitchExercise::setResetVisible(bool visible) {
+    resetVisible_ = visible;
+    changed();
+}
+
 void PitchExercise::silence() {
-    ++turn_;
+    ++testNumber_;
     play(FunzioniMM::kSilence);
 }
 
-void PitchExercise::quiet() {
+void PitchExercise::stopSound() {
     if (sounding_)
         silence();
 }
 
 void PitchExercise::answer(pitch::NoteIndex key) {
-    const bool right = key == desk_.funzioniMM().drawnIndex();
-    desk_.judge(right, true);
+    const bool right = key == context().funzioniMM().drawnIndex();
+    context().judge(right, true);
     if (right)
         playTest();
 }
 
-/// Events run once before the reference sounds; what they play or stop overtakes this test.
+/// Events run once before the reference sounds; if they play or stop, this test sounds no more.
 void PitchExercise::playTest() {
-    const int turn = ++turn_;
+    const int number = ++testNumber_;
     if (withReference()) {
-        desk_.runtime().yield();
-        if (turn != turn_)
+        context().runtime().yield();
+        if (number != testNumber_)
             return;
-        desk_.noteOn(reference_);
-        desk_.funzioniMM().WaitSeconds(kReferenceSeconds);
-        desk_.noteOff(reference_);
-        desk_.funzioniMM().WaitSeconds(kGapSeconds);
+        context().noteOn(reference_);
+        context().funzioniMM().WaitSeconds(kReferenceSeconds);
+        context().noteOff(reference_);
+        context().funzioniMM().WaitSeconds(kGapSeconds);
     }
     play(FunzioniMM::kRandomNote);
 }
 
 void PitchExercise::play(pitch::NoteIndex key) {
-    desk_.funzioniMM().PlayNoteIndex(key);
+    context().funzioniMM().PlayNoteIndex(key);
     const bool endsByItself = key == FunzioniMM::kRandomNote && withReference();
     sounding_ = key != FunzioniMM::kSilence && !endsByItself;
 }
 
 void PitchExercise::mark(pitch::NoteIndex key, bool on) {
-    desk_.view().showRangeMark(key, on);
+    context().markKey(key, on);
 }

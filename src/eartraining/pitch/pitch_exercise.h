@@ -1,19 +1,24 @@
 #pragma once
 
+#include "eartraining/ear_exercise.h"
+#include "eartraining/ear_prompt.h"
 #include "eartraining/pitch/note_range.h"
-
-class EarDesk;
 
 /// Recognising a played note: the user chooses a range and a reference note on the keyboard, then
 /// names each note that is drawn from the range by clicking on its key.
-class PitchExercise {
+class PitchExercise : public EarExercise {
 public:
-    explicit PitchExercise(EarDesk& desk);
+    /// The window cannot be left between the range and the start.
+    static constexpr EarPrompt kChooseReference{"Scegli la nota di riferimento e premi Start",
+                                                true};
+    static constexpr EarPrompt kRecognise{"Riconosci la nota suonata"};
+
+    explicit PitchExercise(ExerciseContext& context);
 
     /// A click on a key: a bound of the range, the reference note, or an answer.
-    void keyClicked(pitch::NoteIndex key);
+    void keyClicked(pitch::NoteIndex key) override;
 
-    void startOrStop();
+    void startOrStop() override;
 
     /// Begins anew with choosing a range; no other exercise can be chosen before the next stop.
     void reset();
@@ -25,18 +30,21 @@ public:
     const NoteRange& range() const { return range_; }
     pitch::NoteNumber reference() const { return reference_; }
 
-    /// Forgets the range and what came of it.
-    void leave();
-    /// Forgets the range; after a stop the keyboard goes on resting.
-    void forgetRange() { range_.clear(); }
-    /// After a stop the keyboard rests until a new range is asked for.
-    void liftStop() { stopped_ = false; }
-    /// Ends the last note.
-    void silence();
-    /// The same if it still sounds.
-    void quiet();
+    /// Its buttons can come while the interval chart is chosen, which leaves the keyboard to it.
+    bool visible() const override { return chosen() || startVisible() || resetVisible_; }
+    bool resetVisible() const { return resetVisible_; }
+
+    void enter() override;
+    /// The range and a stop are forgotten only as far as the next exercise has use for the
+    /// keyboard.
+    void leave(bool keyboardTaken) override;
+    void stopSound() override;
 
 private:
+    void setResetVisible(bool visible);
+    void forgetRange();
+    /// Ends the last note, whether it still sounds or not.
+    void silence();
     void choose(pitch::NoteIndex key);
     void chooseReference(pitch::NoteIndex key);
     void answer(pitch::NoteIndex key);
@@ -44,11 +52,13 @@ private:
     void play(pitch::NoteIndex key);
     void mark(pitch::NoteIndex key, bool on);
 
-    EarDesk& desk_;
     NoteRange range_;
     pitch::NoteNumber reference_ = 0;
+    bool resetVisible_ = false;
     bool started_ = false;
-    bool stopped_ = false;
+    bool stopped_ = false;  ///< the keyboard ignores clicks until a new range is asked for
     bool sounding_ = false;
-    int turn_ = 0;  ///< counts what has overtaken a test that lets events through
+    /// Counts tests and stops, so that a test that has let events run knows if it is still the
+    /// last.
+    int testNumber_ = 0;
 };

@@ -12,37 +12,36 @@ const QString kPlaysNote = QStringLiteral("Suona nota casuale all'interno dell'i
 
 }  // namespace
 
-PitchPanel::PitchPanel(QWidget* parent)
-    : QGroupBox(parent), ui_(std::make_unique<Ui::PitchPanel>()) {
+PitchPanel::PitchPanel(PitchExercise& exercise, QWidget* parent)
+    : ExercisePanel(exercise, {"mnuNota", QStringLiteral("Riconoscimento altezza nota")}, parent),
+      ui_(std::make_unique<Ui::PitchPanel>()),
+      pitch_(exercise) {
     ui_->setupUi(this);
+    setStartButton(*ui_->IntoStart);
     for (QWidget* button : {ui_->IntoStart, ui_->cmdReimposta})
         appearance::keepPlace(*button);
     styleModeButtons(*ui_->Label6, *ui_->lblMod);
     reserveExplanations(*ui_->lblSpiegaMod, {kPlaysInterval, kPlaysNote});
-}
-
-PitchPanel::~PitchPanel() = default;
-
-void PitchPanel::attach(PitchExercise& exercise) {
-    exercise_ = &exercise;
-    connect(ui_->IntoStart, &QPushButton::clicked, this, [this] { exercise_->startOrStop(); });
-    connect(ui_->cmdReimposta, &QPushButton::clicked, this, [this] { exercise_->reset(); });
+    connect(ui_->cmdReimposta, &QPushButton::clicked, this, [this] { pitch_.reset(); });
     for (QToolButton* label : {ui_->Label6, ui_->lblMod})
         connect(label, &QToolButton::clicked, this, &PitchPanel::lblMod_Click);
     showMode();
 }
 
-bool PitchPanel::hasButtons() const {
-    return !ui_->IntoStart->isHidden() || !ui_->cmdReimposta->isHidden();
+PitchPanel::~PitchPanel() = default;
+
+void PitchPanel::showState() {
+    ExercisePanel::showState();
+    ui_->cmdReimposta->setVisible(pitch_.resetVisible());
 }
 
 void PitchPanel::lblMod_Click() {
-    exercise_->toggleMode();
+    pitch_.toggleMode();
     showMode();
 }
 
 void PitchPanel::showMode() {
-    const bool withReference = exercise_->withReference();
+    const bool withReference = pitch_.withReference();
     ui_->lblMod->setText(withReference ? QStringLiteral("/") : QStringLiteral("o"));
     ui_->lblMod->setToolTip(withReference ? kPlaysInterval : kPlaysNote);
     ui_->lblSpiegaMod->setText(ui_->lblMod->toolTip());

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QGroupBox>
+#include "eartraining/exercise_panel.h"
 
 #include <memory>
 
@@ -11,21 +11,16 @@ class PitchPanel;
 }
 
 /// The controls of the pitch exercise; its answers come from the keyboard.
-class PitchPanel : public QGroupBox {
+class PitchPanel : public ExercisePanel {
 public:
-    explicit PitchPanel(QWidget* parent = nullptr);
+    PitchPanel(PitchExercise& exercise, QWidget* parent);
     ~PitchPanel() override;
 
-    Ui::PitchPanel& ui() { return *ui_; }
-    void attach(PitchExercise& exercise);
-
-    /// Whether a button of the exercise is to be seen.
-    bool hasButtons() const;
-
 private:
+    void showState() override;
     void lblMod_Click();
     void showMode();
 
     std::unique_ptr<Ui::PitchPanel> ui_;
-    PitchExercise* exercise_ = nullptr;
+    PitchExercise& pitch_;
 };

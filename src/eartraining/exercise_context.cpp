@@ -1,0 +1,79 @@
+#include "eartraining/exercise_context.h"
+
+#include "core/funzioni_mm.h"
+#include "eartraining/ear_training_view.h"
+#include "platform/dialogs.h"
+
+namespace {
+
+constexpr int kVelocity = 90;
+
+}  // namespace
+
+void ExerciseContext::setPrompt(const EarPrompt& prompt) {
+    prompt_ = prompt;
+    view_.showPrompt(prompt);
+}
+
+void ExerciseContext::message(const char* text) {
+    dialogs_.message(QString::fromUtf8(text));
+}
+
+void ExerciseContext::resetScore() {
+    score_.reset();
+    view_.showScore(score_);
+}
+
+void ExerciseContext::judge(bool right, bool alternateColours) {
+    const Score::Verdict verdict = right ? Score::Verdict::Right : Score::Verdict::Wrong;
+    score_.count(verdict);
+    if (alternateColours)
+        score_.alternateColour(verdict);
+    view_.showScore(score_);
+    view_.announceVerdict(score_);
+}
+
+void ExerciseContext::noteOn(pitch::NoteNumber note) {
+    funzioniMM_.NoteOn(FunzioniMM::kMelodyChannel, note, kVelocity);
+}
+
+void ExerciseContext::noteOff(pitch::NoteNumber note) {
+    funzioniMM_.NoteOff(FunzioniMM::kMelodyChannel, note);
+}
+
+void ExerciseContext::showNote(pitch::NoteNumber note, bool pressed) {
+    if (pitch::isPlayable(note))
+        view_.showKey(pitch::noteIndexOf(note), pressed);
+}
+
+void ExerciseContext::markKey(pitch::NoteIndex key, bool on) {
+    view_.showRangeMark(key, on);
+}
+
+void ExerciseContext::clearRangeMarks() {
+    view_.clearRangeMarks();
+}
+
+void ExerciseContext::showClose(bool on) {
+    view_.showClose(on);
+}
+
+void ExerciseContext::exerciseStarted() {
+    ++running_;
+    showExerciseMenu();
+}
+
+void ExerciseContext::exerciseStopped() {
+    --running_;
+    locked_ = false;
+    showExerciseMenu();
+}
+
+void ExerciseContext::lockExercises() {
+    locked_ = true;
+    showExerciseMenu();
+}
+
+void ExerciseContext::showExerciseMenu() {
+    view_.enableExerciseMenu(!locked_ && running_ == 0);
+}

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "core/pitch.h"
+#include "eartraining/ear_prompt.h"
+#include "eartraining/score.h"
+
+class Dialogs;
+class EarTrainingView;
+class FunzioniMM;
+class Runtime;
+
+/// What the exercises share: the sound, the prompt, the score, the keyboard and the window's frame.
+class ExerciseContext {
+public:
+    ExerciseContext(Runtime& runtime, FunzioniMM& funzioniMM, Dialogs& dialogs,
+                    EarTrainingView& view)
+        : runtime_(runtime), funzioniMM_(funzioniMM), dialogs_(dialogs), view_(view) {}
+
+    Runtime& runtime() { return runtime_; }
+    FunzioniMM& funzioniMM() { return funzioniMM_; }
+
+    const EarPrompt& prompt() const { return prompt_; }
+    void setPrompt(const EarPrompt& prompt);
+    void message(const char* text);
+
+    void resetScore();
+    /// Counts an answer; the colours of the counters alternate only in the pitch exercise.
+    void judge(bool right, bool alternateColours = false);
+
+    /// Notes on the melody channel, from the keyboards as in the exercises.
+    void noteOn(pitch::NoteNumber note);
+    void noteOff(pitch::NoteNumber note);
+    /// A note number outside the keyboard shows nothing.
+    void showNote(pitch::NoteNumber note, bool pressed);
+    void markKey(pitch::NoteIndex key, bool on);
+    void clearRangeMarks();
+
+    /// Whether the button that closes the window is to be seen.
+    void showClose(bool on);
+
+    /// No exercise can be chosen while one runs.
+    void exerciseStarted();
+    void exerciseStopped();
+    /// No exercise can be chosen until the next stop of one.
+    void lockExercises();
+
+private:
+    void showExerciseMenu();
+
+    Runtime& runtime_;
+    FunzioniMM& funzioniMM_;
+    Dialogs& dialogs_;
+    EarTrainingView& view_;
+    EarPrompt prompt_ = range_prompts::kLowerKey;
+    Score score_;
+    int running_ = 0;
+    bool locked_ = false;
+};

@@ -1,0 +1,48 @@
+#include "eartraining/exercise_panel.h"
+
+#include "widgets/appearance.h"
+
+#include <QPushButton>
+
+#include <utility>
+
+namespace {
+
+constexpr double kPromptAccent = 0.22;  ///< the share of the accent in the prompt's ground
+
+}  // namespace
+
+QColor promptColour(const QPalette& palette) {
+    return appearance::mixed(palette.color(QPalette::Highlight), palette.color(QPalette::Window),
+                             kPromptAccent);
+}
+
+ExercisePanel::ExercisePanel(EarExercise& exercise, MenuItem menuItem, QWidget* parent)
+    : QGroupBox(parent), exercise_(exercise), menuItem_(std::move(menuItem)) {
+    exercise_.attach(*this);
+}
+
+void ExercisePanel::setStartButton(QPushButton& button) {
+    startButton_ = &button;
+    connect(&button, &QPushButton::clicked, this, [this] { exercise_.startOrStop(); });
+}
+
+void ExercisePanel::showState() {
+    setVisible(exercise_.visible());
+    startButton_->setVisible(exercise_.startVisible());
+    if (exercise_.running() != showsRunning_)
+        showRunning(exercise_.running());
+}
+
+void ExercisePanel::focusStart() {
+    startButton_->setFocus();
+}
+
+void ExercisePanel::showRunning(bool running) {
+    showsRunning_ = running;
+    startButton_->setText(running ? QStringLiteral("Stop") : QStringLiteral("Start"));
+    QPalette colours = startButton_->palette();
+    colours.setColor(QPalette::Button,
+                     running ? promptColour(palette()) : palette().color(QPalette::Button));
+    startButton_->setPalette(colours);
+}

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "eartraining/ear_exercise.h"
+
+#include <QGroupBox>
+
+#include <vector>
+
+class QPushButton;
+struct Exercises;
+
+/// The colour of the prompt, which the start button of a running exercise takes as well.
+QColor promptColour(const QPalette& palette);
+
+/// The controls of an exercise. The panel is to be seen as the exercise says, and so is the start
+/// button, which reads "Stop" while the exercise runs; a derived panel shows what else there is.
+class ExercisePanel : public QGroupBox, private ExerciseView {
+public:
+    /// The exercise's item in the window's menu.
+    struct MenuItem {
+        const char* name;
+        QString text;
+    };
+
+    ExercisePanel(EarExercise& exercise, MenuItem menuItem, QWidget* parent);
+
+    EarExercise& exercise() const { return exercise_; }
+    const MenuItem& menuItem() const { return menuItem_; }
+
+protected:
+    /// To be called once, by the constructor, with the button of the form.
+    void setStartButton(QPushButton& button);
+    void showState() override;
+
+private:
+    void focusStart() override;
+    void showRunning(bool running);
+
+    EarExercise& exercise_;
+    MenuItem menuItem_;
+    QPushButton* startButton_ = nullptr;
+    bool showsRunning_ = false;
+};
+
+/// A panel for each of the exercises, in the order of the window's menu.
+std::vector<ExercisePanel*> makePanels(Exercises& exercises, QWidget* parent);
