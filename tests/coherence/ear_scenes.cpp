@@ -3,6 +3,7 @@
 #include "eartraining/frmInto.h"
 
 #include <QDateTime>
+#include <QMenu>
 
 namespace {
 
@@ -79,8 +80,20 @@ void showChords(const Look& look) {
 }
 
 void showChordsStopped(const Look& look) {
-    Ear ear(EarExercise::Chord);
+    Ear ear(ExerciseCode::Chord);
     ear.look({"lb_24", "lb_36", "ComdRacStart", "TipoAcc_0", "ComdRacStart"}, look);
+}
+
+/// Every exercise as the window's menu lists it, so that a new one is walked without a scene of its
+/// own.
+void showEachExercise(const Look& look) {
+    const Ear list(ExerciseCode::Pitch);
+    for (const QAction* item : list.user().find<QMenu>("Esercizio").actions()) {
+        Ear ear(ExerciseCode::Pitch);
+        const QString name = item->objectName();
+        lookWhileOpen(
+            ear.world, *ear.window, [&ear, name] { ear.user().trigger(name); }, look);
+    }
 }
 
 void showEarInstrument(const Look& look) {

@@ -47,6 +47,7 @@ const std::vector<Scene>& scenes() {
         {"intervals", false, showIntervals},
         {"chords", false, showChords},
         {"chords-stopped", true, showChordsStopped},
+        {"each-exercise", true, showEachExercise},
         {"ear-instrument", true, showEarInstrument},
         {"reference-values", true, showNoteValues},
         {"reference-keys", true, showKeySignature},

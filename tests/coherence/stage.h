@@ -27,6 +27,7 @@ void showPitchReference(const Look& look);
 void showIntervals(const Look& look);
 void showChords(const Look& look);
 void showChordsStopped(const Look& look);
+void showEachExercise(const Look& look);
 void showEarInstrument(const Look& look);
 
 void showMain(const Look& look);
