@@ -49,7 +49,7 @@ void showPitches(const Look& look) {
 
 /// An exercise that has been stopped can be given another range.
 void showPitchesStopped(const Look& look) {
-    Ear ear(EarExercise::Pitch);
+    Ear ear(ExerciseCode::Pitch);
     ear.look({"lb_24", "lb_36", "lb_24", "IntoStart", "lb_27", "IntoStart"}, look);
 }
 
