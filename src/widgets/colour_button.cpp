@@ -1,5 +1,7 @@
 #include "widgets/colour_button.h"
 
+#include "widgets/colour_face.h"
+
 #include <QPainter>
 
 namespace {
@@ -8,10 +10,6 @@ constexpr QRgb kAvailable = qRgb(128, 255, 128);
 constexpr QRgb kAvailableMark = qRgb(0, 96, 0);
 constexpr QRgb kExcluded = qRgb(255, 0, 0);
 constexpr QRgb kExcludedMark = qRgb(255, 255, 255);
-
-constexpr double kCorner = 3;
-constexpr int kRimDarkness = 150;    ///< of the ground, in percent
-constexpr int kHoverDarkness = 106;  ///< likewise
 
 }  // namespace
 
@@ -50,19 +48,11 @@ void ColourButton::leaveEvent(QEvent* /*event*/) {
 
 void ColourButton::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const QRectF edge = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
-    const QColor face = underMouse() ? ground().darker(kHoverDarkness) : ground();
-    painter.setBrush(isDown() ? QBrush(Qt::NoBrush) : QBrush(face));
-    painter.setPen(ground().darker(kRimDarkness));
-    painter.drawRoundedRect(edge, kCorner, kCorner);
+    const QBrush face(colour_face::hovered(*this, ground()));
+    colour_face::paint(painter, *this, ground(), isDown() ? QBrush(Qt::NoBrush) : face);
     const QColor ink = isDown() ? palette().color(QPalette::WindowText) : QColor::fromRgb(text_);
     painter.setPen(ink);
     painter.drawText(rect(), Qt::AlignCenter, text());
-    paintMark(painter, edge, mark_, ink);
-    if (!hasFocus())
-        return;
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
-    painter.drawRoundedRect(edge.adjusted(1, 1, -1, -1), kCorner, kCorner);
+    paintMark(painter, QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), mark_, ink);
+    colour_face::paintFocus(painter, *this);
 }

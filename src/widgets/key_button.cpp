@@ -1,16 +1,15 @@
 #include "widgets/key_button.h"
 
+#include "widgets/colour_face.h"
+
 #include <QEvent>
 #include <QPainter>
 
 namespace {
 
 constexpr double kSizeInLines = 1.6;
-constexpr double kCorner = 3;
 constexpr double kTextScale = 1.3;
-constexpr int kRimDarkness = 150;    ///< of the ground, in percent
-constexpr int kHoverDarkness = 106;  ///< likewise
-constexpr int kDownDarkness = 125;   ///< likewise
+constexpr int kDownDarkness = 125;  ///< of the ground, in percent
 
 }  // namespace
 
@@ -39,13 +38,10 @@ bool KeyButton::event(QEvent* event) {
 
 void KeyButton::paintEvent(QPaintEvent* /*event*/) {
     const QColor ground = QColor::fromRgb(ground_);
-    const int darkness = isDown() ? kDownDarkness : underMouse() ? kHoverDarkness : 100;
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const QRectF edge = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
-    painter.setBrush(ground.darker(darkness));
-    painter.setPen(ground.darker(kRimDarkness));
-    painter.drawRoundedRect(edge, kCorner, kCorner);
+    colour_face::paint(
+        painter, *this, ground,
+        isDown() ? ground.darker(kDownDarkness) : colour_face::hovered(*this, ground));
 
     QFont large = font();
     large.setPointSizeF(large.pointSizeF() * kTextScale);
@@ -53,9 +49,5 @@ void KeyButton::paintEvent(QPaintEvent* /*event*/) {
     painter.setFont(large);
     painter.setPen(Qt::black);
     painter.drawText(rect(), Qt::AlignCenter, text());
-    if (!hasFocus())
-        return;
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
-    painter.drawRoundedRect(edge.adjusted(1, 1, -1, -1), kCorner, kCorner);
+    colour_face::paintFocus(painter, *this);
 }
