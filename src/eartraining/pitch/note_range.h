@@ -23,7 +23,6 @@ public:
     Outcome click(pitch::NoteIndex key);
     void clear();
 
-    bool complete() const { return complete_; }
     pitch::NoteIndex lower() const;
     pitch::NoteIndex upper() const;
     bool isEnd(pitch::NoteIndex key) const { return key == lower() || key == upper(); }

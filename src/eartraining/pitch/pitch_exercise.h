@@ -27,9 +27,6 @@ public:
     bool withReference() const;
     void toggleMode();
 
-    const NoteRange& range() const { return range_; }
-    pitch::NoteNumber reference() const { return reference_; }
-
     /// Its buttons can come while the interval chart is chosen, which leaves the keyboard to it.
     bool visible() const override { return chosen() || startVisible() || resetVisible_; }
     bool resetVisible() const { return resetVisible_; }
