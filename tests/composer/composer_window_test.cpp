@@ -503,9 +503,9 @@ TEST_F(ComposerWindowTest, EachActivationBeginsAtTheFirstOctaveAndAtTheInsertion
     enterAt(100ms, {95});
     const auto focused = [this] { return window.focusWidget()->objectName(); };
     world.dialogs.duringMessage = [this] {
-        QMessageBox box(&window);
-        QMetaObject::invokeMethod(&box, &QDialog::accept, Qt::QueuedConnection);
-        box.exec();
+        at(world.runtime.now() + 10ms,
+           [] { static_cast<QDialog*>(QApplication::activeModalWidget())->accept(); });
+        QMessageBox(&window).exec();
     };
     at(200ms, [this] {
         user.doubleClick("lblActNote");

@@ -26,7 +26,7 @@ namespace {
 
 struct HeldInputTest : testing::Test {
     QtRuntime runtime;
-    QtDialogs dialogs;
+    QtDialogs dialogs{runtime};
     QWidget window;
     QPushButton stop{&window};
     QShortcut shortcut{Qt::CTRL | Qt::Key_B, &window};

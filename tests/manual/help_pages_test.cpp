@@ -1,3 +1,4 @@
+#include "core/intervals.h"
 #include "manual/help_pages.h"
 
 #include <QDir>
@@ -47,6 +48,8 @@ QString textsOfTheProgram() {
             text = unescaped(unescaped(text));
         all += text;
     }
+    for (const intervals::Interval& interval : intervals::kAll)
+        all += intervals::nameOf(interval);
     return all.replace(QRegularExpression(QStringLiteral("\"\\s*\n\\s*u?\"")), QString())
         .remove(QLatin1Char('&'))
         .simplified();

@@ -104,6 +104,8 @@ TEST_F(WaveFileTest, whatIsGivenUpOrTooLongLeavesTheOldFileAndNothingElse) {
     EXPECT_EQ(result, wave_file::Result::Interrupted);
     EXPECT_EQ(write(aNoteAt(24'348'000, 60), nullptr), wave_file::Result::TooLong);
     qputenv("CANTAVISTA_SOUNDFONT", path.toUtf8());
+    EXPECT_EQ(write(aNoteAt(0, 60), nullptr), wave_file::Result::DamagedInstruments);
+    qputenv("CANTAVISTA_SOUNDFONT", path.toUtf8() + "-missing");
     EXPECT_EQ(write(aNoteAt(0, 60), nullptr), wave_file::Result::NoInstruments);
     qunsetenv("CANTAVISTA_SOUNDFONT");
     EXPECT_EQ(file(), "old");

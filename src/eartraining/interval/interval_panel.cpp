@@ -1,5 +1,6 @@
 #include "eartraining/interval/interval_panel.h"
 
+#include "eartraining/ear_colours.h"
 #include "eartraining/interval/interval_chart.h"
 #include "eartraining/interval/interval_exercise.h"
 #include "ui_interval_panel.h"
