@@ -1,6 +1,7 @@
 #include "command/command_line.h"
 
 #include "core/instruments.h"
+#include "platform/user_text.h"
 
 #include <QCommandLineOption>
 #include <QCommandLineParser>
@@ -60,7 +61,7 @@ const ToolkitOption* toolkitOption(const QString& argument) {
         argument.mid(argument.startsWith(QLatin1String("--")) ? 2 : 1).section(u'=', 0, 0);
     const auto* const found =
         std::find_if(kToolkitOptions.begin(), kToolkitOptions.end(),
-                     [&name](const ToolkitOption& o) { return name == QLatin1String(o.name); });
+                     [&name](const ToolkitOption& o) { return name == QString::fromUtf8(o.name); });
     return found == kToolkitOptions.end() ? nullptr : found;
 }
 
@@ -74,7 +75,7 @@ void addOptions(QCommandLineParser& parser) {
     parser.addOption(QCommandLineOption(QStringList{QStringLiteral("h"), kHelp}));
     parser.addOption(QCommandLineOption(QStringList{QStringLiteral("v"), kVersion}));
     for (const ActionName& action : kActions)
-        parser.addOption(QCommandLineOption(QString::fromLatin1(action.name)));
+        parser.addOption(QCommandLineOption(QString::fromUtf8(action.name)));
     parser.addOption({{QStringLiteral("o"), kOutput}, {}, QStringLiteral("file")});
     parser.addOption({kInstrument, {}, QStringLiteral("n")});
 }
@@ -83,26 +84,26 @@ QString syntaxFault(const QCommandLineParser& parser, const QStringList& argumen
     const QStringList unknown = parser.unknownOptionNames();
     if (!unknown.isEmpty()) {
         const QString& name = unknown.front();
-        return QStringLiteral("opzione sconosciuta: %1%2")
+        return UserText::tr("opzione sconosciuta: %1%2")
             .arg(name.size() > 1 ? QStringLiteral("--") : QStringLiteral("-"), name);
     }
     if (arguments.back().startsWith(u'-'))
-        return QStringLiteral("manca il valore dopo %1").arg(arguments.back());
-    return QStringLiteral("un'opzione ha un valore che non prende");
+        return UserText::tr("manca il valore dopo %1").arg(arguments.back());
+    return UserText::tr("un'opzione ha un valore che non prende");
 }
 
 /// What is wrong with the files and options given beside an action; empty if nothing is.
 QString contentFault(const QCommandLineParser& parser, const ActionName& action) {
     const qsizetype files = parser.positionalArguments().size();
-    const QString name = QStringLiteral("--") + QString::fromLatin1(action.name);
+    const QString name = QStringLiteral("--") + QString::fromUtf8(action.name);
     if (files < action.leastFiles)
-        return QStringLiteral("%1: manca il file della melodia").arg(name);
+        return UserText::tr("%1: manca il file della melodia").arg(name);
     if (files > action.mostFiles)
-        return QStringLiteral("%1: troppi file").arg(name);
+        return UserText::tr("%1: troppi file").arg(name);
     if (action.hasOutput && parser.value(kOutput).isEmpty())
-        return QStringLiteral("%1: manca il file da scrivere (-o)").arg(name);
+        return UserText::tr("%1: manca il file da scrivere (-o)").arg(name);
     if (!action.hasOutput && (parser.isSet(kOutput) || parser.isSet(kInstrument)))
-        return QStringLiteral("%1: -o e --instrument non servono").arg(name);
+        return UserText::tr("%1: -o e --instrument non servono").arg(name);
     return {};
 }
 
@@ -138,10 +139,10 @@ CommandLine CommandLine::parse(const QStringList& arguments) {
         return line;
     }
     const auto isSet = [&parser](const ActionName& entry) {
-        return parser.isSet(QString::fromLatin1(entry.name));
+        return parser.isSet(QString::fromUtf8(entry.name));
     };
     if (std::count_if(kActions.begin(), kActions.end(), isSet) != 1)
-        return misused(QStringLiteral("serve un comando, e uno solo"));
+        return misused(UserText::tr("serve un comando, e uno solo"));
     const ActionName& action = *std::find_if(kActions.begin(), kActions.end(), isSet);
     if (const QString fault = contentFault(parser, action); !fault.isEmpty())
         return misused(fault);
@@ -149,7 +150,7 @@ CommandLine CommandLine::parse(const QStringList& arguments) {
         bool isNumber = false;
         line.instrument = parser.value(kInstrument).toInt(&isNumber);
         if (!isNumber || *line.instrument < 0 || *line.instrument >= instruments::kCount)
-            return misused(QStringLiteral("--instrument: serve un numero da 0 a 127"));
+            return misused(UserText::tr("--instrument: serve un numero da 0 a 127"));
     }
     line.action = action.action;
     line.files = parser.positionalArguments();

@@ -11,6 +11,7 @@
 #include "platform/folders.h"
 #include "platform/midi_out.h"
 #include "platform/sound.h"
+#include "platform/user_text.h"
 
 #include <QFileInfo>
 #include <QTextStream>
@@ -20,29 +21,31 @@ namespace {
 
 using Action = CommandLine::Action;
 
-const char16_t* const kUsage =
-    u"Uso: cantavista [MELODIA]\n"
-    u"     cantavista --check MELODIA…\n"
-    u"     cantavista --render MELODIA -o FILE.wav [--instrument N]\n"
-    u"     cantavista --export-midi MELODIA -o FILE.mid [--instrument N]\n"
-    u"     cantavista --list-devices | --version | --help\n";
+constexpr const char* kUsage =
+    QT_TRANSLATE_NOOP("UserText",
+                      "Uso: cantavista [MELODIA]\n"
+                      "     cantavista --check MELODIA…\n"
+                      "     cantavista --render MELODIA -o FILE.wav [--instrument N]\n"
+                      "     cantavista --export-midi MELODIA -o FILE.mid [--instrument N]\n"
+                      "     cantavista --list-devices | --version | --help\n");
 
-const char16_t* const kExplanation =
-    u"\n"
-    u"Senza opzioni apre il programma; con una MELODIA, un file \".mel\", la apre nel\n"
-    u"compositore. Con un comando lavora senza finestra:\n"
-    u"\n"
-    u"  --check           dice di ogni file se è una melodia valida\n"
-    u"  --render          suona la melodia in un file WAV, con il sintetizzatore interno\n"
-    u"  --export-midi     scrive la melodia in un file MIDI\n"
-    u"  --list-devices    elenca le uscite MIDI; -1 è il sintetizzatore interno\n"
-    u"  -o, --output      il file da scrivere\n"
-    u"  --instrument N    lo strumento, da 0 a 127, al posto di quello della melodia\n"
-    u"  -v, --version     la versione del programma\n"
-    u"  -h, --help        questo testo\n"
-    u"\n"
-    u"Esce con 0 se è riuscito, con 1 se un file non va o non si può scrivere, con 2 se\n"
-    u"il comando è sbagliato.\n";
+constexpr const char* kExplanation = QT_TRANSLATE_NOOP(
+    "UserText",
+    "\n"
+    "Senza opzioni apre il programma; con una MELODIA, un file \".mel\", la apre nel\n"
+    "compositore. Con un comando lavora senza finestra:\n"
+    "\n"
+    "  --check           dice di ogni file se è una melodia valida\n"
+    "  --render          suona la melodia in un file WAV, con il sintetizzatore interno\n"
+    "  --export-midi     scrive la melodia in un file MIDI\n"
+    "  --list-devices    elenca le uscite MIDI; -1 è il sintetizzatore interno\n"
+    "  -o, --output      il file da scrivere\n"
+    "  --instrument N    lo strumento, da 0 a 127, al posto di quello della melodia\n"
+    "  -v, --version     la versione del programma\n"
+    "  -h, --help        questo testo\n"
+    "\n"
+    "Esce con 0 se è riuscito, con 1 se un file non va o non si può scrivere, con 2 se\n"
+    "il comando è sbagliato.\n");
 
 /// Paths are the user's own; the program's begin at the root.
 QString pathOf(const QString& file) {
@@ -65,7 +68,7 @@ int check(const CommandLine& line, const CommandMachine& machine) {
         Composition composition;
         const QString fault = load(machine.folders, file, composition);
         machine.out << file << ": "
-                    << (fault.isEmpty() ? QStringLiteral("melodia valida, note e pause: %1")
+                    << (fault.isEmpty() ? UserText::tr("melodia valida, note e pause: %1")
                                               .arg(composition.melody.EntryCount())
                                         : fault)
                     << '\n';
@@ -100,7 +103,7 @@ int write(const CommandLine& line, const CommandMachine& machine) {
         return kFailed;
     };
     if (QFileInfo::exists(line.output) && QFileInfo(file) == QFileInfo(line.output))
-        return fail(line.output, QStringLiteral("è la melodia stessa"));
+        return fail(line.output, UserText::tr("è la melodia stessa"));
     Composition composition;
     if (const QString fault = load(machine.folders, file, composition); !fault.isEmpty())
         return fail(file, fault);
@@ -108,7 +111,7 @@ int write(const CommandLine& line, const CommandMachine& machine) {
     const MelodyScore score =
         scoreOf(melody, composition.tempo, line.instrument.value_or(composition.instrument));
     if (melody.empty())
-        return fail(file, QStringLiteral("la melodia è vuota"));
+        return fail(file, UserText::tr("la melodia è vuota"));
     if (score.entries == 0)
         return fail(file, melody_export::tooShort(score));
     if (const QString fault = writeOutput(line, machine, score, composition.tempo);
@@ -124,7 +127,7 @@ int listDevices(const CommandMachine& machine) {
     const int count = midiOut.deviceCount();
     for (int id = kMidiMapper; id < count; ++id) {
         machine.out << QString::number(id).rightJustified(3) << "  "
-                    << midiOut.deviceName(id).value_or(QStringLiteral("(senza nome)")) << '\n';
+                    << midiOut.deviceName(id).value_or(UserText::tr("(senza nome)")) << '\n';
     }
     return kDone;
 }
@@ -134,10 +137,10 @@ int listDevices(const CommandMachine& machine) {
 int run(const CommandLine& line, const CommandMachine& machine) {
     switch (line.action) {
         case Action::Misused:
-            machine.err << "cantavista: " << line.fault << '\n' << QString::fromUtf16(kUsage);
+            machine.err << "cantavista: " << line.fault << '\n' << UserText::tr(kUsage);
             return kMisused;
         case Action::Help:
-            machine.out << QString::fromUtf16(kUsage) << QString::fromUtf16(kExplanation);
+            machine.out << UserText::tr(kUsage) << UserText::tr(kExplanation);
             return kDone;
         case Action::Version:
             machine.out << "Cantavista " CANTAVISTA_VERSION "\n";

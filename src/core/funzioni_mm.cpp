@@ -4,6 +4,7 @@
 #include "platform/dialogs.h"
 #include "platform/media.h"
 #include "platform/runtime.h"
+#include "platform/user_text.h"
 
 #include <limits>
 #include <utility>
@@ -39,13 +40,13 @@ bool FunzioniMM::MidiOpen(int deviceId) {
         MidiClose();
     const int code = output_.open(deviceId);
     if (code != 0)
-        ReportMidiError(QStringLiteral("Open"), code);
+        ReportMidiError(UserText::tr("Open"), code);
     return code == 0;
 }
 
 void FunzioniMM::MidiClose() {
     if (const int code = output_.close(); code != 0)
-        ReportMidiError(QStringLiteral("Close midi error: "), code);
+        ReportMidiError(UserText::tr("Close midi error: "), code);
 }
 
 void FunzioniMM::SendShortMsg(std::int16_t status, std::int16_t data1, std::int16_t data2) {
@@ -55,7 +56,7 @@ void FunzioniMM::SendShortMsg(std::int16_t status, std::int16_t data1, std::int1
     lastMessage_ = static_cast<std::uint32_t>(packed);
     lastSendResult_ = static_cast<std::int16_t>(output_.send(lastMessage_));
     if (lastSendResult_ != 0)
-        ReportMidiError(QStringLiteral("ShortMsg"), lastSendResult_);
+        ReportMidiError(UserText::tr("ShortMsg"), lastSendResult_);
 }
 
 void FunzioniMM::NoteOn(int channel, int note, int velocity) {
@@ -119,11 +120,11 @@ void FunzioniMM::MediaOpen(const QString& path) {
 }
 
 void FunzioniMM::MediaPlay() {
-    sendMediaCommand(QStringLiteral("PLAY jepa"), QStringLiteral("Play file midi error: "));
+    sendMediaCommand(QStringLiteral("PLAY jepa"), UserText::tr("Play file midi error: "));
 }
 
 void FunzioniMM::MediaClose() {
-    sendMediaCommand(QStringLiteral("CLOSE jepa"), QStringLiteral("Close file midi error: "));
+    sendMediaCommand(QStringLiteral("CLOSE jepa"), UserText::tr("Close file midi error: "));
 }
 
 void FunzioniMM::PlaySoundFile(const QString& path, bool defaultIfMissing) {
@@ -143,7 +144,7 @@ void FunzioniMM::setCurrentInstrument(std::int32_t program) {
 }
 
 void FunzioniMM::ReportMidiError(const QString& operation, int code) {
-    dialogs_.message(QStringLiteral("Operation:") + operation + QStringLiteral("\r\n") +
+    dialogs_.message(UserText::tr("Operation:") + operation + QStringLiteral("\r\n") +
                      midiOut_.errorText(code).left(kMidiErrorTextLength));
 }
 

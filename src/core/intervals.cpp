@@ -1,5 +1,7 @@
 #include "core/intervals.h"
 
+#include "platform/user_text.h"
+
 #include <QStringList>
 
 namespace intervals {
@@ -10,15 +12,19 @@ struct QualityName {
     const char* word;
 };
 
-constexpr std::array<QualityName, 5> kQualities{{{"Dim", "diminuita"},
-                                                 {"Min", "minore"},
-                                                 {"Mag", "maggiore"},
-                                                 {"Gius", "giusta"},
-                                                 {"Ecc", "eccedente"}}};
+constexpr std::array<QualityName, 5> kQualities{
+    {{QT_TRANSLATE_NOOP("UserText", "Dim"), QT_TRANSLATE_NOOP("UserText", "diminuita")},
+     {QT_TRANSLATE_NOOP("UserText", "Min"), QT_TRANSLATE_NOOP("UserText", "minore")},
+     {QT_TRANSLATE_NOOP("UserText", "Mag"), QT_TRANSLATE_NOOP("UserText", "maggiore")},
+     {QT_TRANSLATE_NOOP("UserText", "Gius"), QT_TRANSLATE_NOOP("UserText", "giusta")},
+     {QT_TRANSLATE_NOOP("UserText", "Ecc"), QT_TRANSLATE_NOOP("UserText", "eccedente")}}};
 
 constexpr int kSmallestNumber = 2;
-constexpr std::array<const char*, 7> kNumbers{"Seconda", "Terza",   "Quarta", "Quinta",
-                                              "Sesta",   "Settima", "Ottava"};
+constexpr std::array<const char*, 7> kNumbers{
+    QT_TRANSLATE_NOOP("UserText", "Seconda"), QT_TRANSLATE_NOOP("UserText", "Terza"),
+    QT_TRANSLATE_NOOP("UserText", "Quarta"),  QT_TRANSLATE_NOOP("UserText", "Quinta"),
+    QT_TRANSLATE_NOOP("UserText", "Sesta"),   QT_TRANSLATE_NOOP("UserText", "Settima"),
+    QT_TRANSLATE_NOOP("UserText", "Ottava")};
 
 const QualityName& nameOf(Quality quality) {
     return kQualities[static_cast<std::size_t>(quality)];
@@ -29,25 +35,24 @@ const QualityName& nameOf(Quality quality) {
 QString nameOf(const Interval& interval) {
     return QStringLiteral("%1 %2")
         .arg(interval.number)
-        .arg(QLatin1String(nameOf(interval.quality).text));
+        .arg(UserText::tr(nameOf(interval.quality).text));
 }
 
 QString inWords(const Interval& interval) {
     const auto number = static_cast<std::size_t>(interval.number - kSmallestNumber);
-    return QStringLiteral("%1 %2").arg(QLatin1String(kNumbers[number]),
-                                       QLatin1String(nameOf(interval.quality).word));
+    return QStringLiteral("%1 %2").arg(UserText::tr(kNumbers[number]),
+                                       UserText::tr(nameOf(interval.quality).word));
 }
 
 QString semitonesInWords(int semitones) {
-    return semitones == 1 ? QStringLiteral("1 semitono")
-                          : QStringLiteral("%1 semitoni").arg(semitones);
+    return semitones == 1 ? UserText::tr("1 semitono") : UserText::tr("%1 semitoni").arg(semitones);
 }
 
 QString abbreviationsInWords() {
     QStringList words;
     for (const QualityName& quality : kQualities) {
         words +=
-            QStringLiteral("%1 = %2").arg(QLatin1String(quality.text), QLatin1String(quality.word));
+            QStringLiteral("%1 = %2").arg(UserText::tr(quality.text), UserText::tr(quality.word));
     }
     return words.join(QStringLiteral("    "));
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/user_text.h"
+
 #include <array>
 #include <cstdint>
 
@@ -20,10 +22,10 @@ struct NamedColour {
 };
 
 constexpr auto kAll = std::to_array<NamedColour>({
-    {kUnlit, "spenta"},
-    {kRed, "rossa"},
-    {kGreen, "verde"},
-    {kBlue, "blu"},
+    {kUnlit, QT_TRANSLATE_NOOP("UserText", "spenta")},
+    {kRed, QT_TRANSLATE_NOOP("UserText", "rossa")},
+    {kGreen, QT_TRANSLATE_NOOP("UserText", "verde")},
+    {kBlue, QT_TRANSLATE_NOOP("UserText", "blu")},
 });
 
 }  // namespace lamp_colours

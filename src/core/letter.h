@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/glyph_table.h"
+#include "platform/user_text.h"
 
 #include <QLatin1String>
 #include <QStringView>
@@ -29,11 +30,26 @@ struct EntryLetter {
 
 /// In the order of the edit frame's list.
 constexpr auto kAll = std::to_array<EntryLetter>({
-    {'n', "normale", nullptr, 100, 1, {}},
-    {'s', "staccato", "Staccato", 120, 4, {{Glyph::StaccatoAbove, Glyph::StaccatoBelow, 2, true}}},
-    {'t', "tenuto", "Tenuto", 100, 2, {{Glyph::TenutoAbove, Glyph::TenutoBelow, 2, true}}},
-    {'a', "accentato", "Accentato", 127, 1, {{Glyph::AccentAbove, Glyph::AccentBelow, 3, false}}},
-    {'p', "pausa", nullptr, 0, 0, {}},
+    {'n', QT_TRANSLATE_NOOP("UserText", "normale"), nullptr, 100, 1, {}},
+    {'s',
+     QT_TRANSLATE_NOOP("UserText", "staccato"),
+     QT_TRANSLATE_NOOP("UserText", "Staccato"),
+     120,
+     4,
+     {{Glyph::StaccatoAbove, Glyph::StaccatoBelow, 2, true}}},
+    {'t',
+     QT_TRANSLATE_NOOP("UserText", "tenuto"),
+     QT_TRANSLATE_NOOP("UserText", "Tenuto"),
+     100,
+     2,
+     {{Glyph::TenutoAbove, Glyph::TenutoBelow, 2, true}}},
+    {'a',
+     QT_TRANSLATE_NOOP("UserText", "accentato"),
+     QT_TRANSLATE_NOOP("UserText", "Accentato"),
+     127,
+     1,
+     {{Glyph::AccentAbove, Glyph::AccentBelow, 3, false}}},
+    {'p', QT_TRANSLATE_NOOP("UserText", "pausa"), nullptr, 0, 0, {}},
 });
 
 /// Null for a letter that is none of these.

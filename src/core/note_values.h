@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/glyph_table.h"
+#include "platform/user_text.h"
 
 #include <QString>
 
@@ -31,17 +32,23 @@ using glyph_table::Glyph;
 
 /// From the longest to the shortest, each half as long as the one before.
 constexpr auto kAll = std::to_array<NoteValue>({
-    {Duration::Whole, 4, "Semibreve", "Intero", "4/4", Glyph::RestWhole, Glyph::NoteheadWhole,
-     false},
-    {Duration::Half, 2, "Minima", "Metà", "2/4", Glyph::RestHalf, Glyph::NoteheadHalf},
-    {Duration::Quarter, 1, "Semiminima", "Quarto", "1/4", Glyph::RestQuarter, Glyph::NoteheadBlack},
-    {Duration::Eighth, 0.5, "Croma", "Ottavo", "1/8", Glyph::Rest8th, Glyph::NoteheadBlack, true,
+    {Duration::Whole, 4, QT_TRANSLATE_NOOP("UserText", "Semibreve"),
+     QT_TRANSLATE_NOOP("UserText", "Intero"), "4/4", Glyph::RestWhole, Glyph::NoteheadWhole, false},
+    {Duration::Half, 2, QT_TRANSLATE_NOOP("UserText", "Minima"),
+     QT_TRANSLATE_NOOP("UserText", "Metà"), "2/4", Glyph::RestHalf, Glyph::NoteheadHalf},
+    {Duration::Quarter, 1, QT_TRANSLATE_NOOP("UserText", "Semiminima"),
+     QT_TRANSLATE_NOOP("UserText", "Quarto"), "1/4", Glyph::RestQuarter, Glyph::NoteheadBlack},
+    {Duration::Eighth, 0.5, QT_TRANSLATE_NOOP("UserText", "Croma"),
+     QT_TRANSLATE_NOOP("UserText", "Ottavo"), "1/8", Glyph::Rest8th, Glyph::NoteheadBlack, true,
      Glyph::Flag8thUp, Glyph::Flag8thDown},
-    {Duration::Sixteenth, 0.25, "Semicroma", "Sedicesimo", "1/16", Glyph::Rest16th,
-     Glyph::NoteheadBlack, true, Glyph::Flag16thUp, Glyph::Flag16thDown},
-    {Duration::ThirtySecond, 0.125, "Biscroma", "Trentaduesimo", "1/32", Glyph::Rest32nd,
-     Glyph::NoteheadBlack, true, Glyph::Flag32ndUp, Glyph::Flag32ndDown},
-    {Duration::SixtyFourth, 0.0625, "Semibiscroma", "Sessantaquattresimo", "1/64", Glyph::Rest64th,
+    {Duration::Sixteenth, 0.25, QT_TRANSLATE_NOOP("UserText", "Semicroma"),
+     QT_TRANSLATE_NOOP("UserText", "Sedicesimo"), "1/16", Glyph::Rest16th, Glyph::NoteheadBlack,
+     true, Glyph::Flag16thUp, Glyph::Flag16thDown},
+    {Duration::ThirtySecond, 0.125, QT_TRANSLATE_NOOP("UserText", "Biscroma"),
+     QT_TRANSLATE_NOOP("UserText", "Trentaduesimo"), "1/32", Glyph::Rest32nd, Glyph::NoteheadBlack,
+     true, Glyph::Flag32ndUp, Glyph::Flag32ndDown},
+    {Duration::SixtyFourth, 0.0625, QT_TRANSLATE_NOOP("UserText", "Semibiscroma"),
+     QT_TRANSLATE_NOOP("UserText", "Sessantaquattresimo"), "1/64", Glyph::Rest64th,
      Glyph::NoteheadBlack, true, Glyph::Flag64thUp, Glyph::Flag64thDown},
 });
 

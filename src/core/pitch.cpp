@@ -1,5 +1,7 @@
 #include "core/pitch.h"
 
+#include "platform/user_text.h"
+
 #include <algorithm>
 #include <array>
 
@@ -8,10 +10,23 @@ namespace {
 
 constexpr int kLowestOctave = 2;
 
-constexpr std::array<const char*, kSemitones> kNames{"Do",  "Do#", "Re",   "Re#", "Mi",  "Fa",
-                                                     "Fa#", "Sol", "Sol#", "La",  "La#", "Si"};
-constexpr std::array<const char*, kDegrees> kSyllables{"DO", "RE", "MI", "FA", "SOL", "LA", "SI"};
-constexpr std::array<const char*, kDegrees> kLetters{"C", "D", "E", "F", "G", "A", "B"};
+constexpr std::array<const char*, kSemitones> kNames{
+    QT_TRANSLATE_NOOP("UserText", "Do"),   QT_TRANSLATE_NOOP("UserText", "Do#"),
+    QT_TRANSLATE_NOOP("UserText", "Re"),   QT_TRANSLATE_NOOP("UserText", "Re#"),
+    QT_TRANSLATE_NOOP("UserText", "Mi"),   QT_TRANSLATE_NOOP("UserText", "Fa"),
+    QT_TRANSLATE_NOOP("UserText", "Fa#"),  QT_TRANSLATE_NOOP("UserText", "Sol"),
+    QT_TRANSLATE_NOOP("UserText", "Sol#"), QT_TRANSLATE_NOOP("UserText", "La"),
+    QT_TRANSLATE_NOOP("UserText", "La#"),  QT_TRANSLATE_NOOP("UserText", "Si")};
+constexpr std::array<const char*, kDegrees> kSyllables{
+    QT_TRANSLATE_NOOP("UserText", "DO"),  QT_TRANSLATE_NOOP("UserText", "RE"),
+    QT_TRANSLATE_NOOP("UserText", "MI"),  QT_TRANSLATE_NOOP("UserText", "FA"),
+    QT_TRANSLATE_NOOP("UserText", "SOL"), QT_TRANSLATE_NOOP("UserText", "LA"),
+    QT_TRANSLATE_NOOP("UserText", "SI")};
+constexpr std::array<const char*, kDegrees> kLetters{
+    QT_TRANSLATE_NOOP("UserText", "C"), QT_TRANSLATE_NOOP("UserText", "D"),
+    QT_TRANSLATE_NOOP("UserText", "E"), QT_TRANSLATE_NOOP("UserText", "F"),
+    QT_TRANSLATE_NOOP("UserText", "G"), QT_TRANSLATE_NOOP("UserText", "A"),
+    QT_TRANSLATE_NOOP("UserText", "B")};
 
 /// The pitch class of each degree: the major scale from Do.
 constexpr std::array<int, kDegrees> kMajorScale{0, 2, 4, 5, 7, 9, 11};
@@ -20,17 +35,17 @@ constexpr std::array<int, kDegrees> kMajorScale{0, 2, 4, 5, 7, 9, 11};
 
 QString NoteName(int noteNumber) {
     if (noteNumber == kRest)
-        return QStringLiteral("P");
+        return UserText::tr("P");
     if (!isPlayable(noteNumber))
         return {};
-    return QLatin1String(kNames[static_cast<std::size_t>(noteNumber % kSemitones)]);
+    return UserText::tr(kNames[static_cast<std::size_t>(noteNumber % kSemitones)]);
 }
 
 QString answerName(int degree, AnswerNames style) {
     if (degree < 0 || degree >= kDegrees)
         return {};
     const auto& names = style == AnswerNames::Syllables ? kSyllables : kLetters;
-    return QLatin1String(names[static_cast<std::size_t>(degree)]);
+    return UserText::tr(names[static_cast<std::size_t>(degree)]);
 }
 
 std::optional<NoteIndex> StepToNoteIndex(int step) {

@@ -3,6 +3,7 @@
 #include "core/funzioni_mm.h"
 #include "eartraining/ear_training_view.h"
 #include "platform/dialogs.h"
+#include "platform/user_text.h"
 
 namespace {
 
@@ -16,7 +17,7 @@ void ExerciseContext::setPrompt(const EarPrompt& prompt) {
 }
 
 void ExerciseContext::message(const char* text) {
-    dialogs_.message(QString::fromUtf8(text));
+    dialogs_.message(UserText::tr(text));
 }
 
 void ExerciseContext::resetScore() {

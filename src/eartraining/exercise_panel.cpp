@@ -1,5 +1,6 @@
 #include "eartraining/exercise_panel.h"
 
+#include "platform/user_text.h"
 #include "widgets/appearance.h"
 
 #include <QPushButton>
@@ -40,7 +41,7 @@ void ExercisePanel::focusStart() {
 
 void ExercisePanel::showRunning(bool running) {
     showsRunning_ = running;
-    startButton_->setText(running ? QStringLiteral("Stop") : QStringLiteral("Start"));
+    startButton_->setText(running ? UserText::tr("Stop") : UserText::tr("Start"));
     QPalette colours = startButton_->palette();
     colours.setColor(QPalette::Button,
                      running ? promptColour(palette()) : palette().color(QPalette::Button));

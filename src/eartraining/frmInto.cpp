@@ -5,6 +5,7 @@
 #include "eartraining/ear_training_state.h"
 #include "eartraining/exercise_panel.h"
 #include "eartraining/middle_c_patch.h"
+#include "platform/user_text.h"
 #include "ui_frmInto.h"
 #include "widgets/announcement.h"
 #include "widgets/appearance.h"
@@ -27,7 +28,7 @@ void stylePrompt(QLabel& prompt) {
 
 void addItem(QMenu& menu, const char* name, const QString& text, std::function<void()> handler) {
     QAction* item = menu.addAction(text);
-    item->setObjectName(QLatin1String(name));
+    item->setObjectName(QString::fromUtf8(name));
     QObject::connect(item, &QAction::triggered, &menu, std::move(handler));
 }
 
@@ -90,19 +91,19 @@ void frmInto::orderTabs() {
 void frmInto::buildMenus() {
     auto* bar = new QMenuBar(this);
     layout()->setMenuBar(bar);
-    exercises_ = bar->addMenu(QStringLiteral("Esercizio"));
+    exercises_ = bar->addMenu(UserText::tr("Esercizio"));
     exercises_->setObjectName(QStringLiteral("Esercizio"));
     for (ExercisePanel* panel : panels_) {
         addItem(*exercises_, panel->menuItem().name, panel->menuItem().text,
                 [this, panel] { choose(panel->exercise()); });
     }
-    QMenu* instrument = bar->addMenu(QStringLiteral("Strumento"));
+    QMenu* instrument = bar->addMenu(UserText::tr("Strumento"));
     instrument->setObjectName(QStringLiteral("strumento"));
-    addItem(*instrument, "mnuPiano", QStringLiteral("Pianoforte"),
+    addItem(*instrument, "mnuPiano", UserText::tr("Pianoforte"),
             [this] { ui_->Fr1->choose(instruments::kPianoforte); });
-    addItem(*instrument, "mnuOrgano", QStringLiteral("Organo"),
+    addItem(*instrument, "mnuOrgano", UserText::tr("Organo"),
             [this] { ui_->Fr1->choose(instruments::kOrgano); });
-    addItem(*instrument, "mnuSs", QStringLiteral("Scegli strumento ..."),
+    addItem(*instrument, "mnuSs", UserText::tr("Scegli strumento ..."),
             [this] { ui_->Fr1->mnuSs_Click(); });
 }
 
@@ -147,7 +148,7 @@ void frmInto::showContext(ExerciseCode exercise) {
 }
 
 void frmInto::showPrompt(const EarPrompt& prompt) {
-    ui_->lblStep->setText(QString::fromUtf8(prompt.text));
+    ui_->lblStep->setText(UserText::tr(prompt.text.data()));
     announce(*ui_->lblStep);
 }
 

@@ -1,6 +1,7 @@
 #include "eartraining/middle_c_patch.h"
 
 #include "core/pitch.h"
+#include "platform/user_text.h"
 #include "widgets/double_click.h"
 #include "widgets/piano_keyboard.h"
 
@@ -18,7 +19,7 @@ QWidget& middleCOf(PianoKeyboard& keyboard) {
 MiddleCPatch::MiddleCPatch(PianoKeyboard& keyboard, std::function<void()> doubleClicked)
     : QWidget(&keyboard), keyboard_(keyboard) {
     setObjectName(QStringLiteral("Lbdoc"));
-    setToolTip(QStringLiteral("Do Centrale"));
+    setToolTip(UserText::tr("Do Centrale"));
     setAccessibleName(toolTip());
     onDoubleClick(*this, std::move(doubleClicked));
     middleCOf(keyboard).installEventFilter(this);

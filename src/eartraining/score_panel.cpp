@@ -1,5 +1,6 @@
 #include "eartraining/score_panel.h"
 
+#include "platform/user_text.h"
 #include "ui_score_panel.h"
 #include "widgets/announcement.h"
 #include "widgets/appearance.h"
@@ -29,7 +30,7 @@ ScorePanel::ScorePanel(QWidget* parent) : QWidget(parent), ui_(std::make_unique<
     for (QLabel* counter : {ui_->txtResatte, ui_->txtRerrate})
         counter->setBackgroundRole(QPalette::Base);
     ui_->lblPerc->setAccessibleDescription(
-        QStringLiteral("Sposta di un'ottava la tastiera del computer"));
+        UserText::tr("Sposta di un'ottava la tastiera del computer"));
     makeLabelButton(*ui_->lblPerc, palette().color(QPalette::WindowText));
     ui_->lblPerc->setMinimumWidth(
         ui_->lblPerc->fontMetrics().horizontalAdvance(QStringLiteral("100.00%")) + 12);
@@ -46,7 +47,7 @@ void ScorePanel::show(const Score& score) {
     ui_->txtRerrate->setText(QString::number(score.wrong()));
     ui_->lblPerc->setText(score.percentage());
     ui_->lblPerc->setAccessibleName(
-        QStringLiteral("Percentuale risposte esatte: %1").arg(score.percentage()));
+        UserText::tr("Percentuale risposte esatte: %1").arg(score.percentage()));
     for (QLabel* counter : {ui_->txtResatte, ui_->txtRerrate}) {
         const bool right = counter == ui_->txtResatte;
         const auto& colour = right ? score.rightColour() : score.wrongColour();
@@ -60,9 +61,9 @@ void ScorePanel::show(const Score& score) {
 
 void ScorePanel::announceVerdict(const Score& score) {
     if (score.lastVerdict() == Score::Verdict::Right)
-        announce(*ui_->lblOk, QStringLiteral("Risposta esatta, %1").arg(score.percentage()));
+        announce(*ui_->lblOk, UserText::tr("Risposta esatta, %1").arg(score.percentage()));
     else
-        announce(*ui_->lblKo, QStringLiteral("Risposta errata, %1").arg(score.percentage()));
+        announce(*ui_->lblKo, UserText::tr("Risposta errata, %1").arg(score.percentage()));
 }
 
 void ScorePanel::onPercentageDoubleClick(const std::function<void()>& handler) {

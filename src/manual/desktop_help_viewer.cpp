@@ -4,6 +4,7 @@
 #include "manual/help_window.h"
 #include "platform/dialogs.h"
 #include "platform/folders.h"
+#include "platform/user_text.h"
 
 #include <QApplication>
 #include <QVariant>
@@ -53,10 +54,10 @@ void DesktopHelpViewer::show(const QString& helpFile) {
     if (!found.pages.isEmpty())
         showPages(found.pages);
     else if (found.compiled.isEmpty())
-        dialogs_.message(QStringLiteral("File della guida non trovato !!!\n%1").arg(wanted));
+        dialogs_.message(UserText::tr("File della guida non trovato !!!\n%1").arg(wanted));
     else
         dialogs_.message(
-            QStringLiteral("Nessun programma può aprire la guida !!!\n%1").arg(found.compiled));
+            UserText::tr("Nessun programma può aprire la guida !!!\n%1").arg(found.compiled));
 }
 
 void DesktopHelpViewer::showPages(const QString& folder) {

@@ -1,6 +1,7 @@
 #include "manual/help_browser.h"
 
 #include "manual/help_pages.h"
+#include "platform/user_text.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QScrollBar>
@@ -37,7 +38,7 @@ QString HelpBrowser::styleSheetOfPage() const {
     const QColor text = palette().color(QPalette::Text);
     const QColor paper = palette().color(QPalette::Base);
     const QColor accent = palette().color(QPalette::Link);
-    return QStringLiteral(
+    return UserText::tr(
                "h1, h2, h3 { color: %1 } a { color: %1 } p, li { line-height: 130% }"
                "th { background-color: %2 } code, kbd { background-color: %2 }"
                "div.nota { background-color: %3; margin-top: 8px; margin-bottom: 8px }"

@@ -1,6 +1,7 @@
 #include "manual/help_window.h"
 
 #include "platform/key_codes.h"
+#include "platform/user_text.h"
 #include "ui_help_window.h"
 
 #include <QEvent>
@@ -33,7 +34,7 @@ HelpWindow::HelpWindow(const QString& folder)
     ui_->lblTrovate->hide();
     // The box makes its clearing button itself.
     if (auto* clear = ui_->txtCerca->findChild<QToolButton*>())
-        clear->setAccessibleName(QStringLiteral("Cancella la ricerca"));
+        clear->setAccessibleName(UserText::tr("Cancella la ricerca"));
     fillContents();
     connectControls();
     addShortcuts();
@@ -141,9 +142,9 @@ void HelpWindow::search() {
         item->setData(kFileRole, match.file);
     }
     const int count = ui_->risultati->count();
-    ui_->lblTrovate->setText(count == 0   ? QStringLiteral("Nessuna pagina trovata")
-                             : count == 1 ? QStringLiteral("1 pagina trovata")
-                                          : QStringLiteral("%1 pagine trovate").arg(count));
+    ui_->lblTrovate->setText(count == 0   ? UserText::tr("Nessuna pagina trovata")
+                             : count == 1 ? UserText::tr("1 pagina trovata")
+                                          : UserText::tr("%1 pagine trovate").arg(count));
     ui_->contenuti->setVisible(!asked);
     ui_->risultati->setVisible(asked);
     ui_->lblTrovate->setVisible(asked);

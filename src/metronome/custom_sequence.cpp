@@ -2,6 +2,7 @@
 
 #include "core/funzioni_mm.h"
 #include "metronome/metronome_state.h"
+#include "platform/user_text.h"
 
 namespace custom_sequence {
 namespace {
@@ -47,7 +48,7 @@ void store(MetronomeState& state, const Result& result) {
     }
     state.MetroPattern = result.pattern;
     if (!pulse_pattern::isBuiltIn(result.pattern))
-        state.MetroTimeSig = result.tempo.isEmpty() ? QStringLiteral("P.") : result.tempo;
+        state.MetroTimeSig = result.tempo.isEmpty() ? UserText::tr("P.") : result.tempo;
 }
 
 }  // namespace custom_sequence

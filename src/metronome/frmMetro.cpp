@@ -2,6 +2,7 @@
 
 #include "metronome/frmConfMetro.h"
 #include "metronome/metronome_host.h"
+#include "platform/user_text.h"
 #include "ui_frmMetro.h"
 #include "widgets/appearance.h"
 #include "widgets/label_button.h"
@@ -111,12 +112,12 @@ void frmMetro::showTempo() {
     const bool doubled = metronome_.doubled();
     ui_->lblTempo->setText(QString::number(metronome_.shownTempo()));
     ui_->lblX12->setText(doubled ? QStringLiteral("x2") : QStringLiteral("x1"));
-    ui_->lblX12->setToolTip(doubled ? QStringLiteral("Clicca per dimezzare la velocità")
-                                    : QStringLiteral("Clicca per raddoppiare la velocità"));
-    ui_->lblX12->setAccessibleName(doubled ? QStringLiteral("Velocità raddoppiata, x2")
-                                           : QStringLiteral("Velocità semplice, x1"));
+    ui_->lblX12->setToolTip(doubled ? UserText::tr("Clicca per dimezzare la velocità")
+                                    : UserText::tr("Clicca per raddoppiare la velocità"));
+    ui_->lblX12->setAccessibleName(doubled ? UserText::tr("Velocità raddoppiata, x2")
+                                           : UserText::tr("Velocità semplice, x1"));
     ui_->lblTempo->setAccessibleName(
-        QStringLiteral("%1 pulsazioni al minuto").arg(metronome_.shownTempo()));
+        UserText::tr("%1 pulsazioni al minuto").arg(metronome_.shownTempo()));
 }
 
 void frmMetro::enableControls(bool on) {
@@ -138,7 +139,7 @@ void frmMetro::metronomeStopped() {
 
 void frmMetro::showTimeSignature(const QString& timeSig) {
     ui_->lblTs->setText(QString(timeSig).replace(QLatin1Char('&'), QLatin1String("&&")));
-    ui_->lblTs->setAccessibleName(QStringLiteral("Tempo %1").arg(timeSig));
+    ui_->lblTs->setAccessibleName(UserText::tr("Tempo %1").arg(timeSig));
 }
 
 void frmMetro::showLamps(int count) {

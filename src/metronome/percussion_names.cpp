@@ -1,5 +1,7 @@
 #include "metronome/percussion_names.h"
 
+#include "platform/user_text.h"
+
 #include <algorithm>
 #include <array>
 
@@ -12,35 +14,35 @@ struct Instrument {
 };
 
 constexpr std::array<Instrument, 29> kInstruments{{
-    {27, "Suono acuto"},
-    {31, "Bacchette"},
-    {33, "Clic"},
-    {34, "Campanella"},
-    {35, "Grancassa"},
-    {36, "Cassa"},
-    {37, "Bordo rullante"},
-    {38, "Rullante"},
-    {40, "Rullante elettr."},
-    {42, "Charleston chiuso"},
-    {43, "Timpano"},
-    {44, "Charleston pedale"},
-    {45, "Tom grave"},
-    {46, "Charleston aperto"},
-    {48, "Tom medio"},
-    {49, "Piatto crash"},
-    {51, "Piatto ride"},
-    {53, "Campana piatto"},
-    {54, "Tamburello"},
-    {61, "Bongo grave"},
-    {65, "Timbale acuto"},
-    {66, "Timbale grave"},
-    {69, "Cabasa"},
-    {75, "Legnetti"},
-    {76, "Blocco acuto"},
-    {77, "Blocco grave"},
-    {81, "Triangolo"},
-    {82, "Shaker"},
-    {85, "Nacchere"},
+    {27, QT_TRANSLATE_NOOP("UserText", "Suono acuto")},
+    {31, QT_TRANSLATE_NOOP("UserText", "Bacchette")},
+    {33, QT_TRANSLATE_NOOP("UserText", "Clic")},
+    {34, QT_TRANSLATE_NOOP("UserText", "Campanella")},
+    {35, QT_TRANSLATE_NOOP("UserText", "Grancassa")},
+    {36, QT_TRANSLATE_NOOP("UserText", "Cassa")},
+    {37, QT_TRANSLATE_NOOP("UserText", "Bordo rullante")},
+    {38, QT_TRANSLATE_NOOP("UserText", "Rullante")},
+    {40, QT_TRANSLATE_NOOP("UserText", "Rullante elettr.")},
+    {42, QT_TRANSLATE_NOOP("UserText", "Charleston chiuso")},
+    {43, QT_TRANSLATE_NOOP("UserText", "Timpano")},
+    {44, QT_TRANSLATE_NOOP("UserText", "Charleston pedale")},
+    {45, QT_TRANSLATE_NOOP("UserText", "Tom grave")},
+    {46, QT_TRANSLATE_NOOP("UserText", "Charleston aperto")},
+    {48, QT_TRANSLATE_NOOP("UserText", "Tom medio")},
+    {49, QT_TRANSLATE_NOOP("UserText", "Piatto crash")},
+    {51, QT_TRANSLATE_NOOP("UserText", "Piatto ride")},
+    {53, QT_TRANSLATE_NOOP("UserText", "Campana piatto")},
+    {54, QT_TRANSLATE_NOOP("UserText", "Tamburello")},
+    {61, QT_TRANSLATE_NOOP("UserText", "Bongo grave")},
+    {65, QT_TRANSLATE_NOOP("UserText", "Timbale acuto")},
+    {66, QT_TRANSLATE_NOOP("UserText", "Timbale grave")},
+    {69, QT_TRANSLATE_NOOP("UserText", "Cabasa")},
+    {75, QT_TRANSLATE_NOOP("UserText", "Legnetti")},
+    {76, QT_TRANSLATE_NOOP("UserText", "Blocco acuto")},
+    {77, QT_TRANSLATE_NOOP("UserText", "Blocco grave")},
+    {81, QT_TRANSLATE_NOOP("UserText", "Triangolo")},
+    {82, QT_TRANSLATE_NOOP("UserText", "Shaker")},
+    {85, QT_TRANSLATE_NOOP("UserText", "Nacchere")},
 }};
 
 }  // namespace
@@ -49,7 +51,7 @@ QString nameOf(int note) {
     const auto* found =
         std::find_if(kInstruments.begin(), kInstruments.end(),
                      [note](const Instrument& instrument) { return instrument.note == note; });
-    return found == kInstruments.end() ? QString() : QString::fromUtf8(found->name);
+    return found == kInstruments.end() ? QString() : UserText::tr(found->name);
 }
 
 }  // namespace percussion_names

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/user_text.h"
 #include "reading/staff_step.h"
 
 #include <array>
@@ -15,22 +16,22 @@ struct StepRange {
 };
 
 struct Item {
-    const char* text;                ///< UTF-8
+    const char* text;                ///< shown by `UserText::tr`
     std::optional<StepRange> range;  ///< nothing for a separator line
 };
 
 constexpr std::array<Item, 11> kItems{{
-    {"Chiave di Sol: SI - MI", StepRange{43, 53}},
-    {"Chiave di Sol: Sol - Sol", StepRange{41, 55}},
-    {"Chiave di Sol: Fa - Do", StepRange{40, 58}},
-    {"Chiave di Sol: Fa - Sol", StepRange{40, 62}},
+    {QT_TRANSLATE_NOOP("UserText", "Chiave di Sol: SI - MI"), StepRange{43, 53}},
+    {QT_TRANSLATE_NOOP("UserText", "Chiave di Sol: Sol - Sol"), StepRange{41, 55}},
+    {QT_TRANSLATE_NOOP("UserText", "Chiave di Sol: Fa - Do"), StepRange{40, 58}},
+    {QT_TRANSLATE_NOOP("UserText", "Chiave di Sol: Fa - Sol"), StepRange{40, 62}},
     {"---------------------------", std::nullopt},
-    {"Chiave di Fa: Sol - La", StepRange{18, 26}},
-    {"Chiave di Fa: Mi - Do", StepRange{16, 28}},
-    {"Chiave di Fa: Do - Mi", StepRange{14, 30}},
-    {"Chiave di Fa: Sol - Fa", StepRange{11, 31}},
+    {QT_TRANSLATE_NOOP("UserText", "Chiave di Fa: Sol - La"), StepRange{18, 26}},
+    {QT_TRANSLATE_NOOP("UserText", "Chiave di Fa: Mi - Do"), StepRange{16, 28}},
+    {QT_TRANSLATE_NOOP("UserText", "Chiave di Fa: Do - Mi"), StepRange{14, 30}},
+    {QT_TRANSLATE_NOOP("UserText", "Chiave di Fa: Sol - Fa"), StepRange{11, 31}},
     {"----------------------------", std::nullopt},
-    {"5 Ottave Do - Si", StepRange{14, 64}},
+    {QT_TRANSLATE_NOOP("UserText", "5 Ottave Do - Si"), StepRange{14, 64}},
 }};
 
 /// The item that a choice leads to: a separator leads to the first item.

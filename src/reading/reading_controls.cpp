@@ -1,5 +1,6 @@
 #include "reading/reading_controls.h"
 
+#include "platform/user_text.h"
 #include "reading/difficulty.h"
 #include "ui_reading_controls.h"
 #include "widgets/appearance.h"
@@ -15,7 +16,7 @@ ReadingControls::ReadingControls(QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::ReadingControls>()) {
     ui_->setupUi(this);
     for (const difficulty::Item& item : difficulty::kItems)
-        ui_->difficolt->addItem(QString::fromUtf8(item.text));
+        ui_->difficolt->addItem(UserText::tr(item.text));
     ui_->difficolt->setMaxVisibleItems(static_cast<int>(difficulty::kItems.size()));
     for (QWidget* counter : {ui_->conta, ui_->er})
         appearance::enlargeText(*counter, kCounterTextScale, QFont::Normal);

@@ -1,5 +1,6 @@
 #include "reading/reading_drill.h"
 
+#include "platform/user_text.h"
 #include "reading/answer_keys.h"
 #include "reading/reading_board.h"
 #include "reading/reading_controls.h"
@@ -75,7 +76,7 @@ void ReadingDrill::Start_Click() {
 void ReadingDrill::Slider1_Change() {
     const int notesPerMinute = controls_.ui().Slider1->value();
     session_.setSpeed(notesPerMinute);
-    controls_.ui().lblVelocita->setText(QStringLiteral("Velocità: %1").arg(notesPerMinute));
+    controls_.ui().lblVelocita->setText(UserText::tr("Velocità: %1").arg(notesPerMinute));
 }
 
 void ReadingDrill::difficolt_Click() {
@@ -112,7 +113,7 @@ void ReadingDrill::showCounts(int conta, int er) {
 }
 
 void ReadingDrill::sessionStarted() {
-    controls_.ui().Start->setText(QStringLiteral("Stop"));
+    controls_.ui().Start->setText(UserText::tr("Stop"));
     controls_.hideStatistics();
     // A session takes no range, and its staff shows nothing but the note that is asked.
     board_.staff().ruler().setEnabled(false);
@@ -122,7 +123,7 @@ void ReadingDrill::sessionStarted() {
 }
 
 void ReadingDrill::sessionStopped(const ReadingStatistics& statistics) {
-    controls_.ui().Start->setText(QStringLiteral("Start"));
+    controls_.ui().Start->setText(UserText::tr("Start"));
     board_.staff().ruler().setEnabled(true);
     board_.enableAnswers(false);
     if (!statistics.empty())

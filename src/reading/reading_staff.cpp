@@ -1,5 +1,6 @@
 #include "reading/reading_staff.h"
 
+#include "platform/user_text.h"
 #include "reading/regolo.h"
 #include "widgets/appearance.h"
 #include "widgets/music_font.h"
@@ -85,7 +86,7 @@ private:
 ReadingStaff::ReadingStaff(QWidget* parent)
     : QWidget(parent), font_(MusicFont::shared()), ruler_(new Regolo(this)) {
     QAccessible::installFactory(makeInterface);
-    setAccessibleName(QStringLiteral("Pentagramma"));
+    setAccessibleName(UserText::tr("Pentagramma"));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 
     constexpr auto kSteps = staff_step::all();
@@ -115,7 +116,7 @@ void ReadingStaff::showNote(int step) {
 void ReadingStaff::hideNotes() {
     for (NotePicture* note : notes_)
         note->setVisible(false);
-    setAccessibleDescription(QStringLiteral("Nessuna nota"));
+    setAccessibleDescription(UserText::tr("Nessuna nota"));
 }
 
 bool ReadingStaff::event(QEvent* event) {

@@ -1,5 +1,6 @@
 #include "reading/regolo.h"
 
+#include "platform/user_text.h"
 #include "reading/regolo_accessible.h"
 #include "reading/regolo_marker.h"
 #include "reading/ruler.h"
@@ -81,8 +82,8 @@ QPainterPath chosenSign(QPointF point, double size) {
 Regolo::Regolo(QWidget* parent) : QWidget(parent), line_(new QWidget(this)), cursor_(kMiddleC) {
     installRegoloAccessible();
     setObjectName(QStringLiteral("Regolo"));
-    setToolTip(QStringLiteral("Clicca per scegliere l'intervallo"));
-    setAccessibleName(QStringLiteral("Righello dell'intervallo"));
+    setToolTip(UserText::tr("Clicca per scegliere l'intervallo"));
+    setAccessibleName(UserText::tr("Righello dell'intervallo"));
     setFocusPolicy(Qt::TabFocus);
     setMouseTracking(true);
 

@@ -1,5 +1,6 @@
 #include "reading/step_range_choice.h"
 
+#include "platform/user_text.h"
 #include "reading/ruler.h"
 
 #include <algorithm>
@@ -34,9 +35,9 @@ QString StepRangeChoice::inWords(pitch::AnswerNames names) const {
     };
     if (startAllowed_) {
         const int lower = std::max(range_.lower, staff_step::kBassLowest);
-        return QStringLiteral("Note da %1 a %2").arg(name(lower), name(range_.upper));
+        return UserText::tr("Note da %1 a %2").arg(name(lower), name(range_.upper));
     }
     if (first_ == 0)
-        return QStringLiteral("Clicca sul righello accanto alla prima nota");
-    return QStringLiteral("Prima nota: %1. Ora clicca la seconda").arg(name(first_));
+        return UserText::tr("Clicca sul righello accanto alla prima nota");
+    return UserText::tr("Prima nota: %1. Ora clicca la seconda").arg(name(first_));
 }

@@ -1,5 +1,6 @@
 #include "reference/frmOptions.h"
 
+#include "platform/user_text.h"
 #include "ui_frmOptions.h"
 #include "widgets/appearance.h"
 
@@ -64,7 +65,7 @@ void frmOptions::showPage(int page, bool shown) {
         colours.setColor(QPalette::ButtonText, palette().color(QPalette::HighlightedText));
     }
     button.setPalette(colours);
-    button.setAccessibleDescription(shown ? QStringLiteral("Pagina mostrata") : QString());
+    button.setAccessibleDescription(shown ? UserText::tr("Pagina mostrata") : QString());
 }
 
 void frmOptions::cmdOk_Click() {

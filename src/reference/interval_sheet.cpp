@@ -1,6 +1,7 @@
 #include "reference/interval_sheet.h"
 
 #include "core/intervals.h"
+#include "platform/user_text.h"
 #include "widgets/appearance.h"
 
 #include <QGridLayout>
@@ -12,8 +13,10 @@ using intervals::Group;
 using intervals::Interval;
 
 /// A column for each group.
-constexpr std::array<const char*, 3> kHeadings{"Intervalli consonanti", "Intervalli dissonanti",
-                                               "Consonanti se l'intervallo è melodico"};
+constexpr std::array<const char*, 3> kHeadings{
+    QT_TRANSLATE_NOOP("UserText", "Intervalli consonanti"),
+    QT_TRANSLATE_NOOP("UserText", "Intervalli dissonanti"),
+    QT_TRANSLATE_NOOP("UserText", "Consonanti se l'intervallo è melodico")};
 
 constexpr int kNameSpacing = 20;
 constexpr int kColumnSpacing = 16;
@@ -34,7 +37,8 @@ QWidget* makeCell(int semitones, Group group, QWidget* parent) {
         name->setAccessibleName(QStringLiteral("%1: %2").arg(
             intervals::inWords(interval), intervals::semitonesInWords(semitones)));
         appearance::enlargeText(*name, kNameScale, QFont::Normal);
-        name->setMinimumWidth(name->fontMetrics().horizontalAdvance(QStringLiteral("0 Gius")));
+        name->setMinimumWidth(
+            name->fontMetrics().horizontalAdvance(QStringLiteral("0 ") + UserText::tr("Gius")));
         names->addWidget(name);
     }
     names->addStretch(1);
@@ -70,10 +74,10 @@ void IntervalSheet::addHeadings(QGridLayout& table) {
         table.addWidget(heading, 0, column, Qt::AlignLeft | Qt::AlignVCenter);
         table.setColumnStretch(column, column == 0 ? 0 : 1);
     };
-    add(QStringLiteral("Semit."), 0);
+    add(UserText::tr("Semit."), 0);
     int column = 0;
     for (const char* heading : kHeadings)
-        add(QString::fromUtf8(heading), ++column);
+        add(UserText::tr(heading), ++column);
 }
 
 /// Every other row lies on a band of its own colour.

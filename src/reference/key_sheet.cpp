@@ -1,5 +1,6 @@
 #include "reference/key_sheet.h"
 
+#include "platform/user_text.h"
 #include "reference/engraved_pictures.h"
 #include "reference/key_signatures.h"
 #include "widgets/appearance.h"
@@ -15,8 +16,13 @@ namespace {
 using key_signatures::KeySignature;
 
 constexpr std::array<const char*, 7> kDegrees{
-    " I      Tonica",   " II     Sopratonica",   " III    Mediante", " IV    Sottodominante",
-    " V     Dominante", " VI    Sopradominante", " VII   Sensibile"};
+    QT_TRANSLATE_NOOP("UserText", " I      Tonica"),
+    QT_TRANSLATE_NOOP("UserText", " II     Sopratonica"),
+    QT_TRANSLATE_NOOP("UserText", " III    Mediante"),
+    QT_TRANSLATE_NOOP("UserText", " IV    Sottodominante"),
+    QT_TRANSLATE_NOOP("UserText", " V     Dominante"),
+    QT_TRANSLATE_NOOP("UserText", " VI    Sopradominante"),
+    QT_TRANSLATE_NOOP("UserText", " VII   Sensibile")};
 
 constexpr double kNameScale = 1.5;
 constexpr double kDegreeScale = 1.4;
@@ -38,7 +44,7 @@ const KeySignature& keyOf(int index) {
 
 /// What a button opens.
 QString nameOf(int index) {
-    return index == KeyPage::kDegrees ? QStringLiteral("Elenco dei gradi")
+    return index == KeyPage::kDegrees ? UserText::tr("Elenco dei gradi")
                                       : key_signatures::majorName(keyOf(index));
 }
 
@@ -69,7 +75,7 @@ KeySheet::KeySheet(QWidget* parent) : Sheet(parent) {
     buttons->setRowStretch(kDegreesRow + 1, 1);
     for (int index = 1; index <= KeyPage::kButtons; ++index)
         addButton(*buttons, index);
-    ton_[KeyPage::kDegrees]->setToolTip(QStringLiteral("Gradi"));
+    ton_[KeyPage::kDegrees]->setToolTip(UserText::tr("Gradi"));
     page->addLayout(buttons);
 
     auto* pictures = new QGridLayout;
@@ -126,13 +132,13 @@ QWidget* KeySheet::makePicture(int index) {
 QWidget* KeySheet::makeDegrees() {
     auto* frame = new QFrame(this);
     frame->setObjectName(QStringLiteral("Gradi"));
-    frame->setAccessibleName(QStringLiteral("Gradi della scala"));
+    frame->setAccessibleName(UserText::tr("Gradi della scala"));
     auto* column = new QVBoxLayout(frame);
     column->setSpacing(0);
     column->addStretch(1);
     for (const char* degree : kDegrees) {
         auto* label = new DegreeLabel(frame);
-        label->setText(QLatin1String(degree));
+        label->setText(UserText::tr(degree));
         appearance::enlargeText(*label, kDegreeScale, QFont::Normal);
         column->addWidget(label, 0, Qt::AlignLeft);
     }
@@ -143,7 +149,7 @@ QWidget* KeySheet::makeDegrees() {
 /// Stands where nothing is shown yet.
 QWidget* KeySheet::makeHint() {
     QLabel* hint = makeCentred(
-        QStringLiteral("Premi + accanto a una tonalità\nper vedere le sue alterazioni in chiave"),
+        UserText::tr("Premi + accanto a una tonalità\nper vedere le sue alterazioni in chiave"),
         this);
     QPalette palette = hint->palette();
     palette.setColor(QPalette::WindowText, palette.color(QPalette::PlaceholderText));
@@ -162,7 +168,7 @@ void KeySheet::render() {
         KeyButton& button = *ton_[static_cast<std::size_t>(index)];
         button.showOpen(shown);
         button.setAccessibleName(QStringLiteral("%1: %2").arg(
-            nameOf(index), QLatin1String(shown ? "visibile" : "non visibile")));
+            nameOf(index), shown ? UserText::tr("visibile") : UserText::tr("non visibile")));
         shown_[static_cast<std::size_t>(index)]->setVisible(shown);
     }
     hint_->setVisible(page_.isEmpty());

@@ -1,24 +1,28 @@
 #include "reference/key_signatures.h"
 
+#include "platform/user_text.h"
+
 #include <QStringList>
 
 namespace key_signatures {
 
 QString majorName(const KeySignature& key) {
-    return QLatin1String(key.major) + QStringLiteral(" maggiore");
+    return UserText::tr(key.major) + UserText::tr(" maggiore");
 }
 
 QString minorName(const KeySignature& key) {
-    return QLatin1String(key.minor) + QStringLiteral(" minore");
+    return UserText::tr(key.minor) + UserText::tr(" minore");
 }
 
 QString signsInWords(const KeySignature& key) {
     if (key.count() == 0)
-        return QStringLiteral("Nessuna alterazione");
-    const QLatin1String kind(key.isSharp() ? "diesis" : key.count() == 1 ? "bemolle" : "bemolli");
+        return UserText::tr("Nessuna alterazione");
+    const QString kind = key.isSharp()      ? UserText::tr("diesis")
+                         : key.count() == 1 ? UserText::tr("bemolle")
+                                            : UserText::tr("bemolli");
     QStringList notes;
     for (const Sign& sign : signsOf(key))
-        notes += QLatin1String(sign.note);
+        notes += UserText::tr(sign.note);
     return QStringLiteral("%1 %2: %3").arg(key.count()).arg(kind, notes.join(QStringLiteral(", ")));
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/grand_staff.h"
+#include "platform/user_text.h"
 
 #include <QString>
 
@@ -21,21 +22,21 @@ struct KeySignature {
 };
 
 constexpr auto kAll = std::to_array<KeySignature>({
-    {0, "Do", "La"},
-    {1, "Sol", "Mi"},
-    {2, "Re", "Si"},
-    {3, "La", "Fa diesis"},
-    {4, "Mi", "Do diesis"},
-    {5, "Si", "Sol diesis"},
-    {6, "Fa diesis", "Re diesis"},
-    {7, "Do diesis", "La diesis"},
-    {-1, "Fa", "Re"},
-    {-2, "Si bemolle", "Sol"},
-    {-3, "Mi bemolle", "Do"},
-    {-4, "La bemolle", "Fa"},
-    {-5, "Re bemolle", "Si bemolle"},
-    {-6, "Sol bemolle", "Mi bemolle"},
-    {-7, "Do bemolle", "La bemolle"},
+    {0, QT_TRANSLATE_NOOP("UserText", "Do"), QT_TRANSLATE_NOOP("UserText", "La")},
+    {1, QT_TRANSLATE_NOOP("UserText", "Sol"), QT_TRANSLATE_NOOP("UserText", "Mi")},
+    {2, QT_TRANSLATE_NOOP("UserText", "Re"), QT_TRANSLATE_NOOP("UserText", "Si")},
+    {3, QT_TRANSLATE_NOOP("UserText", "La"), QT_TRANSLATE_NOOP("UserText", "Fa diesis")},
+    {4, QT_TRANSLATE_NOOP("UserText", "Mi"), QT_TRANSLATE_NOOP("UserText", "Do diesis")},
+    {5, QT_TRANSLATE_NOOP("UserText", "Si"), QT_TRANSLATE_NOOP("UserText", "Sol diesis")},
+    {6, QT_TRANSLATE_NOOP("UserText", "Fa diesis"), QT_TRANSLATE_NOOP("UserText", "Re diesis")},
+    {7, QT_TRANSLATE_NOOP("UserText", "Do diesis"), QT_TRANSLATE_NOOP("UserText", "La diesis")},
+    {-1, QT_TRANSLATE_NOOP("UserText", "Fa"), QT_TRANSLATE_NOOP("UserText", "Re")},
+    {-2, QT_TRANSLATE_NOOP("UserText", "Si bemolle"), QT_TRANSLATE_NOOP("UserText", "Sol")},
+    {-3, QT_TRANSLATE_NOOP("UserText", "Mi bemolle"), QT_TRANSLATE_NOOP("UserText", "Do")},
+    {-4, QT_TRANSLATE_NOOP("UserText", "La bemolle"), QT_TRANSLATE_NOOP("UserText", "Fa")},
+    {-5, QT_TRANSLATE_NOOP("UserText", "Re bemolle"), QT_TRANSLATE_NOOP("UserText", "Si bemolle")},
+    {-6, QT_TRANSLATE_NOOP("UserText", "Sol bemolle"), QT_TRANSLATE_NOOP("UserText", "Mi bemolle")},
+    {-7, QT_TRANSLATE_NOOP("UserText", "Do bemolle"), QT_TRANSLATE_NOOP("UserText", "La bemolle")},
 });
 
 /// A sharp or a flat: the note it alters, and where it stands on the stave of the treble clef, in
@@ -45,10 +46,20 @@ struct Sign {
     int position;
 };
 
-constexpr std::array<Sign, 7> kSharps{
-    {{"Fa", 8}, {"Do", 5}, {"Sol", 9}, {"Re", 6}, {"La", 3}, {"Mi", 7}, {"Si", 4}}};
-constexpr std::array<Sign, 7> kFlats{
-    {{"Si", 4}, {"Mi", 7}, {"La", 3}, {"Re", 6}, {"Sol", 2}, {"Do", 5}, {"Fa", 1}}};
+constexpr std::array<Sign, 7> kSharps{{{QT_TRANSLATE_NOOP("UserText", "Fa"), 8},
+                                       {QT_TRANSLATE_NOOP("UserText", "Do"), 5},
+                                       {QT_TRANSLATE_NOOP("UserText", "Sol"), 9},
+                                       {QT_TRANSLATE_NOOP("UserText", "Re"), 6},
+                                       {QT_TRANSLATE_NOOP("UserText", "La"), 3},
+                                       {QT_TRANSLATE_NOOP("UserText", "Mi"), 7},
+                                       {QT_TRANSLATE_NOOP("UserText", "Si"), 4}}};
+constexpr std::array<Sign, 7> kFlats{{{QT_TRANSLATE_NOOP("UserText", "Si"), 4},
+                                      {QT_TRANSLATE_NOOP("UserText", "Mi"), 7},
+                                      {QT_TRANSLATE_NOOP("UserText", "La"), 3},
+                                      {QT_TRANSLATE_NOOP("UserText", "Re"), 6},
+                                      {QT_TRANSLATE_NOOP("UserText", "Sol"), 2},
+                                      {QT_TRANSLATE_NOOP("UserText", "Do"), 5},
+                                      {QT_TRANSLATE_NOOP("UserText", "Fa"), 1}}};
 
 /// The same sign stands so much lower on the stave of the bass clef.
 constexpr int kBassShift = grand_staff::kBassShift;

@@ -1,6 +1,7 @@
 #include "reference/note_value_sheet.h"
 
 #include "core/note_values.h"
+#include "platform/user_text.h"
 #include "reference/engraved_pictures.h"
 #include "widgets/appearance.h"
 
@@ -12,10 +13,12 @@ namespace {
 enum Column { kNote, kName, kOtherName, kFraction, kRest };
 
 constexpr double kNameScale = 1.15;
-constexpr std::array<const char*, 5> kHeadings{"Nota", "Nome", "", "Valore", "Pausa"};
+constexpr std::array<const char*, 5> kHeadings{
+    QT_TRANSLATE_NOOP("UserText", "Nota"), QT_TRANSLATE_NOOP("UserText", "Nome"), "",
+    QT_TRANSLATE_NOOP("UserText", "Valore"), QT_TRANSLATE_NOOP("UserText", "Pausa")};
 
 QLabel* text(const char* words, QWidget* parent, double scale, QFont::Weight weight) {
-    auto* label = new QLabel(QString::fromUtf8(words), parent);
+    auto* label = new QLabel(UserText::tr(words), parent);
     appearance::enlargeText(*label, scale, weight);
     return label;
 }
@@ -46,7 +49,7 @@ NoteValueSheet::NoteValueSheet(QWidget* parent) : Sheet(parent) {
     for (const note_values::NoteValue& value : note_values::kAll) {
         table->setRowStretch(++row, 1);
         auto* note = new ValuePicture(ValuePicture::Kind::Note, value.duration, this);
-        note->setAccessibleName(QString::fromUtf8(value.name));
+        note->setAccessibleName(UserText::tr(value.name));
         auto* rest = new ValuePicture(ValuePicture::Kind::Rest, value.duration, this);
         rest->setAccessibleName(note_values::restName(value));
         place(note, row, kNote);

@@ -1,5 +1,6 @@
 #include "shell/frmAbout.h"
 
+#include "platform/user_text.h"
 #include "ui_frmAbout.h"
 #include "widgets/appearance.h"
 
@@ -17,7 +18,7 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::
     ui_->imgIcona->setPixmap(windowIcon().pixmap(QSize(kIconSize, kIconSize), devicePixelRatioF()));
     appearance::enlargeText(*ui_->lblTitle, kTitleScale);
     ui_->lblVersion->setText(
-        QStringLiteral("Versione %1 - Ottobre 2004").arg(QCoreApplication::applicationVersion()));
+        UserText::tr("Versione %1 - Ottobre 2004").arg(QCoreApplication::applicationVersion()));
     connect(ui_->cmdOK, &QPushButton::clicked, this, &QDialog::accept);
 }
 

@@ -2,6 +2,7 @@
 
 #include "core/funzioni_mm.h"
 #include "core/instruments.h"
+#include "platform/user_text.h"
 #include "shell/midi_test.h"
 #include "ui_frmMidiTest.h"
 
@@ -127,6 +128,6 @@ void frmMidiTest::nameInstrument(int program) {
 /// Shows the ID of a line's device and answers with it.
 int frmMidiTest::showDeviceId(const QListWidgetItem& line) {
     const int id = line.data(kDeviceIdRole).toInt();
-    ui_->lblDevID->setText(QStringLiteral("Dev. ID: %1").arg(id));
+    ui_->lblDevID->setText(UserText::tr("Dev. ID: %1").arg(id));
     return id;
 }

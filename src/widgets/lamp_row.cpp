@@ -1,6 +1,7 @@
 #include "widgets/lamp_row.h"
 
 #include "core/lamp_colours.h"
+#include "platform/user_text.h"
 #include "widgets/parts_accessible.h"
 
 #include <QEvent>
@@ -29,7 +30,7 @@ QString nameOf(Colour colour) {
     const auto* found = std::find_if(
         lamp_colours::kAll.begin(), lamp_colours::kAll.end(),
         [colour](const lamp_colours::NamedColour& entry) { return entry.colour == colour; });
-    return QString::fromUtf8(found == lamp_colours::kAll.end() ? "accesa" : found->name);
+    return found == lamp_colours::kAll.end() ? UserText::tr("accesa") : UserText::tr(found->name);
 }
 
 QAccessibleInterface* makeInterface(const QString& className, QObject* object) {
@@ -53,7 +54,7 @@ public:
         QPalette lit = palette();
         lit.setColor(QPalette::Window, fromBgr(colour));
         setPalette(lit);
-        setAccessibleName(QStringLiteral("Pulsazione %1: %2").arg(index_ + 1).arg(nameOf(colour)));
+        setAccessibleName(UserText::tr("Pulsazione %1: %2").arg(index_ + 1).arg(nameOf(colour)));
     }
 
 protected:
@@ -73,7 +74,7 @@ private:
 
 LampRow::LampRow(QWidget* parent) : QWidget(parent), lamps_{} {
     QAccessible::installFactory(makeInterface);
-    setAccessibleName(QStringLiteral("Pulsazioni"));
+    setAccessibleName(UserText::tr("Pulsazioni"));
     for (int i = 0; i < kCount; ++i)
         lamps_[static_cast<std::size_t>(i)] = new Lamp(i, this);
     arrange();

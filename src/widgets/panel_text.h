@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/user_text.h"
+
 #include <QString>
 
 class QWidget;
@@ -12,7 +14,7 @@ void reserve(QWidget& widget, const QString& widest, int frame = 12);
 
 /// The widest name of a note.
 inline QString widestNoteName() {
-    return QStringLiteral("Sol#");
+    return UserText::tr("Sol#");
 }
 
 /// The widest number of an entry.

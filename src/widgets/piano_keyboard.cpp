@@ -1,6 +1,7 @@
 #include "widgets/piano_keyboard.h"
 
 #include "core/pitch.h"
+#include "platform/user_text.h"
 #include "widgets/piano_key_accessible.h"
 #include "widgets/piano_key_name.h"
 
@@ -76,12 +77,12 @@ PianoKey::PianoKey(int index, QWidget* parent) : QWidget(parent), index_(index) 
     setObjectName(QStringLiteral("lb_%1").arg(index));
     setAccessibleName(noteInWords(index + pitch::kLowestNote));
     if (index == kMiddleC)
-        setToolTip(QStringLiteral("Do Centrale"));
+        setToolTip(UserText::tr("Do Centrale"));
 }
 
 PianoKeyboard::PianoKeyboard(QWidget* parent) : QWidget(parent), cursor_(kMiddleC) {
     installPianoKeyAccessible();
-    setAccessibleName(QStringLiteral("Tastiera"));
+    setAccessibleName(UserText::tr("Tastiera"));
     setFocusPolicy(Qt::TabFocus);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
 
@@ -124,7 +125,7 @@ void PianoKeyboard::setRangeMark(int index, bool on) {
         return;
     rangeMarked_[static_cast<std::size_t>(index)] = on;
     markWidget(index)->setVisible(on && showsRangeMarks_);
-    keyWidget(index)->setAccessibleDescription(on ? QStringLiteral("contrassegnato") : QString());
+    keyWidget(index)->setAccessibleDescription(on ? UserText::tr("contrassegnato") : QString());
 }
 
 bool PianoKeyboard::rangeMark(int index) const {

@@ -8,29 +8,29 @@
 #include "core/services.h"
 #include "platform/dialogs.h"
 #include "platform/folders.h"
+#include "platform/user_text.h"
 
 namespace melody_export {
 
 using wave_file::Result;
 
 QString noSynthesizer() {
-    return QStringLiteral("Manca il sintetizzatore interno !!!");
+    return UserText::tr("Manca il sintetizzatore interno !!!");
 }
 
 QString tooShort(const MelodyScore& score) {
-    return QStringLiteral(
-               "La nota %1 è troppo breve per questa velocità: la melodia si ferma lì !!!")
+    return UserText::tr("La nota %1 è troppo breve per questa velocità: la melodia si ferma lì !!!")
         .arg(score.entries + 1);
 }
 
 QString faultOf(const wave_file::Outcome& outcome) {
     switch (outcome.result) {
         case Result::NoInstruments:
-            return QStringLiteral("Manca il file dei suoni (soundfont) !!!");
+            return UserText::tr("Manca il file dei suoni (soundfont) !!!");
         case Result::DamagedInstruments:
-            return QStringLiteral("Il file dei suoni (soundfont) è danneggiato !!!");
+            return UserText::tr("Il file dei suoni (soundfont) è danneggiato !!!");
         case Result::TooLong:
-            return QStringLiteral("La melodia è troppo lunga per un file WAV !!!");
+            return UserText::tr("La melodia è troppo lunga per un file WAV !!!");
         case Result::Failed:
             return outcome.error.text;
         case Result::Written:
@@ -59,7 +59,7 @@ bool MelodyExport::canExportAudio() const {
 
 QString MelodyExport::proposedName() const {
     const QString& name = composition_.source.name;
-    return name.isEmpty() ? QStringLiteral("Melodia") : melody_names::lastPart(name);
+    return name.isEmpty() ? UserText::tr("Melodia") : melody_names::lastPart(name);
 }
 
 MelodyScore MelodyExport::score() const {
@@ -72,7 +72,7 @@ void MelodyExport::report(const QString& fault, const QString& path,
         dialogs_.message(fault);
         return;
     }
-    QString done = QStringLiteral("Esportato: %1").arg(melody_names::lastPart(path));
+    QString done = UserText::tr("Esportato: %1").arg(melody_names::lastPart(path));
     if (score.entries < composition_.melody.EntryCount())
         done += QLatin1Char('\n') + melody_export::tooShort(score);
     dialogs_.message(done);
@@ -91,8 +91,8 @@ void MelodyExport::exportMidi() {
     if (!canExportMidi())
         return;
     const MelodyScore played = score();
-    const QString path = askFile(played, QStringLiteral("Esporta MIDI"),
-                                 {QStringLiteral("File MIDI"), QStringLiteral("mid")});
+    const QString path = askFile(played, UserText::tr("Esporta MIDI"),
+                                 {UserText::tr("File MIDI"), QStringLiteral("mid")});
     if (path.isEmpty())
         return;
     const FileError error =
@@ -104,8 +104,8 @@ void MelodyExport::exportAudio(const wave_file::Progress& progress) {
     if (!canExportAudio())
         return;
     const MelodyScore played = score();
-    const QString path = askFile(played, QStringLiteral("Esporta audio"),
-                                 {QStringLiteral("File WAV"), QStringLiteral("wav")});
+    const QString path = askFile(played, UserText::tr("Esporta audio"),
+                                 {UserText::tr("File WAV"), QStringLiteral("wav")});
     if (path.isEmpty())
         return;
     const wave_file::Outcome outcome =

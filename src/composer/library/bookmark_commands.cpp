@@ -4,6 +4,7 @@
 #include "composer/library/melody_names.h"
 #include "composer/melody/melody_editor.h"
 #include "platform/dialogs.h"
+#include "platform/user_text.h"
 
 #include <algorithm>
 
@@ -46,7 +47,7 @@ bool BookmarkCommands::add() {
     if (!canAdd())
         return false;
     const QString name =
-        asTyped(dialogs_.input(QStringLiteral("Nome riferimento (Max 12c.)"), QString()))
+        asTyped(dialogs_.input(UserText::tr("Nome riferimento (Max 12c.)"), QString()))
             .left(kLongestName);
     if (!fitsTheLine(name)) {
         dialogs_.message(melody_names::unknownCharacter());
@@ -86,7 +87,7 @@ bool BookmarkCommands::rename(int row) {
     if (!bookmark)
         return false;
     const QString name = asTyped(dialogs_.input(
-        QStringLiteral("Rinominare"), QStringLiteral("Rinomina riferimento"), bookmark->name));
+        UserText::tr("Rinominare"), UserText::tr("Rinomina riferimento"), bookmark->name));
     if (name.isEmpty())
         return false;
     if (melody_names::isForbiddenForBookmark(name) || !fitsTheLine(name)) {

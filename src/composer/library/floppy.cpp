@@ -7,6 +7,7 @@
 #include "core/services.h"
 #include "platform/dialogs.h"
 #include "platform/folders.h"
+#include "platform/user_text.h"
 
 #include <algorithm>
 #include <utility>
@@ -18,9 +19,9 @@ const QString kDrive = QStringLiteral("a:\\");
 /// The disk's own words for the usual failures.
 QString failureText(FileError error) {
     if (error.number == file_error::kDiskFull)
-        error.text = QStringLiteral("Dischetto pieno !!!");
+        error.text = UserText::tr("Dischetto pieno !!!");
     else if (error.number == file_error::kNotReady)
-        error.text = QStringLiteral("Dischetto non inserito o non inserito correttamente !!!");
+        error.text = UserText::tr("Dischetto non inserito o non inserito correttamente !!!");
     return melody_names::failureText(error);
 }
 
@@ -41,7 +42,7 @@ QString Floppy::nameToSave() {
     if (!current.isEmpty())
         return melody_names::lastPart(current);
     QString name = melody_names::composed(
-        dialogs_.input(QStringLiteral("Nome melodia"), QStringLiteral("Nome File")));
+        dialogs_.input(UserText::tr("Nome melodia"), UserText::tr("Nome File")));
     if (name.isEmpty())
         return {};
     const bool readable = melody_file::canCarry(name);
@@ -67,7 +68,7 @@ void Floppy::save() {
     const FileError error = folders_.writeFile(kDrive + file, *bytes);
     busyPointer_(false);
     dialogs_.message(error.failed() ? failureText(error)
-                                    : QStringLiteral("Salvato: %1\nsu dischetto").arg(file));
+                                    : UserText::tr("Salvato: %1\nsu dischetto").arg(file));
 }
 
 void Floppy::list() {

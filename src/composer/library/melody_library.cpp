@@ -8,6 +8,7 @@
 #include "core/services.h"
 #include "platform/dialogs.h"
 #include "platform/folders.h"
+#include "platform/user_text.h"
 
 #include <QCryptographicHash>
 #include <QLocale>
@@ -21,11 +22,11 @@ using Kind = LibraryEntry::Kind;
 namespace {
 
 QString invalidFolderName() {
-    return QStringLiteral("Nome cartella non valido !!!");
+    return UserText::tr("Nome cartella non valido !!!");
 }
 
 QString alreadyThere(const QString& name) {
-    return QStringLiteral("E' già presente una melodia dal nome: ") + name;
+    return UserText::tr("E' già presente una melodia dal nome: ") + name;
 }
 
 QByteArray digestOf(const QByteArray& bytes) {
@@ -182,14 +183,14 @@ bool MelodyLibrary::saveAs(int row) {
         return false;
     const LibraryEntry* const selected = entryAt(row);
     const QString name = melody_names::composed(
-        dialogs_.input(QStringLiteral("Nome melodia"), QStringLiteral("Salva con nome"),
+        dialogs_.input(UserText::tr("Nome melodia"), UserText::tr("Salva con nome"),
                        selected ? selected->text() : QString()));
     if (name.isEmpty() || !accepts(name))
         return false;
     const QString path = pathOf(name);
     const bool mayWrite =
         !folders_.fileExists(path) ||
-        dialogs_.confirm(alreadyThere(name) + QStringLiteral("\nVuoi sostituirla ?"));
+        dialogs_.confirm(alreadyThere(name) + UserText::tr("\nVuoi sostituirla ?"));
     return mayWrite && write(name, path);
 }
 
@@ -220,7 +221,7 @@ std::optional<QByteArray> MelodyLibrary::melodyBytes() const {
     if (written.refused.isEmpty())
         return written.bytes;
     dialogs_.message(
-        QStringLiteral("Il file non può contenere il carattere \"%1\" !!!").arg(written.refused));
+        UserText::tr("Il file non può contenere il carattere \"%1\" !!!").arg(written.refused));
     return std::nullopt;
 }
 
@@ -255,7 +256,7 @@ bool MelodyLibrary::put(MelodySource target) {
         return false;
     digests_[path] = digestOf(*bytes);
     target.emptied = false;
-    composition_.name = QStringLiteral("Salvato: ") + target.name;
+    composition_.name = UserText::tr("Salvato: ") + target.name;
     composition_.source = std::move(target);
     editor_.markSaved();
     return true;
@@ -274,7 +275,7 @@ bool MelodyLibrary::done(const FileError& error, const QString& ifBadName) {
 
 bool MelodyLibrary::createFolder() {
     const QString name = melody_names::composed(
-        dialogs_.input(QStringLiteral("Nome cartella"), QStringLiteral("Nome Cartella")).trimmed());
+        dialogs_.input(UserText::tr("Nome cartella"), UserText::tr("Nome Cartella")).trimmed());
     if (name.isEmpty())
         return false;
     if (melody_names::isForbiddenForFile(name)) {
@@ -293,8 +294,8 @@ bool MelodyLibrary::rename(int row) {
     if (!selected || selected->kind != Kind::Melody)
         return false;
     const LibraryEntry entry = *selected;
-    const QString name = melody_names::composed(dialogs_.input(
-        QStringLiteral("Rinominare"), QStringLiteral("Rinomina melodia"), entry.name));
+    const QString name = melody_names::composed(
+        dialogs_.input(UserText::tr("Rinominare"), UserText::tr("Rinomina melodia"), entry.name));
     if (name.isEmpty())
         return false;
     if (melody_names::isForbiddenForFile(name)) {
@@ -330,7 +331,7 @@ bool MelodyLibrary::remove(int row) {
     const LibraryEntry entry = *selected;
     if (entry.kind == Kind::Folder)
         return removeFolder(entry);
-    return dialogs_.confirm(QStringLiteral("Eliminare il file: %1 ?").arg(entry.name)) &&
+    return dialogs_.confirm(UserText::tr("Eliminare il file: %1 ?").arg(entry.name)) &&
            done(folders_.discardFile(folder_ + entry.fileName), melody_names::invalidName());
 }
 
@@ -340,13 +341,13 @@ bool MelodyLibrary::removeFolder(const LibraryEntry& entry) {
     const bool isEmpty = library_list::melodies(folders_, path + kBackslash).empty() &&
                          !library_list::hasSubFolders(folders_, path + kBackslash);
     if (isEmpty) {
-        if (!dialogs_.confirm(QStringLiteral("Eliminare la cartella: %1 ?").arg(entry.name)))
+        if (!dialogs_.confirm(UserText::tr("Eliminare la cartella: %1 ?").arg(entry.name)))
             return false;
         if (!folders_.discardFolder(path).failed()) {
             fill();
             return true;
         }
     }
-    dialogs_.message(QStringLiteral("Impossibile eliminare la cartella !!!"));
+    dialogs_.message(UserText::tr("Impossibile eliminare la cartella !!!"));
     return false;
 }

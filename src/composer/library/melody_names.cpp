@@ -1,6 +1,7 @@
 #include "composer/library/melody_names.h"
 
 #include "platform/folders.h"
+#include "platform/user_text.h"
 
 #include <algorithm>
 
@@ -50,15 +51,15 @@ QString composed(const QString& name) {
 }
 
 QString failureText(const FileError& error) {
-    return QStringLiteral("Errore: %1\n\n").arg(error.number) + error.text;
+    return UserText::tr("Errore: %1\n\n").arg(error.number) + error.text;
 }
 
 QString invalidName() {
-    return QStringLiteral("Nome non valido !!!");
+    return UserText::tr("Nome non valido !!!");
 }
 
 QString unknownCharacter() {
-    return QStringLiteral("Nome con carattere non consentito !!!");
+    return UserText::tr("Nome con carattere non consentito !!!");
 }
 
 }  // namespace melody_names

@@ -6,6 +6,7 @@
 #include "core/services.h"
 #include "platform/dialogs.h"
 #include "platform/folders.h"
+#include "platform/user_text.h"
 
 #include <algorithm>
 #include <utility>
@@ -38,8 +39,7 @@ EditOutcome UnsavedMelody::offer() {
         const MelodyReading reading = readMelody(folders_, copy.path());
         if (!reading.file)
             continue;
-        if (!dialogs_.offer(
-                QStringLiteral("L'ultima melodia non è stata salvata. Recuperarla ?"))) {
+        if (!dialogs_.offer(UserText::tr("L'ultima melodia non è stata salvata. Recuperarla ?"))) {
             copy.remove();
             continue;
         }

@@ -3,6 +3,7 @@
 #include "composer/melody/melody.h"
 #include "core/letter.h"
 #include "core/note_values.h"
+#include "platform/user_text.h"
 
 #include <QString>
 
@@ -82,10 +83,11 @@ struct AttributeButton {
 };
 
 constexpr auto kAttributeButtons = std::to_array<AttributeButton>({
-    {EntrySettings::Punto, &letter::rowOf('n'), "Punto"},
+    {EntrySettings::Punto, &letter::rowOf('n'), QT_TRANSLATE_NOOP("UserText", "Punto")},
     {EntrySettings::Staccato, &letter::rowOf('s')},
-    {EntrySettings::Legato, &letter::rowOf('n'), "Legato con la nota precedente"},
-    {EntrySettings::Terzina, &letter::rowOf('n'), "Terzina"},
+    {EntrySettings::Legato, &letter::rowOf('n'),
+     QT_TRANSLATE_NOOP("UserText", "Legato con la nota precedente")},
+    {EntrySettings::Terzina, &letter::rowOf('n'), QT_TRANSLATE_NOOP("UserText", "Terzina")},
     {EntrySettings::Tenuto, &letter::rowOf('t')},
     {EntrySettings::Accentato, &letter::rowOf('a')},
 });

@@ -1,6 +1,7 @@
 #include "composer/melody/melody.h"
 
 #include "composer/melody/rhythm.h"
+#include "platform/user_text.h"
 
 #include <QList>
 
@@ -20,7 +21,7 @@ QList<QStringView> fieldsOf(const QString& text) {
 }  // namespace
 
 QString damagedMelodyText() {
-    return QStringLiteral("File corrotto !!!");
+    return UserText::tr("File corrotto !!!");
 }
 
 MelodyEntry MelodyEntry::make(pitch::NoteNumber note, double duration, const QString& attribute,
@@ -80,11 +81,9 @@ MelodyTexts Melody::texts() const {
 }
 
 QString Melody::lastNames(int characters) const {
-    // Every name takes at least the one character of its ";".
-    const int first = std::max(0, EntryCount() - characters);
     QString names;
-    for (int i = first; i < EntryCount(); ++i)
-        names += pitch::NoteName(entry(i).noteNumber()) + kEnd;
+    for (int i = EntryCount(); i > 0 && names.size() < characters; --i)
+        names.prepend(pitch::NoteName(entry(i - 1).noteNumber()) + kEnd);
     return names.right(characters);
 }
 

@@ -2,6 +2,7 @@
 
 #include "composer/melody/rhythm.h"
 #include "core/instruments.h"
+#include "platform/user_text.h"
 
 #include <algorithm>
 #include <utility>
@@ -9,7 +10,7 @@
 namespace {
 
 QString fullMessage() {
-    return QStringLiteral("La melodia è completa: non può avere più di %1 note !!!")
+    return UserText::tr("La melodia è completa: non può avere più di %1 note !!!")
         .arg(Melody::kMaxEntries);
 }
 
@@ -103,7 +104,7 @@ pitch::NoteNumber MelodyEditor::chosenNote(const EditChoice& choice) const {
 
 EditOutcome MelodyEditor::modify(const EditChoice& choice) {
     const int index = composition_.step.index;
-    if (!composition_.melody.has(index) || choice.valueName == QLatin1String(rhythm::kNoValueName))
+    if (!composition_.melody.has(index) || choice.valueName == UserText::tr(rhythm::kNoValueName))
         return {};
     Recorder recorder(history_, composition_);
     const MelodyEntry& old = composition_.melody.entry(index);
@@ -193,8 +194,8 @@ EditOutcome MelodyEditor::transpose() {
             continue;
         if (!pitch::isPlayable(note + semitones)) {
             return refused(
-                QStringLiteral("Trasposizione non riuscita !!!\n"
-                               "Una o piu note andrebbero oltre le 5 ottave"));
+                UserText::tr("Trasposizione non riuscita !!!\n"
+                             "Una o piu note andrebbero oltre le 5 ottave"));
         }
         anyNote = true;
         entry.note = QString::number(note + semitones);

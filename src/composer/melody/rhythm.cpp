@@ -1,6 +1,7 @@
 #include "composer/melody/rhythm.h"
 
 #include "core/note_values.h"
+#include "platform/user_text.h"
 
 #include <QLocale>
 
@@ -20,7 +21,7 @@ const std::vector<NamedDuration>& namedValues() {
     static const std::vector<NamedDuration> kValues = [] {
         std::vector<NamedDuration> values;
         for (const note_values::NoteValue& value : note_values::kAll) {
-            const QString name = QLatin1String(value.fraction);
+            const QString name = QString::fromUtf8(value.fraction);
             values.push_back({name, value.quarters});
             values.push_back(
                 {QStringLiteral("(%1).").arg(name), note_values::dotted(value.quarters)});
@@ -45,7 +46,7 @@ QString DurationToValueName(double duration) {
     const auto value =
         std::find_if(values.begin(), values.end(),
                      [duration](const NamedDuration& v) { return v.duration == duration; });
-    return value == values.end() ? QString(QLatin1String(kNoValueName)) : value->name;
+    return value == values.end() ? UserText::tr(kNoValueName) : value->name;
 }
 
 QChar decimalSeparator(const QLocale& locale) {

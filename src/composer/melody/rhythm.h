@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/user_text.h"
+
 #include <QChar>
 #include <QString>
 #include <QStringView>
@@ -23,7 +25,7 @@ struct NamedDuration {
 const std::vector<NamedDuration>& namedValues();
 
 /// The name of every other duration, such as a tied or a triplet one.
-constexpr const char* kNoValueName = "na";
+constexpr const char* kNoValueName = QT_TRANSLATE_NOOP("UserText", "na");
 
 /// The duration of a named value times a whole multiplier. A name without a value counts as 1, and
 /// so does a multiplier that is no 16-bit number.

@@ -1,6 +1,7 @@
 #include "composer/panels/browser_panel.h"
 
 #include "composer/library/melody_library.h"
+#include "platform/user_text.h"
 #include "ui_browser_panel.h"
 
 #include <QHelpEvent>
@@ -104,8 +105,8 @@ void BrowserPanel::markFolders(const MelodyLibrary& library) {
         if (entry.kind != LibraryEntry::Kind::Melody) {
             const bool isParent = entry.kind == LibraryEntry::Kind::Parent;
             ui_->List1->item(place)->setData(Qt::AccessibleTextRole,
-                                             isParent ? QStringLiteral("Cartella superiore")
-                                                      : QStringLiteral("Cartella ") + entry.name);
+                                             isParent ? UserText::tr("Cartella superiore")
+                                                      : UserText::tr("Cartella ") + entry.name);
         }
         ++place;
     }

@@ -1,6 +1,7 @@
 #include "composer/panels/entry_palette_panel.h"
 
 #include "composer/panels/entry_pictures.h"
+#include "platform/user_text.h"
 #include "ui_entry_palette_panel.h"
 #include "widgets/appearance.h"
 #include "widgets/panel_text.h"
@@ -18,7 +19,7 @@ PictureButton* pictureButton(const char* array, std::size_t index, const char* t
                              QWidget* parent) {
     const int number = static_cast<int>(index);
     return new PictureButton(
-        QStringLiteral("%1_%2").arg(QLatin1String(array)).arg(number), QString::fromUtf8(toolTip),
+        QStringLiteral("%1_%2").arg(QString::fromUtf8(array)).arg(number), UserText::tr(toolTip),
         [draw, number](QPainter& painter, const QRectF& rect) { draw(painter, rect, number); },
         parent);
 }

@@ -1,6 +1,7 @@
 #include "composer/panels/instrument_panel.h"
 
 #include "core/instruments.h"
+#include "platform/user_text.h"
 #include "ui_instrument_panel.h"
 #include "widgets/panel_text.h"
 
@@ -15,22 +16,22 @@ constexpr int kProgramsInFamily = 8;
 
 /// The families of General MIDI, of eight programs each.
 constexpr std::array<const char*, instruments::kCount / kProgramsInFamily> kFamilies{
-    "Pianoforti",
-    "Percussioni intonate",
-    "Organi",
-    "Chitarre",
-    "Bassi",
-    "Archi",
-    "Insiemi e voci",
-    "Ottoni",
-    "Ance",
-    "Flauti",
-    "Sintetizzatori",
-    "Tappeti sonori",
-    "Effetti sintetici",
-    "Strumenti etnici",
-    "Percussioni",
-    "Rumori"};
+    QT_TRANSLATE_NOOP("UserText", "Pianoforti"),
+    QT_TRANSLATE_NOOP("UserText", "Percussioni intonate"),
+    QT_TRANSLATE_NOOP("UserText", "Organi"),
+    QT_TRANSLATE_NOOP("UserText", "Chitarre"),
+    QT_TRANSLATE_NOOP("UserText", "Bassi"),
+    QT_TRANSLATE_NOOP("UserText", "Archi"),
+    QT_TRANSLATE_NOOP("UserText", "Insiemi e voci"),
+    QT_TRANSLATE_NOOP("UserText", "Ottoni"),
+    QT_TRANSLATE_NOOP("UserText", "Ance"),
+    QT_TRANSLATE_NOOP("UserText", "Flauti"),
+    QT_TRANSLATE_NOOP("UserText", "Sintetizzatori"),
+    QT_TRANSLATE_NOOP("UserText", "Tappeti sonori"),
+    QT_TRANSLATE_NOOP("UserText", "Effetti sintetici"),
+    QT_TRANSLATE_NOOP("UserText", "Strumenti etnici"),
+    QT_TRANSLATE_NOOP("UserText", "Percussioni"),
+    QT_TRANSLATE_NOOP("UserText", "Rumori")};
 
 }  // namespace
 
@@ -41,7 +42,7 @@ InstrumentPanel::InstrumentPanel(QWidget* parent)
     panel_text::reserve(*ui_->lblInstr, instruments::caption(24), 4);
     auto* menu = new QMenu(ui_->cmdStrumento);
     for (std::size_t family = 0; family < kFamilies.size(); ++family) {
-        fillFamily(*menu->addMenu(QString::fromUtf8(kFamilies[family])),
+        fillFamily(*menu->addMenu(UserText::tr(kFamilies[family])),
                    static_cast<int>(family) * kProgramsInFamily);
     }
     ui_->cmdStrumento->setMenu(menu);

@@ -2,6 +2,7 @@
 
 #include "composer/melody/rhythm.h"
 #include "core/letter.h"
+#include "platform/user_text.h"
 #include "ui_modify_panel.h"
 #include "widgets/appearance.h"
 
@@ -16,7 +17,7 @@ constexpr int kMultipliers = 4;
 QString lettersInWords() {
     QStringList words;
     for (const letter::EntryLetter& row : letter::kAll)
-        words += QStringLiteral("%1=%2").arg(letter::tokenOf(row), QString::fromUtf8(row.name));
+        words += QStringLiteral("%1=%2").arg(letter::tokenOf(row), UserText::tr(row.name));
     return words.join(QLatin1Char(' '));
 }
 
@@ -27,7 +28,7 @@ ModifyPanel::ModifyPanel(QWidget* parent)
     ui_->setupUi(this);
     for (const rhythm::NamedDuration& value : rhythm::namedValues())
         ui_->cmbDurata->addItem(value.name);
-    ui_->cmbDurata->addItem(QLatin1String(rhythm::kNoValueName));
+    ui_->cmbDurata->addItem(UserText::tr(rhythm::kNoValueName));
     ui_->cmbDurata->setMaxVisibleItems(ui_->cmbDurata->count());
     for (int multiplier = 1; multiplier <= kMultipliers; ++multiplier)
         ui_->cmbPer->addItem(QString::number(multiplier));
@@ -36,7 +37,7 @@ ModifyPanel::ModifyPanel(QWidget* parent)
     ui_->cmbAttributi->setToolTip(lettersInWords());
     appearance::enlargeText(*ui_->lblActualNote, kActiveNoteTextScale);
     connect(ui_->cmbDurata, &QComboBox::currentTextChanged, this, [this](const QString& name) {
-        ui_->cmdModifica_0->setEnabled(name != QLatin1String(rhythm::kNoValueName));
+        ui_->cmdModifica_0->setEnabled(name != UserText::tr(rhythm::kNoValueName));
     });
 }
 
@@ -55,7 +56,7 @@ void ModifyPanel::showEntry(const StepEntry& entry) {
 
 void ModifyPanel::showActiveNote(const QString& name) {
     ui_->lblActualNote->setText(name);
-    ui_->lblActualNote->setAccessibleName(QStringLiteral("Nota attiva %1").arg(name));
+    ui_->lblActualNote->setAccessibleName(UserText::tr("Nota attiva %1").arg(name));
 }
 
 EditChoice ModifyPanel::choice() const {

@@ -1,6 +1,7 @@
 #include "composer/panels/playback_panel.h"
 
 #include "composer/melody/composition.h"
+#include "platform/user_text.h"
 #include "ui_playback_panel.h"
 #include "widgets/appearance.h"
 #include "widgets/panel_text.h"
@@ -18,7 +19,7 @@ PlaybackPanel::PlaybackPanel(QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::PlaybackPanel>()) {
     ui_->setupUi(this);
     appearance::enlargeText(*ui_->cmdPlay, 1);
-    panel_text::reserve(*ui_->cmdPlay, QStringLiteral("Stop"), kPlayFrame);
+    panel_text::reserve(*ui_->cmdPlay, UserText::tr("Stop"), kPlayFrame);
     panel_text::reserve(*ui_->lblNe, panel_text::widestEntryNumber());
     panel_text::reserve(*ui_->lblPnn, panel_text::widestNoteName());
     appearance::enlargeText(*ui_->lblTempo, kTempoTextScale);
@@ -30,12 +31,12 @@ PlaybackPanel::PlaybackPanel(QWidget* parent)
 PlaybackPanel::~PlaybackPanel() = default;
 
 void PlaybackPanel::showPlaying(bool playing) {
-    ui_->cmdPlay->setText(playing ? QStringLiteral("Stop") : QStringLiteral("Play"));
+    ui_->cmdPlay->setText(playing ? UserText::tr("Stop") : UserText::tr("Play"));
 }
 
 void PlaybackPanel::showTempo(int tempo) {
     const QSignalBlocker silent(ui_->Slider1);
     ui_->Slider1->setValue(tempo);
     ui_->lblTempo->setText(QString::number(tempo));
-    ui_->lblTempo->setAccessibleName(QStringLiteral("%1 semiminime al minuto").arg(tempo));
+    ui_->lblTempo->setAccessibleName(UserText::tr("%1 semiminime al minuto").arg(tempo));
 }

@@ -1,6 +1,7 @@
 #include "composer/panels/range_panel.h"
 
 #include "composer/melody/composition.h"
+#include "platform/user_text.h"
 #include "ui_range_panel.h"
 #include "widgets/appearance.h"
 #include "widgets/label_button.h"
@@ -71,5 +72,5 @@ void RangePanel::clearRange() {
 
 void RangePanel::showTransposition(int semitones) {
     ui_->lblSemitoni->setText(QString::number(semitones));
-    ui_->lblSemitoni->setAccessibleName(QStringLiteral("Traspone di %1 semitoni").arg(semitones));
+    ui_->lblSemitoni->setAccessibleName(UserText::tr("Traspone di %1 semitoni").arg(semitones));
 }

@@ -3,6 +3,7 @@
 #include "composer/melody/composition.h"
 #include "composer/melody/rhythm.h"
 #include "platform/runtime.h"
+#include "platform/user_text.h"
 
 namespace {
 
@@ -13,7 +14,7 @@ constexpr std::chrono::milliseconds kDelay(3000);
 StepEntry StepEntry::of(const MelodyEntry& entry) {
     const QString valueName = rhythm::DurationToValueName(entry.quarters());
     return {pitch::NoteName(entry.noteNumber()), entry.attribute, valueName,
-            valueName != QLatin1String(rhythm::kNoValueName)};
+            valueName != UserText::tr(rhythm::kNoValueName)};
 }
 
 Playback::Playback(Runtime& runtime, FunzioniMM& funzioniMM, Composition& composition)
@@ -99,7 +100,7 @@ void Playback::playStepEntry() {
 }
 
 QString Playback::describeAnomaly() const {
-    return QStringLiteral("Nini= %1\nNfine= %2\nIndiceNotaPP= %3\nCondizione anomala !!!")
+    return UserText::tr("Nini= %1\nNfine= %2\nIndiceNotaPP= %3\nCondizione anomala !!!")
         .arg(composition_.range.start())
         .arg(composition_.range.end())
         .arg(composition_.step.index);

@@ -2,6 +2,7 @@
 
 #include "composer/staff/composer_staff_cursor.h"
 #include "core/pitch.h"
+#include "platform/user_text.h"
 #include "widgets/appearance.h"
 #include "widgets/music_font.h"
 #include "widgets/parts_accessible.h"
@@ -65,8 +66,8 @@ ComposerStaff::ComposerStaff(QWidget* parent)
       accidental_(new ActiveSharpPicture(font_, this)) {
     QAccessible::installFactory(makeInterface);
     setObjectName(QStringLiteral("Regolo"));
-    setAccessibleName(QStringLiteral("Pentagramma della melodia"));
-    setToolTip(QStringLiteral("Clicca per scegliere la nota"));
+    setAccessibleName(UserText::tr("Pentagramma della melodia"));
+    setToolTip(UserText::tr("Clicca per scegliere la nota"));
     setMouseTracking(true);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     describe();
@@ -280,16 +281,15 @@ void ComposerStaff::release() {
 }
 
 void ComposerStaff::describe() {
-    QString words = activeNote_ == 0
-                        ? QStringLiteral("Nessuna nota attiva")
-                        : QStringLiteral("Nota attiva %1").arg(noteInWords(activeNote_));
+    QString words = activeNote_ == 0 ? UserText::tr("Nessuna nota attiva")
+                                     : UserText::tr("Nota attiva %1").arg(noteInWords(activeNote_));
     const Shown* entry = current_ ? shown(*current_) : nullptr;
     if (!entry && !shown_.empty())
         entry = &shown_.back();
-    words += entry ? QStringLiteral("; voce %1: %2")
+    words += entry ? UserText::tr("; voce %1: %2")
                          .arg(entry->place.entry + 1)
                          .arg(staff_entry::inWords(entry->engraved.entry))
-                   : QStringLiteral("; melodia vuota");
+                   : UserText::tr("; melodia vuota");
     if (words != accessibleDescription())
         setAccessibleDescription(words);
 }

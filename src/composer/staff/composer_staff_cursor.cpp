@@ -1,5 +1,7 @@
 #include "composer/staff/composer_staff_cursor.h"
 
+#include "platform/user_text.h"
+
 #include <QPainter>
 
 #include <algorithm>
@@ -52,7 +54,7 @@ void ActiveNotePicture::draw(QPainter& painter, const MusicFont& font, const Pla
 
 ActiveSharpPicture::ActiveSharpPicture(const MusicFont& font, QWidget* parent)
     : CursorPicture(QStringLiteral("lblAccidente"), font, parent) {
-    setAccessibleName(QStringLiteral("Diesis"));
+    setAccessibleName(UserText::tr("Diesis"));
 }
 
 QRectF ActiveSharpPicture::extent(const Place& place) const {

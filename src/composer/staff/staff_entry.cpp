@@ -1,6 +1,7 @@
 #include "composer/staff/staff_entry.h"
 
 #include "core/pitch.h"
+#include "platform/user_text.h"
 #include "widgets/piano_key_name.h"
 
 #include <QLocale>
@@ -92,14 +93,14 @@ Value nearestValue(double quarters) {
 QString durationInWords(double duration) {
     const Figure figure = figureOf(duration);
     if (!figure.exact)
-        return QStringLiteral("durata %1").arg(QLocale().toString(duration));
+        return UserText::tr("durata %1").arg(QLocale().toString(duration));
     QStringList parts;
     for (const Value& value : figure.values) {
-        const auto name = QLatin1String(note_values::rowOf(value.duration).fraction);
-        parts += value.dots > 0 ? name + QStringLiteral(" col punto") : QString(name);
+        const QString name = QString::fromUtf8(note_values::rowOf(value.duration).fraction);
+        parts += value.dots > 0 ? name + UserText::tr(" col punto") : name;
     }
     const QString values = parts.join(QStringLiteral(" + "));
-    return figure.triplet ? QStringLiteral("terzina di ") + values : values;
+    return figure.triplet ? UserText::tr("terzina di ") + values : values;
 }
 
 }  // namespace
@@ -129,10 +130,10 @@ QString durationSign(double duration) {
 }
 
 QString inWords(const Entry& entry) {
-    const QString name = isRest(entry) ? QStringLiteral("pausa") : noteInWords(entry.noteNumber);
+    const QString name = isRest(entry) ? UserText::tr("pausa") : noteInWords(entry.noteNumber);
     QString words = QStringLiteral("%1, %2").arg(name, durationInWords(entry.duration));
     if (const letter::EntryLetter* row = engravedLetter(entry))
-        words += QStringLiteral(", ") + QString::fromUtf8(row->name);
+        words += QStringLiteral(", ") + UserText::tr(row->name);
     return words;
 }
 

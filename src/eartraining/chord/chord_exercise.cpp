@@ -2,6 +2,7 @@
 
 #include "core/funzioni_mm.h"
 #include "eartraining/exercise_context.h"
+#include "platform/user_text.h"
 
 #include <algorithm>
 
@@ -37,12 +38,13 @@ void ChordExercise::setResetVisible(bool visible) {
 
 void ChordExercise::keyClicked(pitch::NoteIndex key) {
     if (range_.complete()) {
-        context().message("Riconosci il tipo di accordo suonato !!!");
+        context().message(
+            QT_TRANSLATE_NOOP("UserText", "Riconosci il tipo di accordo suonato !!!"));
         return;
     }
     switch (range_.click(key)) {
         case ChordRange::Outcome::AboveLimit:
-            context().message("Limite non consentito !!!");
+            context().message(QT_TRANSLATE_NOOP("UserText", "Limite non consentito !!!"));
             break;
         case ChordRange::Outcome::FirstEnd:
             context().markKey(key, true);

@@ -4,6 +4,7 @@
 #include "eartraining/chord/chord_types.h"
 #include "eartraining/ear_exercise.h"
 #include "eartraining/ear_prompt.h"
+#include "platform/user_text.h"
 
 #include <array>
 
@@ -11,7 +12,8 @@
 /// keyboard. Answers are judged even while the exercise does not run.
 class ChordExercise : public EarExercise {
 public:
-    static constexpr EarPrompt kRecognise{"Riconosci tipo accordo suonato"};
+    static constexpr EarPrompt kRecognise{
+        QT_TRANSLATE_NOOP("UserText", "Riconosci tipo accordo suonato")};
 
     /// `chord` holds the notes of the current chord, which outlives the window.
     ChordExercise(ExerciseContext& context, chord_types::Notes& chord);

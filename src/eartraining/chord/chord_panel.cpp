@@ -2,6 +2,7 @@
 
 #include "eartraining/chord/chord_exercise.h"
 #include "eartraining/ear_colours.h"
+#include "platform/user_text.h"
 #include "ui_chord_panel.h"
 #include "widgets/appearance.h"
 #include "widgets/colour_button.h"
@@ -16,15 +17,17 @@ constexpr double kTypeLines = 2.2;
 constexpr double kMarkerLines = 1.2;
 
 /// The types in words, for screen readers.
-constexpr std::array<const char*, kCount> kSpoken{"minore", "maggiore", "diminuito", "eccedente"};
+constexpr std::array<const char*, kCount> kSpoken{
+    QT_TRANSLATE_NOOP("UserText", "minore"), QT_TRANSLATE_NOOP("UserText", "maggiore"),
+    QT_TRANSLATE_NOOP("UserText", "diminuito"), QT_TRANSLATE_NOOP("UserText", "eccedente")};
 
-const QString kShowsKeys = QStringLiteral("Mostra tasti suonati");
-const QString kHidesKeys = QStringLiteral("Nascondi tasti suonati");
+constexpr const char* kShowsKeys = QT_TRANSLATE_NOOP("UserText", "Mostra tasti suonati");
+constexpr const char* kHidesKeys = QT_TRANSLATE_NOOP("UserText", "Nascondi tasti suonati");
 
 }  // namespace
 
 ChordPanel::ChordPanel(ChordExercise& exercise, QWidget* parent)
-    : ExercisePanel(exercise, {"mnuRicTa", QStringLiteral("Riconoscimento tipo accordo")}, parent),
+    : ExercisePanel(exercise, {"mnuRicTa", UserText::tr("Riconoscimento tipo accordo")}, parent),
       ui_(std::make_unique<Ui::ChordPanel>()),
       chord_(exercise) {
     ui_->setupUi(this);
@@ -32,7 +35,7 @@ ChordPanel::ChordPanel(ChordExercise& exercise, QWidget* parent)
     buildTypes();
     appearance::keepPlace(*ui_->ComdRacStart);
     styleModeButtons(*ui_->lblModoVt, *ui_->lblVt);
-    reserveExplanations(*ui_->lblSpiegaVt, {kShowsKeys, kHidesKeys});
+    reserveExplanations(*ui_->lblSpiegaVt, {UserText::tr(kShowsKeys), UserText::tr(kHidesKeys)});
     connectControls();
     showMode();
 }
@@ -44,9 +47,8 @@ void ChordPanel::buildTypes() {
         const auto place = static_cast<std::size_t>(i);
         auto* type = new ColourButton(this);
         type->setObjectName(QStringLiteral("TipoAcc_%1").arg(i));
-        type->setText(QString::fromUtf8(chord_types::kTypes[place].name));
-        type->setAccessibleName(
-            QStringLiteral("Accordo %1").arg(QString::fromUtf8(kSpoken[place])));
+        type->setText(UserText::tr(chord_types::kTypes[place].name));
+        type->setAccessibleName(UserText::tr("Accordo %1").arg(UserText::tr(kSpoken[place])));
         type->setLines(kTypeLines);
         type->setColours(ear_colours::kConsonant, ear_colours::kConsonantText);
         appearance::enlargeText(*type, kTypeTextScale);
@@ -57,7 +59,7 @@ void ChordPanel::buildTypes() {
         auto* marker = new ColourButton(this);
         marker->setObjectName(QStringLiteral("EsclTa_%1").arg(i));
         marker->setLines(kMarkerLines);
-        marker->setToolTip(QStringLiteral("Accordo disponibile"));
+        marker->setToolTip(UserText::tr("Accordo disponibile"));
         ui_->answers->addWidget(marker, 1, i);
         markers_[static_cast<std::size_t>(i)] = marker;
     }
@@ -85,8 +87,8 @@ void ChordPanel::EsclTa_Click(int type) {
     if (!chord_types::kTypes[place].excludable)
         return;
     chord_.toggleAvailable(type);
-    markers_[place]->setToolTip(chord_.available(type) ? QStringLiteral("Tipo accordo disponibile")
-                                                       : QStringLiteral("Tipo accordo escluso"));
+    markers_[place]->setToolTip(chord_.available(type) ? UserText::tr("Tipo accordo disponibile")
+                                                       : UserText::tr("Tipo accordo escluso"));
     showAvailability(type);
 }
 
@@ -97,10 +99,10 @@ void ChordPanel::lblVt_Click() {
 
 void ChordPanel::showMode() {
     const bool shows = chord_.showsKeys();
-    ui_->lblVt->setText(shows ? QStringLiteral("VT") : QStringLiteral("NT"));
-    ui_->lblVt->setToolTip(shows ? kShowsKeys : kHidesKeys);
+    ui_->lblVt->setText(shows ? UserText::tr("VT") : UserText::tr("NT"));
+    ui_->lblVt->setToolTip(UserText::tr(shows ? kShowsKeys : kHidesKeys));
     ui_->lblSpiegaVt->setText(ui_->lblVt->toolTip());
-    ui_->lblVt->setAccessibleName(QStringLiteral("Modo: %1").arg(ui_->lblVt->toolTip()));
+    ui_->lblVt->setAccessibleName(UserText::tr("Modo: %1").arg(ui_->lblVt->toolTip()));
 }
 
 void ChordPanel::showAvailability(int type) {

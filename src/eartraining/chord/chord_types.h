@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/pitch.h"
+#include "platform/user_text.h"
 
 #include <array>
 
@@ -17,10 +18,10 @@ struct Type {
 };
 
 constexpr std::array<Type, 4> kTypes{{
-    {"Min", 3, 7, false},
-    {"Mag", 4, 7, false},
-    {"Dim", 3, 6, true},
-    {"Ecc", 4, 8, true},
+    {QT_TRANSLATE_NOOP("UserText", "Min"), 3, 7, false},
+    {QT_TRANSLATE_NOOP("UserText", "Mag"), 4, 7, false},
+    {QT_TRANSLATE_NOOP("UserText", "Dim"), 3, 6, true},
+    {QT_TRANSLATE_NOOP("UserText", "Ecc"), 4, 8, true},
 }};
 constexpr int kCount = static_cast<int>(kTypes.size());
 

@@ -3,6 +3,7 @@
 #include "eartraining/ear_exercise.h"
 #include "eartraining/ear_prompt.h"
 #include "eartraining/interval/interval_chart.h"
+#include "platform/user_text.h"
 
 #include <array>
 
@@ -12,7 +13,8 @@ class IntervalExercise : public EarExercise {
 public:
     enum class Mode { Harmonic, Melodic, MelodicThenHarmonic };
 
-    static constexpr EarPrompt kRecognise{"Riconosci intervallo suonato"};
+    static constexpr EarPrompt kRecognise{
+        QT_TRANSLATE_NOOP("UserText", "Riconosci intervallo suonato")};
 
     /// The keyboard stays `keyboardUser`'s except while this exercise runs.
     IntervalExercise(ExerciseContext& context, EarExercise& keyboardUser)

@@ -3,6 +3,7 @@
 #include "eartraining/ear_colours.h"
 #include "eartraining/interval/interval_chart.h"
 #include "eartraining/interval/interval_exercise.h"
+#include "platform/user_text.h"
 #include "ui_interval_panel.h"
 #include "widgets/appearance.h"
 #include "widgets/colour_button.h"
@@ -33,9 +34,9 @@ struct ModeText {
 };
 
 constexpr std::array<ModeText, 3> kModes{{
-    {":", "Suona intervallo armonico"},
-    {"/", "Suona intervallo melodico"},
-    {"/ :", "Suona intervallo melodico e armonico"},
+    {":", QT_TRANSLATE_NOOP("UserText", "Suona intervallo armonico")},
+    {"/", QT_TRANSLATE_NOOP("UserText", "Suona intervallo melodico")},
+    {"/ :", QT_TRANSLATE_NOOP("UserText", "Suona intervallo melodico e armonico")},
 }};
 
 /// Consonances stand upright and bold, dissonances slanted, for those who do not see the colours.
@@ -54,14 +55,14 @@ void styleName(QLabel& label, bool consonant) {
     label.setAutoFillBackground(true);
     label.setAlignment(Qt::AlignCenter);
     label.setContentsMargins(6, 4, 6, 4);
-    label.setAccessibleDescription(consonant ? QStringLiteral("consonante")
-                                             : QStringLiteral("dissonante"));
+    label.setAccessibleDescription(consonant ? UserText::tr("consonante")
+                                             : UserText::tr("dissonante"));
 }
 
 }  // namespace
 
 IntervalPanel::IntervalPanel(IntervalExercise& exercise, QWidget* parent)
-    : ExercisePanel(exercise, {"mnuRint", QStringLiteral("Riconoscimento intervallo")}, parent),
+    : ExercisePanel(exercise, {"mnuRint", UserText::tr("Riconoscimento intervallo")}, parent),
       ui_(std::make_unique<Ui::IntervalPanel>()),
       interval_(exercise) {
     ui_->setupUi(this);
@@ -74,7 +75,7 @@ IntervalPanel::IntervalPanel(IntervalExercise& exercise, QWidget* parent)
     styleName(*ui_->dissonances, false);
     styleModeButtons(*ui_->Label7, *ui_->lblModo);
     for (const ModeText& mode : kModes)
-        reserveExplanations(*ui_->lblSpiegaModo, {QString::fromUtf8(mode.toolTip)});
+        reserveExplanations(*ui_->lblSpiegaModo, {UserText::tr(mode.toolTip)});
     connectControls();
     showMode();
     showAvailability();
@@ -147,9 +148,9 @@ void IntervalPanel::lblModo_Click() {
 void IntervalPanel::showMode() {
     const ModeText& text = kModes[static_cast<std::size_t>(interval_.mode())];
     ui_->lblModo->setText(QString::fromUtf8(text.caption));
-    ui_->lblModo->setToolTip(QString::fromUtf8(text.toolTip));
+    ui_->lblModo->setToolTip(UserText::tr(text.toolTip));
     ui_->lblSpiegaModo->setText(ui_->lblModo->toolTip());
-    ui_->lblModo->setAccessibleName(QStringLiteral("Modo: %1").arg(ui_->lblModo->toolTip()));
+    ui_->lblModo->setAccessibleName(UserText::tr("Modo: %1").arg(ui_->lblModo->toolTip()));
 }
 
 void IntervalPanel::showAvailability() {
@@ -157,8 +158,8 @@ void IntervalPanel::showAvailability() {
         const bool available = interval_.available(i);
         ColourButton& marker = *markers_[static_cast<std::size_t>(i)];
         marker.showAvailable(available);
-        marker.setToolTip(available ? QStringLiteral("Intervallo disponibile")
-                                    : QStringLiteral("Intervallo escluso"));
+        marker.setToolTip(available ? UserText::tr("Intervallo disponibile")
+                                    : UserText::tr("Intervallo escluso"));
         marker.setAccessibleName(intervals::semitonesInWords(i) + QStringLiteral(": ") +
                                  marker.toolTip());
     }

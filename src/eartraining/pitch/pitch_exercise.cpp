@@ -3,6 +3,7 @@
 #include "core/funzioni_mm.h"
 #include "eartraining/exercise_context.h"
 #include "platform/runtime.h"
+#include "platform/user_text.h"
 
 namespace {
 
@@ -42,17 +43,18 @@ void PitchExercise::choose(pitch::NoteIndex key) {
             context().showClose(false);
             break;
         case NoteRange::Outcome::TooSmall:
-            context().message("Intervallo troppo piccolo !!!");
+            context().message(QT_TRANSLATE_NOOP("UserText", "Intervallo troppo piccolo !!!"));
             break;
         case NoteRange::Outcome::NotAllowed:
-            context().message("Intervallo non consentito !!!");
+            context().message(QT_TRANSLATE_NOOP("UserText", "Intervallo non consentito !!!"));
             break;
         case NoteRange::Outcome::Completed:
             mark(key, true);
             context().setPrompt(kChooseReference);
             break;
         case NoteRange::Outcome::Outside:
-            context().message("Scegli il riferimento all'interno dell'intervallo !!!");
+            context().message(QT_TRANSLATE_NOOP(
+                "UserText", "Scegli il riferimento all'interno dell'intervallo !!!"));
             break;
         case NoteRange::Outcome::Inside:
             chooseReference(key);

@@ -3,15 +3,17 @@
 #include "eartraining/ear_exercise.h"
 #include "eartraining/ear_prompt.h"
 #include "eartraining/pitch/note_range.h"
+#include "platform/user_text.h"
 
 /// Recognising a played note: the user chooses a range and a reference note on the keyboard, then
 /// names each note that is drawn from the range by clicking on its key.
 class PitchExercise : public EarExercise {
 public:
     /// The window cannot be left between the range and the start.
-    static constexpr EarPrompt kChooseReference{"Scegli la nota di riferimento e premi Start",
-                                                true};
-    static constexpr EarPrompt kRecognise{"Riconosci la nota suonata"};
+    static constexpr EarPrompt kChooseReference{
+        QT_TRANSLATE_NOOP("UserText", "Scegli la nota di riferimento e premi Start"), true};
+    static constexpr EarPrompt kRecognise{
+        QT_TRANSLATE_NOOP("UserText", "Riconosci la nota suonata")};
 
     explicit PitchExercise(ExerciseContext& context);
 

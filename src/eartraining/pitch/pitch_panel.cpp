@@ -1,19 +1,21 @@
 #include "eartraining/pitch/pitch_panel.h"
 
 #include "eartraining/pitch/pitch_exercise.h"
+#include "platform/user_text.h"
 #include "ui_pitch_panel.h"
 #include "widgets/appearance.h"
 #include "widgets/mode_button.h"
 
 namespace {
 
-const QString kPlaysInterval = QStringLiteral("Suona intervallo melodico");
-const QString kPlaysNote = QStringLiteral("Suona nota casuale all'interno dell'intervallo scelto");
+constexpr const char* kPlaysInterval = QT_TRANSLATE_NOOP("UserText", "Suona intervallo melodico");
+constexpr const char* kPlaysNote =
+    QT_TRANSLATE_NOOP("UserText", "Suona nota casuale all'interno dell'intervallo scelto");
 
 }  // namespace
 
 PitchPanel::PitchPanel(PitchExercise& exercise, QWidget* parent)
-    : ExercisePanel(exercise, {"mnuNota", QStringLiteral("Riconoscimento altezza nota")}, parent),
+    : ExercisePanel(exercise, {"mnuNota", UserText::tr("Riconoscimento altezza nota")}, parent),
       ui_(std::make_unique<Ui::PitchPanel>()),
       pitch_(exercise) {
     ui_->setupUi(this);
@@ -21,7 +23,8 @@ PitchPanel::PitchPanel(PitchExercise& exercise, QWidget* parent)
     for (QWidget* button : {ui_->IntoStart, ui_->cmdReimposta})
         appearance::keepPlace(*button);
     styleModeButtons(*ui_->Label6, *ui_->lblMod);
-    reserveExplanations(*ui_->lblSpiegaMod, {kPlaysInterval, kPlaysNote});
+    reserveExplanations(*ui_->lblSpiegaMod,
+                        {UserText::tr(kPlaysInterval), UserText::tr(kPlaysNote)});
     connect(ui_->cmdReimposta, &QPushButton::clicked, this, [this] { pitch_.reset(); });
     for (QToolButton* label : {ui_->Label6, ui_->lblMod})
         connect(label, &QToolButton::clicked, this, &PitchPanel::lblMod_Click);
@@ -43,7 +46,7 @@ void PitchPanel::lblMod_Click() {
 void PitchPanel::showMode() {
     const bool withReference = pitch_.withReference();
     ui_->lblMod->setText(withReference ? QStringLiteral("/") : QStringLiteral("o"));
-    ui_->lblMod->setToolTip(withReference ? kPlaysInterval : kPlaysNote);
+    ui_->lblMod->setToolTip(UserText::tr(withReference ? kPlaysInterval : kPlaysNote));
     ui_->lblSpiegaMod->setText(ui_->lblMod->toolTip());
-    ui_->lblMod->setAccessibleName(QStringLiteral("Modo: %1").arg(ui_->lblMod->toolTip()));
+    ui_->lblMod->setAccessibleName(UserText::tr("Modo: %1").arg(ui_->lblMod->toolTip()));
 }

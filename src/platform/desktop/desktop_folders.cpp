@@ -4,6 +4,7 @@
 #include "platform/desktop/program_folder.h"
 #include "platform/desktop/trash.h"
 #include "platform/system_files.h"
+#include "platform/user_text.h"
 
 #include <QDir>
 #include <QFile>
@@ -25,19 +26,24 @@ constexpr QDir::SortFlags kByName = QDir::Name | QDir::IgnoreCase;
 
 struct Text {
     int number;
-    const char16_t* text;
+    const char* text;
 };
 constexpr std::array<Text, 10> kTexts{
-    {{file_error::kBadName, u"Il nome non è valido per questo disco !!!"},
-     {file_error::kNotFound, u"File non trovato !!!"},
-     {file_error::kDeviceFault, u"Errore di lettura o di scrittura del disco !!!"},
-     {file_error::kAlreadyExists, u"Il file o la cartella esiste già !!!"},
-     {file_error::kDiskFull, u"Disco pieno !!!"},
-     {file_error::kTooManyFiles, u"Troppi file aperti !!!"},
-     {file_error::kWriteProtected, u"Il disco è protetto da scrittura !!!"},
-     {file_error::kNotReady, u"Disco non pronto !!!"},
-     {file_error::kNoAccess, u"Accesso al file o alla cartella negato !!!"},
-     {file_error::kPathNotFound, u"Cartella non trovata !!!"}}};
+    {{file_error::kBadName,
+      QT_TRANSLATE_NOOP("UserText", "Il nome non è valido per questo disco !!!")},
+     {file_error::kNotFound, QT_TRANSLATE_NOOP("UserText", "File non trovato !!!")},
+     {file_error::kDeviceFault,
+      QT_TRANSLATE_NOOP("UserText", "Errore di lettura o di scrittura del disco !!!")},
+     {file_error::kAlreadyExists,
+      QT_TRANSLATE_NOOP("UserText", "Il file o la cartella esiste già !!!")},
+     {file_error::kDiskFull, QT_TRANSLATE_NOOP("UserText", "Disco pieno !!!")},
+     {file_error::kTooManyFiles, QT_TRANSLATE_NOOP("UserText", "Troppi file aperti !!!")},
+     {file_error::kWriteProtected,
+      QT_TRANSLATE_NOOP("UserText", "Il disco è protetto da scrittura !!!")},
+     {file_error::kNotReady, QT_TRANSLATE_NOOP("UserText", "Disco non pronto !!!")},
+     {file_error::kNoAccess,
+      QT_TRANSLATE_NOOP("UserText", "Accesso al file o alla cartella negato !!!")},
+     {file_error::kPathNotFound, QT_TRANSLATE_NOOP("UserText", "Cartella non trovata !!!")}}};
 
 struct SystemError {
     int system;
@@ -63,7 +69,7 @@ constexpr std::array<SystemError, 16> kSystemErrors{{{ENOSPC, file_error::kDiskF
 FileError errorOf(int number) {
     const auto* const row = std::find_if(kTexts.begin(), kTexts.end(),
                                          [number](const Text& t) { return t.number == number; });
-    return {number, QString::fromUtf16(row->text)};
+    return {number, UserText::tr(row->text)};
 }
 
 FileError errorOfSystem(const std::error_code& error) {

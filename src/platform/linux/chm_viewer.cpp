@@ -45,6 +45,7 @@ bool start(const QString& program, const QString& file) {
 bool openChm(const QString& file) {
     if (desktopHasViewer() && start(QStringLiteral("xdg-open"), file))
         return true;
-    return std::any_of(kViewers.begin(), kViewers.end(),
-                       [&file](const char* viewer) { return start(QLatin1String(viewer), file); });
+    return std::any_of(kViewers.begin(), kViewers.end(), [&file](const char* viewer) {
+        return start(QString::fromUtf8(viewer), file);
+    });
 }

@@ -4,6 +4,7 @@
 #include "platform/linux/audio_stream.h"
 #include "platform/linux/steady_time.h"
 #include "platform/runtime.h"
+#include "platform/user_text.h"
 
 #include <utility>
 
@@ -30,7 +31,7 @@ int LinuxMidiOut::deviceCount() {
 
 std::optional<QString> LinuxMidiOut::deviceName(int deviceId) {
     if (deviceId == kMidiMapper)
-        return QStringLiteral("Sintetizzatore interno");
+        return UserText::tr("Sintetizzatore interno");
     if (!counted_)
         deviceCount();
     if (deviceId < 0 || deviceId >= static_cast<int>(ports_.size()))

@@ -1,5 +1,7 @@
 #include "platform/linux/sound_code.h"
 
+#include "platform/user_text.h"
+
 #include <algorithm>
 #include <array>
 
@@ -10,27 +12,41 @@ constexpr int kNameLength = 60;
 
 struct CodeText {
     SoundCode code;
-    const char16_t* text;
+    const char* text;
 };
 
 constexpr std::array kTexts{
-    CodeText{SoundCode::Ok, u"Nessun errore."},
+    CodeText{SoundCode::Ok, QT_TRANSLATE_NOOP("UserText", "Nessun errore.")},
     CodeText{SoundCode::NoAudioDevice,
-             u"Nessuna uscita audio: il sintetizzatore interno non può suonare."},
+             QT_TRANSLATE_NOOP("UserText",
+                               "Nessuna uscita audio: il sintetizzatore interno non può suonare.")},
     CodeText{SoundCode::NoSoundfont,
-             u"Manca il file dei suoni (soundfont) del sintetizzatore interno."},
-    CodeText{SoundCode::SoundfontDamaged,
-             u"Il file dei suoni (soundfont) del sintetizzatore interno è danneggiato."},
-    CodeText{SoundCode::UnknownDevice, u"Il dispositivo MIDI%1 non esiste."},
-    CodeText{SoundCode::DeviceBusy, u"Il dispositivo MIDI%1 è occupato o non si lascia aprire."},
-    CodeText{SoundCode::DeviceVanished, u"Il dispositivo MIDI%1 non è più collegato."},
-    CodeText{SoundCode::InvalidHandle, u"Il dispositivo MIDI non è aperto."},
-    CodeText{SoundCode::NotResponding, u"L'uscita audio non risponde."},
-    CodeText{SoundCode::UnknownCommand, u"Comando multimediale sconosciuto."},
-    CodeText{SoundCode::FileNotFound, u"Il file non esiste o non si può leggere."},
-    CodeText{SoundCode::NotMidiFile, u"Il file non è un file MIDI."},
-    CodeText{SoundCode::AliasInUse, u"Un file è già aperto con questo nome."},
-    CodeText{SoundCode::AliasNotOpen, u"Nessun file è aperto con questo nome."},
+             QT_TRANSLATE_NOOP("UserText",
+                               "Manca il file dei suoni (soundfont) del sintetizzatore interno.")},
+    CodeText{
+        SoundCode::SoundfontDamaged,
+        QT_TRANSLATE_NOOP(
+            "UserText", "Il file dei suoni (soundfont) del sintetizzatore interno è danneggiato.")},
+    CodeText{SoundCode::UnknownDevice,
+             QT_TRANSLATE_NOOP("UserText", "Il dispositivo MIDI%1 non esiste.")},
+    CodeText{
+        SoundCode::DeviceBusy,
+        QT_TRANSLATE_NOOP("UserText", "Il dispositivo MIDI%1 è occupato o non si lascia aprire.")},
+    CodeText{SoundCode::DeviceVanished,
+             QT_TRANSLATE_NOOP("UserText", "Il dispositivo MIDI%1 non è più collegato.")},
+    CodeText{SoundCode::InvalidHandle,
+             QT_TRANSLATE_NOOP("UserText", "Il dispositivo MIDI non è aperto.")},
+    CodeText{SoundCode::NotResponding,
+             QT_TRANSLATE_NOOP("UserText", "L'uscita audio non risponde.")},
+    CodeText{SoundCode::UnknownCommand,
+             QT_TRANSLATE_NOOP("UserText", "Comando multimediale sconosciuto.")},
+    CodeText{SoundCode::FileNotFound,
+             QT_TRANSLATE_NOOP("UserText", "Il file non esiste o non si può leggere.")},
+    CodeText{SoundCode::NotMidiFile, QT_TRANSLATE_NOOP("UserText", "Il file non è un file MIDI.")},
+    CodeText{SoundCode::AliasInUse,
+             QT_TRANSLATE_NOOP("UserText", "Un file è già aperto con questo nome.")},
+    CodeText{SoundCode::AliasNotOpen,
+             QT_TRANSLATE_NOOP("UserText", "Nessun file è aperto con questo nome.")},
 };
 
 }  // namespace
@@ -42,7 +58,7 @@ QString soundCodeText(int code, const QString& device) {
     if (found != kTexts.end()) {
         const QString name =
             device.isEmpty() ? QString() : QStringLiteral(" \"%1\"").arg(device.left(kNameLength));
-        return QString::fromUtf16(found->text).replace(QLatin1String("%1"), name);
+        return UserText::tr(found->text).replace(QLatin1String("%1"), name);
     }
-    return QStringLiteral("Errore sconosciuto (codice %1).").arg(code);
+    return UserText::tr("Errore sconosciuto (codice %1).").arg(code);
 }

@@ -85,7 +85,7 @@ bool hasTrash() {
         QDir().mkdir(trash,
                      QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
     const auto takesFiles = [&trash](const char* name) {
-        const QFileInfo folder(trash + QLatin1String(name));
+        const QFileInfo folder(trash + QString::fromUtf8(name));
         return QDir().mkpath(folder.filePath()) && folder.isWritable();
     };
     return takesFiles("/files") && takesFiles("/info");

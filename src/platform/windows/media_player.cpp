@@ -41,7 +41,7 @@ int command(const std::wstring& text) {
 std::wstring errorText(int code) {
     std::array<wchar_t, kErrorTextBuffer> text{};
     if (mciGetErrorStringW(static_cast<MCIERROR>(code), text.data(), kErrorTextBuffer) == FALSE)
-        return L"Errore sconosciuto (codice " + std::to_wstring(code) + L").";
+        return {};
     return text.data();
 }
 

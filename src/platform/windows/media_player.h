@@ -10,7 +10,7 @@ namespace media_player {
 /// Answers the system's code; 0 is success.
 int command(const std::wstring& text);
 
-/// At most 254 characters.
+/// At most 254 characters; empty for a code that the system does not know.
 std::wstring errorText(int code);
 
 /// Plays a wave file with the flags of the system's simple player; whether it was started.

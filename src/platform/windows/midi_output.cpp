@@ -98,7 +98,7 @@ int MidiOutput::close(std::uint32_t handle) {
 std::wstring MidiOutput::errorText(int code) {
     std::array<wchar_t, kErrorTextBuffer> text{};
     if (midiOutGetErrorTextW(static_cast<MMRESULT>(code), text.data(), kErrorTextBuffer) != 0)
-        return L"Errore sconosciuto (codice " + std::to_wstring(code) + L").";
+        return {};
     return text.data();
 }
 

@@ -35,7 +35,7 @@ public:
     /// Opens a device that is gone again, by its name, and closes the old handle.
     Opened reopen(std::uint32_t handle);
 
-    /// At most 127 characters.
+    /// At most 127 characters; empty for a code that the system does not know.
     static std::wstring errorText(int code);
 
 private:

@@ -1,6 +1,7 @@
 #include "platform/windows/windows_media.h"
 
 #include "platform/folders.h"
+#include "platform/user_text.h"
 #include "platform/windows/media_player.h"
 
 #include <QDir>
@@ -10,7 +11,8 @@ int WindowsMedia::command(const QString& text) {
 }
 
 QString WindowsMedia::errorText(int code) const {
-    return QString::fromStdWString(media_player::errorText(code));
+    const QString text = QString::fromStdWString(media_player::errorText(code));
+    return text.isEmpty() ? UserText::tr("Errore sconosciuto (codice %1).").arg(code) : text;
 }
 
 bool WindowsMedia::playSound(const QString& path, std::uint32_t flags) {

@@ -1,5 +1,7 @@
 #include "platform/windows/windows_midi_out.h"
 
+#include "platform/user_text.h"
+
 int WindowsMidiOut::deviceCount() {
     return MidiOutput::count();
 }
@@ -32,5 +34,6 @@ MidiOpenResult WindowsMidiOut::reopen(MidiHandle handle) {
 }
 
 QString WindowsMidiOut::errorText(int code) const {
-    return QString::fromStdWString(MidiOutput::errorText(code));
+    const QString text = QString::fromStdWString(MidiOutput::errorText(code));
+    return text.isEmpty() ? UserText::tr("Errore sconosciuto (codice %1).").arg(code) : text;
 }
