@@ -9,6 +9,7 @@
 #include "platform/desktop/qt_dialogs.h"
 #include "platform/desktop/qt_runtime.h"
 #include "platform/sound.h"
+#include "platform/user_text.h"
 #include "shell/application.h"
 #include "shell/main_window.h"
 
@@ -42,7 +43,8 @@ QStringList argumentsOf(int argc, char* argv[]) {
 int runCommand(int argc, char* argv[]) {
     // A command's messages are its own: the toolkit may find fault with a plain terminal's locale.
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
-    const QCoreApplication app(argc, argv);
+    QCoreApplication app(argc, argv);
+    application::translate(app);
     DesktopFolders folders(DesktopFolders::ProgramFolder::Unused);
     const std::unique_ptr<Sound> sound = openSound(folders);
     QTextStream out(stdout);
@@ -55,7 +57,9 @@ int runCommand(int argc, char* argv[]) {
 void tellFatal(QtMsgType type, const QMessageLogContext& /*context*/, const QString& text) {
     std::fprintf(stderr, "%s\n", qPrintable(text));
     if (type == QtFatalMsg) {
-        std::fputs("Cantavista non trova uno schermo su cui aprirsi !!!\n", stderr);
+        std::fprintf(
+            stderr, "%s\n",
+            qPrintable(UserText::tr("Cantavista non trova uno schermo su cui aprirsi !!!")));
         std::_Exit(EXIT_FAILURE);
     }
 }

@@ -70,14 +70,26 @@ void chooseLocale() {
         QLocale::setDefault(QLocale(QLocale::Italian, QLocale::Italy));
 }
 
-void translateStandardButtons(QApplication& app) {
-    auto* translator = new QTranslator(&app);
-    if (translator->load(QStringLiteral("qtbase_it"),
-                         QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-        QApplication::installTranslator(translator);
-}
-
 }  // namespace
+
+void translate(QCoreApplication& app) {
+    const QString program = QCoreApplication::applicationDirPath();
+    QString buttons = QStringLiteral("qtbase_it");
+    auto* own = new QTranslator(&app);
+    for (const QString& folder : {program, program + QLatin1String("/../share/cantavista")}) {
+        // By the locale's name: its list of languages names others that the user reads as well, and
+        // there is no file for Italian.
+        if (own->load(QLatin1String("cantavista_") + QLocale().name(),
+                      folder + QLatin1String("/translations"))) {
+            QCoreApplication::installTranslator(own);
+            buttons = QLatin1String("qtbase_") + own->language();
+            break;
+        }
+    }
+    auto* translator = new QTranslator(&app);
+    if (translator->load(buttons, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(translator);
+}
 
 void prepare(QApplication& app) {
     QApplication::setApplicationName(QStringLiteral("cantavista"));
@@ -88,7 +100,7 @@ void prepare(QApplication& app) {
     const bool dark = desktopIsDark();
     QApplication::setStyle(new WindowStyle);
     QApplication::setPalette(paletteOf(dark ? kDark : kLight));
-    translateStandardButtons(app);
+    translate(app);
     app.installEventFilter(new ClosedWindows(&app));
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 class QApplication;
+class QCoreApplication;
 
 namespace application {
 
@@ -8,5 +9,10 @@ namespace application {
 /// the desktop, light or dark; the environment variable CANTAVISTA_THEME ("light", "dark")
 /// overrides it.
 void prepare(QApplication& app);
+
+/// The program's own texts are Italian; another language takes effect by its file alone,
+/// `translations/cantavista_<language>.qm` beside the program or among its installed data. The
+/// toolkit's standard buttons follow.
+void translate(QCoreApplication& app);
 
 }  // namespace application
