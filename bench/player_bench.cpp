@@ -58,8 +58,7 @@ int main(int argc, char* argv[]) {
     Composition composition;
     MelodyEditor editor(composition);
     editor.open(melodyOf(entries));
-    MelodyPlayer player(machine.runtime, machine.funzioniMM, composition);
-    player.attach(view);
+    MelodyPlayer player(machine.runtime, machine.funzioniMM, composition, view);
     player.play(0, static_cast<std::int16_t>(entries - 1));
 
     std::vector<double> errors;

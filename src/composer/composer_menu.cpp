@@ -6,59 +6,71 @@
 #include <QMenuBar>
 
 #include <array>
-#include <utility>
 
-/// An item of the menu bar. With a twin's name the context menu has an item of its own that does
-/// the same; otherwise it shows this one, if at all.
+/// An item of the menu bar. The context menu shows the same action, or one of its own with the name
+/// "…Cont" and the same effect, or none.
 struct ComposerMenu::Item {
-    enum class InContext { No, Same, Twin };
+    enum class InContext { No, SameAction, OwnAction };
 
     const char* name;
-    const char* caption;
+    const char* caption;  ///< to be shown by `tr`
     const char* shortcut;
-    std::function<void()> Handlers::*handler;
+    void (ComposerMenu::*chosen)();
     InContext inContext = InContext::No;
     bool separatorBefore = false;
 };
 
-ComposerMenu::ComposerMenu(QWidget& window, Handlers handlers)
-    : handlers_(std::move(handlers)), bar_(new QMenuBar(&window)), context_(new QMenu(&window)) {
+ComposerMenu::ComposerMenu(QWidget& window)
+    : bar_(new QMenuBar(&window)), context_(new QMenu(&window)) {
     using InContext = Item::InContext;
     bar_->setObjectName(QStringLiteral("menu"));
     context_->setObjectName(QStringLiteral("mnuContestuale"));
 
-    QMenu& file = *bar_->addMenu(QStringLiteral("&File"));
-    QMenu& edit = *bar_->addMenu(QStringLiteral("&Modifica"));
-    QMenu& play = *bar_->addMenu(QStringLiteral("&Esecuzione"));
+    QMenu& file = *bar_->addMenu(tr("&File"));
+    QMenu& edit = *bar_->addMenu(tr("&Modifica"));
+    QMenu& play = *bar_->addMenu(tr("&Esecuzione"));
 
-    undo_ = add({"mnuAnnulla", "Annulla", "Ctrl+Z", &Handlers::undo, InContext::Same}, edit);
-    redo_ = add({"mnuRipeti", "Ripeti", "Ctrl+Y", &Handlers::redo, InContext::Same}, edit);
-    add({"mnuMemorizza", "Memorizza riferimento…", "Ctrl+B", &Handlers::addBookmark,
-         InContext::Same, true},
+    undo_ = add({"mnuAnnulla", QT_TR_NOOP("Annulla"), "Ctrl+Z", &ComposerMenu::undoChosen,
+                 InContext::SameAction},
+                edit);
+    redo_ = add({"mnuRipeti", QT_TR_NOOP("Ripeti"), "Ctrl+Y", &ComposerMenu::redoChosen,
+                 InContext::SameAction},
+                edit);
+    add({"mnuMemorizza", QT_TR_NOOP("Memorizza riferimento…"), "Ctrl+B",
+         &ComposerMenu::addBookmarkChosen, InContext::SameAction, true},
         edit);
     const std::array<Item, 3> files{{
-        {"mnuApri", "Apri…", "Ctrl+O", &Handlers::open, InContext::Twin, true},
-        {"mnuSalva", "Salva", "Ctrl+S", &Handlers::save, InContext::Twin},
-        {"mnuSaveAs", "Salva con nome…", "Ctrl+Shift+S", &Handlers::saveAs, InContext::Twin},
+        {"mnuApri", QT_TR_NOOP("Apri…"), "Ctrl+O", &ComposerMenu::openChosen, InContext::OwnAction,
+         true},
+        {"mnuSalva", QT_TR_NOOP("Salva"), "Ctrl+S", &ComposerMenu::saveChosen,
+         InContext::OwnAction},
+        {"mnuSaveAs", QT_TR_NOOP("Salva con nome…"), "Ctrl+Shift+S", &ComposerMenu::saveAsChosen,
+         InContext::OwnAction},
     }};
     for (const Item& item : files)
         add(item, file);
-    exportAudio_ = add({"mnuEsportaAudio", "Esporta audio (WAV)…", "Ctrl+E", &Handlers::exportAudio,
-                        InContext::No, true},
+    exportAudio_ = add({"mnuEsportaAudio", QT_TR_NOOP("Esporta audio (WAV)…"), "Ctrl+E",
+                        &ComposerMenu::exportAudioChosen, InContext::No, true},
                        file);
-    exportMidi_ = add({"mnuEsportaMidi", "Esporta MIDI…", "", &Handlers::exportMidi}, file);
+    exportMidi_ = add(
+        {"mnuEsportaMidi", QT_TR_NOOP("Esporta MIDI…"), "", &ComposerMenu::exportMidiChosen}, file);
     const std::array<Item, 3> others{{
-        {"mnuSalvaA", "Salva su dischetto A:", "", &Handlers::saveToFloppy, InContext::No, true},
-        {"mnuCopyFromA", "Copia files da dischetto…", "", &Handlers::copyFromFloppy},
-        {"mnuChiudi", "Chiudi", "Ctrl+W", &Handlers::close, InContext::No, true},
+        {"mnuSalvaA", QT_TR_NOOP("Salva su dischetto A:"), "", &ComposerMenu::saveToFloppyChosen,
+         InContext::No, true},
+        {"mnuCopyFromA", QT_TR_NOOP("Copia files da dischetto…"), "",
+         &ComposerMenu::copyFromFloppyChosen},
+        {"mnuChiudi", QT_TR_NOOP("Chiudi"), "Ctrl+W", &ComposerMenu::closeChosen, InContext::No,
+         true},
     }};
     for (const Item& item : others)
         add(item, file);
     const std::array<Item, 3> plays{{
-        {"mnuPlayRitardo", "Play (ritardo 3 Sec.)", "Ctrl+P", &Handlers::delayedPlay,
-         InContext::Same, true},
-        {"mnuOrgano", "Organo", "", &Handlers::organ, InContext::Same, true},
-        {"mnuPiano", "Pianoforte", "", &Handlers::piano, InContext::Same},
+        {"mnuPlayRitardo", QT_TR_NOOP("Play (ritardo 3 Sec.)"), "Ctrl+P",
+         &ComposerMenu::delayedPlayChosen, InContext::SameAction, true},
+        {"mnuOrgano", QT_TR_NOOP("Organo"), "", &ComposerMenu::organChosen, InContext::SameAction,
+         true},
+        {"mnuPiano", QT_TR_NOOP("Pianoforte"), "", &ComposerMenu::pianoChosen,
+         InContext::SameAction},
     }};
     for (const Item& item : plays)
         add(item, play);
@@ -72,20 +84,17 @@ QAction* ComposerMenu::add(const Item& item, QMenu& menu) {
         context_->addSeparator();
 
     const auto make = [&](const QString& name, QMenu& owner) {
-        QAction* action = owner.addAction(QString::fromUtf8(item.caption));
+        QAction* action = owner.addAction(tr(item.caption));
         action->setObjectName(name);
-        const auto& handler = handlers_.*item.handler;
-        action->setEnabled(handler != nullptr);
-        if (handler)
-            QObject::connect(action, &QAction::triggered, action, [handler] { handler(); });
+        connect(action, &QAction::triggered, this, item.chosen);
         return action;
     };
     const QString name = QString::fromUtf8(item.name);
     QAction* action = make(name, menu);
     action->setShortcut(QKeySequence(QLatin1String(item.shortcut)));
-    if (item.inContext == Item::InContext::Twin)
+    if (item.inContext == Item::InContext::OwnAction)
         make(name + QStringLiteral("Cont"), *context_);
-    else if (item.inContext == Item::InContext::Same)
+    else if (item.inContext == Item::InContext::SameAction)
         context_->addAction(action);
     return action;
 }

@@ -1,33 +1,18 @@
 #pragma once
 
-#include <functional>
+#include <QObject>
 
 class QAction;
 class QMenu;
 class QMenuBar;
 class QWidget;
 
-/// The composer's menu bar and its context menu. An item without a handler is there but disabled.
-class ComposerMenu {
-public:
-    struct Handlers {
-        std::function<void()> open;
-        std::function<void()> save;
-        std::function<void()> saveAs;
-        std::function<void()> exportAudio;
-        std::function<void()> exportMidi;
-        std::function<void()> saveToFloppy;
-        std::function<void()> copyFromFloppy;
-        std::function<void()> close;
-        std::function<void()> undo;
-        std::function<void()> redo;
-        std::function<void()> addBookmark;
-        std::function<void()> delayedPlay;
-        std::function<void()> organ;
-        std::function<void()> piano;
-    };
+/// The composer's menu bar and its context menu.
+class ComposerMenu : public QObject {
+    Q_OBJECT
 
-    ComposerMenu(QWidget& window, Handlers handlers);
+public:
+    explicit ComposerMenu(QWidget& window);
 
     QMenuBar& bar() { return *bar_; }
     QMenu& context() { return *context_; }
@@ -35,12 +20,27 @@ public:
     void enableUndo(bool undo, bool redo);
     void enableExport(bool audio, bool midi);
 
+Q_SIGNALS:
+    void openChosen();
+    void saveChosen();
+    void saveAsChosen();
+    void exportAudioChosen();
+    void exportMidiChosen();
+    void saveToFloppyChosen();
+    void copyFromFloppyChosen();
+    void closeChosen();
+    void undoChosen();
+    void redoChosen();
+    void addBookmarkChosen();
+    void delayedPlayChosen();
+    void organChosen();
+    void pianoChosen();
+
 private:
     struct Item;
 
     QAction* add(const Item& item, QMenu& menu);
 
-    Handlers handlers_;
     QMenuBar* bar_;
     QMenu* context_;
     QAction* undo_ = nullptr;

@@ -1,5 +1,7 @@
 #include "composer/export_progress.h"
 
+#include "platform/user_text.h"
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -12,10 +14,9 @@ constexpr int kSteps = 1000;
 
 ExportProgress::ExportProgress(Runtime& runtime, QWidget& window)
     : runtime_(runtime),
-      box_(QStringLiteral("Esportazione in corso…"), QStringLiteral("Annulla"), 0, kSteps,
-           &window) {
+      box_(UserText::tr("Esportazione in corso…"), UserText::tr("Annulla"), 0, kSteps, &window) {
     box_.setObjectName(QStringLiteral("boxEsporta"));
-    box_.setWindowTitle(QStringLiteral("Esporta audio"));
+    box_.setWindowTitle(UserText::tr("Esporta audio"));
     box_.setWindowModality(Qt::WindowModal);
     box_.setAutoReset(false);
     box_.setAutoClose(false);

@@ -1,41 +1,27 @@
 #include "composer/frmComposer.h"
 
 #include "composer/melody/rhythm.h"
-#include "composer/panels/bookmark_panel.h"
-#include "composer/panels/browser_panel.h"
 #include "core/funzioni_mm.h"
-#include "core/instruments.h"
 #include "platform/dialogs.h"
 #include "ui_entry_palette_panel.h"
 #include "ui_frmComposer.h"
-#include "ui_modify_panel.h"
 #include "ui_playback_panel.h"
 #include "ui_range_panel.h"
 #include "widgets/appearance.h"
 #include "widgets/panel_text.h"
 
-#include <QAbstractItemView>
-#include <QApplication>
 #include <QContextMenuEvent>
-#include <QKeyEvent>
+#include <QGuiApplication>
 #include <QLocale>
 #include <QMenu>
 #include <QMenuBar>
-#include <QScreen>
-#include <QStyle>
-#include <QWindow>
 
-#include <algorithm>
 #include <utility>
 
 namespace {
 
 constexpr QSize kSize(1180, 760);
 constexpr int kLabelFrame = 24;
-
-bool isArrow(int key) {
-    return key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down;
-}
 
 void showBusyPointer(bool on) {
     if (on)
@@ -44,14 +30,10 @@ void showBusyPointer(bool on) {
         QGuiApplication::restoreOverrideCursor();
 }
 
-bool takesText(const QWidget* widget) {
-    return qobject_cast<const QLineEdit*>(widget) || qobject_cast<const QComboBox*>(widget);
-}
-
-staff_entry::Entry onStaff(const MelodyEntry& entry) {
-    const QChar first =
-        entry.attribute.isEmpty() ? letter::kNormale.front() : entry.attribute.front();
-    return {entry.noteNumber(), entry.quarters(), first.toLatin1()};
+std::unique_ptr<Ui::frmComposer> makeForm(QDialog& window) {
+    auto form = std::make_unique<Ui::frmComposer>();
+    form->setupUi(&window);
+    return form;
 }
 
 }  // namespace
@@ -59,66 +41,42 @@ staff_entry::Entry onStaff(const MelodyEntry& entry) {
 frmComposer::frmComposer(const Services& services, QWidget* parent, QString melodyFile)
     : QDialog(parent),
       services_(services),
-      ui_(std::make_unique<Ui::frmComposer>()),
-      editor_(composition_),
-      keys_(services.runtime, *this),
+      menu_(*this),
+      ui_(makeForm(*this)),
+      side_(*ui_),
+      view_(*ui_, side_, composition_),
       runtime_(services.runtime, [this] { pollKeys(); }),
-      playback_(runtime_, services.funzioniMM, composition_),
-      arrows_(runtime_, services.funzioniMM, composition_),
-      library_(services, composition_, editor_),
-      bookmarks_(services.dialogs, composition_, editor_),
-      export_(services, composition_),
-      floppy_(services, composition_, library_, showBusyPointer),
-      unsaved_(services, composition_, editor_, library_),
-      menu_(*this, menuHandlers()),
-      browser_(new BrowserPanel),
-      bookmarkPanel_(new BookmarkPanel),
+      model_(services_, runtime_, composition_, view_, view_, showBusyPointer),
+      hand_(*ui_, view_, services.funzioniMM, model_.editor),
+      keyboard_(*this, *ui_, services.runtime, composition_, hand_),
+      presenter_(services_, *ui_, side_, view_, model_, menu_, keyboard_),
+      entry_(*ui_, model_, view_, presenter_, keyboard_, menu_),
+      playbackControls_(services.dialogs, *ui_, model_, view_, presenter_, keyboard_, menu_),
+      range_(*ui_, model_, view_, presenter_),
+      library_(model_, side_, view_, presenter_, keyboard_, menu_),
+      export_(*this, services.runtime, model_, side_, keyboard_, menu_),
+      bookmarks_(model_, side_, view_, presenter_, keyboard_, menu_),
       melodyFile_(std::move(melodyFile)) {
-    ui_->setupUi(this);
     setWindowFlags(Qt::Window | Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint |
                    Qt::WindowSystemMenuHint | Qt::WindowTitleHint);
     ui_->column->setMenuBar(&menu_.bar());
     composition_.decimalSeparator = rhythm::decimalSeparator(QLocale());
     composition_.instrument = services_.funzioniMM.currentInstrument();
-    playback_.attach(*this);
-    arrangeSide();
+    appearance::enlargeText(*ui_->lblNome, 1.2);
+    panel_text::reserve(*ui_->lblNt, panel_text::widestEntryNumber(), kLabelFrame);
     orderTabs();
-    connectPalette();
-    connectPlayback();
-    connectRange();
-    connectEditFrame();
-    connectStaff();
-    connectLibrary();
+    connect(&menu_, &ComposerMenu::closeChosen, this, &frmComposer::reject);
+    connect(&presenter_, &MelodyPresenter::messageClosed, this, &frmComposer::takeActivation);
     ui_->instrument->showProgram(composition_.instrument);
-    showActiveNote();
-    showMelody();
+    view_.showActiveNote();
+    presenter_.showMelody();
     placeOnScreen();
-    QCoreApplication::instance()->installEventFilter(this);
 }
 
-/// The end of the program leaves the window without closing it. What the mouse holds then ends
-/// while there is somebody to end it.
+/// The end of the program leaves the window without closing it. What the mouse holds ends here,
+/// while the objects that answer its release are still there.
 frmComposer::~frmComposer() {
     hide();
-}
-
-ComposerMenu::Handlers frmComposer::menuHandlers() {
-    ComposerMenu::Handlers handlers;
-    handlers.open = [this] { mnuApri_Click(); };
-    handlers.save = [this] { mnuSalva_Click(); };
-    handlers.saveAs = [this] { mnuSaveAs_Click(); };
-    handlers.exportAudio = [this] { mnuEsportaAudio_Click(); };
-    handlers.exportMidi = [this] { mnuEsportaMidi_Click(); };
-    handlers.saveToFloppy = [this] { mnuSalvaA_Click(); };
-    handlers.copyFromFloppy = [this] { mnuCopyFromA_Click(); };
-    handlers.addBookmark = [this] { cmdAddBm_Click(); };
-    handlers.close = [this] { reject(); };
-    handlers.undo = [this] { mnuAnnulla_Click(); };
-    handlers.redo = [this] { mnuRipeti_Click(); };
-    handlers.delayedPlay = [this] { mnuPlayRitardo_Click(); };
-    handlers.organ = [this] { chooseInstrument(instruments::kOrgano); };
-    handlers.piano = [this] { chooseInstrument(instruments::kPianoforte); };
-    return handlers;
 }
 
 /// As large as the screen allows, with the title bar in view: left to itself a dialog that is
@@ -128,24 +86,6 @@ void frmComposer::placeOnScreen() {
     resize(kSize.boundedTo(room.size()));
     const QSize free = room.size() - size();
     move(room.topLeft() + QPoint(free.width(), free.height()) / 2);
-}
-
-/// The column beside the staff keeps its width whether a panel is open or not, so that opening one
-/// moves nothing else; panels that have no room below each other are scrolled. While none is open,
-/// a word about what comes there stands in it.
-void frmComposer::arrangeSide() {
-    for (QWidget* panel : std::initializer_list<QWidget*>{browser_, bookmarkPanel_}) {
-        ui_->sidePanels->addWidget(panel);
-        panel->hide();
-    }
-    const int content =
-        std::max({ui_->frmModifica->sizeHint().width(), browser_->minimumSizeHint().width(),
-                  bookmarkPanel_->minimumSizeHint().width()});
-    ui_->side->setFixedWidth(content + style()->pixelMetric(QStyle::PM_ScrollBarExtent));
-    ui_->side->setMinimumHeight(ui_->frmModifica->sizeHint().height());
-    appearance::enlargeText(*ui_->lblNome, 1.2);
-    panel_text::reserve(*ui_->lblNt, panel_text::widestEntryNumber(), kLabelFrame);
-    showEditFrame(false);
 }
 
 void frmComposer::orderTabs() {
@@ -163,68 +103,10 @@ void frmComposer::orderTabs() {
     }
 }
 
-void frmComposer::connectPalette() {
-    auto& palette = ui_->palette->ui();
-    ui_->palette->onSymbol([this](std::uint8_t index) { cmdSimbNote_Click(index); });
-    ui_->palette->onAttribute([this](std::uint8_t index) { cmdAttrNota_Click(index); });
-    connect(palette.ckConsAtt, &QCheckBox::clicked, this, &frmComposer::ckConsAtt_Click);
-    connect(palette.lblActNote, &QToolButton::clicked, this, &frmComposer::lblActNote_DblClick);
-    connect(palette.cmdInsNota, &QPushButton::clicked, this, &frmComposer::cmdInsNota_Click);
-    connect(palette.cmdInsPausa, &QPushButton::clicked, this, &frmComposer::cmdInsPausa_Click);
-    connect(palette.cmdCanc, &QPushButton::clicked, this, &frmComposer::cmdCanc_Click);
-    connect(palette.cmdReset, &QPushButton::clicked, this, &frmComposer::cmdReset_Click);
-    ui_->lb->onKeyDown([this](int index) { lb_MouseDown(index); });
-    ui_->lb->onKeyUp([this](int index) { lb_MouseUp(index); });
-    ui_->lb->onKeyDoubleClick([this](int) { lb_DblClick(); });
-}
-
-void frmComposer::connectPlayback() {
-    auto& playback = ui_->playback->ui();
-    connect(playback.cmdPlay, &QPushButton::clicked, this, &frmComposer::cmdPlay_Click);
-    connect(playback.chekLoop, &QCheckBox::clicked, this, &frmComposer::chekLoop_Click);
-    connect(playback.lblStep_0, &QToolButton::clicked, this,
-            [this] { lblStep_Click(StepMode::Direction::Backward); });
-    connect(playback.lblStep_1, &QToolButton::clicked, this,
-            [this] { lblStep_Click(StepMode::Direction::Forward); });
-    connect(playback.Slider1, &QScrollBar::valueChanged, this, &frmComposer::Slider1_Change);
-    connect(ui_->lblNt, &QToolButton::clicked, this, &frmComposer::lblNt_DblClick);
-    ui_->instrument->onProgram([this](int program) { chooseInstrument(program); });
-}
-
-void frmComposer::connectRange() {
-    auto& range = ui_->range->ui();
-    ui_->range->onArrowDown([this](PlayRange::Arrow arrow) { lblid_MouseDown(arrow); });
-    ui_->range->onArrowUp([this] { lblid_MouseUp(); });
-    ui_->range->onArrowStep([this](PlayRange::Arrow arrow) { lblid_Step(arrow); });
-    connect(range.lblNini, &QLineEdit::editingFinished, this, &frmComposer::lblNini_Validate);
-    connect(range.lblNfine, &QLineEdit::editingFinished, this, &frmComposer::lblNfine_Validate);
-    for (QLineEdit* box : {range.lblNini, range.lblNfine})
-        connect(box, &QLineEdit::returnPressed, this, &frmComposer::focusPlay);
-    connect(range.lblIDs_0, &QToolButton::clicked, this, [this] { lblIDs_Click(-1); });
-    connect(range.lblIDs_1, &QToolButton::clicked, this, [this] { lblIDs_Click(1); });
-    connect(range.lblSemitoni, &QToolButton::clicked, this, &frmComposer::lblSemitoni_Click);
-}
-
-void frmComposer::connectEditFrame() {
-    auto& frame = ui_->frmModifica->ui();
-    connect(frame.cmdModifica_0, &QPushButton::clicked, this, &frmComposer::cmdModifica_Click);
-    connect(frame.cmdInsertNote, &QPushButton::clicked, this, &frmComposer::cmdInsertNote_Click);
-    connect(frame.cmdCancNota, &QPushButton::clicked, this, &frmComposer::cmdCancNota_Click);
-}
-
-void frmComposer::connectStaff() {
-    ui_->Regolo->setSource(
-        {[this] { return int{composition_.melody.EntryCount()}; },
-         [this](int entry) { return onStaff(composition_.melody.entry(entry)); }});
-    ui_->Regolo->onNoteChosen([this](int note) { noteDown(static_cast<pitch::NoteNumber>(note)); });
-    ui_->Regolo->onNoteReleased([this](int note) { noteUp(static_cast<pitch::NoteNumber>(note)); });
-}
-
 void frmComposer::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
     closed_ = false;
-    QMetaObject::invokeMethod(
-        this, [this] { Form_Activate(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, &frmComposer::Form_Activate, Qt::QueuedConnection);
 }
 
 /// A modal window's own loop runs this, so that the window cannot be left before the loop has
@@ -234,19 +116,17 @@ void frmComposer::Form_Activate() {
         return;
     polling_ = true;
     becomeActive();
-    if (offerUnsaved())
-        melodyFile_.clear();
-    openMelodyFile();
+    library_.openAtStart(std::exchange(melodyFile_, {}));
     while (!closed_ && !runtime_.ending())
         runtime_.pump(kForever);
-    silenceHands();
+    keyboard_.releaseHeldKeys();
     polling_ = false;
 }
 
 /// Every time, as after a box or a window over this one; the loop of the first time goes on.
 void frmComposer::becomeActive() {
     ui_->palette->ui().cmdInsNota->setFocus();
-    keys_.piano().resetOctave();
+    keyboard_.resetOctave();
 }
 
 /// What the window system reports later than the box returns is done here at its place, so that a
@@ -267,15 +147,15 @@ void frmComposer::changeEvent(QEvent* event) {
 }
 
 void frmComposer::done(int result) {
-    arrows_.release();
-    playback_.player().abandon();
-    showPlaying(false);
-    silenceHands();
-    const bool loses = editor_.modified() || !unsaved_.othersKept();
-    if (loses && !services_.dialogs.confirm(
-                     QStringLiteral("La melodia non è stata salvata. Chiudere comunque ?")))
+    model_.arrows.release();
+    model_.playback.player().abandon();
+    view_.showPlaying(false);
+    keyboard_.releaseHeldKeys();
+    const bool loses = model_.editor.modified() || !model_.unsaved.othersKept();
+    if (loses &&
+        !services_.dialogs.confirm(tr("La melodia non è stata salvata. Chiudere comunque ?")))
         return;
-    unsaved_.forget();
+    model_.unsaved.forget();
     closed_ = true;
     QDialog::done(result);
 }
@@ -284,43 +164,7 @@ void frmComposer::contextMenuEvent(QContextMenuEvent* event) {
     menu_.context().popup(event->globalPos());
 }
 
-/// Sees a key before its control does. What is typed is noted here, because the focus may have
-/// moved on by the time that the keys are polled.
-bool frmComposer::eventFilter(QObject* target, QEvent* event) {
-    if (event->type() != QEvent::KeyPress)
-        return QDialog::eventFilter(target, event);
-    const auto& key = *static_cast<QKeyEvent*>(event);
-    if (target == windowHandle()) {
-        const auto chord = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
-        if (keysFocus().typing || key.modifiers().testAnyFlags(chord))
-            typed_ = true;
-        return false;
-    }
-    const auto* widget = qobject_cast<QWidget*>(target);
-    if (!widget || widget->window() != this || !isArrow(key.key()))
-        return false;
-    // An arrow that means a step or a semitone does not move the focus from button to button.
-    const ComputerKeys::Focus focus = keysFocus();
-    const bool sideways = key.key() == Qt::Key_Left || key.key() == Qt::Key_Right;
-    return !(sideways ? focus.takesSideways : focus.takesUpAndDown);
-}
-
-/// Every control that has a use of its own for a key keeps it; so does an open menu.
-ComputerKeys::Focus frmComposer::keysFocus() const {
-    const QWidget* focus = focusWidget();
-    const bool elsewhere =
-        QApplication::activePopupWidget() || QApplication::activeModalWidget() != this;
-    const bool text = elsewhere || takesText(focus);
-    const bool slides = text || qobject_cast<const QAbstractSlider*>(focus) ||
-                        qobject_cast<const QAbstractItemView*>(focus) ||
-                        qobject_cast<const QMenuBar*>(focus);
-    return {text, slides || focus == ui_->lb, slides};
-}
-
 void frmComposer::pollKeys() {
-    if (closed_)
-        return;
-    ComputerKeys::Focus focus = keysFocus();
-    focus.typing = std::exchange(typed_, false) || focus.typing;
-    keys_.poll(focus);
+    if (!closed_)
+        keyboard_.poll();
 }

@@ -47,5 +47,5 @@ void frmCopyFromA::cmdCopia_Click() {
         return;
     const auto wanted = static_cast<int>(rows.size());
     const int copied = floppy_.copy(std::move(rows));
-    ui_->lblEsito->setText(QStringLiteral("Melodie copiate: %1 di %2").arg(copied).arg(wanted));
+    ui_->lblEsito->setText(tr("Melodie copiate: %1 di %2").arg(copied).arg(wanted));
 }

@@ -145,8 +145,10 @@ class ComposerStaffTest : public testing::Test {
 protected:
     ComposerStaffTest() {
         staff.resize(1180, 220);
-        staff.onNoteChosen([this](int note) { acts.push_back(note); });
-        staff.onNoteReleased([this](int note) { acts.push_back(-note); });
+        QObject::connect(&staff, &ComposerStaff::noteChosen, &staff,
+                         [this](int note) { acts.push_back(note); });
+        QObject::connect(&staff, &ComposerStaff::noteReleased, &staff,
+                         [this](int note) { acts.push_back(-note); });
         staff.show();
     }
 

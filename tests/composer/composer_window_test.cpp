@@ -384,8 +384,9 @@ TEST_F(ComposerWindowTest, EveryControlNamesTheEntryOfTheEditFrame) {
             case 16:
                 if (!model.framed)
                     return true;
+                user.find<QLineEdit>("lblNini").setFocus();
                 user.find<QLineEdit>("lblNini").setText(QStringLiteral("1"));
-                window.lblNini_Validate();
+                user.type(Qt::Key_Return);
                 if (std::exchange(model.stepping, false))
                     model.place = 0;
                 return true;

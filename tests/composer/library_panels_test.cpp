@@ -62,8 +62,14 @@ struct BrowserPanelTest : LibraryPanelsTest {
     BrowserPanelTest() {
         for (const char* file : {"Esempi\\a.mel", "alba.mel", "sera.mel"})
             folders.put(kRoot + file);
-        panel.setHandlers({teller("play"), [this] { tell("create", panel.row()); },
-                           teller("remove"), teller("rename"), [this] { tell("hide", 0); }});
+        const auto on = [this](auto signal, auto act) {
+            QObject::connect(&panel, signal, &panel, std::move(act));
+        };
+        on(&BrowserPanel::playRequested, teller("play"));
+        on(&BrowserPanel::createFolderRequested, [this] { tell("create", panel.row()); });
+        on(&BrowserPanel::removeRequested, teller("remove"));
+        on(&BrowserPanel::renameRequested, teller("rename"));
+        on(&BrowserPanel::hideRequested, [this] { tell("hide", 0); });
         refill();
         panel.resize(panel.sizeHint());
         open(panel);
@@ -82,12 +88,18 @@ struct BookmarkPanelTest : LibraryPanelsTest {
 
     BookmarkPanelTest() {
         using Direction = BookmarkCommands::Direction;
-        panel.setHandlers({[this] { tell("add", panel.row()); }, teller("play"), teller("rename"),
-                           teller("modify"),
-                           [this](int row, Direction direction) {
-                               tell(direction == Direction::Up ? "up" : "down", row);
-                           },
-                           teller("remove"), [this] { tell("hide", 0); }});
+        const auto on = [this](auto signal, auto act) {
+            QObject::connect(&panel, signal, &panel, std::move(act));
+        };
+        on(&BookmarkPanel::addRequested, [this] { tell("add", panel.row()); });
+        on(&BookmarkPanel::playRequested, teller("play"));
+        on(&BookmarkPanel::renameRequested, teller("rename"));
+        on(&BookmarkPanel::modifyRequested, teller("modify"));
+        on(&BookmarkPanel::moveRequested, [this](int row, Direction direction) {
+            tell(direction == Direction::Up ? "up" : "down", row);
+        });
+        on(&BookmarkPanel::removeRequested, teller("remove"));
+        on(&BookmarkPanel::hideRequested, [this] { tell("hide", 0); });
         open(panel);
     }
 };

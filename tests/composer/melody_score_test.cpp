@@ -145,8 +145,7 @@ TEST(MelodyScore, sendsWhatThePlayerSends) {
         world.openOutput();
         const Composition composition = compositionOf(varied(), tempo);
         NoView view;
-        MelodyPlayer player(world.runtime, world.funzioniMM, composition);
-        player.attach(view);
+        MelodyPlayer player(world.runtime, world.funzioniMM, composition, view);
         world.funzioniMM.ProgramChange(40);
         player.play(0, static_cast<std::int16_t>(composition.melody.EntryCount() - 1));
 

@@ -50,10 +50,7 @@ public:
 
 class PlaybackTest : public ::testing::Test {
 protected:
-    PlaybackTest() {
-        world.openOutput();
-        playback.attach(view);
-    }
+    PlaybackTest() { world.openOutput(); }
 
     void load(const MelodyTexts& texts, int tempo = 60) {
         Melody::Reading reading = Melody::read(texts);
@@ -70,7 +67,7 @@ protected:
     TestWorld world;
     Composition composition;
     ViewRecorder view;
-    Playback playback{world.runtime, world.funzioniMM, composition};
+    Playback playback{world.runtime, world.funzioniMM, composition, view};
 };
 
 TEST_F(PlaybackTest, everyLetterAtItsInstants) {

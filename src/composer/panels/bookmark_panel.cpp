@@ -17,21 +17,22 @@ BookmarkPanel::BookmarkPanel(QWidget* parent)
     ui_->lstBookMark->setMinimumHeight(kFewestRows * fontMetrics().lineSpacing());
     connect(ui_->lstBookMark, &QListWidget::itemDoubleClicked, this, &BookmarkPanel::play);
     connect(ui_->cmdPlayBm, &QPushButton::clicked, this, &BookmarkPanel::play);
-    connect(ui_->cmdAddBm, &QPushButton::clicked, this, [this] { handlers_.add(); });
-    connect(ui_->cmdRenameBm, &QPushButton::clicked, this, [this] { handlers_.rename(row()); });
-    connect(ui_->cmdModBm, &QPushButton::clicked, this, [this] { handlers_.modify(row()); });
+    connect(ui_->cmdAddBm, &QPushButton::clicked, this, &BookmarkPanel::addRequested);
+    connect(ui_->cmdRenameBm, &QPushButton::clicked, this,
+            [this] { Q_EMIT renameRequested(row()); });
+    connect(ui_->cmdModBm, &QPushButton::clicked, this, [this] { Q_EMIT modifyRequested(row()); });
     connect(ui_->cmdMbUd_0, &QToolButton::clicked, this,
-            [this] { handlers_.move(row(), Direction::Up); });
+            [this] { Q_EMIT moveRequested(row(), Direction::Up); });
     connect(ui_->cmdMbUd_1, &QToolButton::clicked, this,
-            [this] { handlers_.move(row(), Direction::Down); });
-    connect(ui_->cmdDelBm, &QPushButton::clicked, this, [this] { handlers_.remove(row()); });
-    connect(ui_->cmdHideBm, &QToolButton::clicked, this, [this] { handlers_.hide(); });
+            [this] { Q_EMIT moveRequested(row(), Direction::Down); });
+    connect(ui_->cmdDelBm, &QPushButton::clicked, this, [this] { Q_EMIT removeRequested(row()); });
+    connect(ui_->cmdHideBm, &QToolButton::clicked, this, &BookmarkPanel::hideRequested);
 }
 
 BookmarkPanel::~BookmarkPanel() = default;
 
 void BookmarkPanel::play() {
-    handlers_.play(row());
+    Q_EMIT playRequested(row());
 }
 
 void BookmarkPanel::showBookmarks(const QStringList& items) {

@@ -5,32 +5,20 @@
 #include <QGroupBox>
 #include <QStringList>
 
-#include <functional>
 #include <memory>
-#include <utility>
 
 namespace Ui {
 class BookmarkPanel;
 }
 
-/// The bookmarks' frame `frBookMark`. It shows and tells; a row is a place in the list, -1 if none
-/// is selected.
+/// The bookmarks' frame `frBookMark`. A row is a place in the list, -1 if none is
+/// selected.
 class BookmarkPanel : public QGroupBox {
-public:
-    struct Handlers {
-        std::function<void()> add;
-        std::function<void(int row)> play;  ///< `cmdPlayBm`, a double click, or Enter
-        std::function<void(int row)> rename;
-        std::function<void(int row)> modify;
-        std::function<void(int row, BookmarkCommands::Direction)> move;
-        std::function<void(int row)> remove;
-        std::function<void()> hide;
-    };
+    Q_OBJECT
 
+public:
     explicit BookmarkPanel(QWidget* parent = nullptr);
     ~BookmarkPanel() override;
-
-    void setHandlers(Handlers handlers) { handlers_ = std::move(handlers); }
 
     /// Fills the list; a call with the same items costs nothing. In a list of the same length the
     /// selected place stays selected, otherwise the selected text if it is still there.
@@ -38,6 +26,15 @@ public:
 
     int row() const;
     void select(int row);
+
+Q_SIGNALS:
+    void addRequested();
+    void playRequested(int row);  ///< `cmdPlayBm`, a double click, or Enter
+    void renameRequested(int row);
+    void modifyRequested(int row);
+    void moveRequested(int row, BookmarkCommands::Direction direction);
+    void removeRequested(int row);
+    void hideRequested();
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -47,6 +44,5 @@ private:
     int rowAfter(const QStringList& items) const;
 
     std::unique_ptr<Ui::BookmarkPanel> ui_;
-    Handlers handlers_;
     QStringList shown_;
 };

@@ -65,16 +65,16 @@ BrowserPanel::BrowserPanel(QWidget* parent)
     ui_->List1->setMinimumHeight(kFewestRows * fontMetrics().lineSpacing());
     connect(ui_->List1, &QListWidget::itemDoubleClicked, this, &BrowserPanel::play);
     connect(ui_->cmdEseguiFile, &QPushButton::clicked, this, &BrowserPanel::play);
-    connect(ui_->cmdMkdir, &QPushButton::clicked, this, [this] { handlers_.createFolder(); });
-    connect(ui_->cmdDelete, &QPushButton::clicked, this, [this] { handlers_.remove(row()); });
-    connect(ui_->cmdRename, &QPushButton::clicked, this, [this] { handlers_.rename(row()); });
-    connect(ui_->cmdHideFr2, &QToolButton::clicked, this, [this] { handlers_.hide(); });
+    connect(ui_->cmdMkdir, &QPushButton::clicked, this, &BrowserPanel::createFolderRequested);
+    connect(ui_->cmdDelete, &QPushButton::clicked, this, [this] { Q_EMIT removeRequested(row()); });
+    connect(ui_->cmdRename, &QPushButton::clicked, this, [this] { Q_EMIT renameRequested(row()); });
+    connect(ui_->cmdHideFr2, &QToolButton::clicked, this, &BrowserPanel::hideRequested);
 }
 
 BrowserPanel::~BrowserPanel() = default;
 
 void BrowserPanel::play() {
-    handlers_.play(row());
+    Q_EMIT playRequested(row());
 }
 
 void BrowserPanel::showEntries(const MelodyLibrary& library) {

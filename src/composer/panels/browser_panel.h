@@ -3,9 +3,7 @@
 #include <QGroupBox>
 #include <QLabel>
 
-#include <functional>
 #include <memory>
-#include <utility>
 
 class MelodyLibrary;
 
@@ -24,22 +22,14 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 };
 
-/// The browser frame `Fr2`: the folders and melodies of the library. It shows and tells; a row is a
-/// place in the library's entries, -1 if none is selected.
+/// The browser frame `Fr2`: the folders and melodies of the library. A row is a place in the
+/// library's entries, -1 if none is selected.
 class BrowserPanel : public QGroupBox {
-public:
-    struct Handlers {
-        std::function<void(int row)> play;  ///< `cmdEseguiFile`, a double click, or Enter
-        std::function<void()> createFolder;
-        std::function<void(int row)> remove;
-        std::function<void(int row)> rename;
-        std::function<void()> hide;
-    };
+    Q_OBJECT
 
+public:
     explicit BrowserPanel(QWidget* parent = nullptr);
     ~BrowserPanel() override;
-
-    void setHandlers(Handlers handlers) { handlers_ = std::move(handlers); }
 
     /// Fills the list. As long as the folder is the same, its selected entry stays selected, and
     /// the arrow keys go on from where they were if it is gone.
@@ -49,6 +39,13 @@ public:
     void select(int row);
     void focusList();
 
+Q_SIGNALS:
+    void playRequested(int row);  ///< `cmdEseguiFile`, a double click, or Enter
+    void createFolderRequested();
+    void removeRequested(int row);
+    void renameRequested(int row);
+    void hideRequested();
+
 protected:
     void keyPressEvent(QKeyEvent* event) override;
 
@@ -57,6 +54,5 @@ private:
     void markFolders(const MelodyLibrary& library);
 
     std::unique_ptr<Ui::BrowserPanel> ui_;
-    Handlers handlers_;
     QString folder_;
 };

@@ -24,14 +24,6 @@ PictureButton* pictureButton(const char* array, std::size_t index, const char* t
         parent);
 }
 
-template <typename Buttons>
-void connectChoice(const Buttons& buttons, const EntryPalettePanel::ChoiceHandler& handler) {
-    for (std::size_t i = 0; i < buttons.size(); ++i) {
-        QObject::connect(buttons[i], &QToolButton::clicked, buttons[i],
-                         [handler, i] { handler(static_cast<std::uint8_t>(i)); });
-    }
-}
-
 }  // namespace
 
 EntryPalettePanel::EntryPalettePanel(QWidget* parent)
@@ -41,11 +33,15 @@ EntryPalettePanel::EntryPalettePanel(QWidget* parent)
         symbols_[i] = pictureButton("cmdSimbNote", i, note_values::kAll[i].name,
                                     entry_pictures::drawSymbol, this);
         ui_->symbols->addWidget(symbols_[i]);
+        connect(symbols_[i], &QToolButton::clicked, this,
+                [this, i] { Q_EMIT symbolClicked(static_cast<std::uint8_t>(i)); });
     }
     for (std::size_t i = 0; i < attributes_.size(); ++i) {
         attributes_[i] = pictureButton("cmdAttrNota", i, kAttributeButtons[i].toolTip,
                                        entry_pictures::drawAttribute, this);
         ui_->attributes->addWidget(attributes_[i]);
+        connect(attributes_[i], &QToolButton::clicked, this,
+                [this, i] { Q_EMIT attributeClicked(static_cast<std::uint8_t>(i)); });
     }
     // The check box is higher than a caption; the rows of buttons stand level nevertheless.
     for (QLabel* caption : {ui_->lblSimboli, ui_->lblInserimento})
@@ -60,14 +56,6 @@ EntryPalettePanel::EntryPalettePanel(QWidget* parent)
 }
 
 EntryPalettePanel::~EntryPalettePanel() = default;
-
-void EntryPalettePanel::onSymbol(const ChoiceHandler& handler) {
-    connectChoice(symbols_, handler);
-}
-
-void EntryPalettePanel::onAttribute(const ChoiceHandler& handler) {
-    connectChoice(attributes_, handler);
-}
 
 void EntryPalettePanel::showSettings(const EntrySettings& settings) {
     for (std::size_t i = 0; i < symbols_.size(); ++i)

@@ -6,7 +6,6 @@
 #include <QWidget>
 
 #include <array>
-#include <functional>
 #include <memory>
 
 class PictureButton;
@@ -18,22 +17,24 @@ class EntryPalettePanel;
 /// The palette: the note symbols `cmdSimbNote`, the attributes `cmdAttrNota`, and the buttons that
 /// put entries into the melody and take them out.
 class EntryPalettePanel : public QWidget {
-public:
-    using ChoiceHandler = std::function<void(std::uint8_t index)>;
+    Q_OBJECT
 
+public:
     explicit EntryPalettePanel(QWidget* parent = nullptr);
     ~EntryPalettePanel() override;
 
     Ui::EntryPalettePanel& ui() { return *ui_; }
-
-    void onSymbol(const ChoiceHandler& handler);
-    void onAttribute(const ChoiceHandler& handler);
 
     void showSettings(const EntrySettings& settings);
     void showActiveNote(const QString& name);
 
     /// Puts the panel's controls into the window's order of Tab, behind `before`.
     QWidget* orderTabs(QWidget* before);
+
+Q_SIGNALS:
+    /// `index` as `note_values::kAll` and `kAttributeButtons` count.
+    void symbolClicked(std::uint8_t index);
+    void attributeClicked(std::uint8_t index);
 
 private:
     std::unique_ptr<Ui::EntryPalettePanel> ui_;

@@ -39,6 +39,7 @@ InstrumentPanel::InstrumentPanel(QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::InstrumentPanel>()) {
     ui_->setupUi(this);
     ui_->InstrS->setRange(0, instruments::kCount - 1);
+    connect(ui_->InstrS, &QSlider::valueChanged, this, &InstrumentPanel::programChosen);
     panel_text::reserve(*ui_->lblInstr, instruments::caption(24), 4);
     auto* menu = new QMenu(ui_->cmdStrumento);
     for (std::size_t family = 0; family < kFamilies.size(); ++family) {
@@ -55,10 +56,6 @@ void InstrumentPanel::fillFamily(QMenu& menu, int firstProgram) {
         menu.addAction(instruments::caption(program), ui_->InstrS,
                        [this, program] { ui_->InstrS->setValue(program); });
     }
-}
-
-void InstrumentPanel::onProgram(ProgramHandler handler) {
-    connect(ui_->InstrS, &QSlider::valueChanged, this, std::move(handler));
 }
 
 void InstrumentPanel::showProgram(int program) {

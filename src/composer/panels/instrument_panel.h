@@ -2,7 +2,6 @@
 
 #include <QWidget>
 
-#include <functional>
 #include <memory>
 
 class QMenu;
@@ -13,16 +12,17 @@ class InstrumentPanel;
 
 /// The instrument's slider with its caption, and a menu of all instruments by family.
 class InstrumentPanel : public QWidget {
-public:
-    using ProgramHandler = std::function<void(int program)>;
+    Q_OBJECT
 
+public:
     explicit InstrumentPanel(QWidget* parent = nullptr);
     ~InstrumentPanel() override;
 
-    void onProgram(ProgramHandler handler);
-
-    /// Shows a program without telling anybody that it changed.
+    /// Shows a program without `programChosen`.
     void showProgram(int program);
+
+Q_SIGNALS:
+    void programChosen(int program);  ///< 0..127 of General MIDI
 
 private:
     void fillFamily(QMenu& menu, int firstProgram);

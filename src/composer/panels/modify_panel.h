@@ -13,6 +13,8 @@ class ModifyPanel;
 
 /// The edit frame `frmModifica`: the tools for the entry that was stepped to.
 class ModifyPanel : public QGroupBox {
+    Q_OBJECT
+
 public:
     explicit ModifyPanel(QWidget* parent = nullptr);
     ~ModifyPanel() override;

@@ -10,6 +10,8 @@ class PlaybackPanel;
 
 /// Play and stop, the loop, the step arrows with the entry that sounds, and the tempo.
 class PlaybackPanel : public QWidget {
+    Q_OBJECT
+
 public:
     explicit PlaybackPanel(QWidget* parent = nullptr);
     ~PlaybackPanel() override;
@@ -18,7 +20,7 @@ public:
 
     void showPlaying(bool playing);
 
-    /// Shows the tempo without telling anybody that it changed.
+    /// Shows the tempo without a signal of its scroll bar.
     void showTempo(int tempo);
 
 private:

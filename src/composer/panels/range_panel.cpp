@@ -10,6 +10,7 @@
 #include <QMouseEvent>
 
 #include <array>
+#include <utility>
 
 namespace {
 
@@ -29,35 +30,31 @@ RangePanel::RangePanel(QWidget* parent) : QWidget(parent), ui_(std::make_unique<
     panel_text::reserve(*ui_->lblSemitoni, QString::number(-Composition::kLargestTransposition));
     makeLabelButton(*ui_->lblSemitoni, palette().color(QPalette::Link));
     showTransposition(0);
+    const auto arrows = arrowsOf(*ui_);
+    for (std::size_t i = 0; i < arrows.size(); ++i) {
+        arrows[i]->installEventFilter(this);
+        connect(arrows[i], &QToolButton::pressed, this, [this, i] {
+            const auto arrow = static_cast<PlayRange::Arrow>(i);
+            if (std::exchange(held_, false))
+                Q_EMIT arrowDown(arrow);
+            else
+                Q_EMIT arrowStepped(arrow);
+        });
+        connect(arrows[i], &QToolButton::released, this, &RangePanel::arrowUp);
+    }
 }
 
 RangePanel::~RangePanel() = default;
 
-void RangePanel::onArrowDown(const ArrowHandler& handler) {
-    const auto arrows = arrowsOf(*ui_);
-    for (std::size_t i = 0; i < arrows.size(); ++i) {
-        arrows[i]->installEventFilter(this);
-        connect(arrows[i], &QToolButton::pressed, this, [this, handler, i] {
-            const auto arrow = static_cast<PlayRange::Arrow>(i);
-            std::exchange(handled_, false) ? handler(arrow) : step_(arrow);
-        });
-    }
-}
-
-/// A button tells that it is pressed, not by what; which keys press one, the desktop says.
+/// A button's signal does not say what pressed it, and which keys press one is up to the desktop.
 bool RangePanel::eventFilter(QObject* /*target*/, QEvent* event) {
     if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick)
-        handled_ = static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton;
+        held_ = static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton;
     else if (event->type() == QEvent::KeyPress)
-        handled_ = true;
+        held_ = true;
     else if (event->type() == QEvent::KeyRelease || event->type() == QEvent::FocusOut)
-        handled_ = false;
+        held_ = false;
     return false;
-}
-
-void RangePanel::onArrowUp(const std::function<void()>& handler) {
-    for (QToolButton* arrow : arrowsOf(*ui_))
-        connect(arrow, &QToolButton::released, this, handler);
 }
 
 void RangePanel::showRange(const PlayRange& range) {

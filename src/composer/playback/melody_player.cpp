@@ -27,10 +27,10 @@ void MelodyPlayer::play(std::int16_t start, std::int16_t end) {
     playing_ = !playing_;
     if (!playing_)
         endNote();
-    view_->showPlaying(playing_);
+    view_.showPlaying(playing_);
     if (playing_)
-        view_->enableCanc(false);
-    view_->showEntryNumber(QStringLiteral("0"));
+        view_.enableCanc(false);
+    view_.showEntryNumber(QStringLiteral("0"));
     Run run{++calls_, PlaySchedule(runtime_)};
     const End howEnded = playPasses(start, end, run);
     // A later call that is left with "Stop" on the button keeps it.
@@ -52,7 +52,7 @@ MelodyPlayer::End MelodyPlayer::playPasses(std::int16_t start, std::int16_t end,
             continue;
         }
         if (!keepsLastNumber_)
-            view_->showEntryNumber(QStringLiteral("0"));
+            view_.showEntryNumber(QStringLiteral("0"));
         if (!loops_ || !playing_)
             return End::Reached;
         // A range that takes no time at all would keep the processor busy for nothing.
@@ -68,9 +68,9 @@ MelodyPlayer::End MelodyPlayer::playEntry(int index, Run& run) {
     const MelodyEntry& entry = composition_.melody.entry(index);
     const pitch::NoteNumber note = entry.noteNumber();
     Articulation& articulation = run.articulation;
-    view_->showEntryNumber(QString::number(index + 1));
+    view_.showEntryNumber(QString::number(index + 1));
     articulation.articulate(entry.attribute, entry.quarters(), composition_.tempo);
-    view_->showEntryName(pitch::NoteName(note));
+    view_.showEntryName(pitch::NoteName(note));
     const std::int64_t soundingMs = entry.attribute == letter::kPausa ? 0 : articulation.soundingMs;
     if (entry.attribute != letter::kPausa && soundingMs < 1)
         return End::TooShort;
@@ -110,7 +110,7 @@ void MelodyPlayer::beginNote(pitch::NoteNumber note, int velocity) {
     if (!pitch::isPlayable(note))
         return;
     sounding_ = note;
-    view_->markKey(pitch::noteIndexOf(note), true);
+    view_.markKey(pitch::noteIndexOf(note), true);
     funzioniMM_.NoteOn(FunzioniMM::kMelodyChannel, note, velocity);
 }
 
@@ -120,40 +120,40 @@ void MelodyPlayer::endNote() {
     if (note == pitch::kRest)
         return;
     funzioniMM_.NoteOff(FunzioniMM::kMelodyChannel, note);
-    view_->markKey(pitch::noteIndexOf(note), false);
+    view_.markKey(pitch::noteIndexOf(note), false);
 }
 
 void MelodyPlayer::abandon() {
     if (!std::exchange(playing_, false))
         return;
     endNote();
-    view_->showPlaying(false);
-    view_->enableCanc(true);
+    view_.showPlaying(false);
+    view_.enableCanc(true);
     leaveEntry();
 }
 
 void MelodyPlayer::finish() {
     playing_ = false;
-    view_->showPlaying(false);
-    view_->enableCanc(false);
-    view_->focusPlay();
+    view_.showPlaying(false);
+    view_.enableCanc(false);
+    view_.focusPlay();
     if (composition_.step.active)
         return;
     leaveEntry();
-    view_->enableCanc(true);
+    view_.enableCanc(true);
 }
 
 /// Nothing plays any more; only step mode still names its entry.
 void MelodyPlayer::leaveEntry() {
     if (composition_.step.active)
         return;
-    view_->showEntryNumber({});
-    view_->showEntryName({});
+    view_.showEntryNumber({});
+    view_.showEntryName({});
 }
 
 void MelodyPlayer::silenceAll() {
     for (pitch::NoteNumber note = pitch::kLowestNote; note <= pitch::kHighestNote; ++note) {
         funzioniMM_.NoteOff(FunzioniMM::kMelodyChannel, note);
-        view_->markKey(pitch::noteIndexOf(note), false);
+        view_.markKey(pitch::noteIndexOf(note), false);
     }
 }

@@ -25,10 +25,9 @@ public:
 /// events run before each entry; a call from within such an event stops the playback.
 class MelodyPlayer {
 public:
-    MelodyPlayer(Runtime& runtime, FunzioniMM& funzioniMM, const Composition& composition)
-        : runtime_(runtime), funzioniMM_(funzioniMM), composition_(composition) {}
-
-    void attach(PlayerView& view) { view_ = &view; }
+    MelodyPlayer(Runtime& runtime, FunzioniMM& funzioniMM, const Composition& composition,
+                 PlayerView& view)
+        : runtime_(runtime), funzioniMM_(funzioniMM), composition_(composition), view_(view) {}
 
     /// Plays the entries from `start` to `end`, counted from 0, or stops what is playing. An entry
     /// too short to sound ends the playback on the spot, with `playing` left true: the next call
@@ -47,7 +46,6 @@ public:
     void silenceAll();
 
     /// "Ripeti": the range is played again and again.
-    bool loops() const { return loops_; }
     void setLoops(bool on) { loops_ = on; }
 
     /// The number of the last entry stays on show at the end of a pass.
@@ -71,7 +69,7 @@ private:
     Runtime& runtime_;
     FunzioniMM& funzioniMM_;
     const Composition& composition_;
-    PlayerView* view_ = nullptr;
+    PlayerView& view_;
 
     bool playing_ = false;
     bool loops_ = false;

@@ -17,18 +17,17 @@ StepEntry StepEntry::of(const MelodyEntry& entry) {
             valueName != UserText::tr(rhythm::kNoValueName)};
 }
 
-Playback::Playback(Runtime& runtime, FunzioniMM& funzioniMM, Composition& composition)
-    : runtime_(runtime), composition_(composition), player_(runtime, funzioniMM, composition) {}
-
-void Playback::attach(PlaybackView& view) {
-    view_ = &view;
-    player_.attach(view);
-}
+Playback::Playback(Runtime& runtime, FunzioniMM& funzioniMM, Composition& composition,
+                   PlaybackView& view)
+    : runtime_(runtime),
+      composition_(composition),
+      player_(runtime, funzioniMM, composition, view),
+      view_(view) {}
 
 void Playback::clickPlay() {
     composition_.step.leave();
-    view_->hideEditFrame();
-    view_->enableCanc(true);
+    view_.hideEditFrame();
+    view_.enableCanc(true);
     player_.play(composition_.range.start(), composition_.range.end());
 }
 
@@ -48,17 +47,17 @@ QString Playback::step(StepMode::Direction direction) {
     StepMode& step = composition_.step;
     step.step(direction, composition_.range);
     step.frameOpen = true;
-    view_->openEditFrame();
+    view_.openEditFrame();
     if (!composition_.melody.has(step.index))
         return describeAnomaly();
     takeStepEntry();
-    view_->enableCanc(false);
+    view_.enableCanc(false);
     player_.setLoops(false);
-    view_->untickLoop();
+    view_.untickLoop();
     player_.play(step.index, step.index);
     // A stop or a reset meanwhile ended step mode.
     if (step.active)
-        view_->showEntryNumber(QString::number(step.index + 1));
+        view_.showEntryNumber(QString::number(step.index + 1));
     return {};
 }
 
@@ -66,18 +65,18 @@ void Playback::takeStepEntry() {
     const MelodyEntry& entry = composition_.melody.entry(composition_.step.index);
     const pitch::NoteNumber note = entry.noteNumber();
     composition_.activeNote = pitch::isPlayable(note) ? note : pitch::kRest;
-    view_->showStepEntry(StepEntry::of(entry));
+    view_.showStepEntry(StepEntry::of(entry));
 }
 
 void Playback::followStep(bool entryGone) {
     if (composition_.melody.empty()) {
-        view_->hideEditFrame();
-        view_->enableCanc(true);
+        view_.hideEditFrame();
+        view_.enableCanc(true);
     } else if (composition_.step.frameOpen) {
-        view_->openEditFrame();
+        view_.openEditFrame();
         takeStepEntry();
         if (entryGone)
-            view_->enableCanc(true);
+            view_.enableCanc(true);
     }
     showStepPlace();
 }
@@ -85,13 +84,13 @@ void Playback::followStep(bool entryGone) {
 void Playback::showStepPlace() {
     const StepMode& step = composition_.step;
     if (!step.frameOpen) {
-        view_->showEntryNumber({});
-        view_->showEntryName({});
+        view_.showEntryNumber({});
+        view_.showEntryName({});
         return;
     }
     const bool onEntry = composition_.melody.has(step.index);
-    view_->showEntryNumber(QString::number(step.index + 1));
-    view_->showEntryName(
+    view_.showEntryNumber(QString::number(step.index + 1));
+    view_.showEntryName(
         onEntry ? pitch::NoteName(composition_.melody.entry(step.index).noteNumber()) : QString());
 }
 

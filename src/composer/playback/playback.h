@@ -29,9 +29,8 @@ public:
 /// The playback controls: "Play" and "Stop", the delayed start, and the step arrows.
 class Playback {
 public:
-    Playback(Runtime& runtime, FunzioniMM& funzioniMM, Composition& composition);
-
-    void attach(PlaybackView& view);
+    Playback(Runtime& runtime, FunzioniMM& funzioniMM, Composition& composition,
+             PlaybackView& view);
 
     MelodyPlayer& player() { return player_; }
     const MelodyPlayer& player() const { return player_; }
@@ -69,5 +68,5 @@ private:
     Runtime& runtime_;
     Composition& composition_;
     MelodyPlayer player_;
-    PlaybackView* view_ = nullptr;
+    PlaybackView& view_;
 };

@@ -10,7 +10,7 @@ constexpr double kRepeatSeconds = 0.1;
 
 }  // namespace
 
-void RangeArrows::hold(PlayRange::Arrow arrow, RangeView& view) {
+void RangeArrows::hold(PlayRange::Arrow arrow) {
     held_ = true;
     bool secondPass = false;
     while (held_) {
@@ -18,15 +18,15 @@ void RangeArrows::hold(PlayRange::Arrow arrow, RangeView& view) {
         if (runtime_.ending())
             held_ = false;
         if (held_ && secondPass) {
-            step(arrow, view);
+            step(arrow);
             funzioniMM_.WaitSeconds(kRepeatSeconds);
         }
         secondPass = !secondPass;
     }
 }
 
-void RangeArrows::step(PlayRange::Arrow arrow, RangeView& view) {
+void RangeArrows::step(PlayRange::Arrow arrow) {
     const Melody& melody = composition_.melody;
     if (!melody.empty() && composition_.range.move(arrow, melody.EntryCount()))
-        view.showRange();
+        view_.showRange();
 }

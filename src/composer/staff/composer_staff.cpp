@@ -17,27 +17,17 @@
 #include <QPainterPath>
 
 #include <algorithm>
-#include <map>
 
 namespace {
 
 using composer_staff_layout::Head;
-using composer_staff_layout::System;
 using composer_staff_painter::Staves;
 
-/// In staff spaces.
-constexpr double kBraceRoom = 2.2;
-constexpr double kColumnWidth = 5.5;
-constexpr double kColumnNote = 2.6;  ///< the head's left edge in the column
-constexpr double kNarrowest = 24;    ///< the width that the fixed parts and one long note need
-
-/// In pixels.
-constexpr double kPadding = 9;
-constexpr double kMarkSize = 6;
+constexpr double kPadding = ComposerStaffView::kPadding;
+constexpr double kMarkSize = 6;  ///< in pixels
 
 constexpr int kNumbersEvery = 5;
 constexpr double kNumberSize = 0.72;  ///< of the widget's font
-constexpr int kSystemLookBack = 8;
 
 constexpr double kColumnTint = 0.14;
 constexpr double kCurrentTint = 0.24;
@@ -51,10 +41,9 @@ QFont numberFont(const QWidget& widget) {
 }
 
 QAccessibleInterface* makeInterface(const QString& className, QObject* object) {
-    if (className != QLatin1String("QWidget"))
+    if (className != QLatin1String(ComposerStaff::staticMetaObject.className()))
         return nullptr;
-    auto* staff = dynamic_cast<ComposerStaff*>(object);
-    return staff ? new PartsAccessible(staff, QAccessible::Graphic) : nullptr;
+    return new PartsAccessible(qobject_cast<ComposerStaff*>(object), QAccessible::Graphic);
 }
 
 }  // namespace
@@ -65,6 +54,7 @@ ComposerStaff::ComposerStaff(QWidget* parent)
       cursor_(new ActiveNotePicture(font_, this)),
       accidental_(new ActiveSharpPicture(font_, this)) {
     QAccessible::installFactory(makeInterface);
+    // The reading drill's ruler has the same given name: they are never in one window.
     setObjectName(QStringLiteral("Regolo"));
     setAccessibleName(UserText::tr("Pentagramma della melodia"));
     setToolTip(UserText::tr("Clicca per scegliere la nota"));
@@ -73,13 +63,13 @@ ComposerStaff::ComposerStaff(QWidget* parent)
     describe();
 }
 
-void ComposerStaff::setSource(Source source) {
-    source_ = std::move(source);
+void ComposerStaff::setSource(ComposerStaffView::Source source) {
+    view_.setSource(std::move(source));
     refresh();
 }
 
 void ComposerStaff::refresh() {
-    layOutEntries();
+    view_.layOutEntries(current_);
     describe();
     update();
 }
@@ -87,16 +77,16 @@ void ComposerStaff::refresh() {
 void ComposerStaff::setCurrentEntry(std::optional<int> entry) {
     if (entry == current_)
         return;
-    const Shown* before = current_ ? shown(*current_) : nullptr;
-    const Shown* after = entry ? shown(*entry) : nullptr;
+    const ComposerStaffView::Shown* before = view_.find(current_);
+    const ComposerStaffView::Shown* after = view_.find(entry);
     current_ = entry;
     if (!after) {
         refresh();
         return;
     }
     if (before)
-        update(cellRect(*before).toAlignedRect());
-    update(cellRect(*after).toAlignedRect());
+        update(view_.cellRect(*before).toAlignedRect());
+    update(view_.cellRect(*after).toAlignedRect());
     describe();
 }
 
@@ -139,9 +129,8 @@ void ComposerStaff::mousePressEvent(QMouseEvent* event) {
         return;
     }
     release();
-    pressed_ = noteAt(event->position().y());
-    if (chosen_)
-        chosen_(*pressed_);
+    pressed_ = view_.noteAt(event->position().y());
+    Q_EMIT noteChosen(*pressed_);
 }
 
 void ComposerStaff::mouseReleaseEvent(QMouseEvent* event) {
@@ -152,7 +141,7 @@ void ComposerStaff::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void ComposerStaff::mouseMoveEvent(QMouseEvent* event) {
-    setPointed(noteAt(event->position().y()));
+    setPointed(view_.noteAt(event->position().y()));
 }
 
 void ComposerStaff::leaveEvent(QEvent* /*event*/) {
@@ -160,22 +149,7 @@ void ComposerStaff::leaveEvent(QEvent* /*event*/) {
 }
 
 void ComposerStaff::arrange() {
-    const double numbers = QFontMetricsF(numberFont(*this)).height();
-    const double room = height() - 2 * kPadding - numbers;
-    const double wanted =
-        std::min(room * 2 / composer_staff_layout::kHeight, (width() - 2 * kPadding) / kNarrowest);
-    const qreal space = engraving::wholePixelSpace(wanted, devicePixelRatioF());
-    top_ = kPadding + (room - composer_staff_layout::kHeight * space / 2) / 2;
-
-    staves_.treble.left = kPadding + kBraceRoom * space;
-    staves_.treble.right = width() - kPadding;
-    staves_.treble.space = space;
-    staves_.bass = staves_.treble;
-    staves_.treble.bottomLine = top_ + composer_staff_layout::kTrebleBottomLine * space / 2;
-    staves_.bass.bottomLine = top_ + composer_staff_layout::kBassBottomLine * space / 2;
-    entriesLeft_ = staves_.treble.left + composer_staff_painter::kClefRoom * space;
-    entriesRight_ = column().left() - space / 2;
-
+    view_.resize(size(), QFontMetricsF(numberFont(*this)).height(), devicePixelRatioF());
     placeActiveNote();
     refresh();
 }
@@ -184,91 +158,20 @@ void ComposerStaff::placeActiveNote() {
     const bool any = activeNote_ != 0;
     const Head head = any ? composer_staff_layout::headOf(activeNote_) : Head{};
     if (any) {
-        const qreal x = column().left() + kColumnNote * staves_.space();
-        cursor_->setPlace(staves_.of(head.system), x, head.position);
-        accidental_->setPlace(staves_.of(head.system), x, head.position);
+        const qreal x = view_.columnNoteLeft();
+        cursor_->setPlace(view_.staves().of(head.system), x, head.position);
+        accidental_->setPlace(view_.staves().of(head.system), x, head.position);
         cursor_->setAccessibleName(noteInWords(activeNote_));
     }
     cursor_->setVisible(any);
     accidental_->setVisible(any && head.sharp);
 }
 
-void ComposerStaff::layOutEntries() {
-    const int count = source_.count ? source_.count() : 0;
-    const bool follows = current_ && *current_ >= 0 && *current_ < count;
-    if (!follows)
-        view_ = {count - 1, true};
-    fetch(view_, count);
-    if (follows && !shown(*current_)) {
-        std::vector<composer_staff_layout::Placed> places;
-        for (const Shown& entry : shown_)
-            places.push_back(entry.place);
-        view_ = composer_staff_layout::following(view_, places, *current_);
-        fetch(view_, count);
-    }
-}
-
-/// Asks for the entries of a view and engraves them.
-void ComposerStaff::fetch(const composer_staff_layout::View& view, int count) {
-    std::map<int, composer_staff_painter::Engraved> engraved;
-    const auto widthOf = [&](int index) {
-        auto& entry = engraved[index];
-        entry.entry = source_.entryAt(index);
-        entry.figure = staff_entry::figureOf(entry.entry.duration);
-        entry.cell = composer_staff_layout::cellOf(entry.entry, entry.figure);
-        return entry.cell.width;
-    };
-    const qreal space = std::max<qreal>(staves_.space(), 1);
-    const double room = std::max<qreal>(0, entriesRight_ - entriesLeft_) / space;
-
-    shown_.clear();
-    for (const auto& place : composer_staff_layout::arrange(view, count, room, widthOf)) {
-        shown_.push_back({place, std::move(engraved[place.entry])});
-        auto& entry = shown_.back().engraved;
-        entry.system = systemOf(place.entry, entry.entry);
-    }
-}
-
-/// A rest stands in the stave of the note before it. Only a few entries are looked at for it,
-/// on show or not, so that a rest does not change its stave as the staff scrolls.
-System ComposerStaff::systemOf(int index, const staff_entry::Entry& entry) const {
-    staff_entry::Entry note = entry;
-    for (int i = index - 1; staff_entry::isRest(note); --i) {
-        if (i < 0 || index - i > kSystemLookBack)
-            return System::Treble;
-        note = source_.entryAt(i);
-    }
-    return composer_staff_layout::headOf(note.noteNumber).system;
-}
-
-const ComposerStaff::Shown* ComposerStaff::shown(int entry) const {
-    if (shown_.empty() || entry < shown_.front().place.entry || entry > shown_.back().place.entry)
-        return nullptr;
-    return &shown_[static_cast<std::size_t>(entry - shown_.front().place.entry)];
-}
-
-qreal ComposerStaff::leftOf(const Shown& entry) const {
-    return entriesLeft_ + entry.place.left * staves_.space();
-}
-
-QRectF ComposerStaff::cellRect(const Shown& entry) const {
-    return {leftOf(entry), 2, entry.place.width * staves_.space(), height() - 4.0};
-}
-
-QRectF ComposerStaff::column() const {
-    const qreal width = kColumnWidth * staves_.space();
-    return {staves_.treble.right - width, 1, width, height() - 2.0};
-}
-
-int ComposerStaff::noteAt(qreal y) const {
-    return composer_staff_layout::noteAt((y - top_) * 2 / std::max<qreal>(staves_.space(), 1));
-}
-
 void ComposerStaff::setPointed(std::optional<int> noteNumber) {
     if (noteNumber == pointed_)
         return;
     pointed_ = noteNumber;
-    update(column().toAlignedRect());
+    update(view_.column().toAlignedRect());
 }
 
 void ComposerStaff::release() {
@@ -276,16 +179,15 @@ void ComposerStaff::release() {
         return;
     const int note = *pressed_;
     pressed_.reset();
-    if (released_)
-        released_(note);
+    Q_EMIT noteReleased(note);
 }
 
 void ComposerStaff::describe() {
     QString words = activeNote_ == 0 ? UserText::tr("Nessuna nota attiva")
                                      : UserText::tr("Nota attiva %1").arg(noteInWords(activeNote_));
-    const Shown* entry = current_ ? shown(*current_) : nullptr;
-    if (!entry && !shown_.empty())
-        entry = &shown_.back();
+    const ComposerStaffView::Shown* entry = view_.find(current_);
+    if (!entry && !view_.entries().empty())
+        entry = &view_.entries().back();
     words += entry ? UserText::tr("; voce %1: %2")
                          .arg(entry->place.entry + 1)
                          .arg(staff_entry::inWords(entry->engraved.entry))
@@ -298,21 +200,22 @@ void ComposerStaff::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     paintCard(painter);
-    if (const Shown* entry = current_ ? shown(*current_) : nullptr) {
+    if (const ComposerStaffView::Shown* entry = view_.find(current_)) {
         painter.setPen(Qt::NoPen);
         painter.setBrush(appearance::mixed(palette().color(QPalette::Highlight),
                                            palette().color(QPalette::Base), kCurrentTint));
-        painter.drawRoundedRect(cellRect(*entry), 4, 4);
+        painter.drawRoundedRect(view_.cellRect(*entry), 4, 4);
     }
-    const Staves staves = composer_staff_painter::onPixels(painter, staves_);
+    const Staves staves = composer_staff_painter::onPixels(painter, view_.staves());
     paintPointed(painter, staves);
     painter.setPen(palette().color(QPalette::Text));
     composer_staff_painter::drawSystem(painter, font_, staves);
-    for (const Shown& entry : shown_) {
-        if (!event->rect().intersects(cellRect(entry).toAlignedRect()))
+    for (const ComposerStaffView::Shown& entry : view_.entries()) {
+        if (!event->rect().intersects(view_.cellRect(entry).toAlignedRect()))
             continue;
         painter.setPen(palette().color(QPalette::Text));
-        composer_staff_painter::drawEntry(painter, font_, staves, leftOf(entry), entry.engraved);
+        composer_staff_painter::drawEntry(painter, font_, staves, view_.leftOf(entry),
+                                          entry.engraved);
         paintNumber(painter, entry);
         paintRangeMarks(painter, entry);
     }
@@ -326,7 +229,7 @@ void ComposerStaff::paintCard(QPainter& painter) const {
     painter.fillPath(outline, card);
     painter.save();
     painter.setClipPath(outline, Qt::IntersectClip);
-    painter.fillRect(column().adjusted(0, 0, kPadding, 0),
+    painter.fillRect(view_.column().adjusted(0, 0, kPadding, 0),
                      appearance::mixed(palette().color(QPalette::Highlight), card, kColumnTint));
     painter.restore();
     painter.setPen(appearance::cardEdge(*this));
@@ -339,12 +242,11 @@ void ComposerStaff::paintPointed(QPainter& painter, const Staves& staves) const 
     const Head head = composer_staff_layout::headOf(*pointed_);
     painter.setPen(appearance::mixed(palette().color(QPalette::Highlight),
                                      palette().color(QPalette::Base), kPointedInk));
-    engraving::drawNote(painter, font_, staves.of(head.system),
-                        column().left() + kColumnNote * staves.space(),
+    engraving::drawNote(painter, font_, staves.of(head.system), view_.columnNoteLeft(),
                         {.position = head.position});
 }
 
-void ComposerStaff::paintNumber(QPainter& painter, const Shown& entry) const {
+void ComposerStaff::paintNumber(QPainter& painter, const ComposerStaffView::Shown& entry) const {
     const int number = entry.place.entry + 1;
     if (number != 1 && number % kNumbersEvery != 0)
         return;
@@ -353,18 +255,19 @@ void ComposerStaff::paintNumber(QPainter& painter, const Shown& entry) const {
                                      palette().color(QPalette::Base), kNumberInk));
     const QString text = QString::number(number);
     const QFontMetricsF metrics(painter.font());
-    const qreal head =
-        engraving::headWidth(entry.engraved.figure.values.front().duration) * staves_.space();
+    const qreal head = engraving::headWidth(entry.engraved.figure.values.front().duration) *
+                       view_.staves().space();
     const qreal middle =
-        leftOf(entry) + entry.engraved.cell.heads.front() * staves_.space() + head / 2;
+        view_.leftOf(entry) + entry.engraved.cell.heads.front() * view_.staves().space() + head / 2;
     const qreal left = std::clamp(middle - metrics.horizontalAdvance(text) / 2, kPadding,
-                                  entriesRight_ - metrics.horizontalAdvance(text));
+                                  view_.entriesRight() - metrics.horizontalAdvance(text));
     painter.drawText(QPointF(left, height() - kPadding / 2 - metrics.descent()), text);
 }
 
 /// A small triangle at the upper edge, which points into the range.
-void ComposerStaff::paintRangeMarks(QPainter& painter, const Shown& entry) const {
-    const QRectF cell = cellRect(entry);
+void ComposerStaff::paintRangeMarks(QPainter& painter,
+                                    const ComposerStaffView::Shown& entry) const {
+    const QRectF cell = view_.cellRect(entry);
     const auto mark = [&](qreal x, qreal inwards) {
         QPainterPath path(QPointF(x, cell.top()));
         path.lineTo(x + inwards * kMarkSize, cell.top() + kMarkSize / 2);

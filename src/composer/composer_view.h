@@ -1,0 +1,48 @@
+#pragma once
+
+#include "composer/playback/playback.h"
+#include "composer/playback/range_arrows.h"
+
+#include <QObject>
+
+class SidePanels;
+struct Composition;
+
+namespace Ui {
+class frmComposer;
+}
+
+/// Shows in the window's controls what plays, the range, the active note and the current entry.
+class ComposerView : public QObject, public PlaybackView, public RangeView {
+    Q_OBJECT
+
+public:
+    ComposerView(Ui::frmComposer& ui, SidePanels& side, const Composition& composition);
+
+    void showRange() override;
+    void showActiveNote();
+    void showCurrentEntry();
+
+    /// After a change at the step index the edit frame names the note that now stands there.
+    void showStepIndex();
+
+    void showPlaying(bool playing) override;
+    void enableCanc(bool enabled) override;
+    void showEntryNumber(const QString& text) override;
+    void showEntryName(const QString& text) override;
+    void markKey(pitch::NoteIndex key, bool on) override;
+    void focusPlay() override;
+    void openEditFrame() override;
+    void hideEditFrame() override;
+    void showStepEntry(const StepEntry& entry) override;
+    void untickLoop() override;
+
+Q_SIGNALS:
+    void playingShown();  ///< the playback began or ended
+
+private:
+    Ui::frmComposer& ui_;
+    SidePanels& side_;
+    const Composition& composition_;
+    int shownNumber_ = 0;  ///< of the entry in `lblNe`, 0 = none
+};

@@ -1,0 +1,148 @@
+#include "composer/entry_controls.h"
+
+#include "composer/composer_keyboard.h"
+#include "composer/composer_menu.h"
+#include "composer/composer_model.h"
+#include "composer/composer_view.h"
+#include "composer/melody_presenter.h"
+#include "core/pitch.h"
+#include "ui_entry_palette_panel.h"
+#include "ui_frmComposer.h"
+#include "ui_modify_panel.h"
+
+EntryControls::EntryControls(Ui::frmComposer& ui, ComposerModel& model, ComposerView& view,
+                             MelodyPresenter& presenter, ComposerKeyboard& keyboard,
+                             ComposerMenu& menu)
+    : ui_(ui), model_(model), view_(view), presenter_(presenter), keyboard_(keyboard) {
+    connectPalette();
+    connectEditFrame();
+    connect(&menu, &ComposerMenu::undoChosen, this, &EntryControls::mnuAnnulla_Click);
+    connect(&menu, &ComposerMenu::redoChosen, this, &EntryControls::mnuRipeti_Click);
+    ui_.lb->onKeyDoubleClick([this](int) { lb_DblClick(); });
+}
+
+void EntryControls::connectPalette() {
+    EntryPalettePanel& panel = *ui_.palette;
+    auto& palette = panel.ui();
+    connect(&panel, &EntryPalettePanel::symbolClicked, this, &EntryControls::cmdSimbNote_Click);
+    connect(&panel, &EntryPalettePanel::attributeClicked, this, &EntryControls::cmdAttrNota_Click);
+    connect(palette.ckConsAtt, &QCheckBox::clicked, this, &EntryControls::ckConsAtt_Click);
+    connect(palette.lblActNote, &QToolButton::clicked, this, &EntryControls::lblActNote_DblClick);
+    connect(palette.cmdInsNota, &QPushButton::clicked, this, &EntryControls::cmdInsNota_Click);
+    connect(palette.cmdInsPausa, &QPushButton::clicked, this, &EntryControls::cmdInsPausa_Click);
+    connect(palette.cmdCanc, &QPushButton::clicked, this, &EntryControls::cmdCanc_Click);
+    connect(palette.cmdReset, &QPushButton::clicked, this, &EntryControls::cmdReset_Click);
+}
+
+void EntryControls::connectEditFrame() {
+    auto& frame = ui_.frmModifica->ui();
+    connect(frame.cmdModifica_0, &QPushButton::clicked, this, &EntryControls::cmdModifica_Click);
+    connect(frame.cmdInsertNote, &QPushButton::clicked, this, &EntryControls::cmdInsertNote_Click);
+    connect(frame.cmdCancNota, &QPushButton::clicked, this, &EntryControls::cmdCancNota_Click);
+}
+
+void EntryControls::cmdSimbNote_Click(std::uint8_t index) {
+    ui_.palette->ui().cmdInsNota->setFocus();
+    model_.composition.settings.chooseSymbol(index);
+    ui_.palette->showSettings(model_.composition.settings);
+}
+
+void EntryControls::cmdAttrNota_Click(std::uint8_t index) {
+    model_.composition.settings.clickAttribute(index);
+    ui_.palette->showSettings(model_.composition.settings);
+}
+
+void EntryControls::ckConsAtt_Click() {
+    model_.composition.settings.setKeepsAttributes(ui_.palette->ui().ckConsAtt->isChecked());
+}
+
+void EntryControls::lb_DblClick() {
+    cmdInsNota_Click();
+    view_.focusPlay();
+}
+
+void EntryControls::lblActNote_DblClick() {
+    keyboard_.cycleOctave();
+}
+
+void EntryControls::cmdInsNota_Click() {
+    if (!pitch::isPlayable(model_.composition.activeNote))
+        return;
+    view_.focusPlay();
+    const EditOutcome outcome = model_.editor.insertNote();
+    // A tie may have replaced the entry of the edit frame.
+    if (model_.composition.step.frameOpen && !model_.playback.player().playing())
+        model_.playback.showStepPlace();
+    presenter_.take(outcome);
+}
+
+void EntryControls::cmdInsPausa_Click() {
+    ui_.palette->showActiveNote(pitch::NoteName(pitch::kRest));
+    presenter_.take(model_.editor.insertRest());
+}
+
+void EntryControls::cmdCanc_Click() {
+    if (model_.composition.melody.EntryCount() == 1) {
+        cmdReset_Click();
+        return;
+    }
+    ui_.palette->ui().cmdInsNota->setFocus();
+    const EditOutcome outcome = model_.editor.deleteLast();
+    if (outcome.stepEntryGone)
+        model_.playback.followStep(true);
+    presenter_.take(outcome);
+}
+
+void EntryControls::cmdReset_Click() {
+    model_.playback.stop();
+    presenter_.take(model_.editor.reset());
+    ui_.palette->ui().cmdInsNota->setFocus();
+}
+
+void EntryControls::cmdModifica_Click() {
+    const EditOutcome outcome = model_.editor.modify(ui_.frmModifica->choice());
+    if (outcome.changed)
+        view_.showStepIndex();
+    presenter_.take(outcome);
+    if (outcome.changed)
+        model_.playback.playStepEntry();
+}
+
+void EntryControls::cmdInsertNote_Click() {
+    takeAtStep(model_.editor.insertAfter(ui_.frmModifica->choice()));
+}
+
+void EntryControls::cmdCancNota_Click() {
+    if (model_.composition.melody.EntryCount() == 1) {
+        cmdReset_Click();
+        return;
+    }
+    takeAtStep(model_.editor.deleteAtStep());
+}
+
+void EntryControls::mnuAnnulla_Click() {
+    if (!model_.playback.player().playing())
+        takeRestored(model_.editor.undo());
+}
+
+void EntryControls::mnuRipeti_Click() {
+    if (!model_.playback.player().playing())
+        takeRestored(model_.editor.redo());
+}
+
+/// Shows an insertion or a deletion at the step index: the edit frame names the note that is there
+/// now, but keeps its choices for the next one.
+void EntryControls::takeAtStep(const EditOutcome& outcome) {
+    if (outcome.changed) {
+        view_.showStepIndex();
+        model_.playback.showStepPlace();
+    }
+    presenter_.take(outcome);
+}
+
+/// Shows what undo or redo brought back.
+void EntryControls::takeRestored(const EditOutcome& outcome) {
+    presenter_.takeTempoAndInstrument();
+    model_.playback.followStep(outcome.stepEntryGone);
+    presenter_.take(outcome);
+}

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QObject>
+
+#include <cstdint>
+
+class ComposerKeyboard;
+class ComposerMenu;
+class ComposerView;
+class MelodyPresenter;
+struct ComposerModel;
+struct EditOutcome;
+
+namespace Ui {
+class frmComposer;
+}
+
+/// The controls that enter and edit the melody: the palette, the edit frame, undo and redo.
+class EntryControls : public QObject {
+    Q_OBJECT
+
+public:
+    EntryControls(Ui::frmComposer& ui, ComposerModel& model, ComposerView& view,
+                  MelodyPresenter& presenter, ComposerKeyboard& keyboard, ComposerMenu& menu);
+
+private Q_SLOTS:
+    void cmdSimbNote_Click(std::uint8_t index);
+    void cmdAttrNota_Click(std::uint8_t index);
+    void ckConsAtt_Click();
+    void lb_DblClick();
+    void lblActNote_DblClick();
+    void cmdInsNota_Click();
+    void cmdInsPausa_Click();
+    void cmdCanc_Click();
+    void cmdReset_Click();
+
+    void cmdModifica_Click();
+    void cmdInsertNote_Click();
+    void cmdCancNota_Click();
+    void mnuAnnulla_Click();
+    void mnuRipeti_Click();
+
+private:
+    void connectPalette();
+    void connectEditFrame();
+    void takeAtStep(const EditOutcome& outcome);
+    void takeRestored(const EditOutcome& outcome);
+
+    Ui::frmComposer& ui_;
+    ComposerModel& model_;
+    ComposerView& view_;
+    MelodyPresenter& presenter_;
+    ComposerKeyboard& keyboard_;
+};

@@ -1,0 +1,42 @@
+#include "composer/export_controls.h"
+
+#include "composer/composer_keyboard.h"
+#include "composer/composer_menu.h"
+#include "composer/composer_model.h"
+#include "composer/export_progress.h"
+#include "composer/frmCopyFromA.h"
+#include "composer/panels/browser_panel.h"
+#include "composer/side_panels.h"
+
+ExportControls::ExportControls(QWidget& window, Runtime& runtime, ComposerModel& model,
+                               SidePanels& side, ComposerKeyboard& keyboard, ComposerMenu& menu)
+    : window_(window), runtime_(runtime), model_(model), side_(side), keyboard_(keyboard) {
+    connect(&menu, &ComposerMenu::exportAudioChosen, this, &ExportControls::mnuEsportaAudio_Click);
+    connect(&menu, &ComposerMenu::exportMidiChosen, this, &ExportControls::mnuEsportaMidi_Click);
+    connect(&menu, &ComposerMenu::saveToFloppyChosen, this, &ExportControls::mnuSalvaA_Click);
+    connect(&menu, &ComposerMenu::copyFromFloppyChosen, this, &ExportControls::mnuCopyFromA_Click);
+}
+
+void ExportControls::mnuEsportaAudio_Click() {
+    keyboard_.releaseHeldKeys();
+    model_.playback.stop();
+    ExportProgress progress(runtime_, window_);
+    model_.exporter.exportAudio([&progress](double share) { return progress.show(share); });
+}
+
+void ExportControls::mnuEsportaMidi_Click() {
+    keyboard_.releaseHeldKeys();
+    model_.playback.stop();
+    model_.exporter.exportMidi();
+}
+
+void ExportControls::mnuSalvaA_Click() {
+    keyboard_.releaseHeldKeys();
+    model_.floppy.save();
+}
+
+void ExportControls::mnuCopyFromA_Click() {
+    keyboard_.releaseHeldKeys();
+    frmCopyFromA(model_.floppy, model_.library.pathLabel(), &window_).exec();
+    side_.browser().showEntries(model_.library);
+}

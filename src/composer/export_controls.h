@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QObject>
+
+class ComposerKeyboard;
+class ComposerMenu;
+class QWidget;
+class Runtime;
+class SidePanels;
+struct ComposerModel;
+
+/// The menu items that take melodies elsewhere and back: the exports and the floppy disk.
+class ExportControls : public QObject {
+    Q_OBJECT
+
+public:
+    ExportControls(QWidget& window, Runtime& runtime, ComposerModel& model, SidePanels& side,
+                   ComposerKeyboard& keyboard, ComposerMenu& menu);
+
+private Q_SLOTS:
+    void mnuEsportaAudio_Click();
+    void mnuEsportaMidi_Click();
+    void mnuSalvaA_Click();
+    void mnuCopyFromA_Click();
+
+private:
+    QWidget& window_;
+    Runtime& runtime_;
+    ComposerModel& model_;
+    SidePanels& side_;
+    ComposerKeyboard& keyboard_;
+};

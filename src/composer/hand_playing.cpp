@@ -1,0 +1,49 @@
+#include "composer/hand_playing.h"
+
+#include "composer/composer_view.h"
+#include "composer/melody/melody_editor.h"
+#include "core/funzioni_mm.h"
+#include "ui_frmComposer.h"
+
+namespace {
+
+constexpr int kKeyVelocity = 90;
+
+}  // namespace
+
+HandPlaying::HandPlaying(Ui::frmComposer& ui, ComposerView& view, FunzioniMM& funzioniMM,
+                         MelodyEditor& editor)
+    : view_(view), funzioniMM_(funzioniMM), editor_(editor) {
+    ui.lb->onKeyDown([this](int index) { lb_MouseDown(index); });
+    ui.lb->onKeyUp([this](int index) { lb_MouseUp(index); });
+    connect(ui.Regolo, &ComposerStaff::noteChosen, this, &HandPlaying::Regolo_MouseDown);
+    connect(ui.Regolo, &ComposerStaff::noteReleased, this, &HandPlaying::Regolo_MouseUp);
+}
+
+void HandPlaying::beginNote(pitch::NoteNumber note) {
+    view_.markKey(pitch::noteIndexOf(note), true);
+    funzioniMM_.NoteOn(FunzioniMM::kMelodyChannel, note, kKeyVelocity);
+    if (editor_.chooseActiveNote(note))
+        view_.showActiveNote();
+}
+
+void HandPlaying::endNote(pitch::NoteNumber note) {
+    funzioniMM_.NoteOff(FunzioniMM::kMelodyChannel, note);
+    view_.markKey(pitch::noteIndexOf(note), false);
+}
+
+void HandPlaying::lb_MouseDown(int index) {
+    beginNote(pitch::noteNumberOf(static_cast<pitch::NoteIndex>(index)));
+}
+
+void HandPlaying::lb_MouseUp(int index) {
+    endNote(pitch::noteNumberOf(static_cast<pitch::NoteIndex>(index)));
+}
+
+void HandPlaying::Regolo_MouseDown(int note) {
+    beginNote(static_cast<pitch::NoteNumber>(note));
+}
+
+void HandPlaying::Regolo_MouseUp(int note) {
+    endNote(static_cast<pitch::NoteNumber>(note));
+}

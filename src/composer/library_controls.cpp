@@ -1,0 +1,120 @@
+#include "composer/library_controls.h"
+
+#include "composer/composer_keyboard.h"
+#include "composer/composer_menu.h"
+#include "composer/composer_model.h"
+#include "composer/composer_view.h"
+#include "composer/melody_presenter.h"
+#include "composer/panels/browser_panel.h"
+#include "composer/side_panels.h"
+
+LibraryControls::LibraryControls(ComposerModel& model, SidePanels& side, ComposerView& view,
+                                 MelodyPresenter& presenter, ComposerKeyboard& keyboard,
+                                 ComposerMenu& menu)
+    : model_(model), side_(side), view_(view), presenter_(presenter), keyboard_(keyboard) {
+    const BrowserPanel* browser = &side_.browser();
+    connect(browser, &BrowserPanel::playRequested, this, &LibraryControls::cmdEseguiFile_Click);
+    connect(browser, &BrowserPanel::createFolderRequested, this, &LibraryControls::cmdMkdir_Click);
+    connect(browser, &BrowserPanel::removeRequested, this, &LibraryControls::cmdDelete_Click);
+    connect(browser, &BrowserPanel::renameRequested, this, &LibraryControls::cmdRename_Click);
+    connect(&menu, &ComposerMenu::openChosen, this, &LibraryControls::mnuApri_Click);
+    connect(&menu, &ComposerMenu::saveChosen, this, &LibraryControls::mnuSalva_Click);
+    connect(&menu, &ComposerMenu::saveAsChosen, this, &LibraryControls::mnuSaveAs_Click);
+}
+
+void LibraryControls::openAtStart(const QString& melodyFile) {
+    if (offerUnsaved() || melodyFile.isEmpty())
+        return;
+    model_.unsaved.keep();
+    showOpened(model_.library.openFile(melodyFile));
+}
+
+/// Whether the user took one up again.
+bool LibraryControls::offerUnsaved() {
+    const EditOutcome outcome = model_.unsaved.offer();
+    if (outcome.changed) {
+        presenter_.takeTempoAndInstrument();
+        presenter_.take(outcome);
+    }
+    return outcome.changed;
+}
+
+/// An open browser stays as it is.
+void LibraryControls::mnuApri_Click() {
+    BrowserPanel& browser = side_.browser();
+    if (browser.isHidden() || model_.library.entries().empty())
+        model_.library.fill();
+    side_.showBrowser(true);
+    browser.showEntries(model_.library);
+    browser.focusList();
+}
+
+void LibraryControls::mnuSalva_Click() {
+    keyboard_.releaseHeldKeys();
+    if (model_.library.save(side_.browser().row()))
+        showSaved();
+}
+
+void LibraryControls::mnuSaveAs_Click() {
+    keyboard_.releaseHeldKeys();
+    if (model_.library.saveAs(side_.browser().row()))
+        showSaved();
+}
+
+void LibraryControls::showSaved() {
+    model_.unsaved.forget();
+    BrowserPanel& browser = side_.browser();
+    browser.showEntries(model_.library);
+    if (!model_.composition.source.outside)
+        browser.select(model_.library.rowOf(model_.library.CurrentMelodyName()));
+    presenter_.showMelody();
+}
+
+/// A melody takes the place of the one that plays.
+void LibraryControls::cmdEseguiFile_Click(int row) {
+    Playback& playback = model_.playback;
+    keyboard_.releaseHeldKeys();
+    if (model_.library.isMelody(row))
+        playback.stop();
+    model_.unsaved.keep();
+    const MelodyLibrary::Activated activated = model_.library.activate(row);
+    side_.browser().showEntries(model_.library);
+    if (!showOpened(activated))
+        return;
+    if (activated == MelodyLibrary::Activated::Melody && !playback.player().playing())
+        playback.clickPlay();
+}
+
+/// Shows the melody that was opened; false if none was.
+bool LibraryControls::showOpened(MelodyLibrary::Activated activated) {
+    if (activated == MelodyLibrary::Activated::Nothing ||
+        activated == MelodyLibrary::Activated::Folder)
+        return false;
+    view_.showEntryNumber({});
+    view_.showEntryName({});
+    presenter_.takeTempoAndInstrument();
+    side_.showEditFrame(false);
+    presenter_.showMelody();
+    if (!model_.composition.bookmarks.empty())
+        side_.showBookmarks(true);
+    return true;
+}
+
+void LibraryControls::cmdMkdir_Click() {
+    keyboard_.releaseHeldKeys();
+    if (model_.library.createFolder())
+        side_.browser().showEntries(model_.library);
+}
+
+void LibraryControls::cmdDelete_Click(int row) {
+    keyboard_.releaseHeldKeys();
+    if (model_.library.remove(row))
+        side_.browser().showEntries(model_.library);
+}
+
+void LibraryControls::cmdRename_Click(int row) {
+    keyboard_.releaseHeldKeys();
+    if (model_.library.rename(row))
+        side_.browser().showEntries(model_.library);
+    presenter_.showMelody();
+}

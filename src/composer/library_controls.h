@@ -1,0 +1,46 @@
+#pragma once
+
+#include "composer/library/melody_library.h"
+
+#include <QObject>
+#include <QString>
+
+class ComposerKeyboard;
+class ComposerMenu;
+class ComposerView;
+class MelodyPresenter;
+class SidePanels;
+struct ComposerModel;
+
+/// The browser and the menu items that open and save melodies.
+class LibraryControls : public QObject {
+    Q_OBJECT
+
+public:
+    LibraryControls(ComposerModel& model, SidePanels& side, ComposerView& view,
+                    MelodyPresenter& presenter, ComposerKeyboard& keyboard, ComposerMenu& menu);
+
+    /// As the window comes up: offers what an earlier run had no time to save; unless it is here
+    /// again, opens a file, if one is named.
+    void openAtStart(const QString& melodyFile);
+
+private Q_SLOTS:
+    void mnuApri_Click();
+    void mnuSalva_Click();
+    void mnuSaveAs_Click();
+    void cmdEseguiFile_Click(int row);
+    void cmdMkdir_Click();
+    void cmdDelete_Click(int row);
+    void cmdRename_Click(int row);
+
+private:
+    bool offerUnsaved();
+    bool showOpened(MelodyLibrary::Activated activated);
+    void showSaved();
+
+    ComposerModel& model_;
+    SidePanels& side_;
+    ComposerView& view_;
+    MelodyPresenter& presenter_;
+    ComposerKeyboard& keyboard_;
+};

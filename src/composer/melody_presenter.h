@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QObject>
+
+class ComposerKeyboard;
+class ComposerMenu;
+class ComposerView;
+class SidePanels;
+struct ComposerModel;
+struct EditOutcome;
+struct Services;
+
+namespace Ui {
+class frmComposer;
+}
+
+/// Brings what an operation left to the user: its message, the sound module's instrument, and
+/// everything in the window that the operation may have changed.
+class MelodyPresenter : public QObject {
+    Q_OBJECT
+
+public:
+    MelodyPresenter(const Services& services, Ui::frmComposer& ui, SidePanels& side,
+                    ComposerView& view, ComposerModel& model, ComposerMenu& menu,
+                    ComposerKeyboard& keyboard);
+
+    /// Shows an operation's message and then everything that it may have changed.
+    void take(const EditOutcome& outcome);
+
+    void takeTempoAndInstrument();
+
+    /// Costs the same however long the melody is.
+    void showMelody();
+
+    /// Says again what is wrong with a file's melody that cannot be played; whether it is.
+    bool refusesDamaged();
+
+public Q_SLOTS:
+    void chooseInstrument(int program);
+
+Q_SIGNALS:
+    void messageClosed();  ///< of an operation; the box was in front of the window
+
+private:
+    void showUndo();
+
+    const Services& services_;
+    Ui::frmComposer& ui_;
+    SidePanels& side_;
+    ComposerView& view_;
+    ComposerModel& model_;
+    ComposerMenu& menu_;
+    ComposerKeyboard& keyboard_;
+};

@@ -1,0 +1,51 @@
+#include "composer/side_panels.h"
+
+#include "composer/panels/bookmark_panel.h"
+#include "composer/panels/browser_panel.h"
+#include "ui_frmComposer.h"
+
+#include <QStyle>
+
+#include <algorithm>
+
+SidePanels::SidePanels(Ui::frmComposer& ui)
+    : ui_(ui), browser_(new BrowserPanel), bookmarks_(new BookmarkPanel) {
+    for (QWidget* panel : std::initializer_list<QWidget*>{browser_, bookmarks_}) {
+        ui_.sidePanels->addWidget(panel);
+        panel->hide();
+    }
+    const int content =
+        std::max({ui_.frmModifica->sizeHint().width(), browser_->minimumSizeHint().width(),
+                  bookmarks_->minimumSizeHint().width()});
+    ui_.side->setFixedWidth(content + ui_.side->style()->pixelMetric(QStyle::PM_ScrollBarExtent));
+    ui_.side->setMinimumHeight(ui_.frmModifica->sizeHint().height());
+    showEditFrame(false);
+    connect(browser_, &BrowserPanel::hideRequested, this, [this] { showBrowser(false); });
+    connect(bookmarks_, &BookmarkPanel::hideRequested, this, [this] { showBookmarks(false); });
+}
+
+void SidePanels::showEditFrame(bool on) {
+    showPanel(*ui_.frmModifica, on);
+}
+
+void SidePanels::showBrowser(bool on) {
+    showPanel(*browser_, on);
+}
+
+void SidePanels::showBookmarks(bool on) {
+    showPanel(*bookmarks_, on);
+}
+
+void SidePanels::showPanel(QWidget& panel, bool on) {
+    const bool opens = on && panel.isHidden();
+    panel.setVisible(on);
+    // It has its place in the column once that is laid out.
+    if (opens) {
+        QMetaObject::invokeMethod(
+            this, [this, &panel] { ui_.side->ensureWidgetVisible(&panel, 0, 0); },
+            Qt::QueuedConnection);
+    }
+    const bool anyOpen =
+        !ui_.frmModifica->isHidden() || !browser_->isHidden() || !bookmarks_->isHidden();
+    ui_.lblGuida->setVisible(!anyOpen);
+}
