@@ -34,7 +34,7 @@ void BookmarkControls::cmdAddBm_Click() {
 void BookmarkControls::cmdPlayBm_Click(int row) {
     Playback& playback = model_.playback;
     if (playback.player().playing() || !model_.bookmarks.activate(row) ||
-        presenter_.refusesDamaged())
+        presenter_.reportIfDamaged())
         return;
     view_.showRange();
     playback.clickPlay();

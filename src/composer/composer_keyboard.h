@@ -13,8 +13,8 @@ namespace Ui {
 class frmComposer;
 }
 
-/// The computer keyboard in the composer's window: it tells keys that play from keys that type,
-/// move or are shortcuts, by the control that has the focus.
+/// The computer keyboard in the composer's window. The control that has the focus decides whether a
+/// key plays or steps, or belongs to the control; shortcuts play nothing.
 class ComposerKeyboard : public QObject, private ComputerKeysListener {
     Q_OBJECT
 

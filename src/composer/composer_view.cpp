@@ -11,7 +11,7 @@
 
 namespace {
 
-staff_entry::Entry onStaff(const MelodyEntry& entry) {
+staff_entry::Entry staffEntryOf(const MelodyEntry& entry) {
     const QChar first =
         entry.attribute.isEmpty() ? letter::kNormale.front() : entry.attribute.front();
     return {entry.noteNumber(), entry.quarters(), first.toLatin1()};
@@ -23,7 +23,7 @@ ComposerView::ComposerView(Ui::frmComposer& ui, SidePanels& side, const Composit
     : ui_(ui), side_(side), composition_(composition) {
     ui_.Regolo->setSource(
         {[this] { return int{composition_.melody.EntryCount()}; },
-         [this](int entry) { return onStaff(composition_.melody.entry(entry)); }});
+         [this](int entry) { return staffEntryOf(composition_.melody.entry(entry)); }});
 }
 
 /// An empty melody has no range to show.

@@ -28,7 +28,7 @@ void ComputerKeys::poll(const Focus& focus) {
     pollMoves(focus);
 }
 
-/// A repeat is one of a key that plays; what it does is the piano's.
+/// Auto-repeats of a key that plays go on to `PianoKeys`, which decides what they do.
 void ComputerKeys::pollSigns(bool typing) {
     for (std::size_t i = 0; i < kSigns.size(); ++i) {
         const KeyCode key = kSigns[i];

@@ -73,12 +73,12 @@ void EntryControls::cmdInsNota_Click() {
     // A tie may have replaced the entry of the edit frame.
     if (model_.composition.step.frameOpen && !model_.playback.player().playing())
         model_.playback.showStepPlace();
-    presenter_.take(outcome);
+    presenter_.present(outcome);
 }
 
 void EntryControls::cmdInsPausa_Click() {
     ui_.palette->showActiveNote(pitch::NoteName(pitch::kRest));
-    presenter_.take(model_.editor.insertRest());
+    presenter_.present(model_.editor.insertRest());
 }
 
 void EntryControls::cmdCanc_Click() {
@@ -90,12 +90,12 @@ void EntryControls::cmdCanc_Click() {
     const EditOutcome outcome = model_.editor.deleteLast();
     if (outcome.stepEntryGone)
         model_.playback.followStep(true);
-    presenter_.take(outcome);
+    presenter_.present(outcome);
 }
 
 void EntryControls::cmdReset_Click() {
     model_.playback.stop();
-    presenter_.take(model_.editor.reset());
+    presenter_.present(model_.editor.reset());
     ui_.palette->ui().cmdInsNota->setFocus();
 }
 
@@ -103,13 +103,13 @@ void EntryControls::cmdModifica_Click() {
     const EditOutcome outcome = model_.editor.modify(ui_.frmModifica->choice());
     if (outcome.changed)
         view_.showStepIndex();
-    presenter_.take(outcome);
+    presenter_.present(outcome);
     if (outcome.changed)
         model_.playback.playStepEntry();
 }
 
 void EntryControls::cmdInsertNote_Click() {
-    takeAtStep(model_.editor.insertAfter(ui_.frmModifica->choice()));
+    presentAtStep(model_.editor.insertAfter(ui_.frmModifica->choice()));
 }
 
 void EntryControls::cmdCancNota_Click() {
@@ -117,32 +117,32 @@ void EntryControls::cmdCancNota_Click() {
         cmdReset_Click();
         return;
     }
-    takeAtStep(model_.editor.deleteAtStep());
+    presentAtStep(model_.editor.deleteAtStep());
 }
 
 void EntryControls::mnuAnnulla_Click() {
     if (!model_.playback.player().playing())
-        takeRestored(model_.editor.undo());
+        presentRestored(model_.editor.undo());
 }
 
 void EntryControls::mnuRipeti_Click() {
     if (!model_.playback.player().playing())
-        takeRestored(model_.editor.redo());
+        presentRestored(model_.editor.redo());
 }
 
 /// Shows an insertion or a deletion at the step index: the edit frame names the note that is there
 /// now, but keeps its choices for the next one.
-void EntryControls::takeAtStep(const EditOutcome& outcome) {
+void EntryControls::presentAtStep(const EditOutcome& outcome) {
     if (outcome.changed) {
         view_.showStepIndex();
         model_.playback.showStepPlace();
     }
-    presenter_.take(outcome);
+    presenter_.present(outcome);
 }
 
 /// Shows what undo or redo brought back.
-void EntryControls::takeRestored(const EditOutcome& outcome) {
-    presenter_.takeTempoAndInstrument();
+void EntryControls::presentRestored(const EditOutcome& outcome) {
+    presenter_.presentTempoAndInstrument();
     model_.playback.followStep(outcome.stepEntryGone);
-    presenter_.take(outcome);
+    presenter_.present(outcome);
 }

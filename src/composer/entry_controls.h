@@ -43,8 +43,8 @@ private Q_SLOTS:
 private:
     void connectPalette();
     void connectEditFrame();
-    void takeAtStep(const EditOutcome& outcome);
-    void takeRestored(const EditOutcome& outcome);
+    void presentAtStep(const EditOutcome& outcome);
+    void presentRestored(const EditOutcome& outcome);
 
     Ui::frmComposer& ui_;
     ComposerModel& model_;

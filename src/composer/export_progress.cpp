@@ -6,8 +6,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr Instant kPatience = 300ms;
-constexpr Instant kInterval = 40ms;
+constexpr Instant kDelayUntilShown = 300ms;
+constexpr Instant kUpdateInterval = 40ms;
 constexpr int kSteps = 1000;
 
 }  // namespace
@@ -20,19 +20,19 @@ ExportProgress::ExportProgress(Runtime& runtime, QWidget& window)
     box_.setWindowModality(Qt::WindowModal);
     box_.setAutoReset(false);
     box_.setAutoClose(false);
-    // It decides by itself when to come, but nothing else may run before it is there.
+    // Stops the box's own timer: `show` decides when it appears, so that no event runs before.
     box_.reset();
 }
 
 bool ExportProgress::show(double share) {
     if (!next_)
-        next_ = runtime_.now() + kPatience;
+        next_ = runtime_.now() + kDelayUntilShown;
     if (runtime_.now() < *next_)
         return true;
     if (box_.isHidden() && !box_.wasCanceled())
         box_.show();
     box_.setValue(static_cast<int>(share * kSteps));
     runtime_.yield();
-    next_ = runtime_.now() + kInterval;
+    next_ = runtime_.now() + kUpdateInterval;
     return !box_.wasCanceled() && !runtime_.ending();
 }

@@ -6,8 +6,8 @@
 
 #include <optional>
 
-/// A box in front of the window while a long rendering goes on, from which it can be given up. A
-/// short rendering is over before the box would come.
+/// The progress of a long export, in a box in front of the window with a button to cancel it. A
+/// short export ends before the box appears.
 class ExportProgress {
 public:
     ExportProgress(Runtime& runtime, QWidget& window);
@@ -18,5 +18,5 @@ public:
 private:
     Runtime& runtime_;
     QProgressDialog box_;
-    std::optional<Instant> next_;  ///< when events run again
+    std::optional<Instant> next_;  ///< when the box is updated and events run again
 };

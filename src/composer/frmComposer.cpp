@@ -79,8 +79,8 @@ frmComposer::~frmComposer() {
     hide();
 }
 
-/// As large as the screen allows, with the title bar in view: left to itself a dialog that is
-/// nearly as high as the screen would hide it.
+/// As large as the screen allows, with the title bar in view: without this it would be above the
+/// upper edge when the dialog is nearly as high as the screen.
 void frmComposer::placeOnScreen() {
     const QRect room = appearance::roomOnScreen(*this);
     resize(kSize.boundedTo(room.size()));
@@ -123,14 +123,15 @@ void frmComposer::Form_Activate() {
     polling_ = false;
 }
 
-/// Every time, as after a box or a window over this one; the loop of the first time goes on.
+/// Each time, also after a box or a window in front of this one; the loop of the first activation
+/// keeps running.
 void frmComposer::becomeActive() {
     ui_->palette->ui().cmdInsNota->setFocus();
     keyboard_.resetOctave();
 }
 
-/// What the window system reports later than the box returns is done here at its place, so that a
-/// focus chosen after the box stays.
+/// The window system may report the activation only after the box has returned. The effects come
+/// here at once, so that they do not move a focus that is set after the box.
 void frmComposer::takeActivation() {
     if (!std::exchange(activated_, true))
         becomeActive();

@@ -75,6 +75,6 @@ private:
 
     QString melodyFile_;  ///< to be opened when the window comes up
     bool polling_ = false;
-    bool activated_ = true;  ///< what becoming active brings is done
+    bool activated_ = true;  ///< `becomeActive` was called for the last activation
     bool closed_ = false;
 };

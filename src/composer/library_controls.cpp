@@ -33,8 +33,8 @@ void LibraryControls::openAtStart(const QString& melodyFile) {
 bool LibraryControls::offerUnsaved() {
     const EditOutcome outcome = model_.unsaved.offer();
     if (outcome.changed) {
-        presenter_.takeTempoAndInstrument();
-        presenter_.take(outcome);
+        presenter_.presentTempoAndInstrument();
+        presenter_.present(outcome);
     }
     return outcome.changed;
 }
@@ -92,7 +92,7 @@ bool LibraryControls::showOpened(MelodyLibrary::Activated activated) {
         return false;
     view_.showEntryNumber({});
     view_.showEntryName({});
-    presenter_.takeTempoAndInstrument();
+    presenter_.presentTempoAndInstrument();
     side_.showEditFrame(false);
     presenter_.showMelody();
     if (!model_.composition.bookmarks.empty())

@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr int kNamesShown = 40;
+constexpr int kCharactersShown = 40;
 
 }  // namespace
 
@@ -30,7 +30,7 @@ MelodyPresenter::MelodyPresenter(const Services& services, Ui::frmComposer& ui, 
     connect(&view, &ComposerView::playingShown, this, &MelodyPresenter::showUndo);
 }
 
-void MelodyPresenter::take(const EditOutcome& outcome) {
+void MelodyPresenter::present(const EditOutcome& outcome) {
     if (!outcome.message.isEmpty()) {
         keyboard_.releaseHeldKeys();
         services_.dialogs.message(outcome.message);
@@ -48,7 +48,7 @@ void MelodyPresenter::take(const EditOutcome& outcome) {
     showMelody();
 }
 
-void MelodyPresenter::takeTempoAndInstrument() {
+void MelodyPresenter::presentTempoAndInstrument() {
     const Composition& composition = model_.composition;
     ui_.playback->showTempo(composition.tempo);
     if (composition.instrument != services_.funzioniMM.currentInstrument())
@@ -60,7 +60,7 @@ void MelodyPresenter::showMelody() {
     model_.unsaved.changed();
     const Composition& composition = model_.composition;
     const Melody& melody = composition.melody;
-    ui_.lblNoteString->setText(melody.lastNames(kNamesShown));
+    ui_.lblNoteString->setText(melody.lastNames(kCharactersShown));
     ui_.lblNome->setText(composition.name);
     const QString count = melody.empty() ? QString() : QString::number(melody.EntryCount());
     ui_.lblNt->setText(count);
@@ -75,7 +75,7 @@ void MelodyPresenter::showMelody() {
     view_.showCurrentEntry();
 }
 
-bool MelodyPresenter::refusesDamaged() {
+bool MelodyPresenter::reportIfDamaged() {
     if (model_.composition.melody.consistent())
         return false;
     keyboard_.releaseHeldKeys();

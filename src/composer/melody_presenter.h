@@ -25,18 +25,19 @@ public:
                     ComposerKeyboard& keyboard);
 
     /// Shows an operation's message and then everything that it may have changed.
-    void take(const EditOutcome& outcome);
+    void present(const EditOutcome& outcome);
 
-    void takeTempoAndInstrument();
+    /// Shows both and, where it changed, sets the instrument of the sound module.
+    void presentTempoAndInstrument();
 
-    /// Costs the same however long the melody is.
+    /// Shows the composition; its cost does not depend on the melody's length.
     void showMelody();
 
-    /// Says again what is wrong with a file's melody that cannot be played; whether it is.
-    bool refusesDamaged();
+    /// Shows the message about a damaged melody, which cannot be played; whether it is damaged.
+    bool reportIfDamaged();
 
 public Q_SLOTS:
-    void chooseInstrument(int program);
+    void chooseInstrument(int program);  ///< 0..127 of General MIDI
 
 Q_SIGNALS:
     void messageClosed();  ///< of an operation; the box was in front of the window

@@ -37,7 +37,7 @@ PlaybackControls::PlaybackControls(Dialogs& dialogs, Ui::frmComposer& ui, Compos
 }
 
 void PlaybackControls::cmdPlay_Click() {
-    if (presenter_.refusesDamaged())
+    if (presenter_.reportIfDamaged())
         return;
     model_.playback.clickPlay();
 }
@@ -48,7 +48,7 @@ void PlaybackControls::chekLoop_Click() {
 }
 
 void PlaybackControls::lblStep_Click(StepMode::Direction direction) {
-    if (presenter_.refusesDamaged())
+    if (presenter_.reportIfDamaged())
         return;
     const QString message = model_.playback.step(direction);
     view_.showCurrentEntry();
@@ -73,7 +73,7 @@ void PlaybackControls::lblNt_DblClick() {
 }
 
 void PlaybackControls::mnuPlayRitardo_Click() {
-    if (presenter_.refusesDamaged())
+    if (presenter_.reportIfDamaged())
         return;
     model_.playback.clickDelayedPlay();
 }

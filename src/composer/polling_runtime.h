@@ -8,8 +8,8 @@
 #include <utility>
 
 /// A runtime that does something after each of its passes, whichever loop took it. A window that
-/// polls the keyboard hands it to its player and its arrows, so that keys are heard in their loops
-/// too.
+/// polls the keyboard hands it to its player and its arrows, so that keys are polled in their
+/// loops too.
 class PollingRuntime : public Runtime {
 public:
     PollingRuntime(Runtime& runtime, std::function<void()> afterPass)

@@ -61,6 +61,6 @@ void RangeControls::lblIDs_Click(int semitones) {
 }
 
 void RangeControls::lblSemitoni_Click() {
-    presenter_.take(model_.editor.transpose());
+    presenter_.present(model_.editor.transpose());
     view_.focusPlay();
 }

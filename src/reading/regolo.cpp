@@ -81,6 +81,7 @@ QPainterPath chosenSign(QPointF point, double size) {
 
 Regolo::Regolo(QWidget* parent) : QWidget(parent), line_(new QWidget(this)), cursor_(kMiddleC) {
     installRegoloAccessible();
+    // The composer's staff has the same given name: they are never in one window.
     setObjectName(QStringLiteral("Regolo"));
     setToolTip(UserText::tr("Clicca per scegliere l'intervallo"));
     setAccessibleName(UserText::tr("Righello dell'intervallo"));

@@ -235,7 +235,7 @@ TEST_F(MelodyEditorTest, aFullMelodyRefusesAndLosesNothing) {
         EXPECT_FALSE(outcome.changed);
         EXPECT_TRUE(outcome.message.endsWith(QStringLiteral(" !!!")));
     }
-    EXPECT_EQ(composition.settings.tripletCounter(), 0);
+    EXPECT_EQ(composition.settings.mode().tripletCounter, 0);
     EXPECT_EQ(composition.melody.EntryCount(), 32767);
     EXPECT_FALSE(editor.modified());
     composition.settings.clickAttribute(EntrySettings::Legato);

@@ -41,7 +41,7 @@ void appendMeta(QByteArray& bytes, char kind, const QByteArray& content) {
     bytes += content;
 }
 
-/// A time that no single event can wait is waited for by several that say nothing.
+/// A delta time above the format's limit is made of empty text events in between.
 void appendDelta(QByteArray& bytes, std::int64_t ticks) {
     for (; ticks > kLongestDelta; ticks -= kLongestDelta) {
         appendVariable(bytes, kLongestDelta);

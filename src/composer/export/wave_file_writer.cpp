@@ -60,7 +60,7 @@ QByteArray bytesOf(const WaveRendering::Frames& frames) {
     return bytes;
 }
 
-/// The sizes are not known before the echo has died away, so the header is written twice.
+/// The length is known only when the reverberation has decayed, so the header is written twice.
 Outcome render(WaveRendering& rendering, FileDraft& file, std::int64_t length,
                const Progress& progress) {
     FileError error = file.append(headerOf(0));

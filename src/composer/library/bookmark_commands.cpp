@@ -67,7 +67,7 @@ bool BookmarkCommands::activate(int row) {
     if (!bookmark)
         return false;
     const int count = composition_.melody.EntryCount();
-    // A hostile file's numbers are brought near before anything is subtracted.
+    // A file may hold any number: clamping it first keeps the subtraction from overflowing.
     const auto entry = [count](int number) { return std::clamp(number, 1, count + 1) - 1; };
     composition_.range.select(entry(bookmark->start), entry(bookmark->end), count);
     return true;

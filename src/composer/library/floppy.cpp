@@ -16,7 +16,7 @@ namespace {
 
 const QString kDrive = QStringLiteral("a:\\");
 
-/// The disk's own words for the usual failures.
+/// The usual failures have texts of their own for a floppy disk.
 QString failureText(FileError error) {
     if (error.number == file_error::kDiskFull)
         error.text = UserText::tr("Dischetto pieno !!!");

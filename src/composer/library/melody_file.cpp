@@ -22,13 +22,13 @@ constexpr qsizetype kTempoLine = 3;
 constexpr qsizetype kInstrumentLine = 4;
 constexpr qsizetype kBookmarkLine = 5;
 
-/// Files of other origin have a line with other contents in the bookmarks' place.
+/// How the sixth line begins in files of other origin, where it holds no bookmarks.
 constexpr std::array<QLatin1String, 3> kForeignLines{QLatin1String("con"), QLatin1String("ten"),
                                                      QLatin1String("bas")};
 
-/// From here on a tempo or a program is only known to be too large.
+/// No tempo and no program is so large; the digits that follow are not read.
 constexpr int kLargeNumber = 100'000;
-/// A decimal number of no more digits is finite, whatever they are.
+/// A decimal number of at most this many digits fits a double.
 constexpr qsizetype kPlainDigits = 300;
 
 bool isLineEnd(QChar c) {

@@ -26,8 +26,8 @@ constexpr qint64 kLargestFile = qint64{8} * 1024 * 1024;
 /// Reads a file; the melody gets no name. Lines may also end with LF or CR alone, and the lines of
 /// tempo and instrument may be missing. Nothing if the bytes are no melody: more than
 /// `kLargestFile`, fewer than three lines, no text, a note that is neither a rest nor of the five
-/// octaves, a duration that is no number. Lines with different numbers of fields are read: what
-/// becomes of them is the melody's affair.
+/// octaves, a duration that is no number. Lines with different numbers of fields are read;
+/// `Melody::read` decides what becomes of them.
 std::optional<MelodyFile> read(const QByteArray& bytes);
 
 struct Written {

@@ -141,7 +141,7 @@ MelodyLibrary::Activated MelodyLibrary::open(const MelodySource& source) {
     digests_[source.folder + source.fileName] = digestOf(reading.bytes);
     reading.file->name = source.name;
     reading.file->source = source;
-    // The instrument in use is what going back restores.
+    // Undo restores the instrument that was in use, whatever the melody before it had.
     composition_.instrument = funzioniMM_.currentInstrument();
     const EditOutcome outcome = editor_.open(*reading.file);
     if (outcome.changed)

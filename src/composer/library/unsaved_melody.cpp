@@ -13,8 +13,8 @@
 
 namespace {
 
-/// With what an alarm may come late, and the disk takes, still below two seconds.
-constexpr std::chrono::milliseconds kRest(1400);
+/// From a change to its copy; a late alarm and the disk's time included, below two seconds.
+constexpr std::chrono::milliseconds kWriteDelay(1400);
 
 }  // namespace
 
@@ -51,7 +51,7 @@ EditOutcome UnsavedMelody::offer() {
     return {};
 }
 
-/// A user who never rests for long is not to put the copy off for ever.
+/// Further changes do not put the copy off: an alarm that is set stays as it is.
 void UnsavedMelody::changed() {
     due_ = true;
     arm();
@@ -59,7 +59,7 @@ void UnsavedMelody::changed() {
 
 void UnsavedMelody::arm() {
     if (!std::exchange(waits_, true))
-        alarm_->set(runtime_.now() + kRest);
+        alarm_->set(runtime_.now() + kWriteDelay);
 }
 
 void UnsavedMelody::wakeUp() {
@@ -89,7 +89,7 @@ void UnsavedMelody::keep() {
         write();
 }
 
-/// An emptied melody leaves the copy of what it was.
+/// The copy of a melody that was emptied is kept as it was written last.
 void UnsavedMelody::write() {
     if (!editor_.modified()) {
         forget();

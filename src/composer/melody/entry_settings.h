@@ -43,7 +43,6 @@ public:
 
     std::uint8_t symbol() const { return symbol_; }
     std::uint8_t attribute() const { return mode_.attribute; }
-    std::uint8_t tripletCounter() const { return mode_.tripletCounter; }
     double baseDuration() const;
 
     /// Chooses a symbol 0..6, as `note_values::kAll` counts them.

@@ -6,7 +6,7 @@
 #include <QString>
 #include <QStringList>
 
-/// What an operation leaves for the window to do.
+/// What an operation changed, for the window to show.
 struct EditOutcome {
     bool changed = false;        ///< the melody, or what belongs to it, is to be shown again
     bool emptied = false;        ///< as by `reset`, which has its own effects on the window

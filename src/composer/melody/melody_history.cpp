@@ -69,7 +69,7 @@ bool MelodyHistory::restore(Composition& composition, Change& change, const Edit
     return stays;
 }
 
-/// An empty melody has nothing that its tempo or instrument could belong to.
+/// The tempo and the instrument of an empty melody are not saved and do not count.
 bool MelodyHistory::modified(const Composition& composition) const {
     const auto found = saved_.find(composition.document);
     if (found == saved_.end() || found->second.changes != done_.size())

@@ -10,7 +10,7 @@ struct StepMode {
     enum class Direction { Backward, Forward };
 
     bool active = false;
-    bool frameOpen = false;  ///< the tools for the entry at `index`, on offer until "Play"
+    bool frameOpen = false;  ///< the edit frame for the entry at `index` is shown, until "Play"
     std::int16_t index = 0;  ///< -1 after the first entry was deleted
 
     /// One step within the range, wrapping at its ends. The first step starts before the range.
@@ -25,7 +25,7 @@ struct StepMode {
             index = index != range.end() ? static_cast<std::int16_t>(index + 1) : range.start();
     }
 
-    /// Ends step mode and takes its tools away.
+    /// Ends step mode and hides the edit frame.
     void leave() { active = frameOpen = false; }
 
     /// Stays with the entry when `inserted` entries took the place of `removed` ones at `position`.

@@ -33,7 +33,7 @@ void MelodyPlayer::play(std::int16_t start, std::int16_t end) {
     view_.showEntryNumber(QStringLiteral("0"));
     Run run{++calls_, PlaySchedule(runtime_)};
     const End howEnded = playPasses(start, end, run);
-    // A later call that is left with "Stop" on the button keeps it.
+    // A later call of `play` may still be playing: the button then keeps its "Stop".
     const bool superseded = playing_ && run.call != calls_;
     if (howEnded != End::TooShort && !superseded)
         finish();
@@ -114,7 +114,7 @@ void MelodyPlayer::beginNote(pitch::NoteNumber note, int velocity) {
     funzioniMM_.NoteOn(FunzioniMM::kMelodyChannel, note, velocity);
 }
 
-/// Whoever stops the playback ends its note at once; the loop that began it comes later.
+/// A stop calls this at once, and the loop that began the note calls it again when it returns.
 void MelodyPlayer::endNote() {
     const pitch::NoteNumber note = std::exchange(sounding_, pitch::kRest);
     if (note == pitch::kRest)

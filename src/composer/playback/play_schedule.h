@@ -9,8 +9,8 @@
 /// It answers when a wait is to end; the player waits. A wait ends where the one before was due to
 /// end plus its own length, so that lateness does not add up. A note always sounds in full; what it
 /// came late is taken from the silence and the gap behind it. When an entry comes later than
-/// `kTolerance`, because a handler took its time, the schedule starts afresh from there instead of
-/// hurrying after it. The tolerance is below the gap between two entries, so that a gap always
+/// `kTolerance`, because a handler took long, the schedule starts afresh from there instead of
+/// catching up. The tolerance is below the gap between two entries, so that a gap always
 /// remains.
 class PlaySchedule {
 public:

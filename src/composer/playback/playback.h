@@ -54,7 +54,7 @@ public:
 
     /// After undo and redo, or when the entry at the step index went: everything that names an
     /// entry names the one that is there now, and its note is the active one. Without an entry the
-    /// tools go. `entryGone`: the last entry may be deleted again.
+    /// edit frame is hidden. `entryGone`: the last entry may be deleted again.
     void followStep(bool entryGone);
 
     /// Names the entry at the step index as the current one, after an insertion or a deletion
