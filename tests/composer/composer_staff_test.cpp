@@ -2,6 +2,7 @@
 
 #include "core/pitch.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QMouseEvent>
 
@@ -242,9 +243,11 @@ TEST_F(ComposerStaffTest, TheActiveNoteShowsAtTheCursor) {
     for (int note = 35; note <= 96; ++note) {
         staff.setActiveNote(note);
         const bool playable = pitch::isPlayable(note);
+        const bool sharp = playable && !pitch::NoteNumberToStep(note);
         EXPECT_EQ(part("lblCursore").isVisible(), playable) << note;
-        EXPECT_EQ(part("lblAccidente").isVisible(), playable && !pitch::NoteNumberToStep(note))
-            << note;
+        EXPECT_EQ(part("lblAccidente").isVisible(), sharp) << note;
+        EXPECT_EQ(QAccessible::queryAccessibleInterface(&staff)->childCount(), playable + sharp)
+            << "a screen reader is offered what is on show";
         if (playable) {
             EXPECT_TRUE(staff.rect().contains(part("lblCursore").geometry())) << note;
         }
