@@ -91,7 +91,7 @@ QAction* ComposerMenu::add(const Item& item, QMenu& menu) {
     };
     const QString name = QString::fromUtf8(item.name);
     QAction* action = make(name, menu);
-    action->setShortcut(QKeySequence(QLatin1String(item.shortcut)));
+    action->setShortcut(QKeySequence(QString::fromUtf8(item.shortcut)));
     if (item.inContext == Item::InContext::OwnAction)
         make(name + QStringLiteral("Cont"), *context_);
     else if (item.inContext == Item::InContext::SameAction)
