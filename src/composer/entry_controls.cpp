@@ -18,7 +18,7 @@ EntryControls::EntryControls(Ui::frmComposer& ui, ComposerModel& model, Composer
     connectEditFrame();
     connect(&menu, &ComposerMenu::undoChosen, this, &EntryControls::mnuAnnulla_Click);
     connect(&menu, &ComposerMenu::redoChosen, this, &EntryControls::mnuRipeti_Click);
-    ui_.lb->onKeyDoubleClick([this](int) { lb_DblClick(); });
+    connect(ui_.lb, &PianoKeyboard::keyDoubleClick, this, &EntryControls::lb_DblClick);
 }
 
 void EntryControls::connectPalette() {

@@ -14,8 +14,8 @@ constexpr int kKeyVelocity = 90;
 HandPlaying::HandPlaying(Ui::frmComposer& ui, ComposerView& view, FunzioniMM& funzioniMM,
                          MelodyEditor& editor)
     : view_(view), funzioniMM_(funzioniMM), editor_(editor) {
-    ui.lb->onKeyDown([this](int index) { lb_MouseDown(index); });
-    ui.lb->onKeyUp([this](int index) { lb_MouseUp(index); });
+    connect(ui.lb, &PianoKeyboard::keyDown, this, &HandPlaying::lb_MouseDown);
+    connect(ui.lb, &PianoKeyboard::keyUp, this, &HandPlaying::lb_MouseUp);
     connect(ui.Regolo, &ComposerStaff::noteChosen, this, &HandPlaying::Regolo_MouseDown);
     connect(ui.Regolo, &ComposerStaff::noteReleased, this, &HandPlaying::Regolo_MouseUp);
 }

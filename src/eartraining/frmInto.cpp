@@ -110,11 +110,14 @@ void frmInto::buildMenus() {
 void frmInto::connectControls() {
     const auto cycleOctave = [this] { ear_.pianoKeys().cycleOctave(); };
     PianoKeyboard& keyboard = *ui_->keyboard;
-    keyboard.onKeyDown([&keyboard](int key) { keyboard.setMarked(key, true); });
-    keyboard.onKeyUp([&keyboard](int key) { keyboard.setMarked(key, false); });
-    keyboard.onKeyClick([this](int key) { ear_.keyClicked(static_cast<pitch::NoteIndex>(key)); });
-    new MiddleCPatch(keyboard, cycleOctave);
-    ui_->score->onPercentageDoubleClick(cycleOctave);
+    connect(&keyboard, &PianoKeyboard::keyDown, &keyboard,
+            [&keyboard](int key) { keyboard.setMarked(key, true); });
+    connect(&keyboard, &PianoKeyboard::keyUp, &keyboard,
+            [&keyboard](int key) { keyboard.setMarked(key, false); });
+    connect(&keyboard, &PianoKeyboard::keyClick, this,
+            [this](int key) { ear_.keyClicked(static_cast<pitch::NoteIndex>(key)); });
+    connect(new MiddleCPatch(keyboard), &MiddleCPatch::doubleClicked, this, cycleOctave);
+    connect(ui_->score, &ScorePanel::percentageDoubleClicked, this, cycleOctave);
     connect(ui_->cmdEsci, &QPushButton::clicked, this, &QDialog::reject);
 }
 

@@ -16,23 +16,23 @@ QWidget& middleCOf(PianoKeyboard& keyboard) {
 
 }  // namespace
 
-MiddleCPatch::MiddleCPatch(PianoKeyboard& keyboard, std::function<void()> doubleClicked)
-    : QWidget(&keyboard), keyboard_(keyboard) {
+MiddleCPatch::MiddleCPatch(PianoKeyboard& keyboard) : QWidget(&keyboard), keyboard_(keyboard) {
     setObjectName(QStringLiteral("Lbdoc"));
     setToolTip(UserText::tr("Do Centrale"));
     setAccessibleName(toolTip());
-    onDoubleClick(*this, std::move(doubleClicked));
+    connect(new DoubleClick(*this), &DoubleClick::doubleClicked, this,
+            &MiddleCPatch::doubleClicked);
     middleCOf(keyboard).installEventFilter(this);
-    settle();
+    placeOnKey();
 }
 
 bool MiddleCPatch::eventFilter(QObject* /*target*/, QEvent* event) {
     if (event->type() == QEvent::Move || event->type() == QEvent::Resize)
-        settle();
+        placeOnKey();
     return false;
 }
 
-void MiddleCPatch::settle() {
+void MiddleCPatch::placeOnKey() {
     setGeometry(keyboard_.middleCSquare());
 }
 

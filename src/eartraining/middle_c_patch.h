@@ -2,22 +2,25 @@
 
 #include <QWidget>
 
-#include <functional>
-
 class PianoKeyboard;
 
-/// The blue square on middle C, `Lbdoc`: it lies over the key, and its clicks are none of the key.
-/// The keyboard paints it.
+/// The blue square on middle C, `Lbdoc`. It lies over the key, so that a click on it does not play
+/// the key; the keyboard paints it.
 class MiddleCPatch : public QWidget {
+    Q_OBJECT
+
 public:
-    MiddleCPatch(PianoKeyboard& keyboard, std::function<void()> doubleClicked);
+    explicit MiddleCPatch(PianoKeyboard& keyboard);
+
+Q_SIGNALS:
+    void doubleClicked();
 
 protected:
     bool eventFilter(QObject* target, QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
 
 private:
-    void settle();
+    void placeOnKey();
 
     PianoKeyboard& keyboard_;
 };

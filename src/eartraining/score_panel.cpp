@@ -32,6 +32,8 @@ ScorePanel::ScorePanel(QWidget* parent) : QWidget(parent), ui_(std::make_unique<
     ui_->lblPerc->setAccessibleDescription(
         UserText::tr("Sposta di un'ottava la tastiera del computer"));
     makeLabelButton(*ui_->lblPerc, palette().color(QPalette::WindowText));
+    clickByDoubleClick(*ui_->lblPerc);
+    connect(ui_->lblPerc, &QToolButton::clicked, this, &ScorePanel::percentageDoubleClicked);
     ui_->lblPerc->setMinimumWidth(
         ui_->lblPerc->fontMetrics().horizontalAdvance(QStringLiteral("100.00%")) + 12);
     ui_->lblOk->setMark(Mark::Tick, ear_colours::kRightIndicator);
@@ -64,8 +66,4 @@ void ScorePanel::announceVerdict(const Score& score) {
         announce(*ui_->lblOk, UserText::tr("Risposta esatta, %1").arg(score.percentage()));
     else
         announce(*ui_->lblKo, UserText::tr("Risposta errata, %1").arg(score.percentage()));
-}
-
-void ScorePanel::onPercentageDoubleClick(const std::function<void()>& handler) {
-    onDoubleClickAlone(*ui_->lblPerc, handler);
 }

@@ -4,7 +4,6 @@
 
 #include <QWidget>
 
-#include <functional>
 #include <memory>
 
 namespace Ui {
@@ -13,6 +12,8 @@ class ScorePanel;
 
 /// The counters of right and wrong answers, their percentage and the verdict on the last answer.
 class ScorePanel : public QWidget {
+    Q_OBJECT
+
 public:
     explicit ScorePanel(QWidget* parent = nullptr);
     ~ScorePanel() override;
@@ -20,7 +21,9 @@ public:
     void show(const Score& score);
     void announceVerdict(const Score& score);
 
-    void onPercentageDoubleClick(const std::function<void()>& handler);
+Q_SIGNALS:
+    /// Or its keyboard equivalent.
+    void percentageDoubleClicked();
 
 private:
     std::unique_ptr<Ui::ScorePanel> ui_;

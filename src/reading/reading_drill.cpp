@@ -31,7 +31,7 @@ ReadingDrill::ReadingDrill(ReadingSession& session, ReadingBoard& board, Reading
     connect(ui.Start, &QPushButton::clicked, this, [this] { Start_Click(); });
     connect(ui.Slider1, &QSlider::valueChanged, this, [this] { Slider1_Change(); });
     connect(ui.difficolt, &QComboBox::activated, this, [this] { difficolt_Click(); });
-    board_.staff().ruler().onPressed([this](double y) { Regolo_MouseDown(y); });
+    connect(&board_.staff().ruler(), &Regolo::pressed, this, &ReadingDrill::Regolo_MouseDown);
     for (int degree = 0; degree < pitch::kDegrees; ++degree) {
         connect(board_.answerButtons()[static_cast<std::size_t>(degree)], &QPushButton::clicked,
                 this, [this, degree] { session_.answer(degree + 1); });

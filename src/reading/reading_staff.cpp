@@ -30,13 +30,6 @@ engraving::Note noteAt(int step) {
     return {.position = staff_layout::positionOnStave(step)};
 }
 
-QAccessibleInterface* makeInterface(const QString& className, QObject* object) {
-    if (className != QLatin1String("QWidget"))
-        return nullptr;
-    auto* staff = dynamic_cast<ReadingStaff*>(object);
-    return staff ? new PartsAccessible(staff, QAccessible::Graphic) : nullptr;
-}
-
 }  // namespace
 
 /// One note with its stem and ledger lines.
@@ -85,23 +78,24 @@ private:
 
 ReadingStaff::ReadingStaff(QWidget* parent)
     : QWidget(parent), font_(MusicFont::shared()), ruler_(new Regolo(this)) {
-    QAccessible::installFactory(makeInterface);
+    installPartsAccessible<ReadingStaff, QAccessible::Graphic>();
     setAccessibleName(UserText::tr("Pentagramma"));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 
     constexpr auto kSteps = staff_step::all();
     std::transform(kSteps.begin(), kSteps.end(), notes_.begin(),
                    [this](int step) { return new NotePicture(step, font_, this); });
-    ruler_->onPointed([this](std::optional<int> step) {
+    connect(ruler_, &Regolo::pointed, this, [this](std::optional<int> step) {
         pointed_ = step;
         update();
     });
     hideNotes();
 }
 
-/// The ruler outlives this part of the staff, and loses its focus when it goes.
+/// The ruler is deleted after this part of the staff. It loses its focus then and reports that,
+/// which would reach members that are gone.
 ReadingStaff::~ReadingStaff() {
-    ruler_->onPointed({});
+    ruler_->disconnect(this);
 }
 
 void ReadingStaff::showNote(int step) {

@@ -16,6 +16,8 @@ class Regolo;
 /// the ruler along its right edge. At rest it shows no note. Its accessible description tells the
 /// place of the note on show, never its name.
 class ReadingStaff : public QWidget {
+    Q_OBJECT
+
 public:
     explicit ReadingStaff(QWidget* parent = nullptr);
     ~ReadingStaff() override;

@@ -4,9 +4,9 @@
 #include "reading/regolo_accessible.h"
 #include "reading/regolo_marker.h"
 #include "reading/ruler.h"
+#include "widgets/announcement.h"
 #include "widgets/engraving.h"
 
-#include <QAccessible>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -104,7 +104,7 @@ void Regolo::setScale(const staff_layout::Scale& scale) {
 void Regolo::hideMarker(int step) {
     if (!staff_step::carriesNote(step))
         return;
-    markers_[static_cast<std::size_t>(indexOf(step))]->hide();
+    markerOf(step).hide();
     update();
 }
 
@@ -118,14 +118,14 @@ void Regolo::moveCursor(int step) {
     if (!staff_step::carriesNote(step) || step == cursor_)
         return;
     cursor_ = step;
-    announceCursor();
-    announcePointed();
+    announceCursor(*this, markerOf(cursor_));
+    reportPointed();
     update();
 }
 
 void Regolo::pressStep(int step) {
-    if (const auto band = ruler::bandOf(step); band && pressed_)
-        pressed_(band->centre());
+    if (const auto band = ruler::bandOf(step))
+        Q_EMIT pressed(band->centre());
 }
 
 void Regolo::paintEvent(QPaintEvent* /*event*/) {
@@ -163,8 +163,7 @@ void Regolo::mousePressEvent(QMouseEvent* event) {
         QWidget::mousePressEvent(event);
         return;
     }
-    if (pressed_)
-        pressed_(twipsAt(event->position().y()));
+    Q_EMIT pressed(twipsAt(event->position().y()));
 }
 
 void Regolo::mouseMoveEvent(QMouseEvent* event) {
@@ -188,19 +187,23 @@ void Regolo::keyPressEvent(QKeyEvent* event) {
 
 void Regolo::focusInEvent(QFocusEvent* event) {
     QWidget::focusInEvent(event);
-    announceCursor();
-    announcePointed();
+    announceCursor(*this, markerOf(cursor_));
+    reportPointed();
 }
 
 void Regolo::focusOutEvent(QFocusEvent* event) {
     QWidget::focusOutEvent(event);
-    announcePointed();
+    reportPointed();
 }
 
 void Regolo::changeEvent(QEvent* event) {
     if (event->type() == QEvent::EnabledChange)
         setHovered(std::nullopt);
     QWidget::changeEvent(event);
+}
+
+RegoloMarker& Regolo::markerOf(int step) const {
+    return *markers_[static_cast<std::size_t>(indexOf(step))];
 }
 
 double Regolo::twipsAt(double y) const {
@@ -216,29 +219,19 @@ void Regolo::setHovered(std::optional<int> step) {
     if (step == hovered_)
         return;
     hovered_ = step;
-    announcePointed();
+    reportPointed();
     update();
 }
 
-/// The mouse goes before the keyboard, since it is what the user moves over the ruler.
-void Regolo::announcePointed() {
-    std::optional<int> pointed = hovered_;
-    if (!pointed && hasFocus())
-        pointed = cursor_;
-    if (pointed == lastPointed_)
+/// The mouse pointer has precedence over the keyboard's cursor: it is what the user moves.
+void Regolo::reportPointed() {
+    std::optional<int> step = hovered_;
+    if (!step && hasFocus())
+        step = cursor_;
+    if (step == lastPointed_)
         return;
-    lastPointed_ = pointed;
-    if (pointed_)
-        pointed_(pointed);
-}
-
-/// A screen reader follows the cursor as if each marker had the focus in turn.
-void Regolo::announceCursor() {
-    if (!hasFocus())
-        return;
-    QAccessibleEvent event(markers_[static_cast<std::size_t>(indexOf(cursor_))],
-                           QAccessible::Focus);
-    QAccessible::updateAccessibility(&event);
+    lastPointed_ = step;
+    Q_EMIT pointed(step);
 }
 
 void Regolo::arrange() {

@@ -6,29 +6,20 @@
 #include <QWidget>
 
 #include <array>
-#include <functional>
 #include <optional>
-#include <utility>
 
 class RegoloMarker;
 
 /// The ruler along the edge of the staff: a line, and a marker for each step. It reports where it
-/// was pressed and knows nothing of what that means.
+/// was pressed; what a press chooses is decided by its listener.
 ///
 /// With the keyboard, Up, Down, Page Up, Page Down, Home and End move a cursor among the steps,
 /// Home going to the highest; Space and Enter press the cursor's step.
 class Regolo : public QWidget {
+    Q_OBJECT
+
 public:
     explicit Regolo(QWidget* parent = nullptr);
-
-    /// Called for each press with its distance from the ruler's top in twips; it may lie outside
-    /// every band.
-    void onPressed(std::function<void(double twips)> handler) { pressed_ = std::move(handler); }
-
-    /// Called when the step that a press would choose changes; nothing when there is none.
-    void onPointed(std::function<void(std::optional<int> step)> handler) {
-        pointed_ = std::move(handler);
-    }
 
     void setScale(const staff_layout::Scale& scale);
 
@@ -42,6 +33,12 @@ public:
     /// The same as a press on the middle of the step's band.
     void pressStep(int step);
 
+Q_SIGNALS:
+    /// The distance from the ruler's top in twips; it may lie outside every band.
+    void pressed(double twips);
+    /// The step that a press would choose has changed; nothing when there is none.
+    void pointed(std::optional<int> step);
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -54,15 +51,13 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    RegoloMarker& markerOf(int step) const;
     double twipsAt(double y) const;
     QRectF bandRect(int step) const;
     void setHovered(std::optional<int> step);
-    void announcePointed();
-    void announceCursor();
+    void reportPointed();
     void arrange();
 
-    std::function<void(double)> pressed_;
-    std::function<void(std::optional<int>)> pointed_;
     staff_layout::Scale scale_;
     std::array<RegoloMarker*, staff_step::kCount> markers_{};
     QWidget* line_;

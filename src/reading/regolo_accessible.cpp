@@ -49,15 +49,13 @@ private:
     Regolo* ruler_;
 };
 
-/// Qt asks once for each class of the object that has meta data of its own; the ruler's classes
-/// share those of QWidget.
 QAccessibleInterface* makeInterface(const QString& className, QObject* object) {
-    if (className != QLatin1String("QWidget"))
+    if (className == QLatin1String(Regolo::staticMetaObject.className()))
+        return new RulerAccessible(qobject_cast<Regolo*>(object));
+    if (className != QLatin1String(RegoloMarker::staticMetaObject.className()))
         return nullptr;
-    if (auto* ruler = dynamic_cast<Regolo*>(object))
-        return new RulerAccessible(ruler);
-    auto* marker = dynamic_cast<RegoloMarker*>(object);
-    auto* ruler = marker ? dynamic_cast<Regolo*>(marker->parentWidget()) : nullptr;
+    auto* marker = qobject_cast<RegoloMarker*>(object);
+    auto* ruler = marker ? qobject_cast<Regolo*>(marker->parentWidget()) : nullptr;
     return ruler ? new MarkerAccessible(marker, ruler) : nullptr;
 }
 

@@ -6,6 +6,8 @@
 /// The tick of one step on the ruler. To a screen reader it is an item of a list, which can be
 /// pressed.
 class RegoloMarker : public QWidget {
+    Q_OBJECT
+
 public:
     RegoloMarker(int step, QWidget* parent);
 

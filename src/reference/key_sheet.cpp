@@ -175,7 +175,7 @@ void KeySheet::render() {
 }
 
 bool KeySheet::eventFilter(QObject* target, QEvent* event) {
-    const auto* label = dynamic_cast<QLabel*>(target);
+    const auto* label = qobject_cast<QLabel*>(target);
     if (label && event->type() == QEvent::MouseButtonRelease &&
         static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) {
         static_cast<QPushButton*>(label->buddy())->click();

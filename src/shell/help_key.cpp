@@ -5,9 +5,7 @@
 #include <QWidget>
 #include <QWindow>
 
-#include <utility>
-
-HelpKey::HelpKey(std::function<void()> showHelp) : showHelp_(std::move(showHelp)) {
+HelpKey::HelpKey() {
     QApplication::instance()->installEventFilter(this);
 }
 
@@ -30,6 +28,6 @@ bool HelpKey::eventFilter(QObject* target, QEvent* event) {
     // An open menu would keep the mouse to itself.
     while (QWidget* menu = QApplication::activePopupWidget())
         menu->close();
-    showHelp_();
+    Q_EMIT pressed();
     return true;
 }

@@ -2,19 +2,19 @@
 
 #include <QObject>
 
-#include <functional>
-
-/// F1 opens the help, whichever window or control has the focus.
+/// Watches the application for F1, whichever window or control has the focus.
 class HelpKey : public QObject {
+    Q_OBJECT
+
 public:
-    explicit HelpKey(std::function<void()> showHelp);
+    HelpKey();
 
     /// Types Esc and then F1 into the application, as the menu item "Aiuto" does.
     static void sendEscF1(QWidget& window);
 
+Q_SIGNALS:
+    void pressed();
+
 protected:
     bool eventFilter(QObject* target, QEvent* event) override;
-
-private:
-    std::function<void()> showHelp_;
 };

@@ -33,7 +33,6 @@ MainWindow::MainWindow(const Services& services)
       metronome_(services.runtime, services.funzioniMM, metronomeState_),
       noteFolder_(start_up::noteFolder(services.folders.programFolder())),
       helpFile_(start_up::helpFile(services.folders.programFolder())),
-      helpKey_([this] { services_.help.show(helpFile_); }),
       status_(new QLabel) {
     ui_->setupUi(this);
     resize(size().boundedTo(appearance::roomOnScreen(*this).size()));
@@ -82,6 +81,7 @@ void MainWindow::connectMenu() {
     on(ui_->mnuAiuto, &MainWindow::mnuAiuto_Click);
     on(ui_->mnuVersione, &MainWindow::mnuVersione_Click);
     connect(ui_->cmdEsci, &QPushButton::clicked, this, &MainWindow::Esci_Click);
+    connect(&helpKey_, &HelpKey::pressed, this, [this] { services_.help.show(helpFile_); });
 }
 
 void MainWindow::Form_Load() {

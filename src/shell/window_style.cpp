@@ -63,7 +63,7 @@ int WindowStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWi
 /// A short bar still has room in which its slider moves.
 int WindowStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
                              const QWidget* widget) const {
-    if (metric == PM_ScrollBarSliderMin && dynamic_cast<const LevelBar*>(widget))
+    if (metric == PM_ScrollBarSliderMin && qobject_cast<const LevelBar*>(widget))
         return kShortestSlider;
     return QProxyStyle::pixelMetric(metric, option, widget);
 }

@@ -12,3 +12,10 @@ void announce(QWidget& widget, const QString& text) {
     widget.setAccessibleName(text);
     announce(widget);
 }
+
+void announceCursor(const QWidget& widget, QWidget& part) {
+    if (!widget.hasFocus())
+        return;
+    QAccessibleEvent event(&part, QAccessible::Focus);
+    QAccessible::updateAccessibility(&event);
+}

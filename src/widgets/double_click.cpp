@@ -7,44 +7,40 @@
 
 namespace {
 
-class DoubleClickFilter : public QObject {
-public:
-    DoubleClickFilter(QWidget& widget, std::function<void()> handler, bool alone)
-        : QObject(&widget), handler_(std::move(handler)), alone_(alone) {
-        widget.installEventFilter(this);
-    }
+bool isOfLeftButton(const QEvent& event) {
+    return static_cast<const QMouseEvent&>(event).button() == Qt::LeftButton;
+}
 
-protected:
-    bool eventFilter(QObject* /*target*/, QEvent* event) override {
-        if (alone_ && event->type() == QEvent::MouseButtonPress)
-            return true;
-        if (!isDoubleClick(*event))
-            return false;
-        handler_();
-        return true;
-    }
-
-private:
-    static bool isDoubleClick(const QEvent& event) {
-        if (event.type() == QEvent::MouseButtonDblClick)
-            return static_cast<const QMouseEvent&>(event).button() == Qt::LeftButton;
-        if (event.type() != QEvent::KeyPress)
-            return false;
-        const auto& key = static_cast<const QKeyEvent&>(event);
-        return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
-    }
-
-    std::function<void()> handler_;
-    bool alone_;
-};
+bool isDoubleClick(const QEvent& event) {
+    if (event.type() == QEvent::MouseButtonDblClick)
+        return isOfLeftButton(event);
+    if (event.type() != QEvent::KeyPress)
+        return false;
+    const auto& key = static_cast<const QKeyEvent&>(event);
+    return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+}
 
 }  // namespace
 
-void onDoubleClick(QWidget& widget, std::function<void()> handler) {
-    new DoubleClickFilter(widget, std::move(handler), false);
+DoubleClick::DoubleClick(QWidget& widget, SingleClicks singleClicks)
+    : QObject(&widget), singleClicks_(singleClicks) {
+    widget.installEventFilter(this);
 }
 
-void onDoubleClickAlone(QAbstractButton& button, const std::function<void()>& handler) {
-    new DoubleClickFilter(button, handler, true);
-    QObject::connect(&button, &QAbstractButton::clicked, &button, handler);
+bool DoubleClick::eventFilter(QObject* /*target*/, QEvent* event) {
+    if (isDoubleClick(*event)) {
+        Q_EMIT doubleClicked();
+        return true;
+    }
+    const bool pressOrRelease =
+        event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonRelease;
+    if (!pressOrRelease || singleClicks_ == SingleClicks::Passed)
+        return false;
+    event->setAccepted(isOfLeftButton(*event));
+    return true;
+}
+
+void clickByDoubleClick(QAbstractButton& button) {
+    const auto* clicks = new DoubleClick(button, DoubleClick::SingleClicks::Ignored);
+    QObject::connect(clicks, &DoubleClick::doubleClicked, &button, &QAbstractButton::click);
 }

@@ -1,14 +1,31 @@
 #pragma once
 
-#include <functional>
+#include <QObject>
 
 class QAbstractButton;
 class QWidget;
 
-/// Calls a handler at every double click on a widget, and when Enter is pressed on it. The second
-/// click of the two is then no click of its own.
-void onDoubleClick(QWidget& widget, std::function<void()> handler);
+/// Watches a widget, which owns it, for double clicks of the left mouse button and for Enter, which
+/// stands for them on the keyboard. The widget itself does not see them any more, so that the
+/// second press of a double click is no click of its own.
+class DoubleClick : public QObject {
+    Q_OBJECT
 
-/// The same for a button that a single click does nothing to. The keyboard presses it by Space too,
-/// and so does a screen reader.
-void onDoubleClickAlone(QAbstractButton& button, const std::function<void()>& handler);
+public:
+    enum class SingleClicks { Passed, Ignored };
+
+    explicit DoubleClick(QWidget& widget, SingleClicks singleClicks = SingleClicks::Passed);
+
+Q_SIGNALS:
+    void doubleClicked();
+
+protected:
+    bool eventFilter(QObject* target, QEvent* event) override;
+
+private:
+    SingleClicks singleClicks_;
+};
+
+/// Lets the mouse click a button by a double click only. The keyboard clicks it by Space or Enter,
+/// a screen reader like any other button.
+void clickByDoubleClick(QAbstractButton& button);

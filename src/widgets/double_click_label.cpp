@@ -1,7 +1,7 @@
 #include "widgets/double_click_label.h"
 
-#include <QKeyEvent>
-#include <QMouseEvent>
+#include "widgets/double_click.h"
+
 #include <QStyleOptionFrame>
 #include <QStylePainter>
 
@@ -13,6 +13,7 @@ constexpr int kFrame = 6;
 
 DoubleClickLabel::DoubleClickLabel(QWidget* parent) : QToolButton(parent) {
     setFocusPolicy(Qt::TabFocus);
+    clickByDoubleClick(*this);
 }
 
 /// As high with a text as without one.
@@ -34,24 +35,4 @@ void DoubleClickLabel::paintEvent(QPaintEvent* /*event*/) {
         return;
     painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
     painter.drawRect(rect().adjusted(1, 1, -1, -1));
-}
-
-void DoubleClickLabel::mousePressEvent(QMouseEvent* event) {
-    event->setAccepted(event->button() == Qt::LeftButton);
-}
-
-void DoubleClickLabel::mouseReleaseEvent(QMouseEvent* event) {
-    event->setAccepted(event->button() == Qt::LeftButton);
-}
-
-void DoubleClickLabel::mouseDoubleClickEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton)
-        click();
-}
-
-void DoubleClickLabel::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-        click();
-    else
-        QToolButton::keyPressEvent(event);
 }

@@ -2,9 +2,10 @@
 
 #include <QToolButton>
 
-/// A button that looks like a framed label. The mouse presses it by a double click only; the
-/// keyboard by Space or Enter.
+/// A button that looks like a framed label and is clicked as `clickByDoubleClick` says.
 class DoubleClickLabel : public QToolButton {
+    Q_OBJECT
+
 public:
     explicit DoubleClickLabel(QWidget* parent = nullptr);
 
@@ -12,8 +13,4 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
-    void mouseDoubleClickEvent(QMouseEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
 };

@@ -33,11 +33,6 @@ QString nameOf(Colour colour) {
     return found == lamp_colours::kAll.end() ? UserText::tr("accesa") : UserText::tr(found->name);
 }
 
-QAccessibleInterface* makeInterface(const QString& className, QObject* object) {
-    auto* row = className == QLatin1String("QWidget") ? dynamic_cast<LampRow*>(object) : nullptr;
-    return row ? new PartsAccessible(row, QAccessible::Grouping) : nullptr;
-}
-
 }  // namespace
 
 class Lamp : public QLabel {
@@ -73,7 +68,7 @@ private:
 };
 
 LampRow::LampRow(QWidget* parent) : QWidget(parent), lamps_{} {
-    QAccessible::installFactory(makeInterface);
+    installPartsAccessible<LampRow, QAccessible::Grouping>();
     setAccessibleName(UserText::tr("Pulsazioni"));
     for (int i = 0; i < kCount; ++i)
         lamps_[static_cast<std::size_t>(i)] = new Lamp(i, this);

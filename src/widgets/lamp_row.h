@@ -10,6 +10,8 @@ class Lamp;
 /// A row of 20 small round lamps, `lblPuls_0` … `lblPuls_19`. The fewer are visible, the larger
 /// they are, up to the row's height. A screen reader is told each lamp's number and colour.
 class LampRow : public QWidget {
+    Q_OBJECT
+
 public:
     static constexpr int kCount = 20;
 

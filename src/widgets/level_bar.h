@@ -5,6 +5,8 @@
 /// A vertical scroll bar with its greatest value at the top: for the eye, the keys, the wheel and
 /// the mouse alike. It is tinted while it has the focus.
 class LevelBar : public QScrollBar {
+    Q_OBJECT
+
 public:
     explicit LevelBar(QWidget* parent = nullptr);
 

@@ -2,8 +2,9 @@
 
 #include <QAccessibleWidget>
 
-/// A picture or a row that is made of parts. A screen reader is offered those that are on show and
-/// have a name: not the notes that wait to be shown, nor a mark of which its key tells already.
+/// What a screen reader reads of a picture or a row that is made of parts: those that are visible
+/// and have a name. Hidden notes are left out, and so are marks that the key beside them names
+/// already.
 class PartsAccessible : public QAccessibleWidget {
 public:
     PartsAccessible(QWidget* whole, QAccessible::Role role) : QAccessibleWidget(whole, role) {}
@@ -15,3 +16,15 @@ public:
 private:
     QWidgetList parts() const;
 };
+
+/// Has screen readers read a class of widgets as a whole of parts. To be called before the first of
+/// them is shown; calling it again does nothing.
+template <typename Whole, QAccessible::Role role>
+void installPartsAccessible() {
+    QAccessible::installFactory(
+        [](const QString& className, QObject* object) -> QAccessibleInterface* {
+            if (className != QLatin1String(Whole::staticMetaObject.className()))
+                return nullptr;
+            return new PartsAccessible(qobject_cast<QWidget*>(object), role);
+        });
+}

@@ -30,19 +30,17 @@ private:
     PianoKeyboard* keyboard_;
 };
 
-/// The keyboard's classes share the meta data of QWidget.
-QAccessibleInterface* makeInterface(const QString& className, QObject* object) {
-    if (className != QLatin1String("QWidget"))
+QAccessibleInterface* makeKey(const QString& className, QObject* object) {
+    if (className != QLatin1String(PianoKey::staticMetaObject.className()))
         return nullptr;
-    if (auto* keyboard = dynamic_cast<PianoKeyboard*>(object))
-        return new PartsAccessible(keyboard, QAccessible::Grouping);
-    auto* key = dynamic_cast<PianoKey*>(object);
-    auto* keyboard = key ? dynamic_cast<PianoKeyboard*>(key->parentWidget()) : nullptr;
+    auto* key = qobject_cast<PianoKey*>(object);
+    auto* keyboard = key ? qobject_cast<PianoKeyboard*>(key->parentWidget()) : nullptr;
     return keyboard ? new KeyAccessible(key, keyboard) : nullptr;
 }
 
 }  // namespace
 
 void installPianoKeyAccessible() {
-    QAccessible::installFactory(makeInterface);
+    installPartsAccessible<PianoKeyboard, QAccessible::Grouping>();
+    QAccessible::installFactory(makeKey);
 }

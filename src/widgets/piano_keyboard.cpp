@@ -2,11 +2,13 @@
 
 #include "core/pitch.h"
 #include "platform/user_text.h"
+#include "widgets/announcement.h"
 #include "widgets/piano_key_accessible.h"
 #include "widgets/piano_key_name.h"
 
 #include <QAccessible>
 #include <QKeyEvent>
+#include <QMetaMethod>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
@@ -64,11 +66,6 @@ QPainterPath keyShape(const QRectF& rect, double corner) {
 bool presses(const QKeyEvent& event) {
     return event.key() == Qt::Key_Space || event.key() == Qt::Key_Return ||
            event.key() == Qt::Key_Enter;
-}
-
-void call(const PianoKeyboard::KeyHandler& handler, int index) {
-    if (handler)
-        handler(index);
 }
 
 }  // namespace
@@ -146,11 +143,11 @@ void PianoKeyboard::moveCursor(int index) {
     update(keyWidget(cursor_)->geometry());
     cursor_ = index;
     update(keyWidget(cursor_)->geometry());
-    announceCursor();
+    announceCursor(*this, *keyWidget(cursor_));
 }
 
 QRect PianoKeyboard::middleCSquare() const {
-    const QRectF key = piano_key_layout::keyRect(kMiddleC, bed_);
+    const QRectF key = piano_key_layout::keyRect(kMiddleC, keyArea_);
     const double side = std::min(key.width() * 0.3, key.height() * 0.08);
     return QRectF(key.center().x() - side / 2, key.bottom() - 2.2 * side, side, side).toRect();
 }
@@ -158,12 +155,12 @@ QRect PianoKeyboard::middleCSquare() const {
 void PianoKeyboard::tap(int index) {
     if (!isKey(index))
         return;
-    if (press_ && press_->holder == Holder::Reader)
+    if (press_ && press_->holder == Holder::ScreenReader)
         end(true);
-    begin(index, Holder::Reader);
+    begin(index, Holder::ScreenReader);
     const int tap = ++taps_;
     QTimer::singleShot(kTapMilliseconds, this, [this, tap] {
-        if (tap == taps_ && press_ && press_->holder == Holder::Reader)
+        if (tap == taps_ && press_ && press_->holder == Holder::ScreenReader)
             end(true);
     });
 }
@@ -178,7 +175,7 @@ QSize PianoKeyboard::minimumSizeHint() const {
     return {piano_key_layout::kNaturals * line / 2, 4 * line + 2 * markRowHeight()};
 }
 
-/// The release of a key is not told to a window that a dialog blocks.
+/// A window that a dialog blocks is not sent the release of what was held.
 bool PianoKeyboard::event(QEvent* event) {
     if (event->type() == QEvent::WindowBlocked)
         end(false);
@@ -189,7 +186,7 @@ void PianoKeyboard::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setOpacity(isEnabled() ? 1 : kDisabledOpacity);
-    painter.fillRect(onPixels(painter, bed_.adjusted(-kFrame, -kFrame, kFrame, kFrame)), kGap);
+    painter.fillRect(onPixels(painter, keyArea_.adjusted(-kFrame, -kFrame, kFrame, kFrame)), kGap);
     for (const bool sharps : {false, true}) {
         for (int i = 0; i < kKeys; ++i) {
             if (isSharp(i) != sharps || !event->rect().intersects(keyWidget(i)->geometry()))
@@ -221,7 +218,7 @@ void PianoKeyboard::changeEvent(QEvent* event) {
 }
 
 void PianoKeyboard::mousePressEvent(QMouseEvent* event) {
-    const auto key = piano_key_layout::keyAt(event->position(), bed_);
+    const auto key = piano_key_layout::keyAt(event->position(), keyArea_);
     if (event->button() != Qt::LeftButton || !key) {
         QWidget::mousePressEvent(event);
         return;
@@ -233,14 +230,14 @@ void PianoKeyboard::mousePressEvent(QMouseEvent* event) {
 
 /// Two quick clicks on neighbouring keys, as in a trill, are no double click.
 void PianoKeyboard::mouseDoubleClickEvent(QMouseEvent* event) {
-    const auto key = piano_key_layout::keyAt(event->position(), bed_);
-    if (!doubleClick_ || event->button() != Qt::LeftButton || !key || key != lastClicked_ ||
-        press_) {
+    const auto key = piano_key_layout::keyAt(event->position(), keyArea_);
+    if (!reportsDoubleClicks() || event->button() != Qt::LeftButton || !key ||
+        key != lastClicked_ || press_) {
         mousePressEvent(event);
         return;
     }
     press_ = Press{*key, Holder::DoubleClick};
-    call(doubleClick_, *key);
+    Q_EMIT keyDoubleClick(*key);
 }
 
 void PianoKeyboard::mouseReleaseEvent(QMouseEvent* event) {
@@ -248,7 +245,7 @@ void PianoKeyboard::mouseReleaseEvent(QMouseEvent* event) {
         QWidget::mouseReleaseEvent(event);
         return;
     }
-    const bool over = piano_key_layout::keyAt(event->position(), bed_) == press_->key;
+    const bool over = piano_key_layout::keyAt(event->position(), keyArea_) == press_->key;
     const bool click = over && press_->holder == Holder::Mouse;
     lastClicked_ = click ? std::optional(press_->key) : std::nullopt;
     end(click);
@@ -260,7 +257,7 @@ void PianoKeyboard::keyPressEvent(QKeyEvent* event) {
             return;
         begin(cursor_, Holder::Keyboard);
         if (event->key() != Qt::Key_Space)
-            call(doubleClick_, cursor_);
+            Q_EMIT keyDoubleClick(cursor_);
     } else if (const auto target = keyTarget(event->key())) {
         moveCursor(*target);
     } else {
@@ -279,7 +276,7 @@ void PianoKeyboard::keyReleaseEvent(QKeyEvent* event) {
 
 void PianoKeyboard::focusInEvent(QFocusEvent* /*event*/) {
     update(keyWidget(cursor_)->geometry());
-    announceCursor();
+    announceCursor(*this, *keyWidget(cursor_));
 }
 
 void PianoKeyboard::focusOutEvent(QFocusEvent* /*event*/) {
@@ -309,12 +306,13 @@ std::optional<int> PianoKeyboard::keyTarget(int key) const {
     }
 }
 
-/// One key is held at a time; whatever comes meanwhile from another hand is left out.
+/// One key is held at a time: while the mouse holds one, a press by the keyboard or a screen reader
+/// is ignored, and the other way round.
 void PianoKeyboard::begin(int index, Holder holder) {
     if (press_)
         return;
     press_ = Press{index, holder};
-    call(down_, index);
+    Q_EMIT keyDown(index);
 }
 
 void PianoKeyboard::end(bool click) {
@@ -322,9 +320,14 @@ void PianoKeyboard::end(bool click) {
         return;
     const int key = press_->key;
     press_.reset();
-    call(up_, key);
+    Q_EMIT keyUp(key);
     if (click)
-        call(click_, key);
+        Q_EMIT keyClick(key);
+}
+
+/// Without a listener the second press of a double click is a press like any other.
+bool PianoKeyboard::reportsDoubleClicks() const {
+    return isSignalConnected(QMetaMethod::fromSignal(&PianoKeyboard::keyDoubleClick));
 }
 
 bool PianoKeyboard::heldByMouse() const {
@@ -333,9 +336,9 @@ bool PianoKeyboard::heldByMouse() const {
 
 void PianoKeyboard::arrange() {
     const double row = markRowHeight();
-    bed_ = QRectF(rect()).adjusted(kFrame, kFrame + row, -kFrame, -kFrame - row);
+    keyArea_ = QRectF(rect()).adjusted(kFrame, kFrame + row, -kFrame, -kFrame - row);
     for (int i = 0; i < kKeys; ++i) {
-        const QRectF key = piano_key_layout::keyRect(i, bed_);
+        const QRectF key = piano_key_layout::keyRect(i, keyArea_);
         keyWidget(i)->setGeometry(key.toAlignedRect());
         const double width = kMarkWidth * key.width();
         const double top = isSharp(i) ? 1 : height() - row + 1;
@@ -350,14 +353,6 @@ void PianoKeyboard::repaintKey(int index) {
         repaint(keyWidget(index)->geometry());
 }
 
-/// A screen reader follows the cursor as if each key had the focus in turn.
-void PianoKeyboard::announceCursor() {
-    if (!hasFocus())
-        return;
-    QAccessibleEvent event(keyWidget(cursor_), QAccessible::Focus);
-    QAccessible::updateAccessibility(&event);
-}
-
 int PianoKeyboard::markRowHeight() const {
     return showsRangeMarks_ ? std::max(6, fontMetrics().height() / 2) : 0;
 }
@@ -365,7 +360,7 @@ int PianoKeyboard::markRowHeight() const {
 void PianoKeyboard::paintNatural(QPainter& painter, int index) const {
     const qreal pixel = 1 / painter.deviceTransform().m11();
     const QRectF key =
-        onPixels(painter, piano_key_layout::keyRect(index, bed_)).adjusted(0, 0, -pixel, 0);
+        onPixels(painter, piano_key_layout::keyRect(index, keyArea_)).adjusted(0, 0, -pixel, 0);
     const bool dark = palette().color(QPalette::Base).lightness() < 128;
     const QColor face = marked(index) ? kMarked : dark ? kIvoryInTheDark : kIvory;
     painter.fillPath(keyShape(key, kNaturalCorner), face);
@@ -374,7 +369,7 @@ void PianoKeyboard::paintNatural(QPainter& painter, int index) const {
 }
 
 void PianoKeyboard::paintSharp(QPainter& painter, int index) const {
-    const QRectF key = onPixels(painter, piano_key_layout::keyRect(index, bed_));
+    const QRectF key = onPixels(painter, piano_key_layout::keyRect(index, keyArea_));
     painter.fillPath(keyShape(key, kSharpCorner), kEbony);
     const double front = marked(index) ? 0.5 * kSharpFront : kSharpFront;
     const QRectF top =
@@ -384,7 +379,7 @@ void PianoKeyboard::paintSharp(QPainter& painter, int index) const {
 
 void PianoKeyboard::paintCursor(QPainter& painter) const {
     const bool sharp = isSharp(cursor_);
-    const QRectF key = piano_key_layout::keyRect(cursor_, bed_);
+    const QRectF key = piano_key_layout::keyRect(cursor_, keyArea_);
     QRectF ring = key.adjusted(3, 3, -3, -3);
     if (!sharp)
         ring.setTop(key.top() + 0.68 * key.height());

@@ -5,12 +5,13 @@
 #include <QWidget>
 
 #include <array>
-#include <functional>
 #include <optional>
 
 /// The place of one key, `lb_0` … `lb_59`, for the mouse and for screen readers. The keyboard
 /// paints it and answers its events.
 class PianoKey : public QWidget {
+    Q_OBJECT
+
 public:
     PianoKey(int index, QWidget* parent);
 
@@ -23,21 +24,17 @@ private:
 /// A piano keyboard of five octaves from note number 36; a key's index is its note number - 36.
 ///
 /// A press of the left mouse button is a key going down, its release anywhere the same key going
-/// up, and a click if it is released over that key. Where somebody asks for double clicks, one
-/// gives down, up, click, double click, up; elsewhere it is two clicks. With the keyboard, Left,
-/// Right, Page Up, Page Down, Home and End move a cursor, Space holds the cursor's key down, and so
-/// does Enter, which double-clicks it as well. All other keys go to the window.
+/// up, and a click if it is released over that key. While `keyDoubleClick` is connected, a double
+/// click gives down, up, click, double click, up; otherwise it is two clicks. With the keyboard,
+/// Left, Right, Page Up, Page Down, Home and End move a cursor, Space holds the cursor's key down,
+/// and so does Enter, which double-clicks it as well. All other keys go to the window.
 class PianoKeyboard : public QWidget {
+    Q_OBJECT
+
 public:
     static constexpr int kKeys = piano_key_layout::kKeys;
-    using KeyHandler = std::function<void(int index)>;
 
     explicit PianoKeyboard(QWidget* parent = nullptr);
-
-    void onKeyDown(KeyHandler handler) { down_ = std::move(handler); }
-    void onKeyUp(KeyHandler handler) { up_ = std::move(handler); }
-    void onKeyClick(KeyHandler handler) { click_ = std::move(handler); }
-    void onKeyDoubleClick(KeyHandler handler) { doubleClick_ = std::move(handler); }
 
     /// A marked key looks pressed, at once. An index that is no key changes nothing.
     void setMarked(int index, bool on);
@@ -61,6 +58,12 @@ public:
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
+Q_SIGNALS:
+    void keyDown(int index);
+    void keyUp(int index);
+    void keyClick(int index);
+    void keyDoubleClick(int index);
+
 protected:
     bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
@@ -77,7 +80,7 @@ protected:
 
 private:
     /// What holds a key down.
-    enum class Holder { Mouse, DoubleClick, Keyboard, Reader };
+    enum class Holder { Mouse, DoubleClick, Keyboard, ScreenReader };
     struct Press {
         int key;
         Holder holder;
@@ -91,24 +94,20 @@ private:
     void begin(int index, Holder holder);
     void end(bool click);
     bool heldByMouse() const;
+    bool reportsDoubleClicks() const;
     void arrange();
     void repaintKey(int index);
-    void announceCursor();
     int markRowHeight() const;
 
     void paintNatural(QPainter& painter, int index) const;
     void paintSharp(QPainter& painter, int index) const;
     void paintCursor(QPainter& painter) const;
 
-    KeyHandler down_;
-    KeyHandler up_;
-    KeyHandler click_;
-    KeyHandler doubleClick_;
     std::array<PianoKey*, kKeys> keys_{};
     std::array<QWidget*, kKeys> rangeMarks_{};
     std::array<bool, kKeys> marked_{};
     std::array<bool, kKeys> rangeMarked_{};
-    QRectF bed_;  ///< what the keys fill
+    QRectF keyArea_;  ///< the rectangle that the keys fill
     std::optional<Press> press_;
     std::optional<int> lastClicked_;
     int cursor_;

@@ -44,10 +44,10 @@ protected:
         const auto log = [this](const char* what) {
             return [this, what](int index) { acts += what + std::to_string(index) + ' '; };
         };
-        keyboard.onKeyDown(log("down"));
-        keyboard.onKeyUp(log("up"));
-        keyboard.onKeyClick(log("click"));
-        keyboard.onKeyDoubleClick(log("double"));
+        QObject::connect(&keyboard, &PianoKeyboard::keyDown, log("down"));
+        QObject::connect(&keyboard, &PianoKeyboard::keyUp, log("up"));
+        QObject::connect(&keyboard, &PianoKeyboard::keyClick, log("click"));
+        QObject::connect(&keyboard, &PianoKeyboard::keyDoubleClick, log("double"));
         keyboard.setParent(&window);
         show({1180, 150});
     }
@@ -151,11 +151,11 @@ TEST_F(PianoKeyboardTest, MouseActsComeInTheOrderOfALabel) {
     mouse(QEvent::MouseButtonRelease, at, Qt::RightButton);
     EXPECT_EQ(taken(), "");
 
-    keyboard.onKeyDoubleClick(nullptr);
+    QObject::disconnect(&keyboard, &PianoKeyboard::keyDoubleClick, nullptr, nullptr);
     click(at);
     secondPress(24);
     EXPECT_EQ(taken(), "down24 up24 click24 down24 up24 click24 ")
-        << "nobody asks for double clicks";
+        << "nobody listens for double clicks";
 }
 
 TEST_F(PianoKeyboardTest, NoKeyStaysDownWhenItsReleaseCannotCome) {

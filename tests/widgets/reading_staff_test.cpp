@@ -32,7 +32,8 @@ struct ReadingStaffTest : testing::Test {
     std::vector<double> presses;
 
     ReadingStaffTest() {
-        ruler.onPressed([this](double twips) { presses.push_back(twips); });
+        QObject::connect(&ruler, &Regolo::pressed,
+                         [this](double twips) { presses.push_back(twips); });
         QPalette palette;
         palette.setColor(QPalette::Base, Qt::white);
         palette.setColor(QPalette::Text, Qt::black);
@@ -187,7 +188,8 @@ TEST_F(ReadingStaffTest, APressBesideANoteChoosesItsStep) {
 TEST_F(ReadingStaffTest, TheStepUnderTheMouseIsReportedWhileItIsThere) {
     std::vector<std::optional<int>> pointed;
     ruler.clearFocus();
-    ruler.onPointed([&](std::optional<int> step) { pointed.push_back(step); });
+    QObject::connect(&ruler, &Regolo::pointed,
+                     [&](std::optional<int> step) { pointed.push_back(step); });
     mouse(QEvent::MouseMove, pictureY(50), Qt::NoButton);
     mouse(QEvent::MouseMove, pictureY(50) + 1, Qt::NoButton);
     mouse(QEvent::MouseMove, pictureY(20), Qt::NoButton);

@@ -124,7 +124,8 @@ void IntervalPanel::connectControls() {
         connect(semitones_[place], &ColourButton::clicked, this,
                 [this, i] { interval_.semitonesClicked(i); });
         connect(markers_[place], &ColourButton::clicked, this, [this, i] { Il_Click(i); });
-        onDoubleClick(*markers_[place], [this, i] { Il_DblClick(i); });
+        connect(new DoubleClick(*markers_[place]), &DoubleClick::doubleClicked, this,
+                [this, i] { Il_DblClick(i); });
     }
 }
 
