@@ -6,6 +6,8 @@
 
 /// Shows a page of the manual in the window's own colours, its pictures no wider than the page.
 class HelpBrowser : public QTextBrowser {
+    Q_OBJECT
+
 public:
     explicit HelpBrowser(QWidget* parent = nullptr);
 

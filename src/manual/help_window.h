@@ -17,6 +17,8 @@ class HelpWindow;
 /// It can be used while a modal window is open, whether that came before it or after, and what is
 /// typed into it plays nothing elsewhere.
 class HelpWindow : public QWidget {
+    Q_OBJECT
+
 public:
     explicit HelpWindow(const QString& folder);
     ~HelpWindow() override;

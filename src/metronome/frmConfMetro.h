@@ -17,6 +17,8 @@ class frmConfMetro;
 /// pulse kinds. Sounds are taken at once, the pattern and its time signature when the window
 /// closes, in whatever way.
 class frmConfMetro : public QDialog {
+    Q_OBJECT
+
 public:
     frmConfMetro(FunzioniMM& funzioniMM, MetronomeState& state, QWidget* parent);
     ~frmConfMetro() override;

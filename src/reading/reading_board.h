@@ -16,6 +16,8 @@ class ReadingBoard;
 
 /// The left half of the drill: the staff and under it the seven answer buttons.
 class ReadingBoard : public QWidget {
+    Q_OBJECT
+
 public:
     explicit ReadingBoard(QWidget* parent = nullptr);
     ~ReadingBoard() override;

@@ -12,6 +12,8 @@ class ReadingControls;
 
 /// The right half of the drill: difficulty, start, counters, speed and the statistics.
 class ReadingControls : public QWidget {
+    Q_OBJECT
+
 public:
     explicit ReadingControls(QWidget* parent = nullptr);
     ~ReadingControls() override;

@@ -7,6 +7,8 @@
 
 /// A note or a rest on a short stave.
 class ValuePicture : public QWidget {
+    Q_OBJECT
+
 public:
     enum class Kind { Note, Rest };
 
@@ -25,6 +27,8 @@ private:
 
 /// Two staves with their clefs and a key signature, as large as there is room.
 class SignatureStaff : public QWidget {
+    Q_OBJECT
+
 public:
     SignatureStaff(const key_signatures::KeySignature& key, QWidget* parent);
 

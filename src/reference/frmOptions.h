@@ -14,6 +14,8 @@ class frmOptions;
 
 /// The reference sheets: note values, keys and intervals, one page at a time.
 class frmOptions : public QDialog {
+    Q_OBJECT
+
 public:
     explicit frmOptions(QWidget* parent);
     ~frmOptions() override;

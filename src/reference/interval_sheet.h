@@ -6,6 +6,8 @@ class QGridLayout;
 
 /// The page of the intervals: a row for each number of semitones, a column for each group.
 class IntervalSheet : public Sheet {
+    Q_OBJECT
+
 public:
     explicit IntervalSheet(QWidget* parent = nullptr);
 

@@ -11,6 +11,8 @@ class QGridLayout;
 /// The page of the keys: a button for each key and one for the degrees, and beside them what the
 /// buttons show.
 class KeySheet : public Sheet {
+    Q_OBJECT
+
 public:
     explicit KeySheet(QWidget* parent = nullptr);
 

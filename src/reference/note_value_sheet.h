@@ -4,6 +4,8 @@
 
 /// The page of the note values: each note with its names, its value and its rest.
 class NoteValueSheet : public Sheet {
+    Q_OBJECT
+
 public:
     explicit NoteValueSheet(QWidget* parent = nullptr);
 };

@@ -6,6 +6,8 @@
 /// blocks for the length of a note, presses queue behind the one that closes a window, and would
 /// start things in it that nobody could stop any more.
 class ClosedWindows : public QObject {
+    Q_OBJECT
+
 public:
     using QObject::QObject;
 

@@ -10,6 +10,8 @@ class frmAbout;
 
 /// The About box.
 class frmAbout : public QDialog {
+    Q_OBJECT
+
 public:
     explicit frmAbout(QWidget* parent);
     ~frmAbout() override;

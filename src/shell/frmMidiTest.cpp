@@ -52,15 +52,13 @@ void frmMidiTest::connectControls() {
 void frmMidiTest::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
     if (!activated_)
-        QMetaObject::invokeMethod(
-            this, [this] { Form_Activate(); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, &frmMidiTest::Form_Activate, Qt::QueuedConnection);
 }
 
 bool frmMidiTest::eventFilter(QObject* target, QEvent* event) {
     if (event->type() == QEvent::MouseButtonRelease &&
         static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton)
-        QMetaObject::invokeMethod(
-            this, [this] { LstMidiDev_Click(); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, &frmMidiTest::LstMidiDev_Click, Qt::QueuedConnection);
     return QDialog::eventFilter(target, event);
 }
 

@@ -15,6 +15,8 @@ class frmMidiTest;
 /// The window that lists the machine's MIDI outputs, opens the one that the user picks for the
 /// rest of the run, and tries it with a note and with any instrument.
 class frmMidiTest : public QDialog {
+    Q_OBJECT
+
 public:
     frmMidiTest(MidiOut& midiOut, FunzioniMM& funzioniMM, QWidget* parent);
     ~frmMidiTest() override;

@@ -5,6 +5,8 @@
 /// Fusion, mended: buttons are alike in every window, the pictures of the message boxes are drawn
 /// in the palette's colours at any scale, and the outlines of boxes can be seen on dark grounds.
 class WindowStyle : public QProxyStyle {
+    Q_OBJECT
+
 public:
     WindowStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
 

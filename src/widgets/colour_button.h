@@ -6,6 +6,8 @@
 
 /// A flat button on a ground of its own colour, which vanishes while the button is held down.
 class ColourButton : public QAbstractButton {
+    Q_OBJECT
+
 public:
     explicit ColourButton(QWidget* parent = nullptr);
 

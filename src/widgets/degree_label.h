@@ -5,6 +5,8 @@
 /// A degree of the scale, as " IV    Sottodominante". The numeral and the name stand in columns in
 /// every font, though the blanks between them are as many as a font of its own would need.
 class DegreeLabel : public QLabel {
+    Q_OBJECT
+
 public:
     explicit DegreeLabel(QWidget* parent = nullptr);
 

@@ -5,6 +5,8 @@
 /// A small square button that opens and closes what stands beside it: "+" on one ground, "-" on
 /// another. Both grounds are light in every theme.
 class KeyButton : public QPushButton {
+    Q_OBJECT
+
 public:
     static constexpr QRgb kClosed = qRgb(255, 128, 128);
     static constexpr QRgb kOpen = qRgb(238, 255, 192);

@@ -9,6 +9,8 @@ class QRectF;
 
 /// A square button with an engraved picture. Checked, it has the highlight colour all over.
 class PictureButton : public QToolButton {
+    Q_OBJECT
+
 public:
     /// Paints within the rectangle in the colour of the painter's pen.
     using Picture = std::function<void(QPainter&, const QRectF&)>;

@@ -6,6 +6,8 @@ class QLayout;
 
 /// A page that looks printed: a light card with its caption as a heading over a rule.
 class Sheet : public QGroupBox {
+    Q_OBJECT
+
 public:
     explicit Sheet(QWidget* parent = nullptr);
 

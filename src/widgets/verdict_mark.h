@@ -6,6 +6,8 @@
 
 /// The small square that says whether the last answer was right; it keeps its place while hidden.
 class VerdictMark : public QWidget {
+    Q_OBJECT
+
 public:
     explicit VerdictMark(QWidget* parent = nullptr);
 

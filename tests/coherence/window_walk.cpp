@@ -67,9 +67,11 @@ std::vector<QWidget*> visibleWidgets(const QWidget& window) {
     return found;
 }
 
-/// Whether the class is the program's own; those have no meta object of their own.
+/// Whether the class is the program's own: one without the toolkit's prefix, or one without a meta
+/// object, which has the class name of its base.
 bool isOwn(const QWidget& widget) {
-    return !QByteArray(typeid(widget).name()).endsWith(widget.metaObject()->className());
+    const QByteArray className = widget.metaObject()->className();
+    return !className.startsWith('Q') || !QByteArray(typeid(widget).name()).endsWith(className);
 }
 
 bool isControl(const QWidget& widget) {

@@ -15,6 +15,8 @@ class ChordPanel;
 /// The frame of the chord exercise: an answer button and a marker for each type, and the
 /// exercise's controls.
 class ChordPanel : public ExercisePanel {
+    Q_OBJECT
+
 public:
     ChordPanel(ChordExercise& exercise, QWidget* parent);
     ~ChordPanel() override;

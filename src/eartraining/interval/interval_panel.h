@@ -15,6 +15,8 @@ class IntervalPanel;
 /// The frame of the interval exercise: a chart with a column for each number of semitones, and the
 /// exercise's controls.
 class IntervalPanel : public ExercisePanel {
+    Q_OBJECT
+
 public:
     IntervalPanel(IntervalExercise& exercise, QWidget* parent);
     ~IntervalPanel() override;

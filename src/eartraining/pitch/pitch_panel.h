@@ -12,6 +12,8 @@ class PitchPanel;
 
 /// The controls of the pitch exercise; its answers come from the keyboard.
 class PitchPanel : public ExercisePanel {
+    Q_OBJECT
+
 public:
     PitchPanel(PitchExercise& exercise, QWidget* parent);
     ~PitchPanel() override;
