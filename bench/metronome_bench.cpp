@@ -11,7 +11,7 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QPushButton>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 #include <cmath>
@@ -170,25 +170,23 @@ void run(int tempo, bool doubled, std::size_t pulses) {
     funzioniMM.MidiOpen(kMidiMapper);
 
     MetronomeState state;
-    Metronome metronome(runtime, funzioniMM, state);
     Host host;
-    frmMetro frame(metronome, funzioniMM, host, &host);
+    frmMetro frame(runtime, funzioniMM, state, host, &host);
     (new QVBoxLayout(&host))->addWidget(&frame);
     host.show();
     frame.mnuMetro_Click();
-    metronome.setTempo(tempo);
+    frame.findChild<QScrollBar*>(QStringLiteral("MetroTempoS"))->setValue(tempo);
     if (doubled)
-        metronome.toggleDoubling();
+        frame.lblX12_Click();
     output.onLast = [&] {
-        QMetaObject::invokeMethod(
-            &host, [&] { metronome.startOrStop(); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(&frame, &frmMetro::cmdSSmetro_Click, Qt::QueuedConnection);
     };
     QCoreApplication::processEvents();
 
     std::printf("tempo %d x%d, %zu pulses\n", tempo, doubled ? 2 : 1, pulses);
     std::fflush(stdout);
     const figures::ProcessorShare share;
-    metronome.startOrStop();
+    frame.cmdSSmetro_Click();
     const double used = share.share();
     report(intervalsOf(output.clicks(), state.MetroPeriod), state.MetroPeriod, used);
 }

@@ -22,11 +22,9 @@ void EarExercise::setStartVisible(bool visible) {
 }
 
 void EarExercise::focusStart() {
-    if (view_)
-        view_->focusStart();
+    context_.focusStart(*this);
 }
 
 void EarExercise::changed() {
-    if (view_)
-        view_->showState();
+    context_.showExercise(*this);
 }

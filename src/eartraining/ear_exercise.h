@@ -5,27 +5,16 @@
 
 class ExerciseContext;
 
-/// What an exercise tells its panel, which shows the exercise's state.
-class ExerciseView {
-public:
-    virtual ~ExerciseView() = default;
-
-    virtual void showState() = 0;
-    virtual void focusStart() = 0;
-};
-
 /// An exercise of the ear-training window, which knows no more of its exercises than this. One of
 /// them is chosen at a time; an exercise runs from its start to its stop.
 class EarExercise {
 public:
-    EarExercise(ExerciseContext& context, ExerciseCode code) : context_(context), code_(code) {}
+    EarExercise(ExerciseContext& context, ExerciseCode code, bool startVisible = true)
+        : context_(context), code_(code), startVisible_(startVisible) {}
     virtual ~EarExercise() = default;
 
     EarExercise(const EarExercise&) = delete;
     EarExercise& operator=(const EarExercise&) = delete;
-
-    /// The view is told of every change from now on; without one nobody looks.
-    void attach(ExerciseView& view) { view_ = &view; }
 
     ExerciseCode code() const { return code_; }
     bool chosen() const { return chosen_; }
@@ -63,8 +52,7 @@ protected:
 private:
     ExerciseContext& context_;
     const ExerciseCode code_;
-    ExerciseView* view_ = nullptr;
     bool chosen_ = false;
     bool running_ = false;
-    bool startVisible_ = true;
+    bool startVisible_;
 };

@@ -34,6 +34,14 @@ void ExerciseContext::judge(bool right, bool alternateColours) {
     view_.announceVerdict(score_);
 }
 
+void ExerciseContext::showExercise(const EarExercise& exercise) {
+    view_.showExercise(exercise);
+}
+
+void ExerciseContext::focusStart(const EarExercise& exercise) {
+    view_.focusStart(exercise);
+}
+
 void ExerciseContext::noteOn(pitch::NoteNumber note) {
     funzioniMM_.NoteOn(FunzioniMM::kMelodyChannel, note, kVelocity);
 }

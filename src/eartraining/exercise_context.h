@@ -5,6 +5,7 @@
 #include "eartraining/score.h"
 
 class Dialogs;
+class EarExercise;
 class EarTrainingView;
 class FunzioniMM;
 class Runtime;
@@ -26,6 +27,9 @@ public:
     void resetScore();
     /// Counts an answer; the colours of the counters alternate only in the pitch exercise.
     void judge(bool right, bool alternateColours = false);
+
+    void showExercise(const EarExercise& exercise);
+    void focusStart(const EarExercise& exercise);
 
     /// Notes on the melody channel, from the keyboards as in the exercises.
     void noteOn(pitch::NoteNumber note);

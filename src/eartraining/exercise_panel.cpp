@@ -19,9 +19,7 @@ QColor promptColour(const QPalette& palette) {
 }
 
 ExercisePanel::ExercisePanel(EarExercise& exercise, MenuItem menuItem, QWidget* parent)
-    : QGroupBox(parent), exercise_(exercise), menuItem_(std::move(menuItem)) {
-    exercise_.attach(*this);
-}
+    : QGroupBox(parent), exercise_(exercise), menuItem_(std::move(menuItem)) {}
 
 void ExercisePanel::setStartButton(QPushButton& button) {
     startButton_ = &button;

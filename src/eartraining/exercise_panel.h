@@ -12,9 +12,12 @@ struct Exercises;
 /// The colour of the prompt, which the start button of a running exercise takes as well.
 QColor promptColour(const QPalette& palette);
 
-/// The controls of an exercise. The panel is to be seen as the exercise says, and so is the start
-/// button, which reads "Stop" while the exercise runs; a derived panel shows what else there is.
-class ExercisePanel : public QGroupBox, private ExerciseView {
+/// The controls of an exercise. The exercise says whether the panel and its start button are
+/// visible; the button reads "Stop" while the exercise runs. A derived panel shows what else there
+/// is.
+class ExercisePanel : public QGroupBox {
+    Q_OBJECT
+
 public:
     /// The exercise's item in the window's menu.
     struct MenuItem {
@@ -27,13 +30,14 @@ public:
     EarExercise& exercise() const { return exercise_; }
     const MenuItem& menuItem() const { return menuItem_; }
 
+    virtual void showState();
+    void focusStart();
+
 protected:
     /// To be called once, by the constructor, with the button of the form.
     void setStartButton(QPushButton& button);
-    void showState() override;
 
 private:
-    void focusStart() override;
     void showRunning(bool running);
 
     EarExercise& exercise_;

@@ -1,5 +1,6 @@
 #include "eartraining/frmInto.h"
 
+#include "core/funzioni_mm.h"
 #include "core/instruments.h"
 #include "core/services.h"
 #include "eartraining/ear_training_state.h"
@@ -37,13 +38,13 @@ void addItem(QMenu& menu, const char* name, const QString& text, std::function<v
 frmInto::frmInto(const Services& services, EarTrainingState& state, QWidget* parent)
     : QDialog(parent),
       ui_(std::make_unique<Ui::frmInto>()),
+      funzioniMM_(services.funzioniMM),
       ear_(services.runtime, services.funzioniMM, services.dialogs, state, *this) {
     ui_->setupUi(this);
     resize(size().boundedTo(appearance::roomOnScreen(*this).size()));
     stylePrompt(*ui_->lblStep);
     appearance::keepPlace(*ui_->cmdEsci);
     ui_->keyboard->showRangeMarks(true);
-    ui_->Fr1->attach(services.funzioniMM);
     addPanels();
     orderTabs();
     buildMenus();
@@ -100,11 +101,11 @@ void frmInto::buildMenus() {
     QMenu* instrument = bar->addMenu(UserText::tr("Strumento"));
     instrument->setObjectName(QStringLiteral("strumento"));
     addItem(*instrument, "mnuPiano", UserText::tr("Pianoforte"),
-            [this] { ui_->Fr1->choose(instruments::kPianoforte); });
+            [this] { chooseInstrument(instruments::kPianoforte); });
     addItem(*instrument, "mnuOrgano", UserText::tr("Organo"),
-            [this] { ui_->Fr1->choose(instruments::kOrgano); });
+            [this] { chooseInstrument(instruments::kOrgano); });
     addItem(*instrument, "mnuSs", UserText::tr("Scegli strumento ..."),
-            [this] { ui_->Fr1->mnuSs_Click(); });
+            [this] { mnuSs_Click(); });
 }
 
 void frmInto::connectControls() {
@@ -118,14 +119,14 @@ void frmInto::connectControls() {
             [this](int key) { ear_.keyClicked(static_cast<pitch::NoteIndex>(key)); });
     connect(new MiddleCPatch(keyboard), &MiddleCPatch::doubleClicked, this, cycleOctave);
     connect(ui_->score, &ScorePanel::percentageDoubleClicked, this, cycleOctave);
+    connect(ui_->Fr1, &InstrumentFrame::programChosen, this, &frmInto::chooseInstrument);
     connect(ui_->cmdEsci, &QPushButton::clicked, this, &QDialog::reject);
 }
 
 void frmInto::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
     if (!activated_)
-        QMetaObject::invokeMethod(
-            this, [this] { Form_Activate(); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, &frmInto::Form_Activate, Qt::QueuedConnection);
 }
 
 void frmInto::Form_Activate() {
@@ -145,6 +146,21 @@ void frmInto::choose(EarExercise& exercise) {
     ear_.choose(exercise);
 }
 
+void frmInto::chooseInstrument(int program) {
+    funzioniMM_.chooseInstrument(program);
+    ui_->Fr1->showProgram(funzioniMM_.currentInstrument());
+}
+
+void frmInto::mnuSs_Click() {
+    ui_->Fr1->open(funzioniMM_.currentInstrument());
+}
+
+ExercisePanel& frmInto::panelOf(const EarExercise& exercise) const {
+    return **std::find_if(panels_.begin(), panels_.end(), [&exercise](const ExercisePanel* panel) {
+        return &panel->exercise() == &exercise;
+    });
+}
+
 /// The exercise's number, for what will be told of it elsewhere, as a help topic.
 void frmInto::showContext(ExerciseCode exercise) {
     setProperty("contextNumber", static_cast<int>(exercise));
@@ -161,6 +177,14 @@ void frmInto::showScore(const Score& score) {
 
 void frmInto::announceVerdict(const Score& score) {
     ui_->score->announceVerdict(score);
+}
+
+void frmInto::showExercise(const EarExercise& exercise) {
+    panelOf(exercise).showState();
+}
+
+void frmInto::focusStart(const EarExercise& exercise) {
+    panelOf(exercise).focusStart();
 }
 
 void frmInto::showKey(pitch::NoteIndex key, bool pressed) {

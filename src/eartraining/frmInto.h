@@ -20,6 +20,8 @@ class frmInto;
 /// The ear-training window: a prompt and a score, the exercise that was chosen, and the piano
 /// keyboard that serves them all. It cannot be closed while an exercise runs.
 class frmInto : public QDialog, private EarTrainingView {
+    Q_OBJECT
+
 public:
     frmInto(const Services& services, EarTrainingState& state, QWidget* parent);
     ~frmInto() override;
@@ -37,11 +39,16 @@ private:
     void connectControls();
     void orderTabs();
     void choose(EarExercise& exercise);
+    void chooseInstrument(int program);
+    void mnuSs_Click();
+    ExercisePanel& panelOf(const EarExercise& exercise) const;
     void showContext(ExerciseCode exercise);
 
     void showPrompt(const EarPrompt& prompt) override;
     void showScore(const Score& score) override;
     void announceVerdict(const Score& score) override;
+    void showExercise(const EarExercise& exercise) override;
+    void focusStart(const EarExercise& exercise) override;
     void showKey(pitch::NoteIndex key, bool pressed) override;
     void showRangeMark(pitch::NoteIndex key, bool on) override;
     void clearRangeMarks() override;
@@ -49,6 +56,7 @@ private:
     void enableExerciseMenu(bool on) override;
 
     std::unique_ptr<Ui::frmInto> ui_;
+    FunzioniMM& funzioniMM_;
     EarTraining ear_;
     std::vector<ExercisePanel*> panels_;
     QMenu* exercises_ = nullptr;  ///< `Esercizio`

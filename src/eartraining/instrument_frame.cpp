@@ -1,6 +1,5 @@
 #include "eartraining/instrument_frame.h"
 
-#include "core/funzioni_mm.h"
 #include "core/instruments.h"
 #include "ui_instrument_frame.h"
 
@@ -23,34 +22,21 @@ InstrumentFrame::InstrumentFrame(QWidget* parent)
     : QGroupBox(parent), ui_(std::make_unique<Ui::InstrumentFrame>()) {
     ui_->setupUi(this);
     ui_->lblInstr->setMinimumWidth(widestCaption(ui_->lblInstr->fontMetrics()));
+    connect(ui_->InstrS, &QSlider::valueChanged, this, &InstrumentFrame::programChosen);
+    connect(ui_->cmdOk, &QPushButton::clicked, this, &QWidget::hide);
     hide();
 }
 
 InstrumentFrame::~InstrumentFrame() = default;
 
-void InstrumentFrame::attach(FunzioniMM& funzioniMM) {
-    funzioniMM_ = &funzioniMM;
-    connect(ui_->InstrS, &QSlider::valueChanged, this, &InstrumentFrame::InstrS_Change);
-    connect(ui_->cmdOk, &QPushButton::clicked, this, &QWidget::hide);
-}
-
-void InstrumentFrame::mnuSs_Click() {
+void InstrumentFrame::open(int program) {
     show();
-    showInstrument();
+    showProgram(program);
     ui_->InstrS->setFocus();
 }
 
-void InstrumentFrame::choose(int program) {
-    funzioniMM_->chooseInstrument(program);
-    showInstrument();
-}
-
-void InstrumentFrame::InstrS_Change() {
-    choose(ui_->InstrS->value());
-}
-
-void InstrumentFrame::showInstrument() {
+void InstrumentFrame::showProgram(int program) {
     const QSignalBlocker silent(ui_->InstrS);
-    ui_->InstrS->setValue(funzioniMM_->currentInstrument());
-    ui_->lblInstr->setText(instruments::caption(funzioniMM_->currentInstrument()));
+    ui_->InstrS->setValue(program);
+    ui_->lblInstr->setText(instruments::caption(program));
 }

@@ -4,29 +4,26 @@
 
 #include <memory>
 
-class FunzioniMM;
-
 namespace Ui {
 class InstrumentFrame;
 }
 
-/// The frame `Fr1`, in which any of the 128 instruments can be chosen.
+/// The frame `Fr1`, in which any of the 128 instruments can be chosen; hidden until it is opened.
 class InstrumentFrame : public QGroupBox {
+    Q_OBJECT
+
 public:
     explicit InstrumentFrame(QWidget* parent = nullptr);
     ~InstrumentFrame() override;
 
-    void attach(FunzioniMM& funzioniMM);
+    /// Shows the frame with an instrument and gives the focus to the slider.
+    void open(int program);
+    /// Shows an instrument, without the signal that it was chosen.
+    void showProgram(int program);
 
-    /// Shows the frame with the current instrument.
-    void mnuSs_Click();
-    /// Chooses an instrument, whether the frame is to be seen or not.
-    void choose(int program);
+Q_SIGNALS:
+    void programChosen(int program);
 
 private:
-    void InstrS_Change();
-    void showInstrument();
-
     std::unique_ptr<Ui::InstrumentFrame> ui_;
-    FunzioniMM* funzioniMM_ = nullptr;
 };

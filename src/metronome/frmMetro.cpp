@@ -23,13 +23,14 @@ void takeColours(QWidget& widget, const QWidget& source) {
 
 }  // namespace
 
-frmMetro::frmMetro(Metronome& metronome, FunzioniMM& funzioniMM, MetronomeHost& host,
-                   QWidget* parent)
+frmMetro::frmMetro(Runtime& runtime, FunzioniMM& funzioniMM, MetronomeState& state,
+                   MetronomeHost& host, QWidget* parent)
     : QGroupBox(parent),
       ui_(std::make_unique<Ui::frmMetro>()),
-      metronome_(metronome),
       funzioniMM_(funzioniMM),
-      host_(host) {
+      state_(state),
+      host_(host),
+      metronome_(runtime, funzioniMM, state, *this) {
     ui_->setupUi(this);
     appearance::enlargeText(*ui_->lblTempo, kTempoTextScale);
     for (QWidget* label : {ui_->lblTs, ui_->lblX12})
@@ -37,7 +38,7 @@ frmMetro::frmMetro(Metronome& metronome, FunzioniMM& funzioniMM, MetronomeHost& 
     for (QToolButton* label : {ui_->lblTs, ui_->lblX12, ui_->lblCloseMetro})
         makeLabelButton(*label, palette().color(QPalette::Link));
     connectControls();
-    metronome_.attach(*this);
+    metronome_.load();
     showTempo();
     hide();
 }
@@ -66,7 +67,7 @@ bool frmMetro::eventFilter(QObject* target, QEvent* event) {
         appearance::tintWithFocus(*bar);
     // While the metronome beats, the release of a mouse button waits for the next pulse but timers
     // do not: a short click on a bar's arrow would repeat itself until then.
-    return bar && event->type() == QEvent::Timer && metronome_.state().MetroRunning;
+    return bar && event->type() == QEvent::Timer && state_.MetroRunning;
 }
 
 void frmMetro::mnuMetro_Click() {
@@ -101,7 +102,7 @@ void frmMetro::MetroVol_Scroll() {
 }
 
 void frmMetro::cmdSetup_Click() {
-    frmConfMetro(funzioniMM_, metronome_.state(), this).exec();
+    frmConfMetro(funzioniMM_, state_, this).exec();
 }
 
 void frmMetro::lblCloseMetro_Click() {

@@ -12,10 +12,13 @@ namespace Ui {
 class frmMetro;
 }
 
-/// The metronome's frame on the main window; hidden until it is asked for.
+/// The metronome's frame on the main window, with the metronome; hidden until the user opens it.
 class frmMetro : public QGroupBox, private MetronomeView {
+    Q_OBJECT
+
 public:
-    frmMetro(Metronome& metronome, FunzioniMM& funzioniMM, MetronomeHost& host, QWidget* parent);
+    frmMetro(Runtime& runtime, FunzioniMM& funzioniMM, MetronomeState& state, MetronomeHost& host,
+             QWidget* parent);
     ~frmMetro() override;
 
     /// Shows the frame and gives the focus to the start button.
@@ -48,7 +51,8 @@ private:
     void lightLamp(int lamp, pulse_pattern::Colour colour) override;
 
     std::unique_ptr<Ui::frmMetro> ui_;
-    Metronome& metronome_;
     FunzioniMM& funzioniMM_;
+    MetronomeState& state_;
     MetronomeHost& host_;
+    Metronome metronome_;
 };

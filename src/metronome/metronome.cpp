@@ -10,13 +10,13 @@ constexpr double kDarkSeconds = 0.1;
 
 }  // namespace
 
-Metronome::Metronome(Runtime& runtime, FunzioniMM& funzioniMM, MetronomeState& state)
-    : runtime_(runtime), funzioniMM_(funzioniMM), state_(state) {}
+Metronome::Metronome(Runtime& runtime, FunzioniMM& funzioniMM, MetronomeState& state,
+                     MetronomeView& view)
+    : runtime_(runtime), funzioniMM_(funzioniMM), state_(state), view_(view) {}
 
-void Metronome::attach(MetronomeView& view) {
-    view_ = &view;
+void Metronome::load() {
     showTimeSignature(state_.MetroTimeSig);
-    view_->showLamps(static_cast<int>(state_.MetroPattern.size()));
+    view_.showLamps(static_cast<int>(state_.MetroPattern.size()));
 }
 
 void Metronome::startOrStop() {
@@ -32,13 +32,13 @@ void Metronome::start() {
     if (unended_ != 0)
         end();
     state_.MetroRunning = true;
-    view_->metronomeStarted();
+    view_.metronomeStarted();
     beat();
 }
 
 void Metronome::stop() {
     state_.MetroRunning = false;
-    view_->metronomeStopped();
+    view_.metronomeStopped();
 }
 
 /// From one start to its stop.
@@ -46,7 +46,7 @@ void Metronome::beat() {
     const int run = unended_ = ++run_;
     const QString pattern = state_.MetroPattern;
     showTimeSignature(state_.MetroTimeSig);
-    view_->showLamps(static_cast<int>(pattern.size()));
+    view_.showLamps(static_cast<int>(pattern.size()));
 
     for (int i = 0; letEventsRun(run); i = (i + 1) % static_cast<int>(pattern.size())) {
         state_.takePulse(pattern[i]);
@@ -62,7 +62,7 @@ void Metronome::end() {
     unended_ = 0;
     for (const std::int16_t note : {state_.MetroNoteA, state_.MetroNoteB, state_.MetroNoteC})
         funzioniMM_.NoteOff(FunzioniMM::kPercussionChannel, note);
-    view_->darkenLamps();
+    view_.darkenLamps();
 }
 
 /// The pulse's one pass of events; whether the run is to go on. Without an output nothing is to be
@@ -88,14 +88,14 @@ bool Metronome::beating(int run) const {
 void Metronome::playPulse(int lamp, int run) {
     funzioniMM_.WaitSeconds(state_.MetroPeriod - kDarkSeconds);
     funzioniMM_.ResetOutput();
-    view_->darkenLamps();
+    view_.darkenLamps();
     funzioniMM_.WaitSeconds(kDarkSeconds);
     if (!beating(run))
         return;
-    view_->lightLamp(lamp, state_.MetroPulseColour);
+    view_.lightLamp(lamp, state_.MetroPulseColour);
     funzioniMM_.NoteOn(FunzioniMM::kPercussionChannel, state_.MetroPulseNote, state_.MetroVolume);
     if (!funzioniMM_.outputOpen())
-        view_->darkenLamps();
+        view_.darkenLamps();
 }
 
 void Metronome::stepTimeSignature() {
@@ -105,7 +105,7 @@ void Metronome::stepTimeSignature() {
     state_.MetroTimeSig = next.timeSig;
     state_.MetroPattern = next.pattern;
     showTimeSignature(state_.MetroTimeSig);
-    view_->showLamps(static_cast<int>(state_.MetroPattern.size()));
+    view_.showLamps(static_cast<int>(state_.MetroPattern.size()));
 }
 
 void Metronome::setTempo(int beatsPerMinute) {
@@ -124,5 +124,5 @@ void Metronome::setVolume(int velocity) {
 
 void Metronome::showTimeSignature(const QString& timeSig) {
     shownTimeSig_ = timeSig;
-    view_->showTimeSignature(timeSig);
+    view_.showTimeSignature(timeSig);
 }

@@ -26,12 +26,11 @@ public:
 /// a nested call stops it, and a changed tempo, doubling or volume is taken at that very pulse.
 class Metronome {
 public:
-    Metronome(Runtime& runtime, FunzioniMM& funzioniMM, MetronomeState& state);
+    /// The view is not used before `load`.
+    Metronome(Runtime& runtime, FunzioniMM& funzioniMM, MetronomeState& state, MetronomeView& view);
 
-    /// Shows the view what there is to show before the first start.
-    void attach(MetronomeView& view);
-
-    MetronomeState& state() { return state_; }
+    /// Gives the view what it shows before the first start.
+    void load();
 
     /// Stops a running metronome. Starts a stopped one and returns when it has stopped again, also
     /// if it is called from within the pass of an earlier start.
@@ -63,7 +62,7 @@ private:
     Runtime& runtime_;
     FunzioniMM& funzioniMM_;
     MetronomeState& state_;
-    MetronomeView* view_ = nullptr;
+    MetronomeView& view_;
 
     int tempo_ = 60;
     QString shownTimeSig_;  ///< can lag behind the state until the next start

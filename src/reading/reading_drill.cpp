@@ -24,13 +24,13 @@ bool takesTyping(const QWidget& widget) {
 
 }  // namespace
 
-ReadingDrill::ReadingDrill(ReadingSession& session, ReadingBoard& board, ReadingControls& controls)
-    : session_(session), board_(board), controls_(controls) {
-    session_.attach(*this);
+ReadingDrill::ReadingDrill(Runtime& runtime, FunzioniMM& funzioniMM, const QString& noteFolder,
+                           ReadingBoard& board, ReadingControls& controls)
+    : session_(runtime, funzioniMM, noteFolder, *this), board_(board), controls_(controls) {
     auto& ui = controls_.ui();
-    connect(ui.Start, &QPushButton::clicked, this, [this] { Start_Click(); });
-    connect(ui.Slider1, &QSlider::valueChanged, this, [this] { Slider1_Change(); });
-    connect(ui.difficolt, &QComboBox::activated, this, [this] { difficolt_Click(); });
+    connect(ui.Start, &QPushButton::clicked, this, &ReadingDrill::Start_Click);
+    connect(ui.Slider1, &QSlider::valueChanged, this, &ReadingDrill::Slider1_Change);
+    connect(ui.difficolt, &QComboBox::activated, this, &ReadingDrill::difficolt_Click);
     connect(&board_.staff().ruler(), &Regolo::pressed, this, &ReadingDrill::Regolo_MouseDown);
     for (int degree = 0; degree < pitch::kDegrees; ++degree) {
         connect(board_.answerButtons()[static_cast<std::size_t>(degree)], &QPushButton::clicked,

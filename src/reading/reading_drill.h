@@ -9,15 +9,19 @@ class QWidget;
 class ReadingBoard;
 class ReadingControls;
 
-/// The drill's handlers: it translates what the user does on the two halves of the drill into the
-/// session and shows what the session says.
-class ReadingDrill : public QObject, public ReadingDisplay {
+/// The handlers of the reading drill: it owns the session, hands on to it what the user does on the
+/// two halves of the drill, and shows what the session says.
+class ReadingDrill : public QObject, private ReadingDisplay {
+    Q_OBJECT
+
 public:
     /// Puts the controls into their idle state.
-    ReadingDrill(ReadingSession& session, ReadingBoard& board, ReadingControls& controls);
+    ReadingDrill(Runtime& runtime, FunzioniMM& funzioniMM, const QString& noteFolder,
+                 ReadingBoard& board, ReadingControls& controls);
 
     void nameAnswers(pitch::AnswerNames style);
     void chooseMode(ReadingMode mode);
+    void answerWithNote(bool on) { session_.setAnswerWithNote(on); }
 
     /// Lets `Start` be pressed or not, as far as the chosen range allows it.
     void enableStart(bool on);
@@ -28,22 +32,22 @@ public:
     void difficolt_Click();
     void Regolo_MouseDown(double y);
 
-    void showNote(int step) override;
-    void Nascondinote() override;
-    void showCounts(int conta, int er) override;
-    void sessionStarted() override;
-    void sessionStopped(const ReadingStatistics& statistics) override;
-
 protected:
     /// Hands the answer keys to the session, whichever control of the drill has the focus. A key
     /// that answers does nothing else in the window.
     bool eventFilter(QObject* target, QEvent* event) override;
 
 private:
+    void showNote(int step) override;
+    void Nascondinote() override;
+    void showCounts(int conta, int er) override;
+    void sessionStarted() override;
+    void sessionStopped(const ReadingStatistics& statistics) override;
+
     bool takesKey(const QWidget& focus, const QKeyEvent& key);
     void showRange();
 
-    ReadingSession& session_;
+    ReadingSession session_;
     ReadingBoard& board_;
     ReadingControls& controls_;
     pitch::AnswerNames names_ = pitch::AnswerNames::Syllables;

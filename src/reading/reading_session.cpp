@@ -13,12 +13,16 @@ const QLatin1String kWrongSound("rko.wav");
 
 }  // namespace
 
-ReadingSession::ReadingSession(Runtime& runtime, FunzioniMM& funzioniMM, QString noteFolder)
-    : runtime_(runtime), funzioniMM_(funzioniMM), noteFolder_(std::move(noteFolder)) {}
+ReadingSession::ReadingSession(Runtime& runtime, FunzioniMM& funzioniMM, QString noteFolder,
+                               ReadingDisplay& display)
+    : runtime_(runtime),
+      funzioniMM_(funzioniMM),
+      noteFolder_(std::move(noteFolder)),
+      display_(display) {}
 
 void ReadingSession::chooseDifficulty(std::size_t item) {
     stepRange_.chooseItem(item);
-    display_->Nascondinote();
+    display_.Nascondinote();
     if (running_ && !automaticLoop_)
         Mostranota();
 }
@@ -34,7 +38,7 @@ void ReadingSession::start() {
     startTime_ = runtime_.dateTime();
     running_ = true;
     stepRange_.forgetClicks();
-    display_->sessionStarted();
+    display_.sessionStarted();
     showCounts();
     if (mode_ == ReadingMode::Normale)
         Mostranota();
@@ -72,9 +76,9 @@ void ReadingSession::checkAnswer(bool right) {
 }
 
 void ReadingSession::Mostranota() {
-    display_->Nascondinote();
+    display_.Nascondinote();
     stepOnShow_ = drawStep();
-    display_->showNote(stepOnShow_);
+    display_.showNote(stepOnShow_);
 }
 
 int ReadingSession::drawStep() {
@@ -154,11 +158,11 @@ void ReadingSession::judgePolled(bool ofNote, bool freshlyPressed) {
 
 void ReadingSession::finish() {
     funzioniMM_.PlayNoteIndex(FunzioniMM::kSilence);
-    display_->Nascondinote();
+    display_.Nascondinote();
     const std::int64_t seconds = std::max<qint64>(0, startTime_.secsTo(runtime_.dateTime()));
-    display_->sessionStopped({mode_, correct_, wrong_, shown_, seconds});
+    display_.sessionStopped({mode_, correct_, wrong_, shown_, seconds});
 }
 
 void ReadingSession::showCounts() {
-    display_->showCounts(conta_, wrong_);
+    display_.showCounts(conta_, wrong_);
 }

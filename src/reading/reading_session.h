@@ -32,10 +32,9 @@ public:
 /// holds it.
 class ReadingSession {
 public:
-    /// `noteFolder` ends with a backslash.
-    ReadingSession(Runtime& runtime, FunzioniMM& funzioniMM, QString noteFolder);
-
-    void attach(ReadingDisplay& display) { display_ = &display; }
+    /// `noteFolder` ends with a backslash. The display is used from the first start on.
+    ReadingSession(Runtime& runtime, FunzioniMM& funzioniMM, QString noteFolder,
+                   ReadingDisplay& display);
 
     ReadingMode mode() const { return mode_; }
     void setMode(ReadingMode mode) { mode_ = mode; }
@@ -45,7 +44,6 @@ public:
 
     /// Notes per minute, above 0.
     void setSpeed(int notesPerMinute) { period_ = 60.0 / notesPerMinute; }
-    double period() const { return period_; }
 
     /// Takes the range of a difficulty item; the note on show gives way to one of that range.
     void chooseDifficulty(std::size_t item);
@@ -85,7 +83,7 @@ private:
     Runtime& runtime_;
     FunzioniMM& funzioniMM_;
     QString noteFolder_;
-    ReadingDisplay* display_ = nullptr;
+    ReadingDisplay& display_;
 
     ReadingMode mode_ = ReadingMode::Normale;
     StepRangeChoice stepRange_;

@@ -28,9 +28,6 @@ constexpr int kStatusIndent = 12;
 MainWindow::MainWindow(const Services& services)
     : services_(services),
       ui_(std::make_unique<Ui::MainWindow>()),
-      reading_(services.runtime, services.funzioniMM,
-               start_up::noteFolder(services.folders.programFolder())),
-      metronome_(services.runtime, services.funzioniMM, metronomeState_),
       noteFolder_(start_up::noteFolder(services.folders.programFolder())),
       helpFile_(start_up::helpFile(services.folders.programFolder())),
       status_(new QLabel) {
@@ -38,8 +35,10 @@ MainWindow::MainWindow(const Services& services)
     resize(size().boundedTo(appearance::roomOnScreen(*this).size()));
     status_->setContentsMargins(kStatusIndent, 0, 0, 2);
     ui_->statusBar->addWidget(status_, 1);
-    drill_ = std::make_unique<ReadingDrill>(reading_, *ui_->board, *ui_->controls);
-    metronomeFrame_ = new frmMetro(metronome_, services_.funzioniMM, *this, ui_->centre);
+    drill_ = std::make_unique<ReadingDrill>(services_.runtime, services_.funzioniMM, noteFolder_,
+                                            *ui_->board, *ui_->controls);
+    metronomeFrame_ =
+        new frmMetro(services_.runtime, services_.funzioniMM, metronomeState_, *this, ui_->centre);
     ui_->rightColumn->insertWidget(ui_->rightColumn->indexOf(ui_->cmdEsci) - 1, metronomeFrame_);
     setTabOrder(&metronomeFrame_->lastControl(), ui_->cmdEsci);
     connectMenu();
@@ -85,7 +84,6 @@ void MainWindow::connectMenu() {
 }
 
 void MainWindow::Form_Load() {
-    reading_.setMode(ReadingMode::Normale);
     services_.funzioniMM.onChange([this] { showStatus(); });
     services_.funzioniMM.setCurrentInstrument(instruments::kOrgano);
 }
@@ -174,12 +172,12 @@ void MainWindow::Nominote2_Click() {
 }
 
 void MainWindow::Suono1_Click() {
-    reading_.setAnswerWithNote(false);
+    drill_->answerWithNote(false);
     ui_->Suono1->setChecked(true);
 }
 
 void MainWindow::Suono2_Click() {
-    reading_.setAnswerWithNote(true);
+    drill_->answerWithNote(true);
     ui_->Suono1->setChecked(false);
 }
 

@@ -3,10 +3,8 @@
 #include "core/pitch.h"
 #include "core/services.h"
 #include "eartraining/ear_training_state.h"
-#include "metronome/metronome.h"
 #include "metronome/metronome_host.h"
 #include "metronome/metronome_state.h"
-#include "reading/reading_session.h"
 #include "shell/help_key.h"
 #include "shell/start_up.h"
 
@@ -27,6 +25,8 @@ class MainWindow;
 /// the menu that opens every other window; closing it ends the program, but is refused while the
 /// metronome beats.
 class MainWindow : public QMainWindow, private StartUpView, private MetronomeHost {
+    Q_OBJECT
+
 public:
     explicit MainWindow(const Services& services);
     ~MainWindow() override;
@@ -75,11 +75,9 @@ private:
 
     Services services_;
     std::unique_ptr<Ui::MainWindow> ui_;
-    ReadingSession reading_;
     std::unique_ptr<ReadingDrill> drill_;
     EarTrainingState earTraining_;
     MetronomeState metronomeState_;
-    Metronome metronome_;
     frmMetro* metronomeFrame_;
     QString noteFolder_;
     QString helpFile_;

@@ -27,6 +27,8 @@ public:
     void announceVerdict(const Score& now) override {
         verdicts.push_back(now.lastVerdict() == Score::Verdict::Right);
     }
+    void showExercise(const EarExercise& /*exercise*/) override {}
+    void focusStart(const EarExercise& /*exercise*/) override {}
     void showKey(pitch::NoteIndex key, bool pressed) override { put(keys, key, pressed); }
     void showRangeMark(pitch::NoteIndex key, bool on) override { put(marks, key, on); }
     void clearRangeMarks() override { marks.clear(); }

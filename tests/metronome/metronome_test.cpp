@@ -44,12 +44,12 @@ Lines linesWith(Lines lines, const std::string& what) {
 struct MetronomeTest : testing::Test {
     TestWorld world;
     MetronomeState state;
-    Metronome metronome{world.runtime, world.funzioniMM, state};
     Trace trace{world.midi};
+    Metronome metronome{world.runtime, world.funzioniMM, state, trace};
 
     MetronomeTest() {
         world.openOutput();
-        metronome.attach(trace);
+        metronome.load();
         world.midi.take();
     }
 

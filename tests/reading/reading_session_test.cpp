@@ -37,12 +37,9 @@ public:
 struct ReadingSessionTest : testing::Test {
     TestWorld world;
     DisplayRecorder display;
-    ReadingSession session{world.runtime, world.funzioniMM, "C:\\note\\"};
+    ReadingSession session{world.runtime, world.funzioniMM, "C:\\note\\", display};
 
-    void SetUp() override {
-        world.openOutput();
-        session.attach(display);
-    }
+    void SetUp() override { world.openOutput(); }
 
     /// Numbers that make the draws of the first difficulty item (steps 43..53) give these steps.
     void willShow(std::initializer_list<int> steps) {

@@ -44,7 +44,6 @@ public:
     /// What was to come after the end does not come any more.
     void forgetActs() { acts_.clear(); }
 
-    std::size_t actsLeft() const { return acts_.size(); }
     int passes() const { return passes_; }
 
     Instant now() const override { return now_; }

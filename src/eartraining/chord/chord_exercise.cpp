@@ -13,9 +13,7 @@ constexpr double kSilenceSeconds = 0.3;
 }  // namespace
 
 ChordExercise::ChordExercise(ExerciseContext& context, chord_types::Notes& chord)
-    : EarExercise(context, ExerciseCode::Chord), chord_(chord) {
-    setStartVisible(false);
-}
+    : EarExercise(context, ExerciseCode::Chord, false), chord_(chord) {}
 
 void ChordExercise::enter() {
     range_.clear();

@@ -13,9 +13,8 @@ constexpr double kGapSeconds = 0.1;
 }  // namespace
 
 PitchExercise::PitchExercise(ExerciseContext& context)
-    : EarExercise(context, ExerciseCode::Pitch), range_(context.funzioniMM()) {
+    : EarExercise(context, ExerciseCode::Pitch, false), range_(context.funzioniMM()) {
     context.funzioniMM().setAutoSilence(false);
-    setStartVisible(false);
 }
 
 bool PitchExercise::withReference() const {
