@@ -6,6 +6,7 @@
 #include "widgets/appearance.h"
 #include "widgets/double_click.h"
 #include "widgets/label_button.h"
+#include "widgets/panel_text.h"
 
 namespace {
 
@@ -34,8 +35,7 @@ ScorePanel::ScorePanel(QWidget* parent) : QWidget(parent), ui_(std::make_unique<
     makeLabelButton(*ui_->lblPerc, palette().color(QPalette::WindowText));
     clickByDoubleClick(*ui_->lblPerc);
     connect(ui_->lblPerc, &QToolButton::clicked, this, &ScorePanel::percentageDoubleClicked);
-    ui_->lblPerc->setMinimumWidth(
-        ui_->lblPerc->fontMetrics().horizontalAdvance(QStringLiteral("100.00%")) + 12);
+    panel_text::reserve(*ui_->lblPerc, QStringLiteral("100.00%"));
     ui_->lblOk->setMark(Mark::Tick, ear_colours::kRightIndicator);
     ui_->lblKo->setMark(Mark::Cross, ear_colours::kWrongIndicator);
     ui_->lblOk->hide();

@@ -6,6 +6,7 @@
 #include "ui_frmConfMetro.h"
 #include "widgets/appearance.h"
 #include "widgets/label_button.h"
+#include "widgets/panel_text.h"
 
 #include <QKeyEvent>
 
@@ -33,20 +34,18 @@ void fill(QComboBox& list, const Notes& notes, int chosen) {
     list.setCurrentIndex(chosen);
 }
 
-/// The name below the list says what the chosen note sounds. Answers how wide a name can be.
-int nameSound(QComboBox& list, QLabel& name) {
-    int widest = 0;
-    for (int i = 0; i < list.count(); ++i) {
-        name.setText(list.itemData(i, Qt::ToolTipRole).toString());
-        widest = std::max(widest, name.sizeHint().width());
-    }
+/// The name below the list says what the chosen note sounds.
+void nameSound(QComboBox& list, QLabel& name) {
+    QStringList names;
+    for (int i = 0; i < list.count(); ++i)
+        names << list.itemData(i, Qt::ToolTipRole).toString();
+    panel_text::reserveWidest(name, names);
     const auto show = [&list, &name] {
         name.setText(list.currentData(Qt::ToolTipRole).toString());
         list.setAccessibleDescription(name.text());
     };
     QObject::connect(&list, &QComboBox::currentIndexChanged, &name, show);
     show();
-    return widest;
 }
 
 void makeLetter(QToolButton& letter, QRgb colour) {
@@ -84,10 +83,14 @@ void frmConfMetro::Form_Load() {
     fill(*ui_->InstrA, custom_sequence::kSoundsA, state_.MetroSoundIndexA);
     fill(*ui_->InstrB1, custom_sequence::kSoundsB, state_.MetroSoundIndexB);
     fill(*ui_->InstrC, custom_sequence::kSoundsC, state_.MetroSoundIndexC);
-    const int widest = std::max({nameSound(*ui_->InstrA, *ui_->lblSuonoA),
-                                 nameSound(*ui_->InstrB1, *ui_->lblSuonoB1),
-                                 nameSound(*ui_->InstrC, *ui_->lblSuonoC)});
-    for (QLabel* name : {ui_->lblSuonoA, ui_->lblSuonoB1, ui_->lblSuonoC})
+    nameSound(*ui_->InstrA, *ui_->lblSuonoA);
+    nameSound(*ui_->InstrB1, *ui_->lblSuonoB1);
+    nameSound(*ui_->InstrC, *ui_->lblSuonoC);
+    const std::initializer_list<QLabel*> names{ui_->lblSuonoA, ui_->lblSuonoB1, ui_->lblSuonoC};
+    int widest = 0;
+    for (const QLabel* name : names)
+        widest = std::max(widest, name->minimumWidth());
+    for (QLabel* name : names)
         name->setMinimumWidth(widest);
     for (const custom_sequence::Preset& preset : custom_sequence::kPresets)
         ui_->seqPreset->addItem(preset.pattern);

@@ -5,6 +5,7 @@
 #include "platform/user_text.h"
 #include "shell/midi_test.h"
 #include "ui_frmMidiTest.h"
+#include "widgets/panel_text.h"
 
 #include <QApplication>
 #include <QMouseEvent>
@@ -23,8 +24,7 @@ frmMidiTest::frmMidiTest(MidiOut& midiOut, FunzioniMM& funzioniMM, QWidget* pare
       ui_(std::make_unique<Ui::frmMidiTest>()) {
     ui_->setupUi(this);
     ui_->InstrS->setMaximum(instruments::kCount - 1);
-    ui_->lblInstr->setMinimumWidth(
-        ui_->lblInstr->fontMetrics().horizontalAdvance(QStringLiteral("000")));
+    panel_text::reserve(*ui_->lblInstr, QStringLiteral("000"), 0);
     showInstrument();
     connectControls();
 }

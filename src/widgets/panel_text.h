@@ -2,15 +2,20 @@
 
 #include "platform/user_text.h"
 
-#include <QString>
+#include <QStringList>
 
+class QLabel;
 class QWidget;
 
-/// Sizes of texts in the composer's panels, so that nothing moves when a text changes.
+/// Room for texts that change, so that nothing else moves when they do.
 namespace panel_text {
 
-/// Keeps room for a text, and for some pixels of frame beside it.
+/// Makes a widget at least as wide as a text, and some pixels of frame beside it.
 void reserve(QWidget& widget, const QString& widest, int frame = 12);
+
+/// Makes a label at least as wide as it is with the widest of some texts. It shows the last of them
+/// afterwards.
+void reserveWidest(QLabel& label, const QStringList& texts);
 
 /// The widest name of a note.
 inline QString widestNoteName() {

@@ -7,6 +7,7 @@
 #include "widgets/appearance.h"
 #include "widgets/colour_button.h"
 #include "widgets/mode_button.h"
+#include "widgets/panel_text.h"
 
 namespace {
 
@@ -35,7 +36,8 @@ ChordPanel::ChordPanel(ChordExercise& exercise, QWidget* parent)
     buildTypes();
     appearance::keepPlace(*ui_->ComdRacStart);
     styleModeButtons(*ui_->lblModoVt, *ui_->lblVt);
-    reserveExplanations(*ui_->lblSpiegaVt, {UserText::tr(kShowsKeys), UserText::tr(kHidesKeys)});
+    panel_text::reserveWidest(*ui_->lblSpiegaVt,
+                              {UserText::tr(kShowsKeys), UserText::tr(kHidesKeys)});
     connectControls();
     showMode();
 }

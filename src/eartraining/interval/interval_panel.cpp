@@ -9,6 +9,7 @@
 #include "widgets/colour_button.h"
 #include "widgets/double_click.h"
 #include "widgets/mode_button.h"
+#include "widgets/panel_text.h"
 
 namespace {
 
@@ -75,7 +76,7 @@ IntervalPanel::IntervalPanel(IntervalExercise& exercise, QWidget* parent)
     styleName(*ui_->dissonances, false);
     styleModeButtons(*ui_->Label7, *ui_->lblModo);
     for (const ModeText& mode : kModes)
-        reserveExplanations(*ui_->lblSpiegaModo, {UserText::tr(mode.toolTip)});
+        panel_text::reserveWidest(*ui_->lblSpiegaModo, {UserText::tr(mode.toolTip)});
     connectControls();
     showMode();
     showAvailability();

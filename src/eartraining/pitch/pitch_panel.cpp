@@ -5,6 +5,7 @@
 #include "ui_pitch_panel.h"
 #include "widgets/appearance.h"
 #include "widgets/mode_button.h"
+#include "widgets/panel_text.h"
 
 namespace {
 
@@ -23,8 +24,8 @@ PitchPanel::PitchPanel(PitchExercise& exercise, QWidget* parent)
     for (QWidget* button : {ui_->IntoStart, ui_->cmdReimposta})
         appearance::keepPlace(*button);
     styleModeButtons(*ui_->Label6, *ui_->lblMod);
-    reserveExplanations(*ui_->lblSpiegaMod,
-                        {UserText::tr(kPlaysInterval), UserText::tr(kPlaysNote)});
+    panel_text::reserveWidest(*ui_->lblSpiegaMod,
+                              {UserText::tr(kPlaysInterval), UserText::tr(kPlaysNote)});
     connect(ui_->cmdReimposta, &QPushButton::clicked, this, [this] { pitch_.reset(); });
     for (QToolButton* label : {ui_->Label6, ui_->lblMod})
         connect(label, &QToolButton::clicked, this, &PitchPanel::lblMod_Click);
