@@ -5,8 +5,9 @@
 
 class ExerciseContext;
 
-/// An exercise of the ear-training window, which knows no more of its exercises than this. One of
-/// them is chosen at a time; an exercise runs from its start to its stop.
+/// The interface and common state of an exercise of the ear-training window, which uses exercises
+/// by this class only. One of them is chosen at a time; an exercise runs from its start to its
+/// stop.
 class EarExercise {
 public:
     EarExercise(ExerciseContext& context, ExerciseCode code, bool startVisible = true)
@@ -23,12 +24,12 @@ public:
     bool running() const { return running_; }
     virtual void startOrStop() = 0;
 
-    /// Whether the panel and the start button on it are to be seen.
+    /// Whether the panel and the start button on it are visible.
     virtual bool visible() const { return chosen_; }
     bool startVisible() const { return startVisible_; }
 
-    /// Whether the exercise, once chosen, has the keyboard to itself: the marks of another one's
-    /// range go, and it is told so in `leave`.
+    /// Whether the exercise, once chosen, has the keyboard to itself: the range marks of the other
+    /// exercises are removed, and `leave` tells them so.
     virtual bool takesKeyboard() const { return true; }
     /// A click on a key of the keyboard while the exercise is chosen.
     virtual void keyClicked(pitch::NoteIndex /*key*/) {}

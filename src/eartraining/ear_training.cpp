@@ -27,7 +27,7 @@ void EarTraining::activate() {
             open(*exercise);
     }
     pianoKeys_.resetOctave();
-    // A key that is still down from the menu's shortcut is no music.
+    // A key that is still down from the menu's shortcut must not sound a note.
     runtime_.yield();
     pianoKeys_.poll(true);
     while (!closed_ && !runtime_.ending()) {
@@ -39,8 +39,8 @@ void EarTraining::activate() {
     pianoKeys_.releaseAll();
 }
 
-/// An exercise that leaves the keyboard alone just appears, for nothing has sounded that a choice
-/// would have to end.
+/// An exercise that does not take the keyboard is only shown: nothing has sounded yet that choosing
+/// it would have to end.
 void EarTraining::open(EarExercise& exercise) {
     if (exercise.chosen())
         return;
@@ -90,7 +90,7 @@ void EarTraining::choose(EarExercise& exercise) {
     exercise.enter();
 }
 
-/// The others go first, for panels side by side would stretch the window.
+/// The others are hidden first: two panels visible at once would enlarge the window.
 void EarTraining::show(EarExercise& exercise) {
     chosen_ = &exercise;
     for (EarExercise* other : exercises_.all) {

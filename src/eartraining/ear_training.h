@@ -7,8 +7,8 @@
 class EarTrainingState;
 class EarTrainingView;
 
-/// One opening of the ear-training window: the exercises over one keyboard and one score, and the
-/// computer keyboard as a piano beside them.
+/// The logic of the ear-training window from its opening to its closing: the exercises, which share
+/// one keyboard and one score, and the computer keyboard as a piano beside them.
 class EarTraining : private PianoKeysListener {
 public:
     /// The view is not used before `load`.

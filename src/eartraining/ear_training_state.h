@@ -25,6 +25,6 @@ private:
     ExerciseCode requested_ = ExerciseCode::Pitch;
     /// A request for the chord exercise is never cleared, unlike any other: from then on every
     /// opening is on the chord exercise, whatever was asked for, and the others are chosen in the
-    /// window's own menu. This is intended: who has asked for chords once goes on with them.
+    /// window's own menu. This is intended: a user who has chosen chords once goes on with them.
     bool alwaysChord_ = false;
 };

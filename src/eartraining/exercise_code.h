@@ -1,5 +1,4 @@
 #pragma once
 
-/// The exercises by their numbers: the main menu asks for one, the window names itself after it for
-/// the pages of the manual.
+/// The numbers of the exercises, by which the main menu requests one and the manual finds its page.
 enum class ExerciseCode { Pitch = 3, Interval = 5, Chord = 7 };

@@ -39,7 +39,7 @@ public:
     void markKey(pitch::NoteIndex key, bool on);
     void clearRangeMarks();
 
-    /// Whether the button that closes the window is to be seen.
+    /// Shows or hides the button that closes the window.
     void showClose(bool on);
 
     /// No exercise can be chosen while one runs.

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr double kPromptAccent = 0.22;  ///< the share of the accent in the prompt's ground
+constexpr double kPromptAccent = 0.22;  ///< the share of the accent in the prompt's background
 
 }  // namespace
 

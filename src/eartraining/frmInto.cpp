@@ -54,14 +54,14 @@ frmInto::frmInto(const Services& services, EarTrainingState& state, QWidget* par
     ui_->keyboard->setFocus();
 }
 
-/// The end of the program leaves the window without closing it.
+/// When the program ends the window is destroyed without having been closed.
 frmInto::~frmInto() {
     hide();
 }
 
 /// Each panel stands above the one before, so that the pitch exercise is under the interval chart
-/// when both are to be seen. Their place is as high as the highest, so that the keyboard stays
-/// where it is.
+/// when both are visible. Their place is as high as the highest, so that the keyboard does not
+/// move.
 void frmInto::addPanels() {
     panels_ = makePanels(ear_.exercises(), ui_->exercises);
     int height = 0;
@@ -161,7 +161,7 @@ ExercisePanel& frmInto::panelOf(const EarExercise& exercise) const {
     });
 }
 
-/// The exercise's number, for what will be told of it elsewhere, as a help topic.
+/// The exercise's number, by which the manual finds its page.
 void frmInto::showContext(ExerciseCode exercise) {
     setProperty("contextNumber", static_cast<int>(exercise));
 }

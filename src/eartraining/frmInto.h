@@ -17,8 +17,8 @@ namespace Ui {
 class frmInto;
 }
 
-/// The ear-training window: a prompt and a score, the exercise that was chosen, and the piano
-/// keyboard that serves them all. It cannot be closed while an exercise runs.
+/// The ear-training window: a prompt and a score, the chosen exercise, and the piano keyboard of
+/// all exercises. It cannot be closed while an exercise runs.
 class frmInto : public QDialog, private EarTrainingView {
     Q_OBJECT
 
@@ -26,7 +26,7 @@ public:
     frmInto(const Services& services, EarTrainingState& state, QWidget* parent);
     ~frmInto() override;
 
-    /// Stays open as long as the ear training refuses to end.
+    /// Refused as long as `EarTraining::unload` refuses.
     void done(int result) override;
 
 protected:

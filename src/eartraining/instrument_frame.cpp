@@ -36,7 +36,7 @@ void InstrumentFrame::open(int program) {
 }
 
 void InstrumentFrame::showProgram(int program) {
-    const QSignalBlocker silent(ui_->InstrS);
+    const QSignalBlocker blocker(ui_->InstrS);
     ui_->InstrS->setValue(program);
     ui_->lblInstr->setText(instruments::caption(program));
 }

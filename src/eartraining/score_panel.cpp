@@ -12,7 +12,7 @@ namespace {
 
 constexpr double kCounterTextScale = 1.6;
 
-void setGround(QWidget& counter, const std::optional<ear_colours::Rgb>& colour) {
+void setBackground(QWidget& counter, const std::optional<ear_colours::Rgb>& colour) {
     if (!colour)
         return;
     QPalette palette = counter.palette();
@@ -55,7 +55,7 @@ void ScorePanel::show(const Score& score) {
         const auto& colour = right ? score.rightColour() : score.wrongColour();
         if (colour)
             counter->setBackgroundRole(QPalette::Window);
-        setGround(*counter, colour);
+        setBackground(*counter, colour);
     }
     ui_->lblOk->setVisible(score.lastVerdict() == Score::Verdict::Right);
     ui_->lblKo->setVisible(score.lastVerdict() == Score::Verdict::Wrong);

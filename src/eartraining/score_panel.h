@@ -22,7 +22,7 @@ public:
     void announceVerdict(const Score& score);
 
 Q_SIGNALS:
-    /// Or its keyboard equivalent.
+    /// By mouse, keyboard or screen reader.
     void percentageDoubleClicked();
 
 private:

@@ -20,10 +20,10 @@ QString nameOf(const QColor& colour) {
     return colour.name(QColor::HexRgb);
 }
 
-QColor mixed(const QColor& ink, const QColor& paper, double share) {
+QColor mixed(const QColor& over, const QColor& under, double share) {
     const auto mix = [share](int a, int b) { return qRound(a * share + b * (1 - share)); };
-    return {mix(ink.red(), paper.red()), mix(ink.green(), paper.green()),
-            mix(ink.blue(), paper.blue())};
+    return {mix(over.red(), under.red()), mix(over.green(), under.green()),
+            mix(over.blue(), under.blue())};
 }
 
 }  // namespace
@@ -33,10 +33,10 @@ HelpBrowser::HelpBrowser(QWidget* parent) : QTextBrowser(parent) {
     document()->setDocumentMargin(kMargin);
 }
 
-/// The pages' own style sheet is for paper; here they take the palette.
+/// The pages' own style sheet is for printing; here they take the colours of the palette.
 QString HelpBrowser::styleSheetOfPage() const {
     const QColor text = palette().color(QPalette::Text);
-    const QColor paper = palette().color(QPalette::Base);
+    const QColor base = palette().color(QPalette::Base);
     const QColor accent = palette().color(QPalette::Link);
     return UserText::tr(
                "h1, h2, h3 { color: %1 } a { color: %1 } p, li { line-height: 130% }"
@@ -46,8 +46,8 @@ QString HelpBrowser::styleSheetOfPage() const {
                " margin-top: 6px; margin-bottom: 6px }"
                "td, th { border: 1px solid %4; padding: 4px 8px }"
                "p.figura { line-height: 100% } p.piede { color: %5 }")
-        .arg(nameOf(accent), nameOf(mixed(text, paper, 0.09)), nameOf(mixed(accent, paper, 0.13)),
-             nameOf(mixed(text, paper, 0.25)), nameOf(mixed(text, paper, 0.65)));
+        .arg(nameOf(accent), nameOf(mixed(text, base, 0.09)), nameOf(mixed(accent, base, 0.13)),
+             nameOf(mixed(text, base, 0.25)), nameOf(mixed(text, base, 0.65)));
 }
 
 QImage HelpBrowser::fitted(const QImage& picture) const {

@@ -13,5 +13,5 @@ struct HelpFiles {
 HelpFiles findHelp(const QString& helpFile, const QStringList& otherFolders);
 
 /// Beside the executable, and in the data that was installed with it. The manual is read where it
-/// is: a copy in the user's folder would go stale.
+/// is: a copy in the user's folder would become outdated.
 QStringList installedHelpFolders();

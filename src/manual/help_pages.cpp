@@ -10,7 +10,7 @@ namespace {
 constexpr qsizetype kSnippetBefore = 40;
 constexpr qsizetype kSnippetLength = 130;
 constexpr QChar kApostrophe(u'\u2019');
-/// Text that is no part of the reading: where pictures stood.
+/// The character that stands for a picture in a plain text.
 constexpr QChar kPicture = QChar::ObjectReplacementCharacter;
 
 QString contentsOf(const QString& path) {

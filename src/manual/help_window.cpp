@@ -32,7 +32,7 @@ HelpWindow::HelpWindow(const QString& folder)
     ui_->parti->setSizes({kContentsWidth, kSize.width() - kContentsWidth});
     ui_->risultati->hide();
     ui_->lblTrovate->hide();
-    // The box makes its clearing button itself.
+    // The line edit creates its clear button itself.
     if (auto* clear = ui_->txtCerca->findChild<QToolButton*>())
         clear->setAccessibleName(UserText::tr("Cancella la ricerca"));
     fillContents();
@@ -122,9 +122,9 @@ void HelpWindow::openPage(const QString& file) {
         ui_->pagina->setSource(url);
 }
 
-/// Links and the way back move the mark in the contents as well.
+/// Links and the button for the previous page change the selection in the contents as well.
 void HelpWindow::selectInContents(const QString& file) {
-    const QSignalBlocker quiet(ui_->contenuti);
+    const QSignalBlocker blocker(ui_->contenuti);
     for (QTreeWidgetItemIterator it(ui_->contenuti); *it; ++it) {
         if ((*it)->data(0, kFileRole).toString() == file)
             ui_->contenuti->setCurrentItem(*it);
@@ -134,7 +134,7 @@ void HelpWindow::selectInContents(const QString& file) {
 void HelpWindow::search() {
     const QString question = ui_->txtCerca->text();
     const bool asked = !HelpPages::wordsOf(question).isEmpty();
-    const QSignalBlocker quiet(ui_->risultati);
+    const QSignalBlocker blocker(ui_->risultati);
     ui_->risultati->clear();
     for (const HelpMatch& match : pages_.search(question)) {
         auto* item =
@@ -170,9 +170,9 @@ void HelpWindow::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     joinModalWindow();
     windowHandle()->setProperty(kKeepsKeys, true);
-    if (settled_)
+    if (sized_)
         return;
-    settled_ = true;
+    sized_ = true;
     resize(kSize.boundedTo(screen()->availableSize() - kWindowFrame));
 }
 

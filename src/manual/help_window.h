@@ -44,5 +44,5 @@ private:
 
     std::unique_ptr<Ui::HelpWindow> ui_;
     HelpPages pages_;
-    bool settled_ = false;
+    bool sized_ = false;
 };

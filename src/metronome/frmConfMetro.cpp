@@ -78,7 +78,7 @@ frmConfMetro::frmConfMetro(FunzioniMM& funzioniMM, MetronomeState& state, QWidge
 
 frmConfMetro::~frmConfMetro() = default;
 
-/// Comes before the lists are connected, so that filling them is silent.
+/// Called before the lists are connected, so that filling them sounds nothing.
 void frmConfMetro::Form_Load() {
     fill(*ui_->InstrA, custom_sequence::kSoundsA, state_.MetroSoundIndexA);
     fill(*ui_->InstrB1, custom_sequence::kSoundsB, state_.MetroSoundIndexB);
@@ -100,7 +100,7 @@ void frmConfMetro::Form_Load() {
     ui_->txtTempo->setMaxLength(custom_sequence::kMaxTempoLength);
     ui_->txtPattern->setText(state_.MetroPattern);
     ui_->txtTempo->setText(state_.MetroTimeSig);
-    // Composed characters would come past the key filter.
+    // Characters composed by an input method would bypass the key filter.
     ui_->txtPattern->setAttribute(Qt::WA_InputMethodEnabled, false);
     ui_->txtPattern->installEventFilter(this);
 }
@@ -135,7 +135,7 @@ bool frmConfMetro::eventFilter(QObject* target, QEvent* event) {
     return types && !shortcut && txtPattern_KeyPress(key->text());
 }
 
-/// Types what the filter leaves of a key; the key itself goes no further.
+/// Inserts the letter that the key stands for, if any; the key itself is consumed.
 bool frmConfMetro::txtPattern_KeyPress(const QString& typed) {
     if (const auto letter = custom_sequence::typedLetter(typed.front()))
         ui_->txtPattern->insert(*letter);

@@ -13,9 +13,8 @@ namespace Ui {
 class frmConfMetro;
 }
 
-/// The window in which the user composes a pulse pattern of his own and chooses the sounds of the
-/// pulse kinds. Sounds are taken at once, the pattern and its time signature when the window
-/// closes, in whatever way.
+/// The window for a custom pulse pattern and the sounds of the pulse kinds. A sound takes effect at
+/// once, the pattern and its time signature when the window closes, in whatever way.
 class frmConfMetro : public QDialog {
     Q_OBJECT
 

@@ -27,10 +27,10 @@ void Metronome::startOrStop() {
 }
 
 void Metronome::start() {
-    // Stopped and started again within one pass of the loop, or of another activity inside it: the
-    // loop around this one ends as soon as it gets to it.
-    if (unended_ != 0)
-        end();
+    // Stopped and started again within one pass of the loop, or of another activity inside it: this
+    // is a nested call, and the loop around it ends when it is reached again.
+    if (unfinishedRun_ != 0)
+        finish();
     state_.MetroRunning = true;
     view_.metronomeStarted();
     beat();
@@ -41,9 +41,9 @@ void Metronome::stop() {
     view_.metronomeStopped();
 }
 
-/// From one start to its stop.
+/// The pulse loop, from a start to its stop.
 void Metronome::beat() {
-    const int run = unended_ = ++run_;
+    const int run = unfinishedRun_ = ++lastRun_;
     const QString pattern = state_.MetroPattern;
     showTimeSignature(state_.MetroTimeSig);
     view_.showLamps(static_cast<int>(pattern.size()));
@@ -53,20 +53,21 @@ void Metronome::beat() {
         if (funzioniMM_.outputOpen())
             playPulse(i, run);
     }
-    if (run == unended_)
-        end();
+    if (run == unfinishedRun_)
+        finish();
 }
 
-/// What follows a stop, once for each.
-void Metronome::end() {
-    unended_ = 0;
+/// Sends the closing notes of a run, once for each stop.
+void Metronome::finish() {
+    unfinishedRun_ = 0;
     for (const std::int16_t note : {state_.MetroNoteA, state_.MetroNoteB, state_.MetroNoteC})
         funzioniMM_.NoteOff(FunzioniMM::kPercussionChannel, note);
     view_.darkenLamps();
 }
 
-/// The pulse's one pass of events; whether the run is to go on. Without an output nothing is to be
-/// done until the user does something or a lost output may be back, so the pass sleeps until that.
+/// The pulse's one pass of events; returns whether the run is to go on. Without an output there is
+/// nothing to do before the next event or the next try to reopen a lost output, so the pass sleeps
+/// until then.
 bool Metronome::letEventsRun(int run) {
     if (funzioniMM_.outputReady())
         runtime_.yield();
@@ -82,7 +83,7 @@ bool Metronome::letEventsRun(int run) {
 /// Whether the run goes on. A screen reader's press can stop it even in a wait, where no other
 /// input comes through.
 bool Metronome::beating(int run) const {
-    return state_.MetroRunning && run == run_ && !runtime_.ending();
+    return state_.MetroRunning && run == lastRun_ && !runtime_.ending();
 }
 
 void Metronome::playPulse(int lamp, int run) {

@@ -22,8 +22,8 @@ public:
 };
 
 /// The metronome: it beats the pattern of its state on the percussion channel and lights a lamp
-/// for each pulse. Starting it runs the pulse loop, which lets events through once a pulse: there
-/// a nested call stops it, and a changed tempo, doubling or volume is taken at that very pulse.
+/// for each pulse. Starting it runs the pulse loop, which lets events run once a pulse. A nested
+/// call stops it then, and a changed tempo, doubling or volume takes effect with that pulse.
 class Metronome {
 public:
     /// The view is not used before `load`.
@@ -53,7 +53,7 @@ private:
     void start();
     void stop();
     void beat();
-    void end();
+    void finish();
     bool letEventsRun(int run);
     bool beating(int run) const;
     void playPulse(int lamp, int run);
@@ -65,7 +65,7 @@ private:
     MetronomeView& view_;
 
     int tempo_ = 60;
-    QString shownTimeSig_;  ///< can lag behind the state until the next start
-    int run_ = 0;           ///< counts the starts
-    int unended_ = 0;       ///< the start whose stop was not followed by its closing notes yet
+    QString shownTimeSig_;   ///< can lag behind the state until the next start
+    int lastRun_ = 0;        ///< the number of the last start
+    int unfinishedRun_ = 0;  ///< the run whose closing notes have not been sent yet; 0 for none
 };

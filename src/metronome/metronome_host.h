@@ -7,8 +7,8 @@ class MetronomeHost {
 public:
     virtual ~MetronomeHost() = default;
 
-    /// While the metronome beats, the menus `f1`, `es` and `Opzioni` and the button `cmdEsci` rest;
-    /// only the help menu stays usable.
+    /// While the metronome runs, the menus `f1`, `es` and `Opzioni` and the button `cmdEsci` are
+    /// disabled; only the help menu stays usable.
     virtual void setMetronomeRunning(bool running) = 0;
 
     /// The controls whose colours `cmdSSmetro` takes: `pdo` on a start, `cmdEsci` on a stop.

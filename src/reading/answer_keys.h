@@ -9,9 +9,9 @@
 #include <array>
 #include <optional>
 
-/// The keys that answer in the reading drill. Answering at leisure goes by the character typed;
-/// the automatic mode polls keys, its letters where the layout has them, and there the numeric
-/// keypad stands for the digit row.
+/// The keys that answer in the reading drill. The mode "normale" goes by the character typed. The
+/// automatic mode polls keys: the letters wherever the keyboard layout has them, and the numeric
+/// keypad instead of the digit row.
 namespace answer_keys {
 
 /// The character of each degree's key, Do to Si, as the window shows them.

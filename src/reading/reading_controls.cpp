@@ -32,7 +32,7 @@ void ReadingControls::showSpeedControls(bool on) {
 }
 
 void ReadingControls::showStatistics(const ReadingStatistics& statistics) {
-    const bool atLeisure = statistics.mode == ReadingMode::Normale;
+    const bool normalMode = statistics.mode == ReadingMode::Normale;
     ui_->Lresatte->setText(statistics.rightAnswers());
     ui_->Lrerrate->setText(statistics.wrongAnswers());
     ui_->Ridate->setText(statistics.answersGiven());
@@ -42,8 +42,8 @@ void ReadingControls::showStatistics(const ReadingStatistics& statistics) {
     for (QWidget* label : std::initializer_list<QWidget*>{ui_->Lresatte, ui_->Lrerrate,
                                                           ui_->Lpercento, ui_->Tempoimp})
         label->show();
-    ui_->Ridate->setVisible(atLeisure);
-    ui_->Lnmostrate->setVisible(!atLeisure);
+    ui_->Ridate->setVisible(normalMode);
+    ui_->Lnmostrate->setVisible(!normalMode);
     ui_->statistiche->show();
 }
 

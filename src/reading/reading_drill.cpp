@@ -115,7 +115,7 @@ void ReadingDrill::showCounts(int conta, int er) {
 void ReadingDrill::sessionStarted() {
     controls_.ui().Start->setText(UserText::tr("Stop"));
     controls_.hideStatistics();
-    // A session takes no range, and its staff shows nothing but the note that is asked.
+    // No range can be chosen during a session, and its staff shows nothing but the note asked for.
     board_.staff().ruler().setEnabled(false);
     board_.staff().ruler().showAllMarkers();
     board_.enableAnswers(session_.mode() == ReadingMode::Normale);

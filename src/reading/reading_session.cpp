@@ -91,6 +91,10 @@ int ReadingSession::drawStep() {
     return step;
 }
 
+/// Without its sound file a right answer is silent: the next note confirms it as well, and the
+/// default sound of the system could be taken for a mistake. Elsewhere a missing file gives the
+/// default sound: in the automatic mode nothing else tells of a right answer, and a wrong one must
+/// be heard.
 void ReadingSession::confirmRightAnswer() {
     if (answerWithNote_)
         funzioniMM_.PlayNoteIndex(staff_step::soundingNote(stepOnShow_));
@@ -109,7 +113,9 @@ void ReadingSession::runAutomatic() {
         showCounts();
         stoppedInPass = takeAnswers(noteStart);
     }
-    // A stop that no pass has seen takes one wrong answer back.
+    // A stop between a note's last pass and this point, as while the next note is being shown,
+    // takes one wrong answer back, even where there is none. That is how the drill has always
+    // counted and the statistics are defined by it; a stop that a pass has seen takes nothing back.
     if (!stoppedInPass)
         --wrong_;
     finish();
@@ -144,7 +150,8 @@ void ReadingSession::pollKeys() {
     }
 }
 
-/// A held key answers its own note whenever that comes, but is wrong only once for each press.
+/// A key that stays down answers its own note whenever that is shown, but counts as a wrong answer
+/// only once for each press.
 void ReadingSession::judgePolled(bool ofNote, bool freshlyPressed) {
     if (ofNote) {
         funzioniMM_.PlaySoundFile(noteFolder_ + kRightSound, true);

@@ -12,13 +12,13 @@
 
 class FunzioniMM;
 
-/// What the reading session shows; the window implements it.
+/// What the reading session shows; the window's `ReadingDrill` implements it.
 class ReadingDisplay {
 public:
     virtual ~ReadingDisplay() = default;
 
     virtual void showNote(int step) = 0;  ///< make the picture of a step visible
-    virtual void Nascondinote() = 0;      ///< put the pictures back to rest: none shown
+    virtual void Nascondinote() = 0;      ///< hide every picture of a note
     virtual void showCounts(int conta, int er) = 0;
     virtual void sessionStarted() = 0;
     /// The session is over; the statistics are shown unless they are empty.
@@ -39,19 +39,21 @@ public:
     ReadingMode mode() const { return mode_; }
     void setMode(ReadingMode mode) { mode_ = mode; }
 
-    /// Whether right answers are confirmed with the note itself instead of a sound file.
+    /// Whether the mode "normale" confirms right answers with the note itself instead of a sound
+    /// file. The automatic mode never does: a note sounds until the next one is played, which there
+    /// can be many unanswered notes later.
     void setAnswerWithNote(bool on) { answerWithNote_ = on; }
 
     /// Notes per minute, above 0.
     void setSpeed(int notesPerMinute) { period_ = 60.0 / notesPerMinute; }
 
-    /// Takes the range of a difficulty item; the note on show gives way to one of that range.
+    /// Takes the range of a difficulty item and replaces the note on show by one of that range.
     void chooseDifficulty(std::size_t item);
 
     StepRangeChoice& stepRange() { return stepRange_; }
     const StepRangeChoice& stepRange() const { return stepRange_; }
 
-    /// Whether a session runs, or an automatic one has yet to see that it was stopped.
+    /// Whether a session runs, or the loop of a stopped automatic one has not ended yet.
     bool active() const { return running_ || automaticLoop_; }
 
     /// Whether answers come from the polled keys just now.

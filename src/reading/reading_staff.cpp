@@ -24,7 +24,7 @@ constexpr int kPadding = 8;
 constexpr int kRulerWidth = 44;
 
 constexpr double kNoteColumn = 0.56;  ///< the notes' share of the way from left to right
-constexpr double kPointedInk = 0.55;
+constexpr double kPointedShare = 0.55;
 
 engraving::Note noteAt(int step) {
     return {.position = staff_layout::positionOnStave(step)};
@@ -122,18 +122,19 @@ bool ReadingStaff::event(QEvent* event) {
 
 void ReadingStaff::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    const QColor ink = palette().color(QPalette::Text);
+    const QColor textColour = palette().color(QPalette::Text);
     const QColor card = palette().color(QPalette::Base);
     appearance::paintCard(painter, *this);
 
     const engraving::Stave treble = engraving::onPixels(painter, treble_);
     const engraving::Stave bass = engraving::onPixels(painter, bass_);
     if (pointed_) {
-        painter.setPen(appearance::mixed(palette().color(QPalette::Highlight), card, kPointedInk));
+        painter.setPen(
+            appearance::mixed(palette().color(QPalette::Highlight), card, kPointedShare));
         engraving::drawNote(painter, font_, staff_step::isTreble(*pointed_) ? treble : bass, noteX_,
                             noteAt(*pointed_));
     }
-    painter.setPen(ink);
+    painter.setPen(textColour);
     engraving::drawGrandStaff(painter, font_, treble, bass);
 }
 

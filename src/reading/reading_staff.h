@@ -13,8 +13,8 @@ class NotePicture;
 class Regolo;
 
 /// The staff of the reading drill: a card with both clefs, a picture of a note for each step, and
-/// the ruler along its right edge. At rest it shows no note. Its accessible description tells the
-/// place of the note on show, never its name.
+/// the ruler along its right edge. It shows no note until it is told to. Its accessible description
+/// tells the place of the note on show, never its name.
 class ReadingStaff : public QWidget {
     Q_OBJECT
 

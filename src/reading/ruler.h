@@ -2,9 +2,9 @@
 
 #include <optional>
 
-/// The ruler beside the staff, on which two clicks choose a range of steps. Its own unit is the
-/// twip, counted from its top; each step answers to a band of it, and the bands follow the lines
-/// and spaces of the staff, a little unevenly.
+/// The scale of the ruler beside the staff, on which two clicks choose a range of steps. Its unit
+/// is the twip, counted from the top. Each step has a band of twips; the bands follow the lines and
+/// spaces of the staff, a little unevenly.
 namespace ruler {
 
 /// The ruler's length in twips.

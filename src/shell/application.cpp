@@ -64,7 +64,7 @@ QIcon icon() {
     return icon;
 }
 
-/// Numbers are written as the user's system does; one that says nothing is taken for Italian.
+/// Numbers are written in the format of the user's system; without a locale, in the Italian one.
 void chooseLocale() {
     if (QLocale::system().language() == QLocale::C)
         QLocale::setDefault(QLocale(QLocale::Italian, QLocale::Italy));

@@ -2,9 +2,9 @@
 
 #include <QObject>
 
-/// Keeps the presses of keys and mouse buttons from windows that have closed. While the program
-/// blocks for the length of a note, presses queue behind the one that closes a window, and would
-/// start things in it that nobody could stop any more.
+/// An event filter that drops presses of keys and mouse buttons in windows that have closed. While
+/// the program blocks for the length of a note, presses queue behind the one that closes a window,
+/// and would start things in it that the user could not stop any more.
 class ClosedWindows : public QObject {
     Q_OBJECT
 
@@ -12,6 +12,6 @@ public:
     using QObject::QObject;
 
 protected:
-    /// Releases pass: whoever follows what is held needs them.
+    /// Releases pass: `KeyTable` needs them to know what is held.
     bool eventFilter(QObject* target, QEvent* event) override;
 };

@@ -30,7 +30,7 @@ frmMidiTest::frmMidiTest(MidiOut& midiOut, FunzioniMM& funzioniMM, QWidget* pare
 }
 
 frmMidiTest::~frmMidiTest() {
-    // The end of the program leaves the window without closing it.
+    // When the program ends the window is destroyed without having been closed.
     if (isVisible())
         Form_Unload();
 }
@@ -67,7 +67,7 @@ void frmMidiTest::Form_Activate() {
         return;
     activated_ = true;
     const midi_test::DeviceList list = midi_test::listDevices(midiOut_);
-    const QSignalBlocker silent(ui_->LstMidiDev);
+    const QSignalBlocker blocker(ui_->LstMidiDev);
     for (const midi_test::Device& device : list.devices) {
         auto* line = new QListWidgetItem(device.name, ui_->LstMidiDev);
         line->setData(kDeviceIdRole, device.id);
@@ -113,7 +113,7 @@ void frmMidiTest::Form_Unload() {
 }
 
 void frmMidiTest::showInstrument() {
-    const QSignalBlocker silent(ui_->InstrS);
+    const QSignalBlocker blocker(ui_->InstrS);
     ui_->InstrS->setValue(funzioniMM_.currentInstrument());
     nameInstrument(funzioniMM_.currentInstrument());
 }

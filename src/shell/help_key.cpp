@@ -19,13 +19,13 @@ void HelpKey::sendEscF1(QWidget& window) {
 }
 
 bool HelpKey::eventFilter(QObject* target, QEvent* event) {
-    // What reaches a control is a new press; its window sees repeats too.
+    // Only the event at a control is a new press; its window receives repeats too.
     if (event->type() != QEvent::KeyPress || !target->isWidgetType())
         return false;
     const auto* key = static_cast<QKeyEvent*>(event);
     if (key->key() != Qt::Key_F1 || key->modifiers() != Qt::NoModifier)
         return false;
-    // An open menu would keep the mouse to itself.
+    // An open menu would hold the mouse grab.
     while (QWidget* menu = QApplication::activePopupWidget())
         menu->close();
     Q_EMIT pressed();

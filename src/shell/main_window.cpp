@@ -45,7 +45,7 @@ MainWindow::MainWindow(const Services& services)
     Form_Load();
 }
 
-/// The window is still open when the system ended the program.
+/// When the system ends the program the window is destroyed without having been closed.
 MainWindow::~MainWindow() {
     services_.funzioniMM.onChange(nullptr);
     services_.funzioniMM.MidiClose();
@@ -90,7 +90,7 @@ void MainWindow::Form_Load() {
 
 void MainWindow::paintEvent(QPaintEvent* event) {
     QMainWindow::paintEvent(event);
-    // The first activation blocks for the tune, so it waits until there is something to look at.
+    // The first activation blocks for the tune, so it comes after the window has been painted.
     if (!activated_)
         QMetaObject::invokeMethod(this, &MainWindow::Form_Activate, Qt::QueuedConnection);
 }
@@ -210,7 +210,7 @@ void MainWindow::mnuVersione_Click() {
 }
 
 void MainWindow::enableStartUpControls(bool on) {
-    // A disabled control would hand the focus on to the ruler, which shows what it points at.
+    // A disabled control passes the focus on, to the ruler, which would then show a note.
     if (!on)
         ui_->centre->setFocus();
     drill_->enableStart(on);

@@ -21,7 +21,7 @@ namespace Ui {
 class MainWindow;
 }
 
-/// The window `main`: the application. It holds the note-reading drill, the metronome's frame and
+/// The main window, `main`. It holds the note-reading drill, the metronome's frame and
 /// the menu that opens every other window; closing it ends the program, but is refused while the
 /// metronome beats.
 class MainWindow : public QMainWindow, private StartUpView, private MetronomeHost {

@@ -6,7 +6,7 @@
 
 class MidiOut;
 
-/// The list of outputs of the MIDI test.
+/// The outputs that the MIDI test offers, and which of them it opens at once.
 namespace midi_test {
 
 constexpr int kTestNote = 69;  ///< the "La" above middle C

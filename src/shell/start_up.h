@@ -10,7 +10,7 @@ class StartUpView {
 public:
     virtual ~StartUpView() = default;
 
-    /// `Start`, `cmdEsci`, `Intonazione` and `mnuRint`, which rest while the tune plays.
+    /// `Start`, `cmdEsci`, `Intonazione` and `mnuRint`, which are disabled while the tune plays.
     virtual void enableStartUpControls(bool on) = 0;
     virtual void focusStart() = 0;
 };

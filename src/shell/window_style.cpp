@@ -14,7 +14,7 @@
 namespace {
 
 constexpr double kLetterSize = 0.68;  ///< of a badge's side
-constexpr double kOutlineInk = 0.38;
+constexpr double kOutlineShare = 0.38;
 constexpr double kOutlineCorner = 2;
 constexpr int kShortestSlider = 10;
 
@@ -52,7 +52,7 @@ void drawOutline(QPainter& painter, const QRectF& rect, const QColor& colour) {
 
 }  // namespace
 
-/// The windows' own buttons carry no icon, so those of the standard boxes carry none either.
+/// The windows' own buttons have no icons, so those of the standard boxes have none either.
 int WindowStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                            QStyleHintReturn* answer) const {
     return hint == SH_DialogButtonBox_ButtonsHaveIcons
@@ -60,7 +60,7 @@ int WindowStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWi
                : QProxyStyle::styleHint(hint, option, widget, answer);
 }
 
-/// A short bar still has room in which its slider moves.
+/// A short bar still leaves its slider room to move.
 int WindowStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
                              const QWidget* widget) const {
     if (metric == PM_ScrollBarSliderMin && qobject_cast<const LevelBar*>(widget))
@@ -77,8 +77,8 @@ QIcon WindowStyle::standardIcon(StandardPixmap icon, const QStyleOption* option,
     return QProxyStyle::standardIcon(icon, option, widget);
 }
 
-/// Fusion's outlines are darker than the ground, which may be dark already; and it does not show
-/// that a list has the focus, as it does for a line of text.
+/// Fusion's outlines are darker than the background, so that they cannot be seen on a dark one; and
+/// it does not show that a list has the focus, as it does for a line of text.
 void WindowStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
                                 QPainter* painter, const QWidget* widget) const {
     QProxyStyle::drawPrimitive(element, option, painter, widget);
@@ -87,11 +87,11 @@ void WindowStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
                                                qobject_cast<const QAbstractButton*>(widget));
     const bool box = element == PE_IndicatorCheckBox || element == PE_FrameLineEdit;
     const bool focused = option->state.testFlag(State_HasFocus);
-    const QColor ground = option->palette.color(QPalette::Window);
+    const QColor background = option->palette.color(QPalette::Window);
     if (list && focused)
         drawOutline(*painter, option->rect, option->palette.color(QPalette::Highlight));
-    else if ((list || label || box) && !focused && ground.lightness() < 128)
-        drawOutline(
-            *painter, option->rect,
-            appearance::mixed(option->palette.color(QPalette::WindowText), ground, kOutlineInk));
+    else if ((list || label || box) && !focused && background.lightness() < 128)
+        drawOutline(*painter, option->rect,
+                    appearance::mixed(option->palette.color(QPalette::WindowText), background,
+                                      kOutlineShare));
 }

@@ -2,8 +2,9 @@
 
 #include <QProxyStyle>
 
-/// Fusion, mended: buttons are alike in every window, the pictures of the message boxes are drawn
-/// in the palette's colours at any scale, and the outlines of boxes can be seen on dark grounds.
+/// The Fusion style with corrections: buttons are alike in every window, the icons of message boxes
+/// are drawn in the palette's colours at any scale, and boxes have a visible outline in a dark
+/// theme.
 class WindowStyle : public QProxyStyle {
     Q_OBJECT
 

@@ -7,7 +7,7 @@
 namespace appearance {
 namespace {
 
-constexpr double kEdgeInk = 0.2;
+constexpr double kEdgeShare = 0.2;
 constexpr double kFocusTint = 1 / 3.0;
 constexpr QSize kWindowFrame(8, 40);
 
@@ -43,7 +43,7 @@ QRect roomOnScreen(const QWidget& window) {
 
 QColor cardEdge(const QWidget& widget) {
     return mixed(widget.palette().color(QPalette::Text), widget.palette().color(QPalette::Base),
-                 kEdgeInk);
+                 kEdgeShare);
 }
 
 void paintCard(QPainter& painter, const QWidget& widget) {

@@ -10,19 +10,19 @@ class QWidget;
 /// Small changes to how a widget looks, alike in every window.
 namespace appearance {
 
-/// Enlarges a widget's text; a heading or a number that is to be seen from afar is bold as well.
+/// Enlarges a widget's text; headings and large numbers are bold as well.
 void enlargeText(QWidget& widget, double scale, QFont::Weight weight = QFont::Bold);
 
-/// Lets a widget keep its place in the layout while it is hidden.
+/// Has the layout retain a widget's place while it is hidden.
 void keepPlace(QWidget& widget);
 
 /// Tints a scroll bar that has the focus, which the style does not show.
 void tintWithFocus(QWidget& bar);
 
-/// Where a window may stand on its parent's screen, or its own: less a frame and a title bar.
+/// The screen area for a window, on its parent's screen or its own, less frame and title bar.
 QRect roomOnScreen(const QWidget& window);
 
-/// The light card that a stave or a printed page stands on, with its thin edge.
+/// The rounded card behind a stave or a page, filled with the base colour and thinly outlined.
 constexpr double kCardCorner = 10;
 QColor cardEdge(const QWidget& widget);
 void paintCard(QPainter& painter, const QWidget& widget);

@@ -19,8 +19,8 @@ ColourButton::ColourButton(QWidget* parent) : QAbstractButton(parent) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
-void ColourButton::setColours(QRgb ground, QRgb text) {
-    ground_ = ground;
+void ColourButton::setColours(QRgb background, QRgb text) {
+    background_ = background;
     text_ = text;
     update();
 }
@@ -48,11 +48,12 @@ void ColourButton::leaveEvent(QEvent* /*event*/) {
 
 void ColourButton::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    const QBrush face(colour_face::hovered(*this, ground()));
-    colour_face::paint(painter, *this, ground(), isDown() ? QBrush(Qt::NoBrush) : face);
-    const QColor ink = isDown() ? palette().color(QPalette::WindowText) : QColor::fromRgb(text_);
-    painter.setPen(ink);
+    const QBrush face(colour_face::hovered(*this, background()));
+    colour_face::paint(painter, *this, background(), isDown() ? QBrush(Qt::NoBrush) : face);
+    const QColor textColour =
+        isDown() ? palette().color(QPalette::WindowText) : QColor::fromRgb(text_);
+    painter.setPen(textColour);
     painter.drawText(rect(), Qt::AlignCenter, text());
-    paintMark(painter, QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), mark_, ink);
+    paintMark(painter, QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), mark_, textColour);
     colour_face::paintFocus(painter, *this);
 }

@@ -4,20 +4,21 @@
 
 #include <QAbstractButton>
 
-/// A flat button on a ground of its own colour, which vanishes while the button is held down.
+/// A flat button with a background colour of its own, which is not painted while the button is
+/// down.
 class ColourButton : public QAbstractButton {
     Q_OBJECT
 
 public:
     explicit ColourButton(QWidget* parent = nullptr);
 
-    void setColours(QRgb ground, QRgb text);
+    void setColours(QRgb background, QRgb text);
     /// Makes the button a marker: green with a tick, or red with a cross.
     void showAvailable(bool available);
     /// The height in lines of text.
     void setLines(double lines) { lines_ = lines; }
 
-    QColor ground() const { return QColor::fromRgb(ground_); }
+    QColor background() const { return QColor::fromRgb(background_); }
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
@@ -28,7 +29,7 @@ protected:
     void leaveEvent(QEvent* event) override;
 
 private:
-    QRgb ground_ = qRgb(255, 255, 255);
+    QRgb background_ = qRgb(255, 255, 255);
     QRgb text_ = qRgb(0, 0, 0);
     Mark mark_ = Mark::None;
     double lines_ = 1.6;

@@ -7,7 +7,7 @@ namespace colour_face {
 namespace {
 
 constexpr double kCorner = 3;
-constexpr int kRimDarkness = 150;    ///< of the ground, in percent
+constexpr int kRimDarkness = 150;    ///< of the background, in percent
 constexpr int kHoverDarkness = 106;  ///< likewise
 
 QRectF edgeOf(const QAbstractButton& button) {
@@ -16,15 +16,15 @@ QRectF edgeOf(const QAbstractButton& button) {
 
 }  // namespace
 
-QColor hovered(const QAbstractButton& button, const QColor& ground) {
-    return button.underMouse() ? ground.darker(kHoverDarkness) : ground;
+QColor hovered(const QAbstractButton& button, const QColor& background) {
+    return button.underMouse() ? background.darker(kHoverDarkness) : background;
 }
 
-void paint(QPainter& painter, const QAbstractButton& button, const QColor& ground,
+void paint(QPainter& painter, const QAbstractButton& button, const QColor& background,
            const QBrush& face) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(face);
-    painter.setPen(ground.darker(kRimDarkness));
+    painter.setPen(background.darker(kRimDarkness));
     painter.drawRoundedRect(edgeOf(button), kCorner, kCorner);
 }
 

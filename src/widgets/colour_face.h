@@ -5,17 +5,17 @@ class QBrush;
 class QColor;
 class QPainter;
 
-/// The face of a flat button on a ground of its own colour.
+/// Painting functions of flat buttons with a background colour of their own.
 namespace colour_face {
 
-/// The ground as it looks under the mouse and away from it.
-QColor hovered(const QAbstractButton& button, const QColor& ground);
+/// The background colour, darker while the mouse is over the button.
+QColor hovered(const QAbstractButton& button, const QColor& background);
 
-/// Fills the button within a rim that is darker than its ground.
-void paint(QPainter& painter, const QAbstractButton& button, const QColor& ground,
+/// Fills the button with a brush and draws an edge that is darker than its background.
+void paint(QPainter& painter, const QAbstractButton& button, const QColor& background,
            const QBrush& face);
 
-/// Rings a button that has the focus.
+/// Draws a frame around a button that has the focus.
 void paintFocus(QPainter& painter, const QAbstractButton& button);
 
 }  // namespace colour_face

@@ -2,8 +2,8 @@
 
 #include <QLabel>
 
-/// A degree of the scale, as " IV    Sottodominante". The numeral and the name stand in columns in
-/// every font, though the blanks between them are as many as a font of its own would need.
+/// A label that shows a degree of the scale, as " IV    Sottodominante". The numeral and the name
+/// are painted in columns, which the blanks of the text would give in one font only.
 class DegreeLabel : public QLabel {
     Q_OBJECT
 

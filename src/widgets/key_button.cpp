@@ -9,7 +9,7 @@ namespace {
 
 constexpr double kSizeInLines = 1.6;
 constexpr double kTextScale = 1.3;
-constexpr int kDownDarkness = 125;  ///< of the ground, in percent
+constexpr int kDownDarkness = 125;  ///< of the background, in percent
 
 }  // namespace
 
@@ -20,7 +20,7 @@ KeyButton::KeyButton(QWidget* parent) : QPushButton(parent) {
 }
 
 void KeyButton::showOpen(bool open) {
-    ground_ = open ? kOpen : kClosed;
+    background_ = open ? kOpen : kClosed;
     setText(open ? QStringLiteral("-") : QStringLiteral("+"));
     update();
 }
@@ -37,11 +37,11 @@ bool KeyButton::event(QEvent* event) {
 }
 
 void KeyButton::paintEvent(QPaintEvent* /*event*/) {
-    const QColor ground = QColor::fromRgb(ground_);
+    const QColor background = QColor::fromRgb(background_);
     QPainter painter(this);
     colour_face::paint(
-        painter, *this, ground,
-        isDown() ? ground.darker(kDownDarkness) : colour_face::hovered(*this, ground));
+        painter, *this, background,
+        isDown() ? background.darker(kDownDarkness) : colour_face::hovered(*this, background));
 
     QFont large = font();
     large.setPointSizeF(large.pointSizeF() * kTextScale);

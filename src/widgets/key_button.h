@@ -2,8 +2,8 @@
 
 #include <QPushButton>
 
-/// A small square button that opens and closes what stands beside it: "+" on one ground, "-" on
-/// another. Both grounds are light in every theme.
+/// A small square button that shows and hides something beside it: "+" on one background colour,
+/// "-" on another. Both are light in every theme.
 class KeyButton : public QPushButton {
     Q_OBJECT
 
@@ -23,5 +23,5 @@ protected:
     bool event(QEvent* event) override;
 
 private:
-    QRgb ground_ = kClosed;
+    QRgb background_ = kClosed;
 };

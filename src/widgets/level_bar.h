@@ -2,8 +2,8 @@
 
 #include <QScrollBar>
 
-/// A vertical scroll bar with its greatest value at the top: for the eye, the keys, the wheel and
-/// the mouse alike. It is tinted while it has the focus.
+/// A vertical scroll bar with its greatest value at the top, as seen and as moved by keys, wheel
+/// and mouse. It is tinted while it has the focus.
 class LevelBar : public QScrollBar {
     Q_OBJECT
 

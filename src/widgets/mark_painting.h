@@ -5,7 +5,7 @@
 
 class QPainter;
 
-/// A tick or a cross, which tells what its colour tells to those who do not see the colour.
+/// A tick or a cross: what a colour means, for users who cannot tell the colours apart.
 enum class Mark { None, Tick, Cross };
 
 /// Draws a mark in the middle of a rectangle.

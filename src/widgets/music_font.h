@@ -13,7 +13,8 @@ public:
     /// Reads the outlines from the font inside the program. Needs a QGuiApplication.
     MusicFont();
 
-    /// The one instance that widgets made from a form draw with, read at first use.
+    /// The instance of widgets that a form creates, whose constructors take no font; read at first
+    /// use.
     static const MusicFont& shared();
 
     /// The glyph in staff spaces, at its origin, with y growing downwards as on a painter.

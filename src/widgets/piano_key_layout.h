@@ -6,7 +6,7 @@
 
 #include <optional>
 
-/// Where the 60 keys of five octaves lie; a key is counted from the lowest, which is a Do.
+/// The geometry of the 60 keys of five octaves; keys are counted from the lowest, which is a Do.
 namespace piano_key_layout {
 
 constexpr int kKeys = pitch::kNoteCount;

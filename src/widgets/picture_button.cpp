@@ -27,7 +27,7 @@ QSize PictureButton::sizeHint() const {
 }
 
 /// The highlight is bright in every theme, so the picture on it is always dark.
-QColor PictureButton::ink() const {
+QColor PictureButton::penColour() const {
     return isChecked() && isEnabled() ? QColor(Qt::black) : palette().color(QPalette::ButtonText);
 }
 
@@ -40,7 +40,7 @@ void PictureButton::paintEvent(QPaintEvent* /*event*/) {
     painter.drawComplexControl(QStyle::CC_ToolButton, option);
     if (isChecked())
         painter.fillRect(rect().adjusted(2, 2, -2, -2), QColor::fromRgb(kHighlight));
-    painter.setPen(ink());
+    painter.setPen(penColour());
     picture_(painter, QRectF(rect()).adjusted(kMargin, kMargin, -kMargin, -kMargin));
     if (!hasFocus())
         return;

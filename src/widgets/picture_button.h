@@ -7,7 +7,7 @@
 class QPainter;
 class QRectF;
 
-/// A square button with an engraved picture. Checked, it has the highlight colour all over.
+/// A square button with an engraved picture. While checked it is filled with the highlight colour.
 class PictureButton : public QToolButton {
     Q_OBJECT
 
@@ -26,7 +26,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    QColor ink() const;
+    QColor penColour() const;
 
     Picture picture_;
 };

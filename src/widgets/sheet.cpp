@@ -23,13 +23,13 @@ void Sheet::setPage(QLayout* page) {
 
 void Sheet::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    const QColor ink = palette().color(QPalette::Text);
+    const QColor textColour = palette().color(QPalette::Text);
     appearance::paintCard(painter, *this);
 
     const int rule = contentsRect().top() + kHeadingRoom;
     painter.setRenderHint(QPainter::Antialiasing, false);
     painter.drawLine(kMargin, rule, width() - kMargin, rule);
-    painter.setPen(ink);
+    painter.setPen(textColour);
     QFont heading = font();
     heading.setPointSizeF(heading.pointSizeF() * kHeadingScale);
     heading.setBold(true);

@@ -4,7 +4,7 @@
 
 class QLayout;
 
-/// A page that looks printed: a light card with its caption as a heading over a rule.
+/// A page of the reference sheets: a card with its caption as a heading above a line.
 class Sheet : public QGroupBox {
     Q_OBJECT
 

@@ -41,7 +41,7 @@ TEST_F(EarTest, PitchAnswersAreJudgedAndARightOneSoundsTheNextNote) {
     EXPECT_EQ(messages(), Lines({"on 1 60 0"}));
     EXPECT_EQ(screen.prompt, range_prompts::kReset);
     clickKeys({24, 30});
-    EXPECT_EQ(screen.score, "3 2 60.00%") << "the keyboard rests";
+    EXPECT_EQ(screen.score, "3 2 60.00%") << "the keyboard ignores clicks";
     pitch.startOrStop();
     EXPECT_EQ(screen.score, "0 0 0") << "the same range again";
     pitch.startOrStop();
@@ -59,7 +59,7 @@ TEST_F(EarTest, WithTheReferenceEachTestEndsByItself) {
     EXPECT_THAT(midi.take(),
                 ElementsAre("0.000 on 1 58 90", "1.200 on 1 58 0",  //
                             "1.300 on 1 58 0", "1.300 on 1 59 100", "2.200 on 1 59 0"));
-    // A stop that is clicked while the answer's handler lets events through overtakes its test.
+    // A stop that is clicked while the answer's handler lets events run cancels its test.
     runtime.at(runtime.now(), [this] { pitch.startOrStop(); });
     clickKeys({23});
     EXPECT_EQ(messages(), Lines({"on 1 59 0"}));
@@ -137,7 +137,7 @@ TEST_F(EarTest, ExcludedIntervalsAreNotDrawn) {
     EXPECT_EQ(available(), 14);
 }
 
-TEST_F(EarTest, ALaterIntervalOvertakesTheOneThatLetItsEventIn) {
+TEST_F(EarTest, AnIntervalRequestedBeforeTheFirstNoteReplacesTheOneThatBegins) {
     ear.choose(interval);
     interval.stepMode();
     messages();
@@ -207,10 +207,10 @@ TEST_F(EarTest, WithoutARangeAnAnswerIsJudgedButNothingSounds) {
     EXPECT_EQ(messages(), Lines({"on 1 46 90", "on 1 49 90", "on 1 53 90"}));
     ear.choose(pitch);
     EXPECT_EQ(messages(), Lines({"on 1 0 0", "on 1 0 0", "on 1 46 0", "on 1 49 0", "on 1 53 0"}))
-        << "no chord goes with the user into another exercise";
+        << "choosing another exercise ends the chord";
 }
 
-TEST(EarTraining, NoNoteGoesWithTheUserIntoAnotherExercise) {
+TEST(EarTraining, ChoosingAnotherExerciseEndsItsNotes) {
     using Act = std::function<void(EarWorld&)>;
     const Act sounds[] = {
         [](EarWorld& world) {

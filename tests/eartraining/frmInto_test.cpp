@@ -32,7 +32,7 @@ struct FrmIntoTest : testing::Test {
             [&](const WindowDriver& user) { work(window, user); });
     }
 
-    static QRgb ground(const WindowDriver& user, const QString& name) {
+    static QRgb background(const WindowDriver& user, const QString& name) {
         return user.find<QLabel>(name).palette().color(QPalette::Window).rgb();
     }
 };
@@ -57,14 +57,14 @@ TEST_F(FrmIntoTest, APitchExerciseFromTheFirstClickToClosing) {
         EXPECT_FALSE(user.enabled("Esercizio"));
         user.type(Qt::Key_Escape);
         EXPECT_TRUE(window.isVisible()) << "an exercise runs";
-        std::vector<QRgb> grounds;
+        std::vector<QRgb> backgrounds;
         user.doubleClick("lb_13");
         EXPECT_EQ(user.text("txtRerrate"), "2") << "each quick click counts";
         for (const QString key : {"lb_10", "lb_11", "lb_12", "lb_10", "lb_10"}) {
             user.click(key);
-            grounds.push_back(ground(user, key == "lb_10" ? "txtResatte" : "txtRerrate"));
+            backgrounds.push_back(background(user, key == "lb_10" ? "txtResatte" : "txtRerrate"));
         }
-        EXPECT_THAT(grounds,
+        EXPECT_THAT(backgrounds,
                     ElementsAre(0xFF00BF0B, 0xFFF7CAE9, 0xFFF16BC9, 0xFFC0F700, 0xFF00BF0B));
         EXPECT_EQ(user.text("txtResatte"), "3");
         EXPECT_TRUE(user.shown("lblOk") && !user.shown("lblKo"));
@@ -89,18 +89,19 @@ TEST_F(FrmIntoTest, TheIntervalChartIsAlignedAndItsMarkersExclude) {
             EXPECT_EQ(name.left(), button.left()) << label;
             EXPECT_EQ(name.width(), button.width()) << label;
         }
-        const auto ground = [&user](const char* name) {
-            return user.find<ColourButton>(name).ground().rgb();
+        const auto background = [&user](const char* name) {
+            return user.find<ColourButton>(name).background().rgb();
         };
-        EXPECT_EQ(ground("LblSemi_9"), 0xFFC0FFFF);
-        EXPECT_EQ(ground("LblSemi_11"), 0xFFFFFFC0);
+        EXPECT_EQ(background("LblSemi_9"), 0xFFC0FFFF);
+        EXPECT_EQ(background("LblSemi_11"), 0xFFFFFFC0);
 
         user.click("Il_13");
         user.click("Il_0");
-        EXPECT_EQ(ground("Il_13"), 0xFFFF0000);
-        EXPECT_EQ(ground("Il_0"), 0xFF80FF80);
+        EXPECT_EQ(background("Il_13"), 0xFFFF0000);
+        EXPECT_EQ(background("Il_0"), 0xFF80FF80);
         user.doubleClick("Il_5");
-        EXPECT_EQ(ground("Il_5"), 0xFFFF0000) << "the second click of the two is none";
+        EXPECT_EQ(background("Il_5"), 0xFFFF0000)
+            << "the second click of a double click does not count";
         user.doubleClick("Il_0");
         EXPECT_EQ(user.find<QWidget>("Il_1").toolTip(), "Intervallo escluso");
         user.find<QWidget>("Il_0").setFocus();
@@ -125,7 +126,8 @@ TEST_F(FrmIntoTest, ChordsAndTheOtherExercisesOfTheMenu) {
     state.request(ExerciseCode::Pitch);
     use([this](frmInto& window, const WindowDriver& user) {
         EXPECT_FALSE(user.shown("cmdEsci") || user.shown("ComdRacStart"));
-        EXPECT_EQ(window.property("contextNumber"), 7) << "pitches were asked for since: 3";
+        EXPECT_EQ(window.property("contextNumber"), 7)
+            << "though 3, pitches, has been requested since";
         user.doubleClick("lb_24");
         EXPECT_TRUE(user.shown("ComdRacStart")) << "two quick clicks are a range of one key";
         user.click("lblModoVt");
@@ -139,7 +141,8 @@ TEST_F(FrmIntoTest, ChordsAndTheOtherExercisesOfTheMenu) {
         user.click("TipoAcc_0");
         user.click("TipoAcc_1");
         EXPECT_EQ(user.text("lblPerc"), "50.00%");
-        EXPECT_NE(ground(user, "txtResatte"), 0xFF00BF0B) << "these colours are the pitches'";
+        EXPECT_NE(background(user, "txtResatte"), 0xFF00BF0B)
+            << "the colours alternate in the pitch exercise only";
         EXPECT_FALSE(user.enabled("Esercizio"));
         user.click("ComdRacStart");
         EXPECT_TRUE(user.shown("cmdRes"));

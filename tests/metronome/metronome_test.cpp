@@ -154,7 +154,7 @@ TEST_F(MetronomeTest, WithoutAnOutputItSleepsUntilItIsStoppedOrTheProgramEnds) {
     EXPECT_THAT(linesWith(world.midi.take(), "stopped"), ElementsAre("70.000 stopped"));
 }
 
-TEST_F(MetronomeTest, ALostOutputIsPickedUpAgainAndDisturbsNobodyMeanwhile) {
+TEST_F(MetronomeTest, ALostOutputIsReportedOnceAndReopened) {
     world.runtime.at(1500ms, [this] { world.midi.deviceGone = true; });
     world.runtime.at(60s, [this] { world.midi.deviceGone = false; });
     EXPECT_THAT(linesWith(runFor(62s), " 127"),

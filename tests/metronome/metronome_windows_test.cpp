@@ -70,7 +70,7 @@ struct MetronomeWindowsTest : testing::Test {
 
 }  // namespace
 
-TEST_F(MetronomeWindowsTest, AStartRestsTheControlsAndShowsEachPulse) {
+TEST_F(MetronomeWindowsTest, AStartDisablesTheControlsAndShowsEachPulse) {
     EXPECT_EQ(lamps(), "--");
     EXPECT_EQ(QApplication::focusWidget(), &user.find<QWidget>("cmdSSmetro"));
     for (int i = 0; i < 3; ++i)

@@ -51,7 +51,7 @@ struct ReadingSessionTest : testing::Test {
 
 }  // namespace
 
-TEST_F(ReadingSessionTest, AtLeisureARightAnswerIsConfirmedAndTheNextNoteShown) {
+TEST_F(ReadingSessionTest, InNormalModeARightAnswerIsConfirmedAndTheNextNoteShown) {
     willShow({44, 48, 53, 43});
     session.start();
     session.answer(1);

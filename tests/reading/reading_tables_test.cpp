@@ -78,7 +78,7 @@ TEST(StepRangeChoice, TwoClicksChooseTheRangeAndTheStartWaitsForBoth) {
     EXPECT_FALSE(choice.click(2500));
     EXPECT_FALSE(choice.startAllowed());
     choice.chooseItem(5);
-    EXPECT_TRUE(choice.startAllowed()) << "nobody is left stuck";
+    EXPECT_TRUE(choice.startAllowed()) << "a session can be started again";
     EXPECT_EQ(choice.inWords(pitch::AnswerNames::Letters), "Note da G a A");
 }
 

@@ -49,8 +49,8 @@ struct FrmOptionsTest : testing::Test {
         return buttons;
     }
 
-    /// The ground of a button, beside its caption and inside its edge.
-    QRgb ground(const QString& name) const {
+    /// The background of a button, beside its caption and inside its edge.
+    QRgb background(const QString& name) const {
         const QImage image = user.find<QWidget>(name).grab().toImage();
         return image.pixel(image.width() / 2, image.height() / 6);
     }
@@ -100,8 +100,8 @@ TEST_F(FrmOptionsTest, KeyButtonsShowTheirPictureInTheirColours) {
     EXPECT_TRUE(user.shown("Gradi"));
     user.find<QWidget>("cmdOk").setFocus();
     EXPECT_EQ(user.text("Ton_15") + user.text("Ton_16"), QStringLiteral("+-"));
-    EXPECT_EQ(ground("Ton_15"), 0xFFFF8080);
-    EXPECT_EQ(ground("Ton_16"), 0xFFEEFFC0);
+    EXPECT_EQ(background("Ton_15"), 0xFFFF8080);
+    EXPECT_EQ(background("Ton_16"), 0xFFEEFFC0);
     EXPECT_EQ(window.size(), size);
 }
 

@@ -33,7 +33,7 @@ int alteration(const key_signatures::KeySignature& key, int degree) {
 
 }  // namespace
 
-TEST(KeySignatures, GoRoundTheCircleOfFifths) {
+TEST(KeySignatures, FollowTheCircleOfFifths) {
     for (const auto& key : key_signatures::kAll) {
         EXPECT_EQ(pitchClass(key.major), (7 * key.fifths + 84) % 12) << key.major;
         EXPECT_EQ((pitchClass(key.minor) + 3) % 12, pitchClass(key.major)) << key.minor;

@@ -103,7 +103,7 @@ TEST_F(MainWindowTest, LoadsIdleAndIsActivatedOnce) {
     EXPECT_THAT(world.midi.takeUntimed(), IsEmpty());
 }
 
-TEST_F(MainWindowTest, ASessionAtLeisureByMouseAndKeys) {
+TEST_F(MainWindowTest, ASessionInNormalModeByMouseAndKeys) {
     open();
     willShow(44);
     user.click("Start");
@@ -149,7 +149,7 @@ TEST_F(MainWindowTest, AnAutomaticSessionIsAnsweredByKeysAndStoppedByItsButton) 
         EXPECT_NE(user.text("difficolt"), "Chiave di Sol: SI - MI");
         user.click("psi");
         user.click("Start");
-        EXPECT_EQ(user.text("Start"), "Stop") << "the loop has yet to see it";
+        EXPECT_EQ(user.text("Start"), "Stop") << "the loop has not ended yet";
         user.click("Start");
     });
     user.click("Start");

@@ -46,7 +46,7 @@ public:
                 sounding.erase(note);
             } else {
                 sounding.insert(note);
-                EXPECT_TRUE((note & 0xF) != 9 || clicksMayBegin()) << "a click at rest";
+                EXPECT_TRUE((note & 0xF) != 9 || clicksMayBegin()) << "a click without an activity";
             }
         }
         return 0;
@@ -97,7 +97,7 @@ bool opensMenu(const QAbstractButton& button) {
     return (push && push->menu()) || (tool && tool->menu());
 }
 
-/// One user at the main window and whatever it opens, who works without sense.
+/// One user at the main window and whatever it opens, who does things at random.
 struct Walk {
     std::mt19937 random;
     WalkRuntime runtime;
@@ -200,7 +200,7 @@ struct Walk {
     void step() {
         checkControls();
         QWidget& in = *inFront();
-        const std::array<std::function<void()>, 8> deeds{
+        const std::array<std::function<void()>, 8> actions{
             [&] { clickAny(in); },
             [&] { clickAny(in); },
             [&] { triggerAny(in); },
@@ -217,7 +217,7 @@ struct Walk {
             },
             [&] { close(in); },
         };
-        deeds[draw(deeds.size())]();
+        actions[draw(actions.size())]();
     }
 
     /// A screen reader's press comes through a wait too.
@@ -233,11 +233,11 @@ struct Walk {
 
     void checkControls() const {
         const WindowDriver main(*window);
-        const bool rests = main.enabled("cmdEsci");
+        const bool idle = main.enabled("cmdEsci");
         for (const char* control : {"cmdSetup", "lblCloseMetro"})
-            EXPECT_EQ(main.enabled(control), rests) << control;
+            EXPECT_EQ(main.enabled(control), idle) << control;
         for (const char* menu : {"f1", "es", "Opzioni"})
-            EXPECT_EQ(window->findChild<QMenu*>(menu)->isEnabled(), rests) << menu;
+            EXPECT_EQ(window->findChild<QMenu*>(menu)->isEnabled(), idle) << menu;
     }
 
     /// With no activity on, nothing sounds; the custom sequence's clicks end by themselves.
@@ -246,7 +246,7 @@ struct Walk {
         if (session || metronomeRuns() || QApplication::activeModalWidget())
             return;
         std::erase_if(midi.sounding, [](std::uint32_t note) { return (note & 0xF) == 9; });
-        EXPECT_TRUE(midi.sounding.empty()) << "a note sounds at rest";
+        EXPECT_TRUE(midi.sounding.empty()) << "a note sounds without an activity";
     }
 
     void go() {
@@ -275,7 +275,7 @@ struct Walk {
 
 }  // namespace
 
-TEST(RandomWalk, NothingSoundsAtRestWhateverCameBefore) {
+TEST(RandomWalk, NothingSoundsWhileNoActivityRuns) {
     const auto first = static_cast<unsigned>(qEnvironmentVariableIntValue("CANTAVISTA_WALK_SEED"));
     for (unsigned seed = first; seed < first + walks() && !testing::Test::HasFailure(); ++seed) {
         Walk walk(seed);

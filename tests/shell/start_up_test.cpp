@@ -39,7 +39,7 @@ TEST(StartUp, PlaysTheTuneThenOpensTheOutputAndSendsTheInstrument) {
     EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("open -1", "program 16"));
 }
 
-TEST(StartUp, AMissingTuneIsPassedOverAndAMissingOutputSaidOnce) {
+TEST(StartUp, AMissingTuneIsIgnoredAndAMissingOutputReportedOnce) {
     TestWorld world;
     ViewRecorder view(world.runtime);
     world.media.codes = {{"OPEN", 275}};

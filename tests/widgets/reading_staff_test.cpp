@@ -185,7 +185,7 @@ TEST_F(ReadingStaffTest, APressBesideANoteChoosesItsStep) {
     EXPECT_THAT(presses, IsEmpty());
 }
 
-TEST_F(ReadingStaffTest, TheStepUnderTheMouseIsReportedWhileItIsThere) {
+TEST_F(ReadingStaffTest, ReportsTheStepUnderTheMouse) {
     std::vector<std::optional<int>> pointed;
     ruler.clearFocus();
     QObject::connect(&ruler, &Regolo::pointed,

@@ -58,9 +58,9 @@ void IntervalExercise::ppSuonaInt(int semitones) {
         playPair(pitch::kMiddleC, static_cast<pitch::NoteNumber>(pitch::kMiddleC + semitones));
 }
 
-/// Only a listener sees the keys; while the exercise runs they would give the answer away. In the
-/// melodic modes events run once before the first note; if they play or stop, this interval sounds
-/// no more.
+/// The keys are shown only while the exercise does not run; they would give the answer away. In the
+/// melodic modes events run once before the first note; if they play another interval or stop, this
+/// one is given up.
 void IntervalExercise::playPair(pitch::NoteNumber lower, pitch::NoteNumber upper) {
     const int number = ++intervalNumber_;
     const bool showsKeys = !running();

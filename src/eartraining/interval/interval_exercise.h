@@ -16,7 +16,7 @@ public:
     static constexpr EarPrompt kRecognise{
         QT_TRANSLATE_NOOP("UserText", "Riconosci intervallo suonato")};
 
-    /// The keyboard stays `keyboardUser`'s except while this exercise runs.
+    /// Clicks on keys go to `keyboardUser` except while this exercise runs.
     IntervalExercise(ExerciseContext& context, EarExercise& keyboardUser)
         : EarExercise(context, ExerciseCode::Interval), keyboardUser_(keyboardUser) {}
 
@@ -37,7 +37,7 @@ public:
     bool available(int semitones) const;
     /// Takes an interval of 1..13 semitones out of the draw or puts it back in.
     void toggleAvailable(int semitones);
-    /// Does the same with all of them, as the first of them goes.
+    /// Does the same with all of them: all follow the interval of 1 semitone.
     void toggleAll();
 
     void enter() override { stopSound(); }
@@ -61,7 +61,7 @@ private:
     pitch::NoteNumber lower_ = 0;  ///< the last interval played; 0 before the first
     pitch::NoteNumber upper_ = 0;
     bool sounding_ = false;
-    /// Counts intervals and stops, so that an interval that has let events run knows if it is still
-    /// the last.
+    /// Counts intervals and stops, so that an interval that has let events run can tell whether it
+    /// was replaced meanwhile.
     int intervalNumber_ = 0;
 };

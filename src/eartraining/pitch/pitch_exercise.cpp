@@ -146,7 +146,8 @@ void PitchExercise::answer(pitch::NoteIndex key) {
         playTest();
 }
 
-/// Events run once before the reference sounds; if they play or stop, this test sounds no more.
+/// Events run once before the reference sounds; if they start another test or stop, this one is
+/// given up.
 void PitchExercise::playTest() {
     const int number = ++testNumber_;
     if (withReference()) {

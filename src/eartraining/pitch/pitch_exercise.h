@@ -29,13 +29,13 @@ public:
     bool withReference() const;
     void toggleMode();
 
-    /// Its buttons can come while the interval chart is chosen, which leaves the keyboard to it.
+    /// Its buttons can be visible while the interval chart is chosen, which does not take the
+    /// keyboard.
     bool visible() const override { return chosen() || startVisible() || resetVisible_; }
     bool resetVisible() const { return resetVisible_; }
 
     void enter() override;
-    /// The range and a stop are forgotten only as far as the next exercise has use for the
-    /// keyboard.
+    /// Forgets the range only if the next exercise takes the keyboard.
     void leave(bool keyboardTaken) override;
     void stopSound() override;
 
@@ -57,7 +57,7 @@ private:
     bool started_ = false;
     bool stopped_ = false;  ///< the keyboard ignores clicks until a new range is asked for
     bool sounding_ = false;
-    /// Counts tests and stops, so that a test that has let events run knows if it is still the
-    /// last.
+    /// Counts tests and stops, so that a test that has let events run can tell whether it was
+    /// replaced meanwhile.
     int testNumber_ = 0;
 };
