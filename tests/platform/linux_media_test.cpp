@@ -1,10 +1,10 @@
 #include "platform/linux/linux_media.h"
 
+#include "audio/audio_engine.h"
+#include "audio/sound_file_bytes.h"
 #include "platform/desktop/desktop_folders.h"
-#include "platform/linux/audio_engine.h"
 #include "platform/linux/audio_stream.h"
 #include "platform/linux/media_command.h"
-#include "platform/sound_file_bytes.h"
 
 #include <QTemporaryDir>
 

@@ -1,6 +1,6 @@
 #include "platform/linux/linux_midi_out.h"
 
-#include "platform/linux/audio_engine.h"
+#include "audio/audio_engine.h"
 #include "platform/linux/audio_stream.h"
 
 #include <gtest/gtest.h>

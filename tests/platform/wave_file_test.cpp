@@ -1,9 +1,9 @@
 // The wave file, rendered by the real synthesizer where its instruments are installed.
 
+#include "audio/wave.h"
 #include "composer/export/melody_score.h"
 #include "composer/export/wave_file_writer.h"
 #include "platform/desktop/desktop_folders.h"
-#include "platform/linux/wave.h"
 #include "platform/sound.h"
 #include "platform/wave_renderer.h"
 

@@ -1,10 +1,10 @@
 #include "platform/linux/audio_stream.h"
 
-#include "platform/linux/audio_engine.h"
+#include "audio/audio_engine.h"
+#include "audio/steady_time.h"
+#include "audio/synthesizer.h"
 #include "platform/linux/jack_watch.h"
 #include "platform/linux/quiet_libraries.h"
-#include "platform/linux/steady_time.h"
-#include "platform/linux/synthesizer.h"
 
 #include <fluidsynth.h>
 

@@ -1,12 +1,12 @@
 #include "platform/linux/linux_media.h"
 
+#include "audio/audio_engine.h"
+#include "audio/steady_time.h"
+#include "audio/tune.h"
+#include "audio/wave.h"
 #include "platform/folders.h"
-#include "platform/linux/audio_engine.h"
 #include "platform/linux/audio_stream.h"
 #include "platform/linux/media_command.h"
-#include "platform/linux/steady_time.h"
-#include "platform/linux/tune.h"
-#include "platform/linux/wave.h"
 
 #include <QFile>
 #include <QFileInfo>

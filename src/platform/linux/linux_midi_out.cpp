@@ -1,8 +1,8 @@
 #include "platform/linux/linux_midi_out.h"
 
-#include "platform/linux/audio_engine.h"
+#include "audio/audio_engine.h"
+#include "audio/steady_time.h"
 #include "platform/linux/audio_stream.h"
-#include "platform/linux/steady_time.h"
 #include "platform/runtime.h"
 #include "platform/user_text.h"
 

@@ -1,10 +1,10 @@
 #include "platform/linux/linux_sound.h"
 
-#include "platform/linux/audio_engine.h"
+#include "audio/audio_engine.h"
+#include "audio/synthesizer.h"
 #include "platform/linux/audio_stream.h"
 #include "platform/linux/linux_media.h"
 #include "platform/linux/linux_midi_out.h"
-#include "platform/linux/synthesizer.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/wave_render.h"
+#include "audio/wave_render.h"
 #include "platform/sound.h"
 
 /// One audio output shared by the built-in synthesizer, the tune and the short sounds, and the

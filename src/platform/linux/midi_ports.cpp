@@ -1,8 +1,8 @@
 #include "platform/linux/midi_ports.h"
 
+#include "audio/steady_time.h"
 #include "platform/linux/jack_watch.h"
 #include "platform/linux/quiet_libraries.h"
-#include "platform/linux/steady_time.h"
 
 #include <RtMidi.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/linux/sound_event.h"
-#include "platform/linux/synthesizer.h"
+#include "audio/sound_event.h"
+#include "audio/synthesizer.h"
 
 #include <array>
 #include <cstddef>

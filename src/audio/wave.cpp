@@ -1,4 +1,4 @@
-#include "platform/linux/wave.h"
+#include "audio/wave.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,7 +1,7 @@
-#include "platform/linux/audio_engine.h"
+#include "audio/audio_engine.h"
 
-#include "platform/linux/tune.h"
-#include "platform/linux/wave.h"
+#include "audio/tune.h"
+#include "audio/wave.h"
 
 #include <algorithm>
 #include <limits>

@@ -1,4 +1,4 @@
-#include "platform/linux/message_timeline.h"
+#include "audio/message_timeline.h"
 
 #include <gtest/gtest.h>
 

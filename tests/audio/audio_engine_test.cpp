@@ -1,9 +1,9 @@
-#include "platform/linux/audio_engine.h"
+#include "audio/audio_engine.h"
 
+#include "audio/sound_file_bytes.h"
+#include "audio/tune.h"
+#include "audio/wave.h"
 #include "platform/linux/quiet_libraries.h"
-#include "platform/linux/tune.h"
-#include "platform/linux/wave.h"
-#include "platform/sound_file_bytes.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "platform/linux/stream_clock.h"
+#include "audio/stream_clock.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/linux/event_queue.h"
-#include "platform/linux/stream_clock.h"
+#include "audio/event_queue.h"
+#include "audio/stream_clock.h"
 
 #include <atomic>
 #include <cstdint>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/linux/message_timeline.h"
-#include "platform/linux/sound_mixer.h"
+#include "audio/message_timeline.h"
+#include "audio/sound_mixer.h"
 
 #include <atomic>
 #include <cstdint>

@@ -1,7 +1,7 @@
-#include "platform/linux/sound_mixer.h"
+#include "audio/sound_mixer.h"
 
-#include "platform/linux/tune.h"
-#include "platform/linux/wave.h"
+#include "audio/tune.h"
+#include "audio/wave.h"
 
 #include <algorithm>
 #include <cmath>

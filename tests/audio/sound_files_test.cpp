@@ -1,6 +1,6 @@
-#include "platform/linux/tune.h"
-#include "platform/linux/wave.h"
-#include "platform/sound_file_bytes.h"
+#include "audio/sound_file_bytes.h"
+#include "audio/tune.h"
+#include "audio/wave.h"
 
 #include <QDir>
 #include <QFile>

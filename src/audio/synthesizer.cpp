@@ -1,6 +1,6 @@
-#include "platform/linux/synthesizer.h"
+#include "audio/synthesizer.h"
 
-#include "platform/linux/fluid_synth.h"
+#include "audio/fluid_synth.h"
 
 #include <array>
 #include <cstdlib>

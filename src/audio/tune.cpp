@@ -1,6 +1,6 @@
-#include "platform/linux/tune.h"
+#include "audio/tune.h"
 
-#include "platform/linux/fluid_synth.h"
+#include "audio/fluid_synth.h"
 #include "platform/linux/quiet_libraries.h"
 
 #include <utility>

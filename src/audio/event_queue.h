@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/sound_event.h"
+#include "audio/sound_event.h"
 
 #include <array>
 #include <atomic>

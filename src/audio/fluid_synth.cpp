@@ -1,4 +1,4 @@
-#include "platform/linux/fluid_synth.h"
+#include "audio/fluid_synth.h"
 
 #include <mutex>
 

@@ -1,8 +1,8 @@
-#include "platform/linux/wave_render.h"
+#include "audio/wave_render.h"
 
+#include "audio/sound_mixer.h"
+#include "audio/synthesizer.h"
 #include "platform/linux/quiet_libraries.h"
-#include "platform/linux/sound_mixer.h"
-#include "platform/linux/synthesizer.h"
 
 #include <algorithm>
 #include <utility>
