@@ -4,8 +4,8 @@
 //
 //   render_bench [runs, 7]
 
-#include "audio/synthesizer.h"
 #include "figures.h"
+#include "platform/linux/soundfont.h"
 
 #include <QCoreApplication>
 #include <QFile>

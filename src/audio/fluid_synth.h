@@ -4,10 +4,15 @@
 
 #include <memory>
 
-/// A synthesizer of the library with the settings it was made with.
+using FluidSettings = std::unique_ptr<fluid_settings_t, decltype(&delete_fluid_settings)>;
+
+/// Default settings of FluidSynth, which from then on writes nothing to the terminal. Null if
+/// memory runs out.
+FluidSettings makeFluidSettings();
+
+/// A FluidSynth synthesizer and the settings that it was made with.
 struct FluidSynth {
-    std::unique_ptr<fluid_settings_t, decltype(&delete_fluid_settings)> settings{
-        new_fluid_settings(), delete_fluid_settings};
+    FluidSettings settings = makeFluidSettings();
     std::unique_ptr<fluid_synth_t, decltype(&delete_fluid_synth)> synth{nullptr,
                                                                         delete_fluid_synth};
 

@@ -3,7 +3,6 @@
 #include "audio/fluid_synth.h"
 
 #include <array>
-#include <cstdlib>
 #include <filesystem>
 #include <glib.h>
 #include <utility>
@@ -25,12 +24,12 @@ enum Controller {
 };
 
 /// FluidSynth reads soundfonts with GLib, which complains of a damaged one on the terminal.
-class QuietGlib {
+class SuppressGlibOutput {
 public:
-    QuietGlib() : previous_(g_log_set_default_handler(drop, nullptr)) {}
-    ~QuietGlib() { g_log_set_default_handler(previous_, nullptr); }
-    QuietGlib(const QuietGlib&) = delete;
-    QuietGlib& operator=(const QuietGlib&) = delete;
+    SuppressGlibOutput() : previous_(g_log_set_default_handler(drop, nullptr)) {}
+    ~SuppressGlibOutput() { g_log_set_default_handler(previous_, nullptr); }
+    SuppressGlibOutput(const SuppressGlibOutput&) = delete;
+    SuppressGlibOutput& operator=(const SuppressGlibOutput&) = delete;
 
 private:
     static void drop(const char*, GLogLevelFlags, const char*, void*) {}
@@ -64,7 +63,7 @@ std::unique_ptr<Synthesizer> Synthesizer::load(const std::string& soundfont, dou
     if (!engine->make())
         return nullptr;
     fluid_synth_t* synth = engine->synth.get();
-    const QuietGlib quiet;
+    const SuppressGlibOutput suppressed;
     if (fluid_synth_sfload(synth, soundfont.c_str(), 1) == FLUID_FAILED)
         return nullptr;
     fluid_synth_set_channel_type(synth, kChannels + kDrumChannel, CHANNEL_TYPE_DRUM);
@@ -159,24 +158,4 @@ void Synthesizer::takePrograms(const Synthesizer& other) {
 bool soundfontExists(const std::string& soundfont) {
     std::error_code ignored;
     return std::filesystem::is_regular_file(soundfont, ignored);
-}
-
-std::string findSoundfont() {
-    if (const char* named = std::getenv("CANTAVISTA_SOUNDFONT"); named && *named)
-        return named;
-    std::error_code ignored;
-    const auto program = std::filesystem::read_symlink("/proc/self/exe", ignored);
-    const auto beside = program.parent_path() / "TimGM6mb.sf2";
-    if (std::filesystem::exists(beside, ignored))
-        return beside.string();
-    constexpr std::array kPlaces{
-        "/usr/share/sounds/sf2/TimGM6mb.sf2",       "/usr/share/soundfonts/TimGM6mb.sf2",
-        "/usr/local/share/sounds/sf2/TimGM6mb.sf2", "/usr/share/sounds/sf2/default-GM.sf2",
-        "/usr/share/soundfonts/default.sf2",        "/usr/share/sounds/sf3/default-GM.sf3",
-    };
-    for (const char* place : kPlaces) {
-        if (std::filesystem::exists(place, ignored))
-            return place;
-    }
-    return {};
 }

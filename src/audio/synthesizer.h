@@ -42,9 +42,5 @@ private:
     std::unique_ptr<Engine> engine_;
 };
 
-/// The soundfont to load: the one named by the environment, else the one beside the program, else
-/// the first of the usual places; empty if there is none.
-std::string findSoundfont();
-
-/// Whether there is such a file; if it does not load it is damaged.
+/// Whether the file exists; if it does and does not load, it is damaged.
 bool soundfontExists(const std::string& soundfont);

@@ -1,7 +1,6 @@
 #include "audio/tune.h"
 
 #include "audio/fluid_synth.h"
-#include "platform/linux/quiet_libraries.h"
 
 #include <utility>
 
@@ -86,7 +85,6 @@ struct Tune::Player {
 };
 
 std::unique_ptr<Tune> Tune::start(QByteArrayView file) {
-    quietLibraries();
     auto player = std::make_unique<Player>();
     if (file.isEmpty() || !player->start(file))
         return nullptr;

@@ -2,7 +2,6 @@
 
 #include "audio/sound_mixer.h"
 #include "audio/synthesizer.h"
-#include "platform/linux/quiet_libraries.h"
 
 #include <algorithm>
 #include <utility>
@@ -79,8 +78,7 @@ private:
 
 std::unique_ptr<WaveRendering> MixerWaveRenderer::start(std::vector<TimedMessage> messages,
                                                         std::int64_t endMs) {
-    quietLibraries();
-    const std::string soundfont = findSoundfont();
+    const std::string soundfont = soundfont_();
     auto synthesizer = Synthesizer::load(soundfont, kFramesPerSecond);
     damaged_ = !synthesizer && soundfontExists(soundfont);
     if (!synthesizer)

@@ -3,7 +3,7 @@
 #include "audio/sound_file_bytes.h"
 #include "audio/tune.h"
 #include "audio/wave.h"
-#include "platform/linux/quiet_libraries.h"
+#include "platform/linux/soundfont.h"
 
 #include <gtest/gtest.h>
 
@@ -22,7 +22,6 @@ constexpr std::int64_t kSecond = 1'000'000'000;
 class AudioEngineTest : public testing::Test {
 protected:
     void SetUp() override {
-        quietLibraries();
         auto synthesizer = Synthesizer::load(findSoundfont(), kRate);
         ASSERT_TRUE(synthesizer) << "the soundfont is not installed";
         engine_.setSynthesizer(std::move(synthesizer));

@@ -1,10 +1,11 @@
 #include "platform/linux/audio_stream.h"
 
 #include "audio/audio_engine.h"
+#include "audio/fluid_synth.h"
 #include "audio/steady_time.h"
 #include "audio/synthesizer.h"
 #include "platform/linux/jack_watch.h"
-#include "platform/linux/quiet_libraries.h"
+#include "platform/linux/library_output.h"
 
 #include <fluidsynth.h>
 
@@ -24,8 +25,7 @@ constexpr auto kShortFarewell = std::chrono::milliseconds(200);
 constexpr std::int64_t kStalledAfter = 2'000'000'000;
 
 struct Driver {
-    std::unique_ptr<fluid_settings_t, decltype(&delete_fluid_settings)> settings{
-        nullptr, delete_fluid_settings};
+    FluidSettings settings{nullptr, delete_fluid_settings};
     std::unique_ptr<fluid_audio_driver_t, decltype(&delete_fluid_audio_driver)> driver{
         nullptr, delete_fluid_audio_driver};
     std::unique_ptr<JackWatch> jack;  // for the driver of that name
@@ -145,7 +145,7 @@ bool AudioStream::Core::openDriver(const std::string& name) {
     output.jack = name == "jack" ? JackWatch::start() : nullptr;
     if (output.jack && output.jack->sampleRate() != engine->rate())
         prepare(output.jack->sampleRate());
-    output.settings.reset(new_fluid_settings());
+    output.settings = makeFluidSettings();
     fluid_settings_t* settings = output.settings.get();
     if (!settings || fluid_settings_setstr(settings, "audio.driver", name.c_str()) != FLUID_OK)
         return false;
@@ -161,7 +161,7 @@ bool AudioStream::Core::openDriver(const std::string& name) {
 
 AudioStream::AudioStream(std::shared_ptr<AudioEngine> engine, Setup setup)
     : core_(std::make_shared<Core>(std::move(engine), std::move(setup))) {
-    quietLibraries();
+    suppressLibraryOutput();
     std::thread([core = core_] { core->run(); }).detach();
 }
 

@@ -1,11 +1,11 @@
 #include "platform/linux/jack_watch.h"
 
-#include "platform/linux/quiet_libraries.h"
+#include "platform/linux/library_output.h"
 
 #include <jack/jack.h>
 
 std::unique_ptr<JackWatch> JackWatch::start() {
-    quietLibraries();
+    suppressLibraryOutput();
     std::unique_ptr<JackWatch> watch(new JackWatch);
     jack_client_t* client = jack_client_open("Cantavista watch", JackNoStartServer, nullptr);
     if (!client)

@@ -1,10 +1,11 @@
 #include "platform/linux/linux_sound.h"
 
 #include "audio/audio_engine.h"
-#include "audio/synthesizer.h"
 #include "platform/linux/audio_stream.h"
+#include "platform/linux/library_output.h"
 #include "platform/linux/linux_media.h"
 #include "platform/linux/linux_midi_out.h"
+#include "platform/linux/soundfont.h"
 
 namespace {
 
@@ -33,7 +34,9 @@ struct LinuxSound::Parts {
 };
 
 LinuxSound::LinuxSound(const Folders& folders, Runtime* runtime)
-    : folders_(folders), runtime_(runtime) {}
+    : folders_(folders), runtime_(runtime), waveRenderer_(findSoundfont) {
+    suppressLibraryOutput();
+}
 
 LinuxSound::~LinuxSound() = default;
 

@@ -2,7 +2,7 @@
 
 #include "audio/steady_time.h"
 #include "platform/linux/jack_watch.h"
-#include "platform/linux/quiet_libraries.h"
+#include "platform/linux/library_output.h"
 
 #include <RtMidi.h>
 
@@ -55,7 +55,7 @@ bool guarded(Work work) {
 }
 
 std::unique_ptr<RtMidiOut> makeOut(RtMidi::Api api) {
-    quietLibraries();
+    suppressLibraryOutput();
     std::unique_ptr<RtMidiOut> out;
     guarded([&] {
         out = std::make_unique<RtMidiOut>(api, kClientName);

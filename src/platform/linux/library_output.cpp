@@ -1,6 +1,4 @@
-#include "platform/linux/quiet_libraries.h"
-
-#include <fluidsynth.h>
+#include "platform/linux/library_output.h"
 
 #include <alsa/asoundlib.h>
 #include <cstdlib>
@@ -11,11 +9,10 @@ namespace {
 
 void dropAlsaError(const char*, int, const char*, int, const char*, ...) {}
 void dropJackText(const char*) {}
-void dropFluidText(int, const char*, void*) {}
 
 }  // namespace
 
-void quietLibraries() {
+void suppressLibraryOutput() {
     static std::once_flag once;
     std::call_once(once, [] {
         constexpr int kKeepIfSet = 0;
@@ -25,7 +22,5 @@ void quietLibraries() {
         snd_lib_error_set_handler(dropAlsaError);
         jack_set_error_function(dropJackText);
         jack_set_info_function(dropJackText);
-        for (const int level : {FLUID_PANIC, FLUID_ERR, FLUID_WARN, FLUID_INFO, FLUID_DBG})
-            fluid_set_log_function(level, dropFluidText, nullptr);
     });
 }
