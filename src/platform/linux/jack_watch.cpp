@@ -21,6 +21,17 @@ double JackWatch::sampleRate() const {
     return jack_get_sample_rate(static_cast<jack_client_t*>(client_));
 }
 
+std::size_t JackWatch::connectionCount(const std::string& port) const {
+    auto* client = static_cast<jack_client_t*>(client_);
+    const jack_port_t* found = jack_port_by_name(client, port.c_str());
+    const char** names = found ? jack_port_get_all_connections(client, found) : nullptr;
+    std::size_t count = 0;
+    while (names && names[count])
+        ++count;
+    jack_free(names);
+    return count;
+}
+
 JackWatch::~JackWatch() {
     if (serverGone())
         static_cast<void>(gone_.release());

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <atomic>
+#include <cstddef>
 #include <memory>
+#include <string>
 
 /// Notices the end of the JACK server that runs now. The library itself goes on as if nothing had
 /// happened, and crashes when a client of a server that is gone is closed.
@@ -15,6 +17,10 @@ public:
 
     double sampleRate() const;
     bool serverGone() const { return gone_->load(); }
+
+    /// How many connections a port has in the graph that the server runs; 0 for an unknown port. A
+    /// new connection is in it from the beginning of the server's next cycle.
+    std::size_t connectionCount(const std::string& port) const;
 
 private:
     JackWatch() = default;

@@ -7,11 +7,13 @@
 #include <RtMidi.h>
 
 #include <array>
+#include <chrono>
 #include <exception>
 #include <iostream>
 #include <jack/jack.h>
 #include <optional>
 #include <sstream>
+#include <thread>
 #include <utility>
 
 namespace {
@@ -19,6 +21,8 @@ namespace {
 constexpr const char* kClientName = "Cantavista";
 constexpr std::array kApis{RtMidi::LINUX_ALSA, RtMidi::UNIX_JACK};
 constexpr std::int64_t kCheckInterval = 100'000'000;
+/// A cycle of JACK rarely lasts longer than 43 ms (2048 frames at 48 kHz).
+constexpr std::int64_t kConnectionPatience = 200'000'000;
 constexpr std::uint32_t kNoteOn = 0x90;
 constexpr std::uint32_t kAllSoundsOff = 120;
 constexpr std::uint32_t kAllNotesOff = 123;
@@ -85,6 +89,14 @@ std::optional<unsigned int> portNumber(RtMidiOut& out, const std::string& name) 
     return std::nullopt;
 }
 
+/// JACK's library connects ports in the graph of the next cycle, and what is sent before that cycle
+/// reaches nobody. The first message sent is the instrument, so it is worth the wait.
+void waitForConnection(const JackWatch& jack, const std::string& port, std::size_t before) {
+    const std::int64_t end = steadyNow() + kConnectionPatience;
+    while (!jack.serverGone() && jack.connectionCount(port) <= before && steadyNow() < end)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+}
+
 std::size_t messageBytes(std::uint32_t packed) {
     const std::uint32_t kind = packed & 0xF0u;
     return kind == 0xC0 || kind == 0xD0 ? 2 : 3;
@@ -118,6 +130,7 @@ std::unique_ptr<MidiPort> MidiPort::open(const PortAddress& address, SoundCode& 
         code = SoundCode::DeviceVanished;
         return nullptr;
     }
+    const std::size_t connections = jack ? jack->connectionCount(address.name) : 0;
     bool failed = false;
     const bool opened = guarded([&] {
         out->setErrorCallback(noteFailure, &failed);
@@ -129,6 +142,8 @@ std::unique_ptr<MidiPort> MidiPort::open(const PortAddress& address, SoundCode& 
         code = SoundCode::DeviceBusy;
         return nullptr;
     }
+    if (jack)
+        waitForConnection(*jack, address.name, connections);
     code = SoundCode::Ok;
     return std::unique_ptr<MidiPort>(new MidiPort(std::move(out), std::move(jack), address.name));
 }
