@@ -43,9 +43,6 @@ public:
     /// When the stream last asked for frames; the largest value while it rests.
     std::int64_t lastRequest() const { return lastRequest_.load(); }
 
-    /// From the arrival of a message to the request for its frame.
-    double delaySeconds() const { return timeline_.delaySeconds(); }
-
 private:
     enum class Slot { Tune, Wave };
 

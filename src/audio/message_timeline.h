@@ -32,7 +32,6 @@ public:
     std::optional<SoundEvent> next(std::int64_t frame, int blockFrames);
 
     bool empty() const { return queue_.front() == nullptr; }
-    double delaySeconds() const { return clock_.delaySeconds(); }
 
 private:
     EventQueue queue_;

@@ -85,11 +85,10 @@ double StreamClock::instantOf(double frame) const {
 }
 
 double StreamClock::frameFor(std::int64_t time) const {
-    return lineFrame_ +
-           (static_cast<double>(time) - lineTime_ + delaySeconds() * kNanoseconds) / frameTime_;
+    return lineFrame_ + (static_cast<double>(time) - lineTime_ + delayNanoseconds()) / frameTime_;
 }
 
-double StreamClock::delaySeconds() const {
-    // A thing that arrives just after a request is first looked at by the next one.
-    return (largestRequest_ * frameTime_ + early_ + kMargin) / kNanoseconds;
+double StreamClock::delayNanoseconds() const {
+    // An event that arrives just after a request is first looked at by the next one.
+    return largestRequest_ * frameTime_ + early_ + kMargin;
 }

@@ -18,15 +18,14 @@ public:
     /// The frame at which a thing of the instant `time` sounds, the constant delay included.
     double frameFor(std::int64_t time) const;
 
-    /// From an instant to the (smoothed) request for its frame. It only grows, when the stream
-    /// turns out to ask further ahead than it ever did before.
-    double delaySeconds() const;
-
 private:
     void start(std::int64_t now, std::int64_t frame);
     void follow(double residual, std::int64_t frame, int count);
     void learnLead();
     double instantOf(double frame) const;
+    /// From an instant to the (smoothed) request for its frame. It only grows, when the stream
+    /// asks further ahead than ever before.
+    double delayNanoseconds() const;
 
     double nominalFrameTime_;  // nanoseconds
     double frameTime_;         // the same by the steady clock
