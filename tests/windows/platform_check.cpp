@@ -64,8 +64,8 @@ void checkPaths(const fs::path& folder) {
     for (const wchar_t* good : {L"C:\\Melodie\\Canto d'estate.mel", L"x.mel", L"CONTO.mel",
                                 L"C:\\Melodie\\..\\\u00E8.mel"})
         expect(paths::isPossible(good), "a good name is possible");
-    for (const wchar_t* bad : {L"C:\\a:b.mel", L"C:\\con.mel", L"Com1", L"a?.mel", L"a .\\b",
-                               L"C:\\a\tb", L"fine."})
+    for (const wchar_t* bad :
+         {L"C:\\a:b.mel", L"C:\\con.mel", L"Com1", L"a?.mel", L"a .\\b", L"C:\\a\tb", L"fine."})
         expect(!paths::isPossible(bad), "a bad name is impossible");
 
     const fs::path melodies = folder / L"Melodie";
@@ -80,24 +80,21 @@ void checkPaths(const fs::path& folder) {
 }
 
 /// A MIDI file with a note that lasts a second.
-constexpr unsigned char kTune[] = {'M',  'T',  'h',  'd',  0,    0,    0,    6,   0,    0,
-                                   0,    1,    0,    96,   'M',  'T',  'r',  'k', 0,    0,
-                                   0,    13,   0,    0x90, 0x45, 0x64, 0x81, 0x40, 0x90, 0x45,
-                                   0,    0,    0xFF, 0x2F, 0};
+constexpr unsigned char kTune[] = {'M',  'T',  'h',  'd',  0,    0,    0, 6, 0,    0,    0, 1,
+                                   0,    96,   'M',  'T',  'r',  'k',  0, 0, 0,    13,   0, 0x90,
+                                   0x45, 0x64, 0x81, 0x40, 0x90, 0x45, 0, 0, 0xFF, 0x2F, 0};
 
 void checkMedia(const fs::path& folder) {
     const fs::path tune = folder / L"con spazi \u00E8 lungo.mid";
-    std::ofstream(tune, std::ios::binary)
-        .write(reinterpret_cast<const char*>(kTune), sizeof kTune);
-    const std::wstring open = L"OPEN " + tune.native() + L" ALIAS jepa ";
-    expect(media_player::command(open) == 0, "a file with blanks in its name opens");
-    expect(media_player::command(L"PLAY jepa") == 0, "it plays");
-    const int again = media_player::command(open);
+    std::ofstream(tune, std::ios::binary).write(reinterpret_cast<const char*>(kTune), sizeof kTune);
+    const std::wstring alias = L"jepa";
+    expect(media_player::open(tune.native(), alias) == 0, "a file with blanks in its name opens");
+    expect(media_player::play(alias) == 0, "it plays");
+    const int again = media_player::open(tune.native(), alias);
     expect(again != 0 && !media_player::errorText(again).empty(), "an alias opens one file");
     Sleep(300);
-    expect(media_player::command(L"CLOSE jepa") == 0, "it closes");
-    const int missing = media_player::command(L"OPEN " + (folder / L"no.mid").native() +
-                                              L" ALIAS jepa ");
+    expect(media_player::close(alias) == 0, "it closes");
+    const int missing = media_player::open((folder / L"no.mid").native(), alias);
     expect(missing != 0, "a missing file does not open");
     expect(media_player::errorText(missing).size() <= 254, "the text is not too long");
     expect(media_player::errorText(99999).empty(), "an unknown number has no text");

@@ -6,7 +6,6 @@
 #include "audio/wave.h"
 #include "platform/folders.h"
 #include "platform/linux/audio_stream.h"
-#include "platform/linux/media_command.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -38,40 +37,32 @@ LinuxMedia::LinuxMedia(AudioEngine& engine, AudioStream& stream, const Folders& 
 
 LinuxMedia::~LinuxMedia() = default;
 
-int LinuxMedia::command(const QString& text) {
-    const auto parsed = MediaCommand::parse(text);
-    if (!parsed)
-        return toInt(SoundCode::UnknownCommand);
-    if (parsed->verb == MediaCommand::Verb::Open)
-        return toInt(open(*parsed));
-    if (!open_ || open_->alias.compare(parsed->alias, Qt::CaseInsensitive) != 0)
-        return toInt(SoundCode::AliasNotOpen);
-    return toInt(parsed->verb == MediaCommand::Verb::Play ? play() : close());
-}
-
-SoundCode LinuxMedia::open(const MediaCommand& command) {
+int LinuxMedia::open(const QString& path, const QString& alias) {
     if (open_)
-        return SoundCode::AliasInUse;
-    const auto bytes = readFile(folders_.nativePath(command.path));
+        return toInt(SoundCode::AliasInUse);
+    const auto bytes = readFile(folders_.nativePath(path));
     if (!bytes)
-        return SoundCode::FileNotFound;
+        return toInt(SoundCode::FileNotFound);
     if (!Tune::start(*bytes))
-        return SoundCode::NotMidiFile;
-    open_ = {command.alias, *bytes};
-    return SoundCode::Ok;
+        return toInt(SoundCode::NotMidiFile);
+    open_ = {alias, *bytes};
+    return toInt(SoundCode::Ok);
 }
 
-SoundCode LinuxMedia::play() {
-    if (audible() && !engine_.startTune(Tune::start(open_->file), steadyNow()))
-        return SoundCode::NotResponding;
-    return SoundCode::Ok;
+int LinuxMedia::play(const QString& alias) {
+    if (!isOpen(alias))
+        return toInt(SoundCode::AliasNotOpen);
+    const bool taken = !audible() || engine_.startTune(Tune::start(open_->file), steadyNow());
+    return toInt(taken ? SoundCode::Ok : SoundCode::NotResponding);
 }
 
-SoundCode LinuxMedia::close() {
+int LinuxMedia::close(const QString& alias) {
+    if (!isOpen(alias))
+        return toInt(SoundCode::AliasNotOpen);
     if (audible() && !engine_.stopTune(steadyNow()))
-        return SoundCode::NotResponding;
+        return toInt(SoundCode::NotResponding);
     open_.reset();
-    return SoundCode::Ok;
+    return toInt(SoundCode::Ok);
 }
 
 bool LinuxMedia::audible() const {

@@ -1,15 +1,12 @@
 #include "platform/windows/media_player.h"
 
 #include <array>
-#include <string_view>
 #include <windows.h>
 
 namespace media_player {
 namespace {
 
 constexpr int kErrorTextBuffer = 255;
-constexpr std::wstring_view kOpen = L"OPEN ";
-constexpr std::wstring_view kAlias = L" ALIAS ";
 
 /// The media interface refuses longer paths, which the file system knows by a short name too.
 constexpr std::size_t kLongestPath = 120;
@@ -20,22 +17,27 @@ std::wstring shortened(const std::wstring& path) {
     return length == 0 || length >= MAX_PATH ? path : std::wstring(text.data(), length);
 }
 
-/// Blanks part the words of a command, so a path stands in quotation marks, which no path holds.
-std::wstring withQuotedPath(const std::wstring& text) {
-    const std::size_t alias = text.rfind(kAlias);
-    if (text.compare(0, kOpen.size(), kOpen) != 0 || alias == std::wstring::npos ||
-        alias <= kOpen.size() || text[kOpen.size()] == L'"')
-        return text;
-    std::wstring path = text.substr(kOpen.size(), alias - kOpen.size());
-    if (path.size() > kLongestPath)
-        path = shortened(path);
-    return std::wstring(kOpen) + L'"' + path + L'"' + text.substr(alias);
+int command(const std::wstring& text) {
+    return static_cast<int>(mciSendStringW(text.c_str(), nullptr, 0, nullptr));
 }
 
 }  // namespace
 
-int command(const std::wstring& text) {
-    return static_cast<int>(mciSendStringW(withQuotedPath(text).c_str(), nullptr, 0, nullptr));
+static_assert(kUnknownCommand == MCIERR_UNRECOGNIZED_COMMAND);
+
+/// The path stands in quotation marks, because blanks separate the words of a command. No path
+/// contains a quotation mark.
+int open(const std::wstring& path, const std::wstring& alias) {
+    const std::wstring shortPath = path.size() > kLongestPath ? shortened(path) : path;
+    return command(L"OPEN \"" + shortPath + L"\" ALIAS " + alias);
+}
+
+int play(const std::wstring& alias) {
+    return command(L"PLAY " + alias);
+}
+
+int close(const std::wstring& alias) {
+    return command(L"CLOSE " + alias);
 }
 
 std::wstring errorText(int code) {

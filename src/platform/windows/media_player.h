@@ -6,9 +6,14 @@
 /// MIDI files and short wave files, by the system's multimedia calls.
 namespace media_player {
 
-/// Sends a command of text. The path of an "OPEN <path> ALIAS <alias>" may contain blanks.
-/// Answers the system's code; 0 is success.
-int command(const std::wstring& text);
+/// The system's code for a command that it does not know.
+constexpr int kUnknownCommand = 261;
+
+/// Opens a MIDI file under an alias, plays it and closes it. Each answers the system's code; 0 is
+/// success.
+int open(const std::wstring& path, const std::wstring& alias);
+int play(const std::wstring& alias);
+int close(const std::wstring& alias);
 
 /// At most 254 characters; empty for a code that the system does not know.
 std::wstring errorText(int code);

@@ -6,8 +6,20 @@
 
 #include <QDir>
 
-int WindowsMedia::command(const QString& text) {
-    return media_player::command(text.toStdWString());
+int WindowsMedia::open(const QString& path, const QString& alias) {
+    return media_player::open(systemPath(path), alias.toStdWString());
+}
+
+int WindowsMedia::play(const QString& alias) {
+    return media_player::play(alias.toStdWString());
+}
+
+int WindowsMedia::close(const QString& alias) {
+    return media_player::close(alias.toStdWString());
+}
+
+int WindowsMedia::unknownCommand() const {
+    return media_player::kUnknownCommand;
 }
 
 QString WindowsMedia::errorText(int code) const {
@@ -16,6 +28,9 @@ QString WindowsMedia::errorText(int code) const {
 }
 
 bool WindowsMedia::playSound(const QString& path, std::uint32_t flags) {
-    const QString native = QDir::toNativeSeparators(folders_.nativePath(path));
-    return media_player::playSound(native.toStdWString(), flags);
+    return media_player::playSound(systemPath(path), flags);
+}
+
+std::wstring WindowsMedia::systemPath(const QString& path) const {
+    return QDir::toNativeSeparators(folders_.nativePath(path)).toStdWString();
 }
