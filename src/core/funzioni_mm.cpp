@@ -3,7 +3,6 @@
 #include "core/blocking_wait.h"
 #include "platform/dialogs.h"
 #include "platform/media.h"
-#include "platform/runtime.h"
 #include "platform/user_text.h"
 
 #include <limits>
@@ -88,7 +87,7 @@ void FunzioniMM::PlayNoteIndex(std::int16_t index) {
         lastNoteIndex_ = index;
         return;
     }
-    drawnIndex_ = drawBetween(rangeLower_, rangeUpper_, random_());
+    drawnIndex_ = random_.between(rangeLower_, rangeUpper_);
     if (lastNoteIndex_ > -1)
         silenceLastNote();
     NoteOn(kMelodyChannel, drawnIndex_ + pitch::kLowestNote, kPlayerVelocity);
@@ -101,17 +100,11 @@ void FunzioniMM::PlayNoteIndex(std::int16_t index) {
 }
 
 std::int16_t FunzioniMM::RandomNoteIndex(std::int16_t lower, std::int16_t upper) {
-    return lower == upper ? lower : drawBetween(lower, upper, random_());
+    return lower == upper ? lower : random_.between(lower, upper);
 }
 
 void FunzioniMM::WaitSeconds(double seconds) {
-    if (!blocking_wait::isWait(seconds))
-        return;
-    // The end is worked out on the clock as it reads now and then met on the steady clock, so that
-    // neither midnight nor a changed system time can prolong a wait.
-    const Instant begin = runtime_.now();
-    const double start = runtime_.secondsSinceMidnight();
-    runtime_.blockUntil(begin + secondsToInstant(blocking_wait::endOf(start, seconds) - start));
+    blocking_wait::wait(runtime_, seconds);
 }
 
 void FunzioniMM::MediaOpen(const QString& path) {

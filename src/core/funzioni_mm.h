@@ -63,9 +63,6 @@ public:
     /// A uniform draw, bounds included; equal bounds draw nothing.
     std::int16_t RandomNoteIndex(std::int16_t lower, std::int16_t upper);
 
-    /// The next number of the program's one random source, in [0, 1).
-    float Rnd() { return random_(); }
-
     /// A blocking wait of more than 0 and less than 10 seconds; any other returns at once.
     void WaitSeconds(double seconds);
 
@@ -80,10 +77,9 @@ public:
     /// Chooses the instrument of channel 1 and sends it.
     void chooseInstrument(std::int32_t program);
 
-    bool outputOpen() const { return output_.isOpen(); }
-    /// Whether an output is open; one that was lost is tried again first.
-    bool outputReady() { return output_.ready(); }
+    OpenOutput& output() { return output_; }
     const OpenOutput& output() const { return output_; }
+    RandomNumbers& random() { return random_; }
     /// Called whenever the output or the instrument changed.
     void onChange(std::function<void()> handler);
     std::uint32_t lastMessage() const { return lastMessage_; }
@@ -114,7 +110,7 @@ private:
     MidiOut& midiOut_;
     Media& media_;
     Dialogs& dialogs_;
-    Random random_;
+    RandomNumbers random_;
 
     OpenOutput output_;
     std::function<void()> changed_;

@@ -20,7 +20,7 @@ std::optional<QChar> typedLetter(QChar character) {
 }
 
 void testSound(FunzioniMM& funzioniMM, int note) {
-    if (!funzioniMM.outputReady())
+    if (!funzioniMM.output().ready())
         return;
     funzioniMM.NoteOff(FunzioniMM::kMelodyChannel, pitch::kMiddleC);
     funzioniMM.NoteOn(FunzioniMM::kPercussionChannel, note, kFullVelocity);
@@ -29,7 +29,7 @@ void testSound(FunzioniMM& funzioniMM, int note) {
 void playOnce(FunzioniMM& funzioniMM, MetronomeState& state, const QString& pattern) {
     for (const QChar letter : pattern) {
         state.takePulse(letter);
-        if (!funzioniMM.outputReady())
+        if (!funzioniMM.output().ready())
             continue;
         funzioniMM.ResetOutput();
         funzioniMM.WaitSeconds(kTestSeconds);

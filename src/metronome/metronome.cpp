@@ -50,7 +50,7 @@ void Metronome::beat() {
 
     for (int i = 0; letEventsRun(run); i = (i + 1) % static_cast<int>(pattern.size())) {
         state_.takePulse(pattern[i]);
-        if (funzioniMM_.outputOpen())
+        if (funzioniMM_.output().isOpen())
             playPulse(i, run);
     }
     if (run == unfinishedRun_)
@@ -69,7 +69,7 @@ void Metronome::finish() {
 /// nothing to do before the next event or the next try to reopen a lost output, so the pass sleeps
 /// until then.
 bool Metronome::letEventsRun(int run) {
-    if (funzioniMM_.outputReady())
+    if (funzioniMM_.output().ready())
         runtime_.yield();
     else if (funzioniMM_.output().isLost())
         runtime_.pump(runtime_.now() + OpenOutput::kRetryInterval);
@@ -95,7 +95,7 @@ void Metronome::playPulse(int lamp, int run) {
         return;
     view_.lightLamp(lamp, state_.MetroPulseColour);
     funzioniMM_.NoteOn(FunzioniMM::kPercussionChannel, state_.MetroPulseNote, state_.MetroVolume);
-    if (!funzioniMM_.outputOpen())
+    if (!funzioniMM_.output().isOpen())
         view_.darkenLamps();
 }
 

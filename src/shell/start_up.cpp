@@ -30,7 +30,7 @@ void firstActivation(Runtime& runtime, FunzioniMM& funzioniMM, const QString& no
     view.enableStartUpControls(true);
     if (!funzioniMM.mediaOpenFailed())
         funzioniMM.MediaClose();
-    if (!funzioniMM.outputOpen() && !runtime.ending() && funzioniMM.MidiOpen(kMidiMapper))
+    if (!funzioniMM.output().isOpen() && !runtime.ending() && funzioniMM.MidiOpen(kMidiMapper))
         funzioniMM.ProgramChange(funzioniMM.currentInstrument());
     view.focusStart();
 }

@@ -68,7 +68,7 @@ TEST(FunzioniMM, ReportsEveryRefusalButThatOfAProgramChange) {
 
     world.midi.openCode = 4;
     EXPECT_FALSE(mm.MidiOpen(kMidiMapper));
-    EXPECT_FALSE(mm.outputOpen());
+    EXPECT_FALSE(mm.output().isOpen());
     mm.NoteOn(1, 60, 100);
     EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("open -1")) << "without sound all is silent";
 
@@ -77,7 +77,7 @@ TEST(FunzioniMM, ReportsEveryRefusalButThatOfAProgramChange) {
     world.midi.closeCode = 65;
     EXPECT_TRUE(mm.MidiOpen(0)) << "an output that does not close gives way all the same";
     mm.MidiClose();
-    EXPECT_TRUE(mm.outputOpen());
+    EXPECT_TRUE(mm.output().isOpen());
 
     world.midi.sendCode = 3;
     mm.ProgramChange(5);
@@ -102,14 +102,14 @@ TEST(FunzioniMM, AnOutputThatIsGoneIsReportedOnceAndComesBackWithItsInstrument) 
 
     world.midi.deviceGone = true;
     mm.chooseInstrument(41);
-    EXPECT_TRUE(mm.outputOpen()) << "nobody looks at the answer to a program change";
+    EXPECT_TRUE(mm.output().isOpen()) << "nobody looks at the answer to a program change";
     for (int i = 0; i < 100; ++i) {
         mm.NoteOn(1, 60, 90);
         mm.NoteOff(1, 60);
         mm.ResetOutput();
         later();
     }
-    EXPECT_FALSE(mm.outputOpen() || mm.outputReady());
+    EXPECT_FALSE(mm.output().isOpen() || mm.output().ready());
     EXPECT_TRUE(mm.output().isLost());
     EXPECT_THAT(world.dialogs.lines,
                 ElementsAre("message: Operation:ShortMsg\r\nErrore di sistema 6"));
@@ -125,10 +125,10 @@ TEST(FunzioniMM, AnOutputThatIsGoneIsReportedOnceAndComesBackWithItsInstrument) 
     mm.NoteOn(1, 60, 90);
     world.midi.deviceGone = false;
     mm.NoteOn(1, 60, 90);
-    EXPECT_FALSE(mm.outputOpen()) << "not at every note of a run";
+    EXPECT_FALSE(mm.output().isOpen()) << "not at every note of a run";
     later();
     mm.NoteOff(1, 60);
-    EXPECT_FALSE(mm.outputOpen()) << "the end of a note is nothing to open an output for";
+    EXPECT_FALSE(mm.output().isOpen()) << "the end of a note is nothing to open an output for";
     mm.chooseInstrument(7);
     EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("reopen", "program 7"));
     EXPECT_EQ(world.dialogs.lines.size(), 2U);

@@ -95,7 +95,7 @@ TEST_F(MidiTestWindow, OpensTheFirstDeviceAndTriesIt) {
         user.click("cmdTest");
     });
     EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("on 1 69 100", "on 1 69 0"));
-    EXPECT_TRUE(world.funzioniMM.outputOpen());
+    EXPECT_TRUE(world.funzioniMM.output().isOpen());
     EXPECT_EQ(world.funzioniMM.output().deviceId(), 0);
 }
 

@@ -1,7 +1,6 @@
 #include "eartraining/interval/interval_exercise.h"
 
 #include "core/funzioni_mm.h"
-#include "core/random.h"
 #include "eartraining/exercise_context.h"
 #include "platform/runtime.h"
 
@@ -48,7 +47,7 @@ void IntervalExercise::semitonesClicked(int semitones) {
 /// The interval of 0 semitones cannot be excluded, so there is always one to draw.
 void IntervalExercise::drawAndPlay() {
     do {
-        current_ = drawBetween(0, interval_chart::kIntervals - 1, context().funzioniMM().Rnd());
+        current_ = context().funzioniMM().random().between(0, interval_chart::kIntervals - 1);
     } while (!available(current_));
     ppSuonaInt(current_);
 }
