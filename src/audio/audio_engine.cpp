@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr double kRestAfterSeconds = 3.0;
+constexpr double kIdleAfterSeconds = 3.0;
 constexpr auto kNever = std::numeric_limits<std::int64_t>::max();
 constexpr auto kNotEnded = std::numeric_limits<std::uint64_t>::max();
 
@@ -116,17 +116,17 @@ void AudioEngine::renderBlock() {
     used_ = 0;
 }
 
-bool AudioEngine::resting() const {
-    return static_cast<double>(mixer_.silentFrames()) >= kRestAfterSeconds * rate_ &&
+bool AudioEngine::isIdle() const {
+    return static_cast<double>(mixer_.silentFrames()) >= kIdleAfterSeconds * rate_ &&
            timeline_.empty();
 }
 
-void AudioEngine::rest() {
+void AudioEngine::waitForPost() {
     const std::uint32_t seen = posts_.load();
     lastRequest_.store(kNever);
     if (timeline_.empty())
         posts_.wait(seen);
-    mixer_.forgetSilence();
+    mixer_.resetSilentFrames();
     timeline_.restart();
 }
 

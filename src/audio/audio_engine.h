@@ -33,14 +33,14 @@ public:
     void render(float* left, float* right, int frames, std::int64_t now);
 
     /// Audio thread: whether nothing has sounded for a few seconds and nothing is waiting.
-    bool resting() const;
+    bool isIdle() const;
 
-    /// Audio thread: sleeps until something is posted or `wake` is called. The stream's buffers
+    /// Audio thread: blocks until something is posted or `wake` is called. The stream's buffers
     /// run empty meanwhile, which is inaudible, and an idle program does not use the processor.
-    void rest();
+    void waitForPost();
     void wake();
 
-    /// When the stream last asked for frames; the largest value while it rests.
+    /// When the stream last asked for frames; the largest value while `waitForPost` blocks.
     std::int64_t lastRequest() const { return lastRequest_.load(); }
 
 private:

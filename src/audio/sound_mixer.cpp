@@ -13,8 +13,9 @@ constexpr float kInaudible = 3e-5F;
 constexpr double kEchoSeconds = 0.25;
 constexpr float kKnee = 0.8F;
 
-/// Leaves what fits alone and bends the rest, so that a full chord never clips harshly.
-float limited(float sample) {
+/// Soft clipping: samples up to the knee stay as they are, larger ones are compressed to below 1,
+/// so that a full chord is not clipped harshly.
+float softClipped(float sample) {
     const float size = std::abs(sample);
     if (size <= kKnee)
         return sample;
@@ -64,8 +65,8 @@ void SoundMixer::apply(const SoundEvent& event) {
             waveFrame_ = 0;
             break;
     }
-    awake_ = synthesizer_ != nullptr;
-    quietFrames_ = 0;
+    synthesizerSounds_ = synthesizer_ != nullptr;
+    inaudibleFrames_ = 0;
     silentFrames_ = 0;
 }
 
@@ -81,22 +82,22 @@ void SoundMixer::render(Side& left, Side& right) {
     right.fill(0);
     if (tune_)
         advanceTune();
-    if (!awake_ && !wave_) {
+    if (!synthesizerSounds_ && !wave_) {
         silentFrames_ += kBlock;
         return;
     }
     silentFrames_ = 0;
-    if (awake_)
+    if (synthesizerSounds_)
         renderSynthesizer(left, right);
     if (wave_)
         addWave(left, right);
-    std::transform(left.begin(), left.end(), left.begin(), limited);
-    std::transform(right.begin(), right.end(), right.begin(), limited);
+    std::transform(left.begin(), left.end(), left.begin(), softClipped);
+    std::transform(right.begin(), right.end(), right.begin(), softClipped);
 }
 
 void SoundMixer::advanceTune() {
-    awake_ = true;
-    quietFrames_ = 0;
+    synthesizerSounds_ = true;
+    inaudibleFrames_ = 0;
     const double blockEnd = static_cast<double>(tuneFrame_ + kBlock) / rate_;
     for (const std::uint32_t message : tune_->messagesUntil(blockEnd))
         synthesizer_->message(Synthesizer::Part::Tune, message);
@@ -108,10 +109,10 @@ void SoundMixer::advanceTune() {
 
 void SoundMixer::renderSynthesizer(Side& left, Side& right) {
     synthesizer_->render(left.data(), right.data());
-    const bool quiet =
+    const bool inaudible =
         !synthesizer_->anyVoice() && std::max(peakOf(left), peakOf(right)) < kInaudible;
-    quietFrames_ = quiet ? quietFrames_ + kBlock : 0;
-    awake_ = static_cast<double>(quietFrames_) < kEchoSeconds * rate_;
+    inaudibleFrames_ = inaudible ? inaudibleFrames_ + kBlock : 0;
+    synthesizerSounds_ = static_cast<double>(inaudibleFrames_) < kEchoSeconds * rate_;
 }
 
 void SoundMixer::addWave(Side& left, Side& right) {

@@ -29,7 +29,7 @@ public:
 
     /// For how many frames nothing has sounded.
     std::int64_t silentFrames() const { return silentFrames_; }
-    void forgetSilence() { silentFrames_ = 0; }
+    void resetSilentFrames() { silentFrames_ = 0; }
 
 private:
     void advanceTune();
@@ -39,9 +39,9 @@ private:
 
     double rate_;
     std::unique_ptr<Synthesizer> synthesizer_;
-    bool awake_ = false;  // the synthesizer has something to render, if only an echo
-    std::int64_t quietFrames_ = 0;
-    std::int64_t silentFrames_ = 0;
+    bool synthesizerSounds_ = false;    // a voice or reverberation
+    std::int64_t inaudibleFrames_ = 0;  // of the synthesizer while it still counts as sounding
+    std::int64_t silentFrames_ = 0;     // of the whole mixer
     Tune* tune_ = nullptr;
     std::int64_t tuneFrame_ = 0;
     const Wave* wave_ = nullptr;

@@ -33,10 +33,10 @@ float sanitized(float sample) {
 
 /// A smooth curve through b and c (at t = 0 and 1) with the slopes that a and d suggest.
 double interpolated(double a, double b, double c, double d, double t) {
-    const double slope = (c - a) / 2;
-    const double curve = a - 2.5 * b + 2 * c - d / 2;
-    const double bend = (d - a) / 2 + 1.5 * (b - c);
-    return ((bend * t + curve) * t + slope) * t + b;
+    const double linear = (c - a) / 2;
+    const double quadratic = a - 2.5 * b + 2 * c - d / 2;
+    const double cubic = (d - a) / 2 + 1.5 * (b - c);
+    return ((cubic * t + quadratic) * t + linear) * t + b;
 }
 
 }  // namespace

@@ -9,8 +9,8 @@
 /// Each system's folder implements it.
 namespace system_files {
 
-/// Lets `lastError` be silent until a call of this thread fails again.
-void forgetError();
+/// Makes `lastError` no error until a call of this thread fails again.
+void clearError();
 
 /// Why the last call to the system failed.
 std::error_code lastError();

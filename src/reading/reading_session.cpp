@@ -85,8 +85,8 @@ int ReadingSession::drawStep() {
     const difficulty::StepRange range = stepRange_.range();
     int step = 0;
     do {
-        step = drawBetween(static_cast<std::int16_t>(range.lower),
-                           static_cast<std::int16_t>(range.upper), funzioniMM_.Rnd());
+        step = funzioniMM_.random().between(static_cast<std::int16_t>(range.lower),
+                                            static_cast<std::int16_t>(range.upper));
     } while (!staff_step::carriesNote(step));
     return step;
 }
@@ -96,6 +96,8 @@ int ReadingSession::drawStep() {
 /// default sound: in the automatic mode nothing else tells of a right answer, and a wrong one must
 /// be heard.
 void ReadingSession::confirmRightAnswer() {
+    // Where the file is missing, the default sound would be that of a wrong answer, whose file is
+    // then missing too; silence tells them apart.
     if (answerWithNote_)
         funzioniMM_.PlayNoteIndex(staff_step::soundingNote(stepOnShow_));
     else

@@ -125,13 +125,13 @@ TEST_F(AudioEngineTest, AWaveReplacesTheOneBeforeAndEnds) {
     EXPECT_TRUE(first.expired());
 }
 
-TEST_F(AudioEngineTest, RestsOnlyWhenAllIsSilentAndDone) {
-    EXPECT_FALSE(engine_.resting());
+TEST_F(AudioEngineTest, IsIdleOnlyWhenAllIsSilentAndDone) {
+    EXPECT_FALSE(engine_.isIdle());
     render(3.5);
-    EXPECT_TRUE(engine_.resting());
+    EXPECT_TRUE(engine_.isIdle());
     engine_.message(0x644590, now());
-    EXPECT_FALSE(engine_.resting());
-    engine_.rest();  // returns, as there is something to do
+    EXPECT_FALSE(engine_.isIdle());
+    engine_.waitForPost();  // returns, as there is something to do
     EXPECT_GT(peak(render(0.3)), 0.01);
-    EXPECT_FALSE(engine_.resting());
+    EXPECT_FALSE(engine_.isIdle());
 }

@@ -16,9 +16,9 @@ Outcome failure() {
     return {false, system_files::lastError(), false};
 }
 
-/// A full disk can swallow bytes without a word, so every step is looked at.
+/// On a full disk a write may lose bytes without an error, so every step is checked.
 bool put(QFileDevice& file, const QByteArray& bytes) {
-    system_files::forgetError();
+    system_files::clearError();
     if (file.write(bytes) != bytes.size())
         return false;
     return file.flush() && file.size() == bytes.size() &&
@@ -33,7 +33,7 @@ Outcome readBack(const QString& path, const QByteArray& bytes) {
 
 /// Without emptying the file first, so that on a full disk its own blocks remain.
 bool putOver(QFile& file, const QByteArray& bytes) {
-    system_files::forgetError();
+    system_files::clearError();
     return file.seek(0) && file.write(bytes) == bytes.size() && file.resize(bytes.size()) &&
            system_files::reachesTheDisk(file.handle());
 }
@@ -56,7 +56,7 @@ Outcome writeOver(const QString& path, const QByteArray& bytes) {
 
 Outcome write(const QString& path, const QByteArray& bytes, Old old) {
     QSaveFile file(path);
-    system_files::forgetError();
+    system_files::clearError();
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
         const Outcome outcome = failure();
         const bool folderRefuses = outcome.error == std::errc::permission_denied ||
@@ -73,7 +73,7 @@ Outcome write(const QString& path, const QByteArray& bytes, Old old) {
     std::optional<QString> discarded;
     if (old == Old::Discarded && !place.isEmpty())
         discarded = trash::take(place);
-    system_files::forgetError();
+    system_files::clearError();
     if (!file.commit()) {
         const Outcome outcome = failure();
         if (discarded)
@@ -84,13 +84,13 @@ Outcome write(const QString& path, const QByteArray& bytes, Old old) {
 }
 
 Outcome Draft::open() {
-    system_files::forgetError();
+    system_files::clearError();
     const bool opened = file_.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
     return opened ? Outcome{true} : failure();
 }
 
 Outcome Draft::append(const QByteArray& bytes) {
-    system_files::forgetError();
+    system_files::clearError();
     if (file_.write(bytes) != bytes.size())
         return failure();
     size_ += bytes.size();
@@ -98,14 +98,14 @@ Outcome Draft::append(const QByteArray& bytes) {
 }
 
 Outcome Draft::amend(qint64 position, const QByteArray& bytes) {
-    system_files::forgetError();
+    system_files::clearError();
     const bool amended =
         file_.seek(position) && file_.write(bytes) == bytes.size() && file_.seek(size_);
     return amended ? Outcome{true} : failure();
 }
 
 Outcome Draft::finish() {
-    system_files::forgetError();
+    system_files::clearError();
     const bool whole =
         file_.flush() && file_.size() == size_ && system_files::reachesTheDisk(file_.handle());
     return whole && file_.commit() ? Outcome{true} : failure();

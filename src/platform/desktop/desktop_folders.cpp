@@ -121,7 +121,7 @@ bool isNoPlainFile(const QString& nativePath) {
 class DesktopDraft : public FileDraft {
 public:
     DesktopDraft(const QString& programFolder, const QString& nativePath)
-        : note_(programFolder, nativePath), draft_(nativePath) {}
+        : record_(programFolder, nativePath), draft_(nativePath) {}
 
     FileError open() { return errorOfWriting(draft_.open()); }
     FileError append(const QByteArray& bytes) override {
@@ -133,7 +133,7 @@ public:
     FileError finish() override { return errorOfWriting(draft_.finish()); }
 
 private:
-    leftovers::Note note_;
+    leftovers::WriteRecord record_;
     atomic_file::Draft draft_;
 };
 
@@ -159,7 +159,7 @@ DesktopFolders::DesktopFolders(ProgramFolder use) {
         return;
     programFolder_ = program_folder::find();
     program_folder::prepareMelodies(programFolder_);
-    leftovers::removeNoted(programFolder_);
+    leftovers::removeRecorded(programFolder_);
     leftovers::removeMelodiesBelow(programFolder_);
     programFolder_.replace(QLatin1Char('/'), QLatin1Char('\\'));
 }
@@ -275,7 +275,7 @@ Folders::Draft DesktopFolders::draftFile(const QString& path) {
     if (isNoPlainFile(native))
         return {errorOf(file_error::kNoAccess), nullptr};
     const QString home = nativePath(programFolder_);
-    leftovers::removeNoted(home);
+    leftovers::removeRecorded(home);
     leftovers::removeOf(native);
     auto draft = std::make_unique<DesktopDraft>(home, native);
     if (FileError error = draft->open(); error.failed())

@@ -11,7 +11,7 @@
 namespace leftovers {
 namespace {
 
-const QLatin1String kNotePrefix("Esportazione-");
+const QLatin1String kRecordPrefix("Esportazione-");
 const QLatin1String kMelodyFolder("/Melodie");
 constexpr qint64 kLongestPath = 32 * 1024;
 
@@ -67,40 +67,40 @@ void removeMelodiesBelow(const QString& programFolder) {
         if (isTemporaryMelody(file.fileName()) && isOld(file))
             QFile::remove(file.filePath());
     }
-    const QFileInfoList workshops =
+    const QFileInfoList unfinished =
         QDir(programFolder)
             .entryInfoList({QStringLiteral("Melodie-??????")}, QDir::Dirs | QDir::NoSymLinks);
-    for (const QFileInfo& workshop : workshops) {
-        if (isOld(workshop))
-            QDir(workshop.filePath()).removeRecursively();
+    for (const QFileInfo& folder : unfinished) {
+        if (isOld(folder))
+            QDir(folder.filePath()).removeRecursively();
     }
 }
 
-Note::Note(const QString& programFolder, const QString& target) {
+WriteRecord::WriteRecord(const QString& programFolder, const QString& target) {
     if (programFolder.isEmpty())
         return;
-    QTemporaryFile file(programFolder + QLatin1Char('/') + kNotePrefix + QLatin1String("XXXXXX"));
+    QTemporaryFile file(programFolder + QLatin1Char('/') + kRecordPrefix + QLatin1String("XXXXXX"));
     if (!file.open() || file.write(target.toUtf8()) < 0)
         return;
     file.setAutoRemove(false);
     file_ = file.fileName();
 }
 
-Note::~Note() {
+WriteRecord::~WriteRecord() {
     if (!file_.isEmpty())
         QFile::remove(file_);
 }
 
-/// A young note is perhaps that of an export that another program is at.
-void removeNoted(const QString& programFolder) {
+/// A recent record may be that of an export that another program is writing now.
+void removeRecorded(const QString& programFolder) {
     if (programFolder.isEmpty())
         return;
-    const QFileInfoList notes =
-        QDir(programFolder)
-            .entryInfoList({kNotePrefix + QLatin1String("??????")}, QDir::Files | QDir::NoSymLinks);
-    for (const QFileInfo& note : notes) {
-        QFile file(note.filePath());
-        if (!isOld(note) || !file.open(QIODevice::ReadOnly))
+    const QFileInfoList records = QDir(programFolder)
+                                      .entryInfoList({kRecordPrefix + QLatin1String("??????")},
+                                                     QDir::Files | QDir::NoSymLinks);
+    for (const QFileInfo& record : records) {
+        QFile file(record.filePath());
+        if (!isOld(record) || !file.open(QIODevice::ReadOnly))
             continue;
         if (removeOf(QString::fromUtf8(file.read(kLongestPath))))
             file.remove();

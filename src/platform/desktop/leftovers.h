@@ -18,21 +18,21 @@ void removeMelodiesOf(const QString& folder);
 /// Those of melodies in a program folder, and of its first filling.
 void removeMelodiesBelow(const QString& programFolder);
 
-/// Says in the program folder, for as long as a file is being made elsewhere, where that is.
-class Note {
+/// Records in the program folder, while a file is being written elsewhere, where that is.
+class WriteRecord {
 public:
-    /// An empty program folder takes no notes.
-    Note(const QString& programFolder, const QString& target);
-    ~Note();
+    /// Without a program folder nothing is recorded.
+    WriteRecord(const QString& programFolder, const QString& target);
+    ~WriteRecord();
 
-    Note(const Note&) = delete;
-    Note& operator=(const Note&) = delete;
+    WriteRecord(const WriteRecord&) = delete;
+    WriteRecord& operator=(const WriteRecord&) = delete;
 
 private:
     QString file_;
 };
 
-/// Those of the files of which notes were left.
-void removeNoted(const QString& programFolder);
+/// Those of the files of which records were left.
+void removeRecorded(const QString& programFolder);
 
 }  // namespace leftovers

@@ -63,10 +63,10 @@ void prepareMelodies(const QString& programFolder) {
     const QString folder = programFolder + kMelodyFolder;
     if (QFileInfo::exists(folder) || !QDir().mkpath(programFolder))
         return;
-    const QTemporaryDir workshop(programFolder + QLatin1String("/Melodie-"));
-    if (!workshop.isValid())
+    const QTemporaryDir unfinished(programFolder + QLatin1String("/Melodie-"));
+    if (!unfinished.isValid())
         return;
-    const QString made = workshop.filePath(QStringLiteral("Melodie"));
+    const QString made = unfinished.filePath(QStringLiteral("Melodie"));
     fillFrom(ofTheProgram(kMelodyFolder), made);
     QDir().rename(made, folder);
 }

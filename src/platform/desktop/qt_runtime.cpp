@@ -18,10 +18,10 @@ using SteadyClock = std::chrono::steady_clock;
 
 /// How often a long wait answers the window manager and repaints.
 constexpr Instant kServeInterval = 50ms;
-/// The last stretch of a wait serves nothing, as a repaint could outlast it.
-constexpr Instant kQuietStretch = 8ms;
-/// A sleeping thread is woken late by up to about a millisecond; the rest is waited out awake.
-constexpr Instant kAwakeStretch = 1500us;
+/// In the last stretch of a wait no events are processed, as a repaint could outlast it.
+constexpr Instant kNoEventsStretch = 8ms;
+/// A sleeping thread is woken late by up to about a millisecond; the rest is a busy wait.
+constexpr Instant kBusyWaitStretch = 1500us;
 
 SteadyClock::time_point onSteadyClock(Instant instant) {
     return SteadyClock::time_point{std::chrono::duration_cast<SteadyClock::duration>(instant)};
@@ -83,14 +83,14 @@ void QtRuntime::blockUntil(Instant end) {
     if (now() >= end)
         return;
     const HeldInput::Pause noInput;
-    paintAndServe(end - kQuietStretch);
-    while (!ending_ && end - now() > kServeInterval + kQuietStretch) {
+    paintAndServe(end - kNoEventsStretch);
+    while (!ending_ && end - now() > kServeInterval + kNoEventsStretch) {
         std::this_thread::sleep_for(kServeInterval);
-        paintAndServe(end - kQuietStretch);
+        paintAndServe(end - kNoEventsStretch);
     }
     if (ending_)
         return;
-    std::this_thread::sleep_until(onSteadyClock(end - kAwakeStretch));
+    std::this_thread::sleep_until(onSteadyClock(end - kBusyWaitStretch));
     while (now() < end) {
     }
 }

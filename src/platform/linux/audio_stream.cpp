@@ -19,9 +19,10 @@
 namespace {
 
 constexpr int kPeriods = 4;
-constexpr auto kFarewell = std::chrono::seconds(1);
-/// A stream that is still opening has nothing to end, and may hang.
-constexpr auto kShortFarewell = std::chrono::milliseconds(200);
+/// How long the end of the program waits until the stream is closed.
+constexpr auto kCloseTimeout = std::chrono::seconds(1);
+/// The same while the stream is opening: there is nothing to close yet, and the opening may hang.
+constexpr auto kCloseTimeoutWhileOpening = std::chrono::milliseconds(200);
 constexpr std::int64_t kStalledAfter = 2'000'000'000;
 
 struct Driver {
@@ -43,14 +44,15 @@ struct Driver {
     }
 };
 
-/// JACK and PipeWire call from their own real-time threads, which must never sleep.
-bool mayRest(const std::string& driver) {
+/// Whether the stream's callback may block while nothing sounds. JACK and PipeWire call it from
+/// their own real-time threads, which must not.
+bool callbackMayBlock(const std::string& driver) {
     return driver == "pulseaudio" || driver == "alsa";
 }
 
 }  // namespace
 
-/// What the program, the opening thread and the audio thread share. Whoever is last frees it: a
+/// What the program, the opening thread and the audio thread share. The last owner frees it: a
 /// thread that hangs in a sound library keeps it, and the program goes on without that thread.
 struct AudioStream::Core {
     Core(std::shared_ptr<AudioEngine> audioEngine, Setup streamSetup)
@@ -67,9 +69,9 @@ struct AudioStream::Core {
 
     const std::shared_ptr<AudioEngine> engine;
     const Setup setup;
-    Driver output;         // the opening thread's
-    bool canRest = false;  // written before the driver starts
-    std::atomic<bool> stayAwake = false;
+    Driver output;          // the opening thread's
+    bool mayBlock = false;  // written before the driver starts
+    std::atomic<bool> closing = false;
 
     std::mutex mutex;
     std::condition_variable changed;
@@ -85,8 +87,8 @@ int AudioStream::Core::fill(void* self, int frames, int, float**, int sides, flo
     if (sides < 2)
         return FLUID_FAILED;
     AudioEngine& engine = *core.engine;
-    if (core.canRest && !core.stayAwake.load() && engine.resting())
-        engine.rest();
+    if (core.mayBlock && !core.closing.load() && engine.isIdle())
+        engine.waitForPost();
     engine.render(out[0], out[1], frames, steadyNow());
     for (int side = 2; side < sides; ++side)
         std::fill_n(out[side], frames, 0.0F);
@@ -121,11 +123,11 @@ void AudioStream::Core::close() {
         output.abandon();
         return;
     }
-    // The audio thread may be resting in its callback, where closing would wait for it for ever.
-    stayAwake = true;
+    // The audio thread may be blocked in its callback, where closing would wait for it for ever.
+    closing = true;
     engine->wake();
     output.close();
-    stayAwake = false;
+    closing = false;
 }
 
 void AudioStream::Core::open() {
@@ -154,7 +156,7 @@ bool AudioStream::Core::openDriver(const std::string& name) {
     fluid_settings_setint(settings, "audio.periods", kPeriods);
     fluid_settings_setint(settings, "audio.jack.autoconnect", 1);
     fluid_settings_setstr(settings, "audio.jack.id", "Cantavista");
-    canRest = mayRest(name);
+    mayBlock = callbackMayBlock(name);
     output.driver.reset(new_fluid_audio_driver2(settings, &Core::fill, this));
     return output.driver != nullptr;
 }
@@ -170,7 +172,7 @@ AudioStream::~AudioStream() {
     core_->quit = true;
     core_->changed.notify_all();
     const bool opening = core_->status == Status::Opening;
-    core_->changed.wait_for(lock, opening ? kShortFarewell : kFarewell,
+    core_->changed.wait_for(lock, opening ? kCloseTimeoutWhileOpening : kCloseTimeout,
                             [this] { return core_->ended; });
 }
 
@@ -178,7 +180,7 @@ AudioStream::Status AudioStream::status() const {
     const std::lock_guard lock(core_->mutex);
     const bool overdue =
         core_->status == Status::Opening &&
-        std::chrono::steady_clock::now() >= core_->attemptStarted + core_->setup.patience;
+        std::chrono::steady_clock::now() >= core_->attemptStarted + core_->setup.openTimeout;
     return overdue ? Status::Failed : core_->status;
 }
 
@@ -196,12 +198,12 @@ void AudioStream::Core::reopenAfter(Status expected) {
 bool AudioStream::stillOpening() const {
     const std::lock_guard lock(core_->mutex);
     return core_->status == Status::Opening &&
-           std::chrono::steady_clock::now() < core_->attemptStarted + core_->setup.patience;
+           std::chrono::steady_clock::now() < core_->attemptStarted + core_->setup.openTimeout;
 }
 
 AudioStream::Status AudioStream::wait(std::chrono::milliseconds most) const {
     std::unique_lock lock(core_->mutex);
-    const auto deadline = core_->attemptStarted + std::min(most, core_->setup.patience);
+    const auto deadline = core_->attemptStarted + std::min(most, core_->setup.openTimeout);
     core_->changed.wait_until(lock, deadline, [this] { return core_->status != Status::Opening; });
     return core_->status == Status::Running ? Status::Running : Status::Failed;
 }

@@ -15,7 +15,8 @@ public:
         std::string soundfont;             ///< path; empty or unreadable: no synthesizer
         std::vector<std::string> drivers;  ///< tried in this order
         int periodFrames = 384;            ///< asked for at once; 256 costs half as much again
-        std::chrono::milliseconds patience = std::chrono::seconds(3);  ///< then there is no device
+        /// An attempt to open that takes longer counts as failed.
+        std::chrono::milliseconds openTimeout = std::chrono::seconds(3);
     };
 
     enum class Status { Opening, Running, Failed };
@@ -26,15 +27,14 @@ public:
     AudioStream(const AudioStream&) = delete;
     AudioStream& operator=(const AudioStream&) = delete;
 
-    /// An attempt to open that takes longer than its patience counts as failed until it ends after
-    /// all.
+    /// An attempt to open that exceeds `openTimeout` counts as failed until it ends after all.
     Status status() const;
 
     /// Whether `wait` would wait.
     bool stillOpening() const;
 
-    /// Waits until the attempt to open has ended, but no longer than its patience or than `most`
-    /// after it was begun.
+    /// Waits until the attempt to open has ended, but no longer than `openTimeout` or `most` after
+    /// it was begun.
     Status wait(std::chrono::milliseconds most = std::chrono::milliseconds::max()) const;
 
     /// Tries once more after a failure; without one, does nothing.

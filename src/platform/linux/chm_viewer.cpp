@@ -10,7 +10,7 @@
 namespace {
 
 /// A desktop that does not answer by then is taken for one without a viewer.
-constexpr int kPatienceMs = 2000;
+constexpr int kQueryTimeoutMs = 2000;
 
 /// Viewers that may be installed without being known to the desktop.
 constexpr std::array<const char*, 4> kViewers{"xchm", "kchmviewer", "uchmviewer", "gnochm"};
@@ -22,7 +22,7 @@ bool desktopHasViewer() {
     QProcess query;
     query.start(xdgMime, {QStringLiteral("query"), QStringLiteral("default"),
                           QStringLiteral("application/vnd.ms-htmlhelp")});
-    if (!query.waitForFinished(kPatienceMs)) {
+    if (!query.waitForFinished(kQueryTimeoutMs)) {
         query.kill();
         query.waitForFinished();
         return false;

@@ -15,7 +15,7 @@ constexpr std::array kSignals{SIGTERM, SIGINT, SIGHUP};
 
 int writeEnd = -1;
 
-/// A handler may do next to nothing; what it writes wakes the event loop.
+/// A signal handler may only call async-signal-safe functions; the byte wakes the event loop.
 void noteSignal(int) {
     const int error = errno;
     const char mark = 0;
@@ -23,7 +23,7 @@ void noteSignal(int) {
     errno = error;
 }
 
-/// A program that was started to survive its terminal goes on doing so.
+/// SIGHUP stays ignored where it was when the program was started, as by nohup.
 bool staysIgnored(int signal) {
     struct sigaction current {};
     return signal == SIGHUP && sigaction(signal, nullptr, &current) == 0 &&
@@ -35,7 +35,7 @@ public:
     PipedSignals(std::array<int, 2> ends, std::function<void()> end)
         : ends_(ends), notifier_(ends[0], QSocketNotifier::Read) {
         QObject::connect(&notifier_, &QSocketNotifier::activated, [this, end = std::move(end)] {
-            forgetMarks();
+            drainPipe();
             end();
         });
         writeEnd = ends_[1];
@@ -61,7 +61,7 @@ public:
     PipedSignals& operator=(const PipedSignals&) = delete;
 
 private:
-    void forgetMarks() {
+    void drainPipe() {
         std::array<char, 16> marks{};
         while (read(ends_[0], marks.data(), marks.size()) > 0) {
         }

@@ -14,7 +14,7 @@ using namespace std::chrono_literals;
 
 constexpr std::chrono::milliseconds kServeInterval(20);
 /// A sound server that is there opens within this; one that hangs holds up nobody for longer.
-constexpr auto kReopenPatience = 150ms;
+constexpr auto kReopenTimeout = 150ms;
 
 }  // namespace
 
@@ -66,7 +66,7 @@ MidiOpenResult LinuxMidiOut::reopen(MidiHandle handle) {
         device_ = QString::fromStdString(output.address.name);
         output.port = MidiPort::open(output.address, code);
     } else {
-        code = openSynthesizer(kReopenPatience);
+        code = openSynthesizer(kReopenTimeout);
     }
     // The synthesizer still waits to play what was sent before its loss was noticed: closing the
     // old handle ends these notes.

@@ -22,7 +22,7 @@ constexpr const char* kClientName = "Cantavista";
 constexpr std::array kApis{RtMidi::LINUX_ALSA, RtMidi::UNIX_JACK};
 constexpr std::int64_t kCheckInterval = 100'000'000;
 /// A cycle of JACK rarely lasts longer than 43 ms (2048 frames at 48 kHz).
-constexpr std::int64_t kConnectionPatience = 200'000'000;
+constexpr std::int64_t kConnectionTimeout = 200'000'000;
 constexpr std::uint32_t kNoteOn = 0x90;
 constexpr std::uint32_t kAllSoundsOff = 120;
 constexpr std::uint32_t kAllNotesOff = 123;
@@ -92,7 +92,7 @@ std::optional<unsigned int> portNumber(RtMidiOut& out, const std::string& name) 
 /// JACK's library connects ports in the graph of the next cycle, and what is sent before that cycle
 /// reaches nobody. The first message sent is the instrument, so it is worth the wait.
 void waitForConnection(const JackWatch& jack, const std::string& port, std::size_t before) {
-    const std::int64_t end = steadyNow() + kConnectionPatience;
+    const std::int64_t end = steadyNow() + kConnectionTimeout;
     while (!jack.serverGone() && jack.connectionCount(port) <= before && steadyNow() < end)
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
 }

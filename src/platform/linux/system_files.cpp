@@ -27,7 +27,7 @@ constexpr std::array<QLatin1String, 2> kMediaFolders{QLatin1String("/media/"),
 
 }  // namespace
 
-void forgetError() {
+void clearError() {
     errno = 0;
 }
 

@@ -11,8 +11,8 @@ UINT systemDevice(int device) {
     return static_cast<UINT>(device);
 }
 
-/// What the calls answer for a device that was there when it was opened.
-bool tellsOfLoss(MMRESULT code) {
+/// Whether a code means that a device is gone that was there when it was opened.
+bool meansLoss(MMRESULT code) {
     return code == MMSYSERR_NODRIVER || code == MMSYSERR_BADDEVICEID ||
            code == MMSYSERR_INVALHANDLE || code == MIDIERR_NODEVICE;
 }
@@ -49,17 +49,17 @@ MidiOutput::Opened MidiOutput::open(int device) {
 }
 
 int MidiOutput::send(std::uint32_t handle, std::uint32_t message) {
-    return told(handle, midiOutShortMsg(find(handle), message));
+    return noteLoss(handle, midiOutShortMsg(find(handle), message));
 }
 
 int MidiOutput::reset(std::uint32_t handle) {
-    return told(handle, midiOutReset(find(handle)));
+    return noteLoss(handle, midiOutReset(find(handle)));
 }
 
-int MidiOutput::told(std::uint32_t handle, MMRESULT code) {
+int MidiOutput::noteLoss(std::uint32_t handle, MMRESULT code) {
     const auto found = open_.find(handle);
     if (found != open_.end())
-        found->second.gone = tellsOfLoss(code);
+        found->second.gone = meansLoss(code);
     return static_cast<int>(code);
 }
 

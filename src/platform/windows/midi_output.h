@@ -29,7 +29,7 @@ public:
     int reset(std::uint32_t handle);
     int close(std::uint32_t handle);
 
-    /// Whether the device of an open handle is gone, as its last refusal told.
+    /// Whether the device of an open handle is gone, by the code of the last call for it.
     bool gone(std::uint32_t handle) const;
 
     /// Opens a device that is gone again, by its name, and closes the old handle.
@@ -47,7 +47,7 @@ private:
     };
 
     HMIDIOUT find(std::uint32_t handle) const;
-    int told(std::uint32_t handle, MMRESULT code);
+    int noteLoss(std::uint32_t handle, MMRESULT code);
 
     std::map<std::uint32_t, Device> open_;
     std::uint32_t lastHandle_ = 0;

@@ -32,7 +32,7 @@ std::wstring toSystem(const QString& path) {
 
 }  // namespace
 
-void forgetError() {
+void clearError() {
     errno = 0;
     SetLastError(ERROR_SUCCESS);
 }
