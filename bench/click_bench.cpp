@@ -7,9 +7,9 @@
 // onsets over the message times; what is left is the unevenness that a listener could hear.
 
 #include "figures.h"
-#include "platform/folders.h"
 #include "platform/linux/linux_sound.h"
 #include "platform/midi_out.h"
+#include "silent_machine.h"
 
 #include <QCoreApplication>
 #include <QProcess>
@@ -32,19 +32,12 @@ constexpr double kShortest = 0.1;
 constexpr double kLongest = 0.14;
 constexpr double kSilenceBefore = 0.03;  ///< the click before is silenced this long before the next
 constexpr double kOnsetShare = 0.1;      ///< an onset is the first frame of this share of the peak
-constexpr double kQuiet = 0.015;         ///< after this long below that share
+constexpr double kSilence = 0.015;       ///< after this long below that share
 constexpr double kSearch = 0.04;         ///< an onset may be this far from where it is expected
 
 double nowSeconds() {
     return figures::seconds(Clock::now().time_since_epoch());
 }
-
-class NoFolders : public Folders {
-public:
-    QString programFolder() const override { return {}; }
-    bool fileExists(const QString&) const override { return false; }
-    QString nativePath(const QString& path) const override { return path; }
-};
 
 /// Records the monitor of PulseAudio's default output.
 class Recorder {
@@ -142,7 +135,7 @@ std::vector<double> onsets(const std::vector<std::int16_t>& frames) {
     for (std::size_t i = 0; i < frames.size(); ++i) {
         if (std::abs(static_cast<int>(frames[i])) < threshold)
             continue;
-        if (found.empty() || static_cast<double>(i - lastLoud) > kQuiet * kRate)
+        if (found.empty() || static_cast<double>(i - lastLoud) > kSilence * kRate)
             found.push_back(static_cast<double>(i) / kRate);
         lastLoud = i;
     }

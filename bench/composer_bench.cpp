@@ -12,8 +12,8 @@
 namespace {
 
 /// A composition of notes and rests, with two bookmarks, one entry short of the given number.
-struct Workshop {
-    explicit Workshop(std::int64_t entries) {
+struct Bench {
+    explicit Bench(std::int64_t entries) {
         MelodyFile file;
         file.bookmarks = QStringList{Bookmarks::wholeMelody(1), Bookmark{1, 8, "intro"}.text()};
         for (std::int64_t i = 1; i < entries; ++i) {
@@ -40,44 +40,44 @@ struct Workshop {
 };
 
 void append(benchmark::State& state) {
-    Workshop workshop(state.range(0));
+    Bench bench(state.range(0));
     for ([[maybe_unused]] auto _ : state) {
-        workshop.editor.insertNote();
-        workshop.refresh();
-        workshop.editor.undo();
+        bench.editor.insertNote();
+        bench.refresh();
+        bench.editor.undo();
     }
 }
 
 void deleteLast(benchmark::State& state) {
-    Workshop workshop(state.range(0));
+    Bench bench(state.range(0));
     for ([[maybe_unused]] auto _ : state) {
-        workshop.editor.deleteLast();
-        workshop.refresh();
-        workshop.editor.undo();
+        bench.editor.deleteLast();
+        bench.refresh();
+        bench.editor.undo();
     }
 }
 
 void modifyInTheMiddle(benchmark::State& state) {
-    Workshop workshop(state.range(0));
+    Bench bench(state.range(0));
     for ([[maybe_unused]] auto _ : state) {
-        workshop.editor.modify({"2/4", "3", "t"});
-        workshop.refresh();
-        workshop.editor.undo();
+        bench.editor.modify({"2/4", "3", "t"});
+        bench.refresh();
+        bench.editor.undo();
     }
 }
 
 void insertInTheMiddle(benchmark::State& state) {
-    Workshop workshop(state.range(0));
+    Bench bench(state.range(0));
     for ([[maybe_unused]] auto _ : state) {
-        workshop.editor.insertAfter({"1/4", "1", "n"});
-        workshop.refresh();
-        workshop.editor.undo();
+        bench.editor.insertAfter({"1/4", "1", "n"});
+        bench.refresh();
+        bench.editor.undo();
     }
 }
 
 void step(benchmark::State& state) {
-    Workshop workshop(state.range(0));
-    Composition& composition = workshop.composition;
+    Bench bench(state.range(0));
+    Composition& composition = bench.composition;
     for ([[maybe_unused]] auto _ : state) {
         composition.step.step(StepMode::Direction::Forward, composition.range);
         benchmark::DoNotOptimize(StepEntry::of(composition.melody.entry(composition.step.index)));
@@ -85,15 +85,15 @@ void step(benchmark::State& state) {
 }
 
 void refresh(benchmark::State& state) {
-    const Workshop workshop(state.range(0));
+    const Bench bench(state.range(0));
     for ([[maybe_unused]] auto _ : state)
-        workshop.refresh();
+        bench.refresh();
 }
 
 void makeTheTexts(benchmark::State& state) {
-    const Workshop workshop(state.range(0));
+    const Bench bench(state.range(0));
     for ([[maybe_unused]] auto _ : state)
-        benchmark::DoNotOptimize(workshop.composition.melody.texts());
+        benchmark::DoNotOptimize(bench.composition.melody.texts());
 }
 
 void atAllLengths(benchmark::internal::Benchmark* benchmark) {

@@ -5,7 +5,6 @@
 #include "eartraining/ear_training_state.h"
 #include "eartraining/frmInto.h"
 #include "figures.h"
-#include "platform/folders.h"
 #include "silent_machine.h"
 
 #include <QApplication>
@@ -38,17 +37,6 @@ public:
 private:
     QtRuntime real_;
 };
-
-class NoFolders : public Folders {
-public:
-    QString programFolder() const override { return {}; }
-    bool fileExists(const QString&) const override { return false; }
-    QString nativePath(const QString& path) const override { return path; }
-};
-
-bool isNoteOn(std::uint32_t message) {
-    return (message & 0xF0) == 0x90 && message >> 16 != 0;
-}
 
 /// Works the window and takes the times.
 class Bench {
@@ -115,7 +103,7 @@ private:
     frmInto window_;
 };
 
-std::vector<double> notes() {
+std::vector<double> noteTimes() {
     EarTrainingState state;
     Bench bench(state);
     bench.run([&bench] {
@@ -128,7 +116,7 @@ std::vector<double> notes() {
     return bench.times;
 }
 
-std::vector<double> intervals() {
+std::vector<double> intervalTimes() {
     EarTrainingState state;
     state.request(ExerciseCode::Interval);
     Bench bench(state);
@@ -141,7 +129,7 @@ std::vector<double> intervals() {
     return bench.times;
 }
 
-std::vector<double> chords() {
+std::vector<double> chordTimes() {
     EarTrainingState state;
     state.request(ExerciseCode::Chord);
     Bench bench(state);
@@ -165,8 +153,8 @@ std::vector<double> chords() {
 int main(int argc, char* argv[]) {
     QtRuntime::chooseEventQueue();
     QApplication app(argc, argv);
-    figures::print("Answer to next note", notes(), 1e-3, "ms");
-    figures::print("Answer to next interval", intervals(), 1e-3, "ms");
-    figures::print("Answer to next chord", chords(), 1e-3, "ms");
+    figures::print("Answer to next note", noteTimes(), 1e-3, "ms");
+    figures::print("Answer to next interval", intervalTimes(), 1e-3, "ms");
+    figures::print("Answer to next chord", chordTimes(), 1e-3, "ms");
     return 0;
 }

@@ -41,38 +41,9 @@ private:
     mutable double lastReading_ = 0;
 };
 
-/// Notes when each click arrives, and from which reading its last wait began.
-class ClickRecorder : public SilentOutput {
-public:
-    struct Click {
-        double arrival;    ///< seconds of the steady clock
-        double waitBegan;  ///< seconds since midnight, of the wait of 0.1 s before the click
-    };
-
-    ClickRecorder(const TracingRuntime& runtime, std::size_t clicks)
-        : runtime_(runtime), wanted_(clicks) {
-        clicks_.reserve(clicks + 2);
-    }
-
-    const std::vector<Click>& clicks() const { return clicks_; }
-    /// Called when the wanted number of clicks has arrived.
-    std::function<void()> onLast;
-
-    int send(MidiHandle, std::uint32_t message) override {
-        const bool silencing = message >> 16 == 0;
-        if (silencing)
-            return 0;
-        clicks_.push_back(
-            {std::chrono::duration<double>(runtime_.now()).count(), runtime_.lastReading()});
-        if (clicks_.size() == wanted_)
-            onLast();
-        return 0;
-    }
-
-private:
-    const TracingRuntime& runtime_;
-    std::size_t wanted_;
-    std::vector<Click> clicks_;
+struct Click {
+    double arrival;    ///< seconds of the steady clock
+    double waitBegan;  ///< seconds since midnight, of the wait of 0.1 s before the click
 };
 
 class Host : public QWidget, public MetronomeHost {
@@ -113,11 +84,11 @@ struct Intervals {
     std::vector<double> unhindered;  ///< what the rule gives if nothing but the waits takes time
 };
 
-double dueInstant(const ClickRecorder::Click& click) {
+double dueInstant(const Click& click) {
     return blocking_wait::endOf(click.waitBegan, kDarkSeconds);
 }
 
-Intervals intervalsOf(const std::vector<ClickRecorder::Click>& clicks, double period) {
+Intervals intervalsOf(const std::vector<Click>& clicks, double period) {
     Intervals intervals;
     for (std::size_t i = 1; i < clicks.size(); ++i) {
         const double due = dueInstant(clicks[i - 1]);
@@ -162,11 +133,8 @@ void report(const Intervals& intervals, double period, double processorShare) {
 }
 
 void run(int tempo, bool doubled, std::size_t pulses) {
-    TracingRuntime runtime;
-    ClickRecorder output(runtime, pulses + 1);
-    NoMedia media;
-    NoDialogs dialogs;
-    FunzioniMM funzioniMM(runtime, output, media, dialogs, [] { return 0.0F; });
+    SilentMachine<TracingRuntime> machine;
+    auto& [runtime, output, media, dialogs, funzioniMM] = machine;
     funzioniMM.MidiOpen(kMidiMapper);
 
     MetronomeState state;
@@ -178,8 +146,15 @@ void run(int tempo, bool doubled, std::size_t pulses) {
     frame.findChild<QScrollBar*>(QStringLiteral("MetroTempoS"))->setValue(tempo);
     if (doubled)
         frame.lblX12_Click();
-    output.onLast = [&] {
-        QMetaObject::invokeMethod(&frame, &frmMetro::cmdSSmetro_Click, Qt::QueuedConnection);
+    std::vector<Click> clicks;
+    clicks.reserve(pulses + 2);
+    const TracingRuntime& clock = machine.runtime;
+    output.onArrival = [&](const ArrivalRecorder::Arrival& arrival) {
+        if (!isNoteOn(arrival.message))
+            return;
+        clicks.push_back({figures::seconds(arrival.when.time_since_epoch()), clock.lastReading()});
+        if (clicks.size() == pulses + 1)
+            QMetaObject::invokeMethod(&frame, &frmMetro::cmdSSmetro_Click, Qt::QueuedConnection);
     };
     QCoreApplication::processEvents();
 
@@ -188,7 +163,7 @@ void run(int tempo, bool doubled, std::size_t pulses) {
     const figures::ProcessorShare share;
     frame.cmdSSmetro_Click();
     const double used = share.share();
-    report(intervalsOf(output.clicks(), state.MetroPeriod), state.MetroPeriod, used);
+    report(intervalsOf(clicks, state.MetroPeriod), state.MetroPeriod, used);
 }
 
 }  // namespace

@@ -3,12 +3,14 @@
 #include "core/funzioni_mm.h"
 #include "platform/desktop/qt_runtime.h"
 #include "platform/dialogs.h"
+#include "platform/folders.h"
 #include "platform/help_viewer.h"
 #include "platform/media.h"
 #include "platform/midi_out.h"
 
 #include <chrono>
 #include <cstdio>
+#include <functional>
 #include <utility>
 #include <vector>
 
@@ -33,12 +35,18 @@ public:
         std::uint32_t message;
     };
     std::vector<Arrival> arrivals;
+    std::function<void(const Arrival&)> onArrival = [](const Arrival&) {};
 
     int send(MidiHandle, std::uint32_t message) override {
         arrivals.push_back({std::chrono::steady_clock::now(), message});
+        onArrival(arrivals.back());
         return 0;
     }
 };
+
+inline bool isNoteOn(std::uint32_t message) {
+    return (message & 0xF0) == 0x90 && message >> 16 != 0;
+}
 
 class NoMedia : public Media {
 public:
@@ -52,6 +60,13 @@ public:
     void message(const QString& text) override { std::fprintf(stderr, "%s\n", qPrintable(text)); }
     bool confirm(const QString&) override { return false; }
     QString input(const QString&, const QString&, const QString&) override { return {}; }
+};
+
+class NoFolders : public Folders {
+public:
+    QString programFolder() const override { return {}; }
+    bool fileExists(const QString&) const override { return false; }
+    QString nativePath(const QString& path) const override { return path; }
 };
 
 class NoHelp : public HelpViewer {
