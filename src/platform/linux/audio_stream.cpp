@@ -29,7 +29,7 @@ struct Driver {
     FluidSettings settings{nullptr, delete_fluid_settings};
     std::unique_ptr<fluid_audio_driver_t, decltype(&delete_fluid_audio_driver)> driver{
         nullptr, delete_fluid_audio_driver};
-    std::unique_ptr<JackWatch> jack;  // for the driver of that name
+    std::shared_ptr<JackWatch> jack;  // for the driver of that name
 
     void close() {
         driver.reset();
@@ -144,7 +144,7 @@ void AudioStream::Core::prepare(double rate) {
 
 bool AudioStream::Core::openDriver(const std::string& name) {
     // JACK alone insists on a rate of its own.
-    output.jack = name == "jack" ? JackWatch::start() : nullptr;
+    output.jack = name == "jack" ? JackWatch::ofRunningServer() : nullptr;
     if (output.jack && output.jack->sampleRate() != engine->rate())
         prepare(output.jack->sampleRate());
     output.settings = makeFluidSettings();

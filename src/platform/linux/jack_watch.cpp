@@ -3,17 +3,33 @@
 #include "platform/linux/library_output.h"
 
 #include <jack/jack.h>
+#include <mutex>
+#include <vector>
 
-std::unique_ptr<JackWatch> JackWatch::start() {
+/// Every watch is kept to the end of the process: the library may write to one whose server is
+/// gone.
+std::shared_ptr<JackWatch> JackWatch::ofRunningServer() {
+    static std::mutex mutex;
+    static auto& watches = *new std::vector<std::shared_ptr<JackWatch>>;
+    const std::lock_guard lock(mutex);
+    if (!watches.empty() && !watches.back()->serverGone())
+        return watches.back();
+    auto watch = start();
+    if (watch)
+        watches.push_back(watch);
+    return watch;
+}
+
+std::shared_ptr<JackWatch> JackWatch::start() {
     suppressLibraryOutput();
-    std::unique_ptr<JackWatch> watch(new JackWatch);
+    std::shared_ptr<JackWatch> watch(new JackWatch);
     jack_client_t* client = jack_client_open("Cantavista watch", JackNoStartServer, nullptr);
     if (!client)
         return nullptr;
     watch->client_ = client;
     jack_on_shutdown(
         client, [](void* gone) { static_cast<std::atomic<bool>*>(gone)->store(true); },
-        watch->gone_.get());
+        &watch->gone_);
     return watch;
 }
 
@@ -30,11 +46,4 @@ std::size_t JackWatch::connectionCount(const std::string& port) const {
         ++count;
     jack_free(names);
     return count;
-}
-
-JackWatch::~JackWatch() {
-    if (serverGone())
-        static_cast<void>(gone_.release());
-    else if (client_)
-        jack_client_close(static_cast<jack_client_t*>(client_));
 }

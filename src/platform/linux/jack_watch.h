@@ -7,16 +7,18 @@
 
 /// Notices the end of the JACK server that runs now. The library itself goes on as if nothing had
 /// happened, and crashes when a client of a server that is gone is closed.
+///
+/// There is one watch for each run of a server, shared by all who ask. It is never closed: closing
+/// one right after another client of this program sometimes waited for ever in the library.
 class JackWatch {
 public:
-    /// Nothing if no server runs. Never starts one.
-    static std::unique_ptr<JackWatch> start();
-    ~JackWatch();
+    /// Nothing if no server runs. Never starts one. From any thread.
+    static std::shared_ptr<JackWatch> ofRunningServer();
     JackWatch(const JackWatch&) = delete;
     JackWatch& operator=(const JackWatch&) = delete;
 
     double sampleRate() const;
-    bool serverGone() const { return gone_->load(); }
+    bool serverGone() const { return gone_.load(); }
 
     /// How many connections a port has in the graph that the server runs; 0 for an unknown port. A
     /// new connection is in it from the beginning of the server's next cycle.
@@ -25,7 +27,8 @@ public:
 private:
     JackWatch() = default;
 
+    static std::shared_ptr<JackWatch> start();
+
     void* client_ = nullptr;
-    /// Left to the library if its server is gone, as it may still write there.
-    std::unique_ptr<std::atomic<bool>> gone_ = std::make_unique<std::atomic<bool>>(false);
+    std::atomic<bool> gone_ = false;
 };

@@ -106,7 +106,7 @@ std::size_t messageBytes(std::uint32_t packed) {
 
 std::vector<PortAddress> listMidiPorts() {
     std::vector<PortAddress> ports;
-    const auto jack = JackWatch::start();
+    const auto jack = JackWatch::ofRunningServer();
     for (const RtMidi::Api api : kApis) {
         // Without a server RtMidi leaks memory at every question about JACK's ports.
         if (api == RtMidi::UNIX_JACK && !jack)
@@ -123,7 +123,7 @@ std::vector<PortAddress> listMidiPorts() {
 
 std::unique_ptr<MidiPort> MidiPort::open(const PortAddress& address, SoundCode& code) {
     const bool isJack = address.api == RtMidi::UNIX_JACK;
-    auto jack = isJack ? JackWatch::start() : nullptr;
+    auto jack = isJack ? JackWatch::ofRunningServer() : nullptr;
     auto out = isJack && !jack ? nullptr : makeOut(static_cast<RtMidi::Api>(address.api));
     const auto number = out ? portNumber(*out, address.name) : std::nullopt;
     if (!number) {
@@ -148,7 +148,7 @@ std::unique_ptr<MidiPort> MidiPort::open(const PortAddress& address, SoundCode& 
     return std::unique_ptr<MidiPort>(new MidiPort(std::move(out), std::move(jack), address.name));
 }
 
-MidiPort::MidiPort(std::unique_ptr<RtMidiOut> out, std::unique_ptr<JackWatch> jack,
+MidiPort::MidiPort(std::unique_ptr<RtMidiOut> out, std::shared_ptr<JackWatch> jack,
                    std::string name)
     : out_(std::move(out)), jack_(std::move(jack)), name_(std::move(name)) {}
 

@@ -42,12 +42,12 @@ public:
     SoundCode reset();
 
 private:
-    MidiPort(std::unique_ptr<RtMidiOut> out, std::unique_ptr<JackWatch> jack, std::string name);
+    MidiPort(std::unique_ptr<RtMidiOut> out, std::shared_ptr<JackWatch> jack, std::string name);
     bool stillThere();
     void noteSounding(std::uint32_t packed);
 
     std::unique_ptr<RtMidiOut> out_;
-    std::unique_ptr<JackWatch> jack_;  // for a port of JACK
+    std::shared_ptr<JackWatch> jack_;  // for a port of JACK
     std::string name_;
     std::int64_t checked_ = 0;
     bool gone_ = false;
