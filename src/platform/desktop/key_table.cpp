@@ -26,9 +26,12 @@ bool isFunctionKey(int key) {
 
 }  // namespace
 
-KeyTable::KeyTable(QObject* parent) : QObject(parent) {
+KeyTable::KeyTable() : KeyTable(&system_keyboard::isDown) {}
+
+KeyTable::KeyTable(KeyState isDown) : isDown_(std::move(isDown)) {
     system_keyboard::repeatWithoutReleases();
     QCoreApplication::instance()->installEventFilter(this);
+    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &KeyTable::loseReleasedKeys);
 }
 
 bool KeyTable::advance() {
@@ -156,8 +159,21 @@ int KeyTable::currentDepth() {
 void KeyTable::loseKeys() {
     queue_.clear();
     down_.reset();
-    std::erase_if(pressed_, [](const auto& press) {
+    std::erase_if(pressed_, [this](const auto& press) {
         const Id id = press.first;
-        return id <= 0 || !system_keyboard::isDown(static_cast<std::uint32_t>(id)).value_or(false);
+        return id <= 0 || !isDown_(static_cast<std::uint32_t>(id)).value_or(false);
+    });
+}
+
+/// The toolkit drops a release that comes to a window behind a modal one, and the system one that
+/// comes while no window has the focus: between a key that opens or closes a window and the focus
+/// of the next window. Its next press would count as a repeat and do nothing.
+void KeyTable::loseReleasedKeys() {
+    std::erase_if(pressed_, [this](const auto& press) {
+        const Id id = press.first;
+        if (id <= 0 || isDown_(static_cast<std::uint32_t>(id)).value_or(true))
+            return false;
+        take(press.second, Change::Up);
+        return true;
     });
 }

@@ -9,7 +9,9 @@
 #include <array>
 #include <bitset>
 #include <cstdint>
+#include <functional>
 #include <map>
+#include <optional>
 #include <vector>
 
 class QKeyEvent;
@@ -27,7 +29,11 @@ class QKeyEvent;
 /// afterwards.
 class KeyTable : public QObject {
 public:
-    explicit KeyTable(QObject* parent = nullptr);
+    /// Whether the key with a scan code is down now; nothing where that is not known.
+    using KeyState = std::function<std::optional<bool>(std::uint32_t scanCode)>;
+
+    KeyTable();
+    explicit KeyTable(KeyState isDown);
 
     bool held(KeyCode key) const { return isKey(key) && down_[static_cast<std::size_t>(key)]; }
 
@@ -74,9 +80,11 @@ private:
     bool press(QWindow& window, const QKeyEvent& event);
     bool release(const QKeyEvent& event);
     void loseKeys();
+    void loseReleasedKeys();
     void take(const Press& press, Change change);
     void apply(const Transition& transition);
 
+    const KeyState isDown_;
     std::map<Id, Press> pressed_;
     Id announced_{};  ///< pressed, with its `KeyPress` still to come
     std::vector<Transition> queue_;
