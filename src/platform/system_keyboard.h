@@ -10,6 +10,10 @@ namespace system_keyboard {
 /// called once, after the application object was made.
 void repeatWithoutReleases();
 
+/// Whether this system marks every repeat. Then a press without the mark is a new one, even of a key
+/// that seems to be down: its release was lost.
+bool marksRepeats();
+
 /// Whether the key with this scan code is down at this moment, whichever application has the focus;
 /// nothing where the system does not tell.
 std::optional<bool> isDown(std::uint32_t scanCode);

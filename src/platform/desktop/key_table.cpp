@@ -82,7 +82,7 @@ KeyTable::Id KeyTable::idOf(const QKeyEvent& event) {
 /// control learns of it; and a repeat of it is no shortcut in the next window.
 bool KeyTable::announce(QWindow& window, QKeyEvent& event) {
     const auto [known, isNew] = pressed_.try_emplace(idOf(event), Press{&window});
-    const bool repeats = !isNew || event.isAutoRepeat();
+    const bool repeats = isRepeat(isNew, event);
     announced_ = repeats ? Id{} : idOf(event);
     if (!repeats || known->second.window == &window)
         return false;
@@ -90,14 +90,19 @@ bool KeyTable::announce(QWindow& window, QKeyEvent& event) {
     return true;
 }
 
+bool KeyTable::isRepeat(bool isNew, const QKeyEvent& event) {
+    return event.isAutoRepeat() || (!isNew && !system_keyboard::marksRepeats());
+}
+
 bool KeyTable::press(QWindow& window, const QKeyEvent& event) {
     const auto [known, isNew] = pressed_.try_emplace(idOf(event), Press{&window});
     Press& press = known->second;
     const bool wasAnnounced = std::exchange(announced_, Id{}) == known->first;
-    if (!wasAnnounced && (!isNew || event.isAutoRepeat())) {
+    if (!wasAnnounced && isRepeat(isNew, event)) {
         take(press, Change::Repeat);
         return !goesOn(press, window, event);
     }
+    press.window = &window;
     if (!window.property(kKeepsKeys).toBool())
         press.codes = {keyCodeOf(event), letterKeyOf(event)};
     take(press, Change::Down);

@@ -74,6 +74,8 @@ private:
 
     static bool isKey(KeyCode key) { return key > 0 && key <= kKeyLast; }
     static Id idOf(const QKeyEvent& event);
+    /// Whether a press, of a key that was up as far as is known or not, is a repeat.
+    static bool isRepeat(bool isNew, const QKeyEvent& event);
     static bool goesOn(const Press& press, const QWindow& window, const QKeyEvent& repeat);
 
     bool announce(QWindow& window, QKeyEvent& event);

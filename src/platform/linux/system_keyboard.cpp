@@ -28,6 +28,11 @@ void repeatWithoutReleases() {
         XkbSetDetectableAutoRepeat(connection, True, nullptr);
 }
 
+/// The toolkit makes the repeats of Wayland itself.
+bool marksRepeats() {
+    return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+}
+
 std::optional<bool> isDown(std::uint32_t scanCode) {
     Display* connection = display();
     if (!connection || scanCode >= kScanCodes)

@@ -2,8 +2,11 @@
 
 namespace system_keyboard {
 
-/// The toolkit marks the repeats of this system's keys without fail.
 void repeatWithoutReleases() {}
+
+bool marksRepeats() {
+    return true;
+}
 
 std::optional<bool> isDown(std::uint32_t /*scanCode*/) {
     return std::nullopt;
