@@ -104,8 +104,7 @@ void frmInto::buildMenus() {
             [this] { chooseInstrument(instruments::kPianoforte); });
     addItem(*instrument, "mnuOrgano", UserText::tr("Organo"),
             [this] { chooseInstrument(instruments::kOrgano); });
-    addItem(*instrument, "mnuSs", UserText::tr("Scegli strumento ..."),
-            [this] { mnuSs_Click(); });
+    addItem(*instrument, "mnuSs", UserText::tr("Scegli strumento ..."), [this] { mnuSs_Click(); });
 }
 
 void frmInto::connectControls() {

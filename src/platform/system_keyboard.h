@@ -10,8 +10,8 @@ namespace system_keyboard {
 /// called once, after the application object was made.
 void repeatWithoutReleases();
 
-/// Whether this system marks every repeat. Then a press without the mark is a new one, even of a key
-/// that seems to be down: its release was lost.
+/// Whether this system marks every repeat. Then a press without the mark is a new one, even of a
+/// key that seems to be down: its release was lost.
 bool marksRepeats();
 
 /// Whether the key with this scan code is down at this moment, whichever application has the focus;

@@ -1,4 +1,4 @@
-# Holds the includes of the sources against the layers of the house. An include points down, never
+# Checks the includes of the sources against the layers. An include points down, never
 # up and never sideways, however it is written; neither does a form's header or the header of a class
 # promoted in a form. Sound libraries stay inside audio/ and platform/, the operating system inside
 # platform/.
@@ -15,7 +15,7 @@ set(allowed_widgets ${below_subsystems})
 foreach(subsystem IN LISTS subsystems)
   set(allowed_${subsystem} ${subsystem} ${below_subsystems})
 endforeach()
-# The composer is a house of its own: logic first, then what is seen, then the window.
+# The composer has layers of its own: logic first, then what is seen, then the window.
 set(allowed_composer/melody composer/melody core platform)
 set(allowed_composer/library composer/library ${allowed_composer/melody})
 set(allowed_composer/playback composer/playback ${allowed_composer/melody})

@@ -67,7 +67,7 @@ struct Case {
 
 }  // namespace
 
-TEST_F(CommandsTest, everyCommandAnswersWithItsStatusAndSaysWhy) {
+TEST_F(CommandsTest, EveryCommandAnswersWithItsStatusAndSaysWhy) {
     const std::array cases{
         Case{"--version", 0, "Cantavista \\d", ""},
         Case{"-h", 0, "--render MELODIA", ""},
@@ -106,7 +106,7 @@ TEST_F(CommandsTest, everyCommandAnswersWithItsStatusAndSaysWhy) {
     EXPECT_FALSE(QFile::exists("x.mid"));
 }
 
-TEST_F(CommandsTest, anInstrumentTakesThePlaceOfTheFilesOwn) {
+TEST_F(CommandsTest, AnInstrumentTakesThePlaceOfTheFilesOwn) {
     ASSERT_EQ(run("--export-midi buona.mel -o a.mid"), 0);
     ASSERT_EQ(run("--export-midi buona.mel -o b.mid --instrument 73"), 0);
     EXPECT_TRUE(at("a.mid").contains(QByteArray("\0\xC0\0", 3)));
@@ -114,7 +114,7 @@ TEST_F(CommandsTest, anInstrumentTakesThePlaceOfTheFilesOwn) {
               at("a.mid").replace(QByteArray("\0\xC0\0", 3), QByteArray("\0\xC0\x49", 3)));
 }
 
-TEST(CommandLine, leavesTheWindowItsOwnArguments) {
+TEST(CommandLine, LeavesTheWindowItsOwnArguments) {
     for (const char* words : {"", "a.mel", "-platform offscreen a.mel", "--style=Fusion -- -a.mel",
                               "-session 10_20 -reverse"}) {
         const QStringList arguments = QString::fromUtf8(words).split(' ', Qt::SkipEmptyParts);

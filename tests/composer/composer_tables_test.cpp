@@ -9,7 +9,7 @@
 #include <tuple>
 #include <vector>
 
-TEST(Rhythm, namesAndTextsOfDurations) {
+TEST(Rhythm, NamesAndTextsOfDurations) {
     EXPECT_EQ(rhythm::ValueNameToDuration(u"(1/8).", u"3"), 2.25);
     EXPECT_EQ(rhythm::ValueNameToDuration(u"na", u"4"), 4);
     EXPECT_EQ(rhythm::DurationToValueName(0.75), QStringLiteral("(1/8)."));
@@ -28,7 +28,7 @@ TEST(Rhythm, namesAndTextsOfDurations) {
         EXPECT_FALSE(rhythm::numberFromText(text)) << QString::fromUtf16(text).toStdString();
 }
 
-TEST(Melody, textsStayAsTheyWereRead) {
+TEST(Melody, TextsStayAsTheyWereRead) {
     struct Case {
         MelodyTexts texts;
         Melody::ReadResult result;
@@ -57,7 +57,7 @@ TEST(Melody, textsStayAsTheyWereRead) {
     EXPECT_EQ(Melody::read({"60;62", "1;1", "n;n"}).entries.size(), 2U);
 }
 
-TEST(Articulation, lettersAndTempos) {
+TEST(Articulation, LettersAndTempos) {
     // letter, duration, tempo: velocity, sounding, silence
     const std::vector<std::tuple<QString, double, int, int, int, int>> cases{
         {"n", 1, 60, 100, 970, 0},     {"a", 1, 60, 127, 970, 0},
@@ -85,7 +85,7 @@ TEST(Articulation, lettersAndTempos) {
     EXPECT_EQ(articulation.silenceMs, 1970);
 }
 
-TEST(PlayRange, boxesAndTheirAsymmetry) {
+TEST(PlayRange, BoxesAndTheirAsymmetry) {
     struct Case {
         bool startBox;
         const char* typed;
@@ -119,7 +119,7 @@ TEST(PlayRange, boxesAndTheirAsymmetry) {
     EXPECT_EQ(range.validateStart(QStringLiteral("x")), QStringLiteral("1"));
 }
 
-TEST(PlayRange, arrowsStopAtTheirLimits) {
+TEST(PlayRange, ArrowsStopAtTheirLimits) {
     using Arrow = PlayRange::Arrow;
     const std::vector<std::tuple<Arrow, int, int>> cases{{Arrow::StartDown, 0, 3},
                                                          {Arrow::StartUp, 2, 3},

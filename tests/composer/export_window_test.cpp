@@ -84,7 +84,7 @@ struct ExportWindowTest : testing::Test {
 
 }  // namespace
 
-TEST_F(ExportWindowTest, theItemsNeedAMelodyAndAudioASynthesizer) {
+TEST_F(ExportWindowTest, TheItemsNeedAMelodyAndAudioASynthesizer) {
     inComposer({}, [this] {
         EXPECT_FALSE(user().enabled("mnuEsportaAudio"));
         EXPECT_FALSE(user().enabled("mnuEsportaMidi"));
@@ -96,7 +96,7 @@ TEST_F(ExportWindowTest, theItemsNeedAMelodyAndAudioASynthesizer) {
     });
 }
 
-TEST_F(ExportWindowTest, aMidiFileHasTheTempoAndInstrumentOfTheWindow) {
+TEST_F(ExportWindowTest, AMidiFileHasTheTempoAndInstrumentOfTheWindow) {
     const QString path = QStringLiteral("C:\\Musica\\Due.mid");
     inComposer(kInTree, [&] {
         world.dialogs.inputs = {path, {}, path};

@@ -106,7 +106,7 @@ struct BookmarkPanelTest : LibraryPanelsTest {
 
 }  // namespace
 
-TEST_F(BrowserPanelTest, everyWayToActReportsTheSelectedRow) {
+TEST_F(BrowserPanelTest, EveryWayToActReportsTheSelectedRow) {
     EXPECT_THAT(texts(list), ElementsAre("» Esempi", "alba", "sera"));
     EXPECT_EQ(user.text("lblPercorso"), QStringLiteral("..\\Melodie\\"));
     user.click("cmdDelete");
@@ -128,7 +128,7 @@ TEST_F(BrowserPanelTest, everyWayToActReportsTheSelectedRow) {
     EXPECT_THAT(takeTold(), IsEmpty());
 }
 
-TEST_F(BrowserPanelTest, theSelectedEntryOutlivesARefillOfItsFolderOnly) {
+TEST_F(BrowserPanelTest, TheSelectedEntryOutlivesARefillOfItsFolderOnly) {
     panel.select(2);
     folders.put(kRoot + "mezzanotte.mel");
     refill();
@@ -148,7 +148,7 @@ TEST_F(BrowserPanelTest, theSelectedEntryOutlivesARefillOfItsFolderOnly) {
     EXPECT_EQ(user.find<QWidget>("lblPercorso").toolTip(), QStringLiteral("..\\Melodie\\Esempi\\"));
 }
 
-TEST_F(BrowserPanelTest, aLongFirstNameMakesNoRowWiderThanTheList) {
+TEST_F(BrowserPanelTest, ALongFirstNameMakesNoRowWiderThanTheList) {
     folders.put(kRoot + QString(200, u'A') + ".mel");
     refill();
     list.doItemsLayout();
@@ -157,7 +157,7 @@ TEST_F(BrowserPanelTest, aLongFirstNameMakesNoRowWiderThanTheList) {
               list.visualItemRect(list.item(2)).top() + 1);
 }
 
-TEST_F(BookmarkPanelTest, everyWayToActReportsTheSelectedRow) {
+TEST_F(BookmarkPanelTest, EveryWayToActReportsTheSelectedRow) {
     panel.showBookmarks({"1 ÷ 9 ÷ Tutto", "2 ÷ 3 ÷ a", "4 ÷ 5 ÷ b"});
     doubleClick(list, 1);
     list.setFocus();
@@ -170,7 +170,7 @@ TEST_F(BookmarkPanelTest, everyWayToActReportsTheSelectedRow) {
                                         "remove 1", "add 1", "hide 0"));
 }
 
-TEST_F(BookmarkPanelTest, theSelectionFollowsChangesAndADeletedBookmarkLeavesNone) {
+TEST_F(BookmarkPanelTest, TheSelectionFollowsChangesAndADeletedBookmarkLeavesNone) {
     panel.showBookmarks({"1 ÷ 9 ÷ Tutto", "2 ÷ 3 ÷ a", "4 ÷ 5 ÷ b"});
     panel.select(2);
     panel.showBookmarks({"1 ÷ 8 ÷ Tutto", "2 ÷ 3 ÷ a", "4 ÷ 5 ÷ nuovo"});
@@ -198,7 +198,7 @@ struct CopyWindowTest : LibraryPanelsTest {
     }
 };
 
-TEST_F(CopyWindowTest, theSelectedMelodiesAreCopiedAndHowFarItCameIsSaid) {
+TEST_F(CopyWindowTest, TheSelectedMelodiesAreCopiedAndHowFarItCameIsSaid) {
     for (const char* name : {"a", "b", "c", "d"})
         folders.put(QStringLiteral("A:\\%1.mel").arg(name), name);
     folders.hasDriveA = false;

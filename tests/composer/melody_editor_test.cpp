@@ -72,7 +72,7 @@ protected:
     std::vector<std::pair<std::string, std::string>> undone;
 };
 
-TEST_F(MelodyEditorTest, everyOperationLeavesItsTextsItsRangeAndAWayBack) {
+TEST_F(MelodyEditorTest, EveryOperationLeavesItsTextsItsRangeAndAWayBack) {
     EntrySettings& settings = composition.settings;
     using Attribute = EntrySettings::Attribute;
     const auto choose = [&settings](Attribute attribute) {
@@ -155,7 +155,7 @@ TEST_F(MelodyEditorTest, everyOperationLeavesItsTextsItsRangeAndAWayBack) {
         travel(false);
 }
 
-TEST_F(MelodyEditorTest, aRandomWayThroughTheHistoryMeetsEveryState) {
+TEST_F(MelodyEditorTest, ARandomWayThroughTheHistoryMeetsEveryState) {
     std::mt19937 random(7);
     const auto draw = [&random](int limit) {
         return static_cast<int>(random() % static_cast<unsigned>(limit));
@@ -195,7 +195,7 @@ TEST_F(MelodyEditorTest, aRandomWayThroughTheHistoryMeetsEveryState) {
     }
 }
 
-TEST_F(MelodyEditorTest, aTieMergesWithWhateverCameBefore) {
+TEST_F(MelodyEditorTest, ATieMergesWithWhateverCameBefore) {
     const std::vector<std::pair<MelodyTexts, const char*>> cases{
         {{{}, {}, {}}, "67; 0,5; n;"},
         {{"60;", "0,75;", "s;"}, "67; 1,25; n;"},
@@ -223,7 +223,7 @@ TEST_F(MelodyEditorTest, aTieMergesWithWhateverCameBefore) {
     EXPECT_EQ(composition.melody.EntryCount(), 3);
 }
 
-TEST_F(MelodyEditorTest, aFullMelodyRefusesAndLosesNothing) {
+TEST_F(MelodyEditorTest, AFullMelodyRefusesAndLosesNothing) {
     const auto many = [](const char* token) { return QString(token).repeated(32767); };
     open({many("60;"), many("1;"), many("n;")});
     stepTo(0);
@@ -246,7 +246,7 @@ TEST_F(MelodyEditorTest, aFullMelodyRefusesAndLosesNothing) {
     EXPECT_EQ(composition.name, QStringLiteral("aria"));
 }
 
-TEST_F(MelodyEditorTest, whatIsNotModifiedStaysAsItWasWritten) {
+TEST_F(MelodyEditorTest, WhatIsNotModifiedStaysAsItWasWritten) {
     const std::vector<std::tuple<EditChoice, bool, const char*>> cases{
         {{"1/4", "1", "s"}, false, "060; 1,0; s;"}, {{"1/4", "1", "t"}, true, "060; 1,0; t;"},
         {{"1/8", "1", "p"}, true, "00; 0,5; p;"},   {{"na", "2", "p"}, false, "060; 1,0; s;"},
@@ -266,7 +266,7 @@ TEST_F(MelodyEditorTest, whatIsNotModifiedStaysAsItWasWritten) {
     EXPECT_FALSE(editor.deleteAtStep().changed);
 }
 
-TEST_F(MelodyEditorTest, transposesWithinTheFiveOctaves) {
+TEST_F(MelodyEditorTest, TransposesWithinTheFiveOctaves) {
     const std::vector<std::tuple<const char*, int, const char*, bool>> cases{
         {"90;00;", 6, "90;00;", true},  {"90;00;", 5, "95;00;", false},
         {"36;60;", -1, "36;60;", true}, {"36;60;", 12, "48;72;", false},
@@ -289,7 +289,7 @@ TEST_F(MelodyEditorTest, transposesWithinTheFiveOctaves) {
     EXPECT_EQ(composition.transposition, 0);
 }
 
-TEST_F(MelodyEditorTest, theLastEntryIsDeletedByAResetThatCanBeTakenBack) {
+TEST_F(MelodyEditorTest, TheLastEntryIsDeletedByAResetThatCanBeTakenBack) {
     open({"60;62;", "1;1;", "n;n;"});
     stepTo(0);
     EXPECT_TRUE(editor.deleteAtStep().changed);
@@ -306,7 +306,7 @@ TEST_F(MelodyEditorTest, theLastEntryIsDeletedByAResetThatCanBeTakenBack) {
     EXPECT_FALSE(editor.modified());
 }
 
-TEST_F(MelodyEditorTest, aDamagedFileKeepsItsTextsAndCanBeTakenBack) {
+TEST_F(MelodyEditorTest, ADamagedFileKeepsItsTextsAndCanBeTakenBack) {
     insertNote(60);
     composition.tempo = 90;
     const std::string own = texts();
@@ -333,7 +333,7 @@ TEST_F(MelodyEditorTest, aDamagedFileKeepsItsTextsAndCanBeTakenBack) {
     EXPECT_EQ(composition.name, QString());
 }
 
-TEST_F(MelodyEditorTest, undoLeavesWhatTheUserSetMeanwhile) {
+TEST_F(MelodyEditorTest, UndoLeavesWhatTheUserSetMeanwhile) {
     open({"60;", "1;", "n;"});
     EXPECT_FALSE(editor.modified());
     insertNote(62);
@@ -352,7 +352,7 @@ TEST_F(MelodyEditorTest, undoLeavesWhatTheUserSetMeanwhile) {
     EXPECT_TRUE(editor.modified());
 }
 
-TEST(Bookmarks, followTheEntriesTheyName) {
+TEST(Bookmarks, FollowTheEntriesTheyName) {
     const QString odd = QStringLiteral("no bookmark");
     Bookmarks bookmarks({Bookmarks::wholeMelody(9), "1 ÷ 3 ÷ a", "3 ÷ 3 ÷ b", "2 ÷ 6 ÷ c",
                          "5 ÷ 9 ÷ d ÷ e", odd, "7 ÷ 30 ÷ f"});

@@ -139,7 +139,7 @@ private:
 
 }  // namespace
 
-TEST(MelodyScore, sendsWhatThePlayerSends) {
+TEST(MelodyScore, SendsWhatThePlayerSends) {
     for (const int tempo : {20, 59, 60, 70, 121, 133, 250}) {
         TestWorld world;
         world.openOutput();
@@ -156,13 +156,13 @@ TEST(MelodyScore, sendsWhatThePlayerSends) {
     }
 }
 
-TEST(MelodyScore, endsWithTheLastEntry) {
+TEST(MelodyScore, EndsWithTheLastEntry) {
     // A rest at the end counts as well; each entry takes its total.
     const Composition composition = compositionOf({"60;62;00;", "1;1;2;", "n;s;p;"}, 120);
     EXPECT_EQ(scoreOf(composition.melody, 120, 0).endMs, 2000);
 }
 
-TEST(MidiFile, isReadBackWithItsTimesNameAndTempo) {
+TEST(MidiFile, IsReadBackWithItsTimesNameAndTempo) {
     for (const int tempo : {20, 70, 133, 250}) {
         const MelodyScore score = scoreOf(compositionOf(varied(), tempo).melody, tempo, 40);
         MidiReader file(midi_file::write(score, tempo, QStringLiteral("Prova")));
@@ -179,7 +179,7 @@ TEST(MidiFile, isReadBackWithItsTimesNameAndTempo) {
     }
 }
 
-TEST(MidiFile, keepsItsMillisecondsAtTemposAndLengthsThatTheFormatCannotHold) {
+TEST(MidiFile, KeepsItsMillisecondsAtTemposAndLengthsThatTheFormatCannotHold) {
     MelodyScore score;
     score.messages = {{0, 0x643C90}, {700'000'000, 0x3C90}};
     score.endMs = 700'000'030;

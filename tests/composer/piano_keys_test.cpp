@@ -34,7 +34,7 @@ protected:
     PianoKeys keys{runtime, *this, PianoKeys::Backspace::LooksAtComma};
 };
 
-TEST_F(PianoKeysTest, everyKeyPlaysItsNoteOnceAndEndsIt) {
+TEST_F(PianoKeysTest, EveryKeyPlaysItsNoteOnceAndEndsIt) {
     const std::string polled = "ZSXDCVGBHNJMQ2W3ER5T6Y7UI9O0P";
     for (const int base : {48, 60, 36}) {
         for (std::size_t i = 0; i < polled.size(); ++i) {
@@ -60,7 +60,7 @@ TEST_F(PianoKeysTest, everyKeyPlaysItsNoteOnceAndEndsIt) {
     EXPECT_EQ(keys.octaveBase(), 48);
 }
 
-TEST_F(PianoKeysTest, backspaceLooksAtTheCommaKey) {
+TEST_F(PianoKeysTest, BackspaceLooksAtTheCommaKey) {
     keys.keyDown(kKeyBackspace);
     keys.keyDown(kKeyBackspace);
     keys.keyUp(kKeyBackspace);
@@ -85,7 +85,7 @@ TEST_F(PianoKeysTest, backspaceLooksAtTheCommaKey) {
     EXPECT_THAT(take(), ElementsAre(60, 80, -60, -80));
 }
 
-TEST_F(PianoKeysTest, noNoteHangsAndNoTypedKeySounds) {
+TEST_F(PianoKeysTest, NoNoteHangsAndNoTypedKeySounds) {
     runtime.press('Z', 0ns, 1ns);
     runtime.yield();
     keys.poll();

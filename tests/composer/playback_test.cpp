@@ -70,7 +70,7 @@ protected:
     Playback playback{world.runtime, world.funzioniMM, composition, view};
 };
 
-TEST_F(PlaybackTest, everyLetterAtItsInstants) {
+TEST_F(PlaybackTest, EveryLetterAtItsInstants) {
     load({"60;62;64;65;00;67;", "1;1;1;0,5;0,5;1;", "n;s;t;a;p;n;"});
     playback.clickPlay();
     EXPECT_THAT(
@@ -81,7 +81,7 @@ TEST_F(PlaybackTest, everyLetterAtItsInstants) {
     EXPECT_EQ(world.runtime.now(), 4970ms);
 }
 
-TEST_F(PlaybackTest, showsEverythingInItsOrder) {
+TEST_F(PlaybackTest, ShowsEverythingInItsOrder) {
     load({"60;00;", "1;1;", "n;p;"});
     playback.clickPlay();
     EXPECT_THAT(view.take(), ElementsAre("no frame", "canc", "Stop", "no canc", "ne 0", "ne 1",
@@ -89,7 +89,7 @@ TEST_F(PlaybackTest, showsEverythingInItsOrder) {
                                          "Play", "no canc", "focus", "ne ", "pnn ", "canc"));
 }
 
-TEST_F(PlaybackTest, stopsAtTheNextEntryLoopsAndNeverRunsOverTheEnd) {
+TEST_F(PlaybackTest, StopsAtTheNextEntryLoopsAndNeverRunsOverTheEnd) {
     load({"60;62;", "1;1;", "n;n;"});
     playback.player().setLoops(true);
     int shown = 0;
@@ -124,7 +124,7 @@ TEST_F(PlaybackTest, stopsAtTheNextEntryLoopsAndNeverRunsOverTheEnd) {
     EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("on 1 60 100", "on 1 60 0"));
 }
 
-TEST_F(PlaybackTest, anEntryTooShortLeavesStopOnTheButton) {
+TEST_F(PlaybackTest, AnEntryTooShortLeavesStopOnTheButton) {
     load({"60;62;64;", "1;0,0625;1;", "n;n;n;"}, 121);
     playback.clickPlay();
     EXPECT_TRUE(playback.player().playing());
@@ -143,7 +143,7 @@ TEST_F(PlaybackTest, anEntryTooShortLeavesStopOnTheButton) {
     EXPECT_THAT(world.midi.take(), IsEmpty());
 }
 
-TEST_F(PlaybackTest, aPlayThatHangsStopsTheOneUnderIt) {
+TEST_F(PlaybackTest, APlayThatHangsStopsTheOneUnderIt) {
     load({"60;62;64;", "1;1;1;", "n;n;n;"});
     // As a melody that is activated while another one plays.
     world.runtime.at(500ms, [&] {
@@ -159,7 +159,7 @@ TEST_F(PlaybackTest, aPlayThatHangsStopsTheOneUnderIt) {
     EXPECT_THAT(view.take(), ElementsAre("Play", "canc", "ne ", "pnn "));
 }
 
-TEST_F(PlaybackTest, aLongEntryLetsEventsRunOnceASecond) {
+TEST_F(PlaybackTest, ALongEntryLetsEventsRunOnceASecond) {
     const auto at = [this](Instant instant, std::function<void()> act) {
         world.runtime.at(world.runtime.now() + instant, std::move(act));
     };
@@ -199,7 +199,7 @@ TEST_F(PlaybackTest, aLongEntryLetsEventsRunOnceASecond) {
     }
 }
 
-TEST_F(PlaybackTest, oddNotesAndDamagedMelodiesMakeNoSound) {
+TEST_F(PlaybackTest, OddNotesAndDamagedMelodiesMakeNoSound) {
     load({"00;120;x;60;", "1;1;1;1;", "n;n;n;n;"});
     playback.clickPlay();
     EXPECT_THAT(world.midi.take(), ElementsAre("3.000 on 1 60 100", "3.970 on 1 60 0"));
@@ -209,7 +209,7 @@ TEST_F(PlaybackTest, oddNotesAndDamagedMelodiesMakeNoSound) {
     EXPECT_THAT(view.take(), ElementsAre("no frame", "canc"));
 }
 
-TEST_F(PlaybackTest, latenessDoesNotAddUpAndIsNotHurriedAfter) {
+TEST_F(PlaybackTest, LatenessDoesNotAddUpAndIsNotHurriedAfter) {
     const int count = 8;
     load({QStringLiteral("60;").repeated(count), QStringLiteral("0,5;").repeated(count),
           QStringLiteral("n;").repeated(count)});
@@ -229,7 +229,7 @@ TEST_F(PlaybackTest, latenessDoesNotAddUpAndIsNotHurriedAfter) {
                                       "3.807", "4.277"));
 }
 
-TEST_F(PlaybackTest, stepsThroughTheRangeAndWraps) {
+TEST_F(PlaybackTest, StepsThroughTheRangeAndWraps) {
     load({"60;62;00;64;", "1;0,75;1;5;", "n;s;p;a;"});
     composition.range.select(1, 3, 4);
     playback.player().setLoops(true);
@@ -259,7 +259,7 @@ TEST_F(PlaybackTest, stepsThroughTheRangeAndWraps) {
     EXPECT_FALSE(composition.step.active);
 }
 
-TEST_F(PlaybackTest, delayedPlayAndKeptNumber) {
+TEST_F(PlaybackTest, DelayedPlayAndKeptNumber) {
     load({"60;", "1;", "n;"});
     playback.player().toggleKeepLastNumber();
     playback.clickDelayedPlay();

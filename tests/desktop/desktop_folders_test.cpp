@@ -32,7 +32,7 @@ struct DesktopFoldersTest : testing::Test {
     }
 };
 
-TEST_F(DesktopFoldersTest, theEnvironmentNamesTheProgramFolderAndPathsAreTranslated) {
+TEST_F(DesktopFoldersTest, TheEnvironmentNamesTheProgramFolderAndPathsAreTranslated) {
     put(native("ap.mid"));
     const DesktopFolders folders;
 
@@ -43,7 +43,7 @@ TEST_F(DesktopFoldersTest, theEnvironmentNamesTheProgramFolderAndPathsAreTransla
     EXPECT_FALSE(folders.fileExists(folders.programFolder())) << "a folder is no file";
 }
 
-TEST_F(DesktopFoldersTest, aFirstStartMakesTheMelodiesAndLaterOnesLeaveThemAlone) {
+TEST_F(DesktopFoldersTest, AFirstStartMakesTheMelodiesAndLaterOnesLeaveThemAlone) {
     // What comes with the program stands beside the executable.
     const QString name = QStringLiteral("prova%1.mel").arg(QCoreApplication::applicationPid());
     const QString examples = QCoreApplication::applicationDirPath() + "/Melodie/Esempi/";
@@ -65,7 +65,7 @@ TEST_F(DesktopFoldersTest, aFirstStartMakesTheMelodiesAndLaterOnesLeaveThemAlone
     EXPECT_FALSE(second.folderExists(path("Melodie\\Esempi")));
 }
 
-TEST_F(DesktopFoldersTest, filesAreListedReadWrittenRenamedAndRemoved) {
+TEST_F(DesktopFoldersTest, FilesAreListedReadWrittenRenamedAndRemoved) {
     DesktopFolders folders;
     const QString folder = path("Prove\\");
     EXPECT_EQ(folders.createFolder(folder.chopped(1)).number, 0);
@@ -98,7 +98,7 @@ TEST_F(DesktopFoldersTest, filesAreListedReadWrittenRenamedAndRemoved) {
     EXPECT_EQ(folders.removeFolder(folder + "Zeta").number, 0);
 }
 
-TEST_F(DesktopFoldersTest, dotsAreFollowedToSeeWhatLiesInTheTree) {
+TEST_F(DesktopFoldersTest, DotsAreFollowedToSeeWhatLiesInTheTree) {
     DesktopFolders folders;
     const QString root = path("Melodie\\");
     QDir().mkpath(native("Melodie/Sotto"));
@@ -113,7 +113,7 @@ TEST_F(DesktopFoldersTest, dotsAreFollowedToSeeWhatLiesInTheTree) {
         EXPECT_EQ(folders.isInside(root, path(name)), inside) << name;
 }
 
-TEST_F(DesktopFoldersTest, linksAreFollowedToSeeWhatLiesInTheTree) {
+TEST_F(DesktopFoldersTest, LinksAreFollowedToSeeWhatLiesInTheTree) {
     DesktopFolders folders;
     const QString root = path("Melodie\\");
     QDir().mkpath(native("Melodie/Sotto"));
@@ -134,7 +134,7 @@ TEST_F(DesktopFoldersTest, linksAreFollowedToSeeWhatLiesInTheTree) {
         EXPECT_EQ(folders.isInside(root, path(name)), inside) << name;
 }
 
-TEST_F(DesktopFoldersTest, driveAIsTheNamedFolderForAsLongAsItIsThere) {
+TEST_F(DesktopFoldersTest, DriveAIsTheNamedFolderForAsLongAsItIsThere) {
     DesktopFolders folders;
     const QTemporaryDir disk;
     qputenv("CANTAVISTA_DRIVE_A", disk.path().toUtf8());
@@ -153,7 +153,7 @@ TEST_F(DesktopFoldersTest, driveAIsTheNamedFolderForAsLongAsItIsThere) {
     EXPECT_FALSE(folders.fileExists("a:\\x.mel"));
 }
 
-TEST_F(DesktopFoldersTest, whatIsDiscardedOrReplacedLiesInTheTrashWhereThereIsOne) {
+TEST_F(DesktopFoldersTest, WhatIsDiscardedOrReplacedLiesInTheTrashWhereThereIsOne) {
     const QByteArray before = qgetenv("XDG_DATA_HOME");
     const auto trashed = [this] {
         QStringList names;
@@ -196,7 +196,7 @@ TEST_F(DesktopFoldersTest, whatIsDiscardedOrReplacedLiesInTheTrashWhereThereIsOn
     before.isNull() ? qunsetenv("XDG_DATA_HOME") : qputenv("XDG_DATA_HOME", before);
 }
 
-TEST_F(DesktopFoldersTest, aClaimLastsAsLongAsItsObject) {
+TEST_F(DesktopFoldersTest, AClaimLastsAsLongAsItsObject) {
     DesktopFolders folders;
     auto claim = folders.claim(path("x.mel"));
     ASSERT_TRUE(claim);
@@ -209,7 +209,7 @@ TEST_F(DesktopFoldersTest, aClaimLastsAsLongAsItsObject) {
     EXPECT_TRUE(folders.claim(path("no\\x.mel"))) << "where nobody can claim anything";
 }
 
-TEST_F(DesktopFoldersTest, oldTemporaryFilesOfItsOwnGo) {
+TEST_F(DesktopFoldersTest, OldTemporaryFilesOfItsOwnGo) {
     const auto putOld = [](const QString& file, int days, const QByteArray& bytes = "x") {
         put(file, bytes);
         QFile opened(file);

@@ -28,7 +28,7 @@ struct BookmarkTest : testing::Test {
     }
 };
 
-TEST_F(BookmarkTest, areAddedUnderAName) {
+TEST_F(BookmarkTest, AreAddedUnderAName) {
     add(3, 8, "  intro ");
     add(4, 4, "quindici lettere");
     add(1, 2, "a;b");
@@ -47,7 +47,7 @@ TEST_F(BookmarkTest, areAddedUnderAName) {
     EXPECT_FALSE(commands.add()) << "an empty melody has no range";
 }
 
-TEST_F(BookmarkTest, areActivatedModifiedAndRenamed) {
+TEST_F(BookmarkTest, AreActivatedModifiedAndRenamed) {
     editor.setBookmarks({"1 ÷ 20 ÷ Tutto", "3 ÷ 8 ÷ intro", "19 ÷ 2147483647 ÷ b",
                          "-2147483648 ÷ 5 ÷ c", "niente"});
     const std::pair<int, int> ranges[] = {{0, 19}, {2, 7}, {18, 19}, {0, 4}};
@@ -73,7 +73,7 @@ TEST_F(BookmarkTest, areActivatedModifiedAndRenamed) {
                                            refused, ask + "a-b", refused, ask + "a-b"));
 }
 
-TEST_F(BookmarkTest, areMovedAndDeletedButNotTheFirst) {
+TEST_F(BookmarkTest, AreMovedAndDeletedButNotTheFirst) {
     using Direction = BookmarkCommands::Direction;
     add(1, 2, "a");
     EXPECT_EQ(commands.move(1, Direction::Up), 1) << "two are too few";

@@ -75,7 +75,7 @@ private:
     bool mounted_ = false;
 };
 
-TEST_F(DiskTest, aFullOrReadOnlyDiskKeepsTheOldFile) {
+TEST_F(DiskTest, AFullOrReadOnlyDiskKeepsTheOldFile) {
     const SmallDisk disk(home.path() + "/Melodie", "size=32k,nr_inodes=5");
     if (!disk.mounted())
         GTEST_SKIP() << "only root can mount a disk";
@@ -113,7 +113,7 @@ TEST_F(DiskTest, aFullOrReadOnlyDiskKeepsTheOldFile) {
     EXPECT_EQ(folders.readFile(path("a.mel"), kMuch).bytes, old);
 }
 
-TEST_F(DiskTest, aFolderThatTakesNoNewFilesLetsTheOldOnesBeWritten) {
+TEST_F(DiskTest, AFolderThatTakesNoNewFilesLetsTheOldOnesBeWritten) {
     DesktopFolders folders;
     const QString open = path("aperta.mel");
     const QString closed = path("chiusa.mel");
@@ -142,7 +142,7 @@ void saveAllTheTime(DesktopFolders& folders, const QString& file) {
         folders.writeFile(file, QByteArray(20'000 + 100 * i, static_cast<char>('a' + i % 26)));
 }
 
-TEST_F(DiskTest, aProcessKilledWhileItSavesLeavesAWholeFile) {
+TEST_F(DiskTest, AProcessKilledWhileItSavesLeavesAWholeFile) {
     DesktopFolders folders;
     const QString file = path("a.mel");
     ASSERT_EQ(folders.writeFile(file, "vecchia").number, 0);

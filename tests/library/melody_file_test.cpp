@@ -50,7 +50,7 @@ void expectStable(const QByteArray& bytes) {
     EXPECT_EQ(melody_file::write(*again).bytes, written.bytes);
 }
 
-TEST(MelodyFile, isReadAndWrittenToTheByte) {
+TEST(MelodyFile, IsReadAndWrittenToTheByte) {
     const auto file = melody_file::read(kSample);
     ASSERT_TRUE(file);
     EXPECT_EQ(file->texts.durations, "1;0,75;1;2;");
@@ -66,7 +66,7 @@ TEST(MelodyFile, isReadAndWrittenToTheByte) {
     EXPECT_EQ(melody_file::write(plain).refused, "\n");
 }
 
-TEST(MelodyFile, whatIsNotAMelodyIsRefused) {
+TEST(MelodyFile, WhatIsNotAMelodyIsRefused) {
     const QByteArray notes = "60;62;";
     const QByteArray durations = "1;1;";
     const QByteArray letters = "n;n;";
@@ -111,7 +111,7 @@ TEST(MelodyFile, whatIsNotAMelodyIsRefused) {
     }
 }
 
-TEST(MelodyFile, theLinesBehindTheMelodyMayBeMissingOrStrange) {
+TEST(MelodyFile, TheLinesBehindTheMelodyMayBeMissingOrStrange) {
     struct Row {
         std::initializer_list<QByteArray> lines;
         int tempo;
@@ -146,7 +146,7 @@ TEST(MelodyFile, theLinesBehindTheMelodyMayBeMissingOrStrange) {
     EXPECT_GT(endless->tempo, Composition::kHighestTempo);
 }
 
-TEST(MelodyFile, hurtFilesAreRefusedOrReadSoThatTheyCanBeWritten) {
+TEST(MelodyFile, HurtFilesAreRefusedOrReadSoThatTheyCanBeWritten) {
     std::mt19937 random(20041);
     for (int i = 0; i < 6000 && !testing::Test::HasFailure(); ++i) {
         QByteArray hurt = kSample.left(static_cast<qsizetype>(random() % (kSample.size() + 1)));
@@ -156,7 +156,7 @@ TEST(MelodyFile, hurtFilesAreRefusedOrReadSoThatTheyCanBeWritten) {
     }
 }
 
-TEST(CodePage, everyByteOfItGoesBothWaysAndNothingElseDoes) {
+TEST(CodePage, EveryByteOfItGoesBothWaysAndNothingElseDoes) {
     const std::set<int> holes{0x81, 0x8D, 0x8F, 0x90, 0x9D};
     for (int code = 0; code < 256; ++code) {
         const QByteArray byte(1, static_cast<char>(code));
@@ -175,7 +175,7 @@ TEST(CodePage, everyByteOfItGoesBothWaysAndNothingElseDoes) {
     EXPECT_EQ(code_page::encode(u"e\u0300").refused, "\u0300");
 }
 
-TEST(Examples, areMelodiesToTheByte) {
+TEST(Examples, AreMelodiesToTheByte) {
     const QDir folder(MELODY_EXAMPLES);
     const QStringList names = folder.entryList({"*.mel"}, QDir::Files);
     ASSERT_GE(names.size(), 6);

@@ -48,7 +48,7 @@ struct LibraryTest : LibraryFixture {
     }
 };
 
-TEST_F(LibraryTest, foldersAreListedEnteredAndLeft) {
+TEST_F(LibraryTest, FoldersAreListedEnteredAndLeft) {
     fill({"Zeta\\a.mel", "Alfa\\Interna\\b.mel", "Alfa\\c.mel", "zoo.mel", "Ètude.MEL", "alba.mel",
           "Estate.v2.mel", "note.txt", "._alba.mel", ".mel"});
     EXPECT_THAT(list(), ElementsAre("» Zeta", "» Alfa", "alba", "Estate.v2", "Ètude", "zoo"));
@@ -72,7 +72,7 @@ TEST_F(LibraryTest, foldersAreListedEnteredAndLeft) {
     EXPECT_EQ(library.activate(99), Activated::Nothing);
 }
 
-TEST_F(LibraryTest, aMelodyIsOpenedWithItsInstrumentTempoAndBookmarks) {
+TEST_F(LibraryTest, AMelodyIsOpenedWithItsInstrumentTempoAndBookmarks) {
     fill({"Aria.MEL"});
     world.openOutput();
     EXPECT_EQ(activate("Aria"), Activated::Melody);
@@ -95,7 +95,7 @@ TEST_F(LibraryTest, aMelodyIsOpenedWithItsInstrumentTempoAndBookmarks) {
     EXPECT_THAT(world.dialogs.lines, IsEmpty());
 }
 
-TEST_F(LibraryTest, aFileThatIsNoMelodyLeavesEverythingAndADamagedOneCanBeTakenBack) {
+TEST_F(LibraryTest, AFileThatIsNoMelodyLeavesEverythingAndADamagedOneCanBeTakenBack) {
     fill({"Aria.mel"});
     folders.put(kRoot + "Rotta.mel", kDamaged);
     folders.put(kRoot + "Vuota.mel", "");
@@ -129,7 +129,7 @@ TEST_F(LibraryTest, aFileThatIsNoMelodyLeavesEverythingAndADamagedOneCanBeTakenB
     EXPECT_EQ(composition.instrument, 12) << "the one in use before";
 }
 
-TEST_F(LibraryTest, saveAsTakesAnyNameThatStaysInTheTree) {
+TEST_F(LibraryTest, SaveAsTakesAnyNameThatStaysInTheTree) {
     struct Row {
         const char* name;
         const char* path;   ///< where it is saved, if it is
@@ -179,7 +179,7 @@ TEST_F(LibraryTest, saveAsTakesAnyNameThatStaysInTheTree) {
     EXPECT_THAT(takeLines(), IsEmpty());
 }
 
-TEST_F(LibraryTest, aSaveThatFailsIsReportedAndLosesNothing) {
+TEST_F(LibraryTest, ASaveThatFailsIsReportedAndLosesNothing) {
     fill({"Aria.mel"});
     activate("Aria");
     compose();
@@ -200,7 +200,7 @@ TEST_F(LibraryTest, aSaveThatFailsIsReportedAndLosesNothing) {
                 ElementsAre("message: Il file non può contenere il carattere \"曲\" !!!"));
 }
 
-TEST_F(LibraryTest, whatIsNotTheMelodysOwnLastVersionGoesToTheTrash) {
+TEST_F(LibraryTest, WhatIsNotTheMelodysOwnLastVersionGoesToTheTrash) {
     fill({"Aria.mel", "Altra.mel", "Sotto\\Aria.mel"});
     const auto save = [this] {
         compose();
@@ -232,7 +232,7 @@ TEST_F(LibraryTest, whatIsNotTheMelodysOwnLastVersionGoesToTheTrash) {
     EXPECT_EQ(folders.trash, QList<QByteArray>{aria});
 }
 
-TEST_F(LibraryTest, renamingAndNewFoldersKeepToTheirCharacters) {
+TEST_F(LibraryTest, RenamingAndNewFoldersKeepToTheirCharacters) {
     fill({"Aria.mel", "Altra.mel", "Sotto\\q.mel"});
     const char* const invalid = "message: Nome non valido !!!";
     const char* const invalidFolder = "message: Nome cartella non valido !!!";
@@ -266,7 +266,7 @@ TEST_F(LibraryTest, renamingAndNewFoldersKeepToTheirCharacters) {
     EXPECT_THAT(takeLines(), IsEmpty());
 }
 
-TEST_F(LibraryTest, onlyEmptyFoldersAreDeleted) {
+TEST_F(LibraryTest, OnlyEmptyFoldersAreDeleted) {
     fill({"Piena\\q.mel", "Cupa\\Interna\\q.mel", "Estranea\\x.txt", "Aria.mel"});
     folders.createFolder(kRoot + "Vuota");
     library.fill();
@@ -295,7 +295,7 @@ struct FloppyTest : LibraryTest {
                   [this](bool busy) { pointer += busy ? 'B' : 'N'; }};
 };
 
-TEST_F(FloppyTest, theMelodyIsSavedUnderItsNameAndFailuresHaveTheirWords) {
+TEST_F(FloppyTest, TheMelodyIsSavedUnderItsNameAndFailuresHaveTheirWords) {
     floppy.save();
     EXPECT_EQ(pointer, "") << "there is nothing to save";
     compose();
@@ -335,7 +335,7 @@ TEST_F(FloppyTest, theMelodyIsSavedUnderItsNameAndFailuresHaveTheirWords) {
                                          "message: Errore: 70\n\nProtetto !!!", notReady));
 }
 
-TEST_F(FloppyTest, selectedMelodiesAreCopiedWithoutAsking) {
+TEST_F(FloppyTest, SelectedMelodiesAreCopiedWithoutAsking) {
     fill({"due.mel"});
     for (const char* name : {"due.mel", "quattro.mel", "TRE.MEL", "uno.mel"})
         folders.put(QStringLiteral("A:\\") + name, name);

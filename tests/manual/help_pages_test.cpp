@@ -1,5 +1,6 @@
-#include "core/intervals.h"
 #include "manual/help_pages.h"
+
+#include "core/intervals.h"
 
 #include <QDir>
 #include <QDirIterator>

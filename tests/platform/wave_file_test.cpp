@@ -63,7 +63,7 @@ double strength(const Wave& wave, int from, int frames, double frequency) {
 
 }  // namespace
 
-TEST_F(WaveFileTest, aNoteSoundsInItsTimeAtItsPitchAndDiesAway) {
+TEST_F(WaveFileTest, ANoteSoundsInItsTimeAtItsPitchAndDiesAway) {
     double lastShare = 0;
     const auto result = write(aNoteAt(500, 69), [&lastShare](double share) {
         EXPECT_GE(share, lastShare);
@@ -93,7 +93,7 @@ TEST_F(WaveFileTest, aNoteSoundsInItsTimeAtItsPitchAndDiesAway) {
         EXPECT_NEAR(leftAt(*wave, frame), 0, 1e-4);
 }
 
-TEST_F(WaveFileTest, whatIsGivenUpOrTooLongLeavesTheOldFileAndNothingElse) {
+TEST_F(WaveFileTest, WhatIsGivenUpOrTooLongLeavesTheOldFileAndNothingElse) {
     QFile old(path);
     ASSERT_TRUE(old.open(QIODevice::WriteOnly) && old.write("old") == 3);
     old.close();
