@@ -30,8 +30,9 @@ void log(const char* format, ...) {
     QueryPerformanceFrequency(&perSecond);
     std::va_list arguments;
     va_start(arguments, format);
-    std::fprintf(file, "%lld ", static_cast<long long>(1e6 * static_cast<double>(now.QuadPart) /
-                                                       static_cast<double>(perSecond.QuadPart)));
+    std::fprintf(file, "%lld ",
+                 static_cast<long long>(1e6 * static_cast<double>(now.QuadPart) /
+                                        static_cast<double>(perSecond.QuadPart)));
     std::vfprintf(file, format, arguments);
     std::fputc('\n', file);
     std::fflush(file);
