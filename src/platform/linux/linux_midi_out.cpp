@@ -92,6 +92,10 @@ SoundCode LinuxMidiOut::openSynthesizer(std::optional<std::chrono::milliseconds>
 bool LinuxMidiOut::waitForStream() {
     if (!runtime_)
         return stream_.wait() == AudioStream::Status::Running;
+    // A sound server that has not answered by now may hang. What waits in the queue is not to wait
+    // for it: it may be the user closing the program.
+    if (stream_.stillOpening())
+        runtime_->yield();
     while (!runtime_->ending() && stream_.stillOpening())
         runtime_->blockUntil(runtime_->now() + kServeInterval);
     const bool running = stream_.status() == AudioStream::Status::Running;
