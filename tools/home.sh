@@ -40,5 +40,5 @@ move_melodies() {
         fi
         moved=$((moved + 1))
     done < <(find "$built/Melodie" "$built"/Melodia\ non\ salvata*.mel -type f -print0 2>/dev/null)
-    [[ $moved -eq 0 ]] || echo "Moved $moved melodies from $built to $own." >&2
+    [[ $moved -eq 0 ]] || echo "Melodies moved from $built to $own: $moved" >&2
 }
