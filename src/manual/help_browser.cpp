@@ -73,8 +73,12 @@ QVariant HelpBrowser::loadResource(int type, const QUrl& name) {
 }
 
 void HelpBrowser::doSetSource(const QUrl& name, QTextDocument::ResourceType type) {
-    if (name.adjusted(QUrl::RemoveFragment) != source().adjusted(QUrl::RemoveFragment))
+    if (name.adjusted(QUrl::RemoveFragment) != source().adjusted(QUrl::RemoveFragment)) {
+        // The document would keep those that were fitted, whatever the width when they come again.
+        for (auto it = pictures_.constBegin(); it != pictures_.constEnd(); ++it)
+            document()->addResource(QTextDocument::ImageResource, it.key(), QVariant());
         pictures_.clear();
+    }
     QTextBrowser::doSetSource(name, type);
 }
 
