@@ -3,35 +3,234 @@
 #include "audio/audio_engine.h"
 #include "platform/linux/audio_stream.h"
 
-#include <gtest/gtest.h>
+#include <QStringList>
 
+#include <RtMidi.h>
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <jack/jack.h>
+#include <map>
 #include <memory>
 
-TEST(LinuxMidiOut, WithoutSoundEveryOperationAnswersCleanly) {
-    testing::internal::CaptureStderr();
-    {
-        const auto engine = std::make_shared<AudioEngine>(44100);
-        AudioStream stream(engine, {"", {"no such driver"}});
-        LinuxMidiOut out(*engine, stream);
-        for (int attempt = 0; attempt < 2; ++attempt) {
-            const auto result = out.open(kMidiMapper);
-            EXPECT_EQ(result.code, toInt(SoundCode::NoAudioDevice));
-            EXPECT_EQ(result.handle, 0u);
-        }
-        EXPECT_EQ(out.send(0, 0x643C90), 0);
-        EXPECT_EQ(out.reset(0), 0);
-        EXPECT_EQ(out.send(77, 0x643C90), toInt(SoundCode::InvalidHandle));
-        EXPECT_EQ(out.reset(77), toInt(SoundCode::InvalidHandle));
-        EXPECT_EQ(out.close(77), toInt(SoundCode::InvalidHandle));
+namespace {
 
-        EXPECT_EQ(out.deviceName(kMidiMapper), "Sintetizzatore interno");
-        const int count = out.deviceCount();
-        for (const int unknown : {count, count + 99, -2}) {
-            EXPECT_FALSE(out.deviceName(unknown));
-            EXPECT_EQ(out.open(unknown).code, toInt(SoundCode::UnknownDevice));
-        }
-        for (int device = 0; device < count; ++device)
-            EXPECT_FALSE(out.deviceName(device)->isEmpty());
+/// The MIDI ports of the machine, which stand here for those of ALSA and of a JACK server.
+struct Machine {
+    std::map<RtMidi::Api, std::vector<std::string>> ports;
+    bool hasJack = false;
+    bool refuses = false;  ///< to open a port
+    bool fails = false;    ///< to send
+    std::vector<std::string> connected;
+    std::vector<std::string> received;  ///< "port: bytes in hexadecimal", in their order
+    std::vector<RtMidiOut*> made;       ///< those that are never closed among them
+    std::vector<std::pair<JackShutdownCallback, void*>> watches;
+
+    void loseJack() {
+        hasJack = false;
+        for (const auto& [gone, context] : watches)
+            gone(context);
+    }
+};
+
+/// Lives to the end of the process, as what is never closed does.
+Machine& machine = *new Machine;
+
+class FabricatedOutput : public MidiOutApi {
+public:
+    explicit FabricatedOutput(RtMidi::Api api) : api_(api) {}
+
+    RtMidi::Api getCurrentApi() override { return api_; }
+    void openPort(unsigned int number, const std::string& /*clientPort*/) override {
+        if (machine.refuses)
+            return error(RtMidiError::DRIVER_ERROR, "refused");
+        name_ = machine.ports[api_].at(number);
+        connected_ = true;
+        machine.connected.push_back(name_);
+    }
+    void sendMessage(const unsigned char* bytes, std::size_t count) override {
+        if (machine.fails)
+            return error(RtMidiError::DRIVER_ERROR, "lost");
+        const QByteArray sent(reinterpret_cast<const char*>(bytes), static_cast<int>(count));
+        machine.received.push_back(name_ + ": " + sent.toHex(' ').toStdString());
+    }
+    unsigned int getPortCount() override {
+        return static_cast<unsigned int>(machine.ports[api_].size());
+    }
+    std::string getPortName(unsigned int number) override { return machine.ports[api_].at(number); }
+    void openVirtualPort(const std::string& /*name*/) override {}
+    void closePort() override {}
+    void setClientName(const std::string& /*name*/) override {}
+    void setPortName(const std::string& /*name*/) override {}
+    void initialize(const std::string& /*name*/) override {}
+
+private:
+    RtMidi::Api api_;
+    std::string name_;
+};
+
+}  // namespace
+
+// They take the place of the libraries' own.
+RtMidiOut::RtMidiOut(Api api, const std::string& /*client*/) {
+    rtapi_ = new FabricatedOutput(api);
+    machine.made.push_back(this);
+}
+
+jack_client_t* jack_client_open(const char* /*name*/, jack_options_t, jack_status_t*, ...) {
+    return machine.hasJack ? reinterpret_cast<jack_client_t*>(&machine) : nullptr;
+}
+
+void jack_on_shutdown(jack_client_t*, JackShutdownCallback gone, void* context) {
+    machine.watches.emplace_back(gone, context);
+}
+
+jack_port_t* jack_port_by_name(jack_client_t*, const char* name) {
+    return reinterpret_cast<jack_port_t*>(const_cast<char*>(name));
+}
+
+const char** jack_port_get_all_connections(const jack_client_t*, const jack_port_t* port) {
+    const auto count = std::count(machine.connected.begin(), machine.connected.end(),
+                                  reinterpret_cast<const char*>(port));
+    return static_cast<const char**>(calloc(static_cast<std::size_t>(count) + 1, sizeof(char*)));
+}
+
+namespace {
+
+using testing::ElementsAre;
+
+constexpr std::uint32_t kNoteOn = 0x643C90;
+constexpr std::uint32_t kNoteOff = 0x003C90;
+
+/// The outputs of a machine whose audio does not open.
+struct LinuxMidiOutTest : testing::Test {
+    LinuxMidiOutTest() {
+        machine.ports = {{RtMidi::LINUX_ALSA, {"Tastiera 20:0", "", "Modulo 24:0"}},
+                         {RtMidi::UNIX_JACK, {"jack:in"}}};
+        machine.hasJack = true;
+    }
+    ~LinuxMidiOutTest() override {
+        machine.loseJack();
+        machine = {.made = machine.made};
+    }
+
+    MidiHandle opened(int device) {
+        const MidiOpenResult result = out.open(device);
+        EXPECT_EQ(result.code, 0) << device;
+        return result.handle;
+    }
+
+    /// A refusal: its code, no handle, and a text that says so, with the port's name.
+    void expectRefused(MidiOpenResult result, SoundCode code, const char* text) {
+        EXPECT_EQ(result.code, toInt(code));
+        EXPECT_EQ(result.handle, 0U);
+        EXPECT_TRUE(out.errorText(result.code).contains(QString::fromUtf8(text)))
+            << out.errorText(result.code).toStdString();
+    }
+
+    std::vector<std::string> received() { return std::exchange(machine.received, {}); }
+
+    std::shared_ptr<AudioEngine> engine = std::make_shared<AudioEngine>(44100);
+    AudioStream stream{engine, {"", {"no such driver"}}};
+    LinuxMidiOut out{*engine, stream};
+};
+
+}  // namespace
+
+TEST_F(LinuxMidiOutTest, WithoutSoundEveryOperationAnswersCleanly) {
+    testing::internal::CaptureStderr();
+    for (int attempt = 0; attempt < 2; ++attempt)
+        expectRefused(out.open(kMidiMapper), SoundCode::NoAudioDevice, "Nessuna uscita audio");
+    EXPECT_EQ(out.send(0, kNoteOn), 0);
+    EXPECT_EQ(out.reset(0), 0);
+    for (const MidiHandle unknown : {1U, 77U}) {
+        EXPECT_EQ(out.send(unknown, kNoteOn), toInt(SoundCode::InvalidHandle));
+        EXPECT_EQ(out.reset(unknown), toInt(SoundCode::InvalidHandle));
+        EXPECT_EQ(out.close(unknown), toInt(SoundCode::InvalidHandle));
+        EXPECT_EQ(out.reopen(unknown).code, toInt(SoundCode::InvalidHandle));
+        EXPECT_FALSE(out.gone(unknown));
     }
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+TEST_F(LinuxMidiOutTest, ThePortsOfAllSystemsHaveNumbersAndNames) {
+    EXPECT_EQ(out.deviceName(kMidiMapper), "Sintetizzatore interno");
+    EXPECT_EQ(out.deviceName(1), "Modulo 24:0") << "before anybody asked for their number";
+    EXPECT_EQ(out.deviceCount(), 3);
+    EXPECT_EQ(out.deviceName(0), "Tastiera 20:0");
+    EXPECT_EQ(out.deviceName(2), "jack:in");
+    for (const int unknown : {3, 99, -2}) {
+        EXPECT_FALSE(out.deviceName(unknown));
+        expectRefused(out.open(unknown), SoundCode::UnknownDevice, "MIDI non esiste");
+    }
+    machine.loseJack();
+    EXPECT_EQ(out.deviceCount(), 2);
+    EXPECT_FALSE(out.deviceName(2));
+}
+
+TEST_F(LinuxMidiOutTest, EachPortIsSentItsOwnMessagesAndNoNoteIsLeftOn) {
+    const MidiHandle second = opened(1);
+    const MidiHandle third = opened(2);
+    EXPECT_NE(second, third);
+    EXPECT_THAT(machine.connected, ElementsAre("Modulo 24:0", "jack:in"));
+    for (const std::uint32_t message : {0x10C1U, kNoteOn, 0x40D2U, 0x647F95U, kNoteOff, 0x7F07B3U})
+        EXPECT_EQ(out.send(second, message), 0);
+    EXPECT_EQ(out.send(third, kNoteOn), 0);
+    EXPECT_THAT(received(),
+                ElementsAre("Modulo 24:0: c1 10", "Modulo 24:0: 90 3c 64", "Modulo 24:0: d2 40",
+                            "Modulo 24:0: 95 7f 64", "Modulo 24:0: 90 3c 00",
+                            "Modulo 24:0: b3 07 7f", "jack:in: 90 3c 64"));
+    EXPECT_EQ(out.close(second), 0);
+    EXPECT_THAT(received(), ElementsAre("Modulo 24:0: 95 7f 00"));
+    EXPECT_EQ(out.send(second, kNoteOn), toInt(SoundCode::InvalidHandle));
+
+    EXPECT_EQ(out.reset(third), 0);
+    std::vector<std::string> silence;
+    for (int channel = 0; channel < 16; ++channel)
+        silence.push_back(
+            QString::asprintf("jack:in: b%x %s 00", channel, channel == 9 ? "7b" : "78")
+                .toStdString());
+    EXPECT_EQ(received(), silence);
+    EXPECT_EQ(out.close(third), 0);
+    EXPECT_THAT(received(), ElementsAre()) << "the reset ended the note";
+}
+
+TEST_F(LinuxMidiOutTest, APortThatGoesIsMissedAndFoundAgainByItsName) {
+    EXPECT_EQ(out.deviceCount(), 3);
+    machine.ports[RtMidi::LINUX_ALSA] = {"Nuova 16:0", "Modulo 24:0"};
+    const MidiHandle handle = opened(1);
+    EXPECT_THAT(machine.connected, ElementsAre("Modulo 24:0")) << "as it was listed";
+    expectRefused(out.open(0), SoundCode::DeviceVanished, "\"Tastiera 20:0\" non è più collegato");
+    machine.refuses = true;
+    expectRefused(out.open(1), SoundCode::DeviceBusy, "\"Modulo 24:0\" è occupato");
+    machine.refuses = false;
+
+    EXPECT_FALSE(out.gone(handle));
+    machine.ports[RtMidi::LINUX_ALSA] = {"Nuova 16:0"};
+    EXPECT_EQ(out.send(handle, kNoteOn), toInt(SoundCode::DeviceVanished));
+    EXPECT_TRUE(out.gone(handle));
+    expectRefused(out.reopen(handle), SoundCode::DeviceVanished, "\"Modulo 24:0\" non è più");
+    machine.ports[RtMidi::LINUX_ALSA] = {"Modulo 24:0"};
+    const MidiOpenResult again = out.reopen(handle);
+    EXPECT_EQ(again.code, 0);
+    EXPECT_EQ(out.send(handle, kNoteOn), toInt(SoundCode::InvalidHandle));
+    EXPECT_EQ(out.send(again.handle, kNoteOn), 0);
+    EXPECT_FALSE(out.gone(again.handle));
+    EXPECT_THAT(received(), ElementsAre("Modulo 24:0: 90 3c 64"));
+    machine.fails = true;
+    EXPECT_EQ(out.reset(again.handle), toInt(SoundCode::DeviceVanished));
+    EXPECT_TRUE(out.gone(again.handle));
+}
+
+TEST_F(LinuxMidiOutTest, AServerThatEndsTakesItsPortsWithIt) {
+    const MidiHandle handle = opened(2);
+    EXPECT_EQ(out.send(handle, kNoteOn), 0);
+    machine.loseJack();
+    EXPECT_EQ(out.send(handle, kNoteOff), toInt(SoundCode::DeviceVanished));
+    expectRefused(out.reopen(handle), SoundCode::DeviceVanished, "\"jack:in\"");
+    machine.hasJack = true;
+    const MidiOpenResult again = out.reopen(handle);
+    EXPECT_EQ(out.send(again.handle, kNoteOff), 0);
+    EXPECT_THAT(received(), ElementsAre("jack:in: 90 3c 64", "jack:in: 90 3c 00"));
 }
