@@ -112,7 +112,9 @@ struct LinuxMidiOutTest : testing::Test {
     }
     ~LinuxMidiOutTest() override {
         machine.loseJack();
-        machine = {.made = machine.made};
+        auto made = std::move(machine.made);
+        machine = Machine();
+        machine.made = std::move(made);
     }
 
     MidiHandle opened(int device) {
