@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTextBrowser>
@@ -31,7 +32,7 @@ TEST(HelpViewer, ShowsWhatThereIsAtWhatTheUserLooksAt) {
                                  opened << file;
                                  return systemHasViewer;
                              },
-                             {other.path()});
+                             {other.path(), other.filePath("dopo")});
     const QString compiled = folder.filePath("cantavista.chm");
 
     viewer.show(compiled);
@@ -44,6 +45,8 @@ TEST(HelpViewer, ShowsWhatThereIsAtWhatTheUserLooksAt) {
             "message: Nessun programma può aprire la guida !!!\n" + compiled.toStdString()));
     EXPECT_EQ(opened, QStringList(compiled));
 
+    QDir(other.path()).mkpath("dopo/aiuto");
+    EXPECT_TRUE(QFile(other.filePath("dopo/aiuto/contenuti.txt")).open(QIODevice::WriteOnly));
     QFile::link(QStringLiteral(HELP_PAGES), other.filePath("aiuto"));
     systemHasViewer = true;
     viewer.show(compiled);

@@ -55,6 +55,7 @@ TEST_F(HelpWindowTest, TheContentsHaveEveryPageUnderItsSectionAndOpenIt) {
     for (QTreeWidgetItemIterator it(&contents, QTreeWidgetItemIterator::NoChildren); *it; ++it) {
         const QTreeWidgetItem* section = (*it)->parent();
         EXPECT_EQ((*it)->text(0), expected->title);
+        EXPECT_EQ(section == nullptr, expected->section.isEmpty());
         EXPECT_EQ(section ? section->text(0) : QString(), expected->section);
         EXPECT_TRUE(!section || (section->isExpanded() && section->font(0).bold()));
         contents.setCurrentItem(*it);
