@@ -23,10 +23,15 @@ struct Room {
     qreal below = 0;
 };
 
-constexpr Room kStemRoom{3.7, 0.7};
 constexpr Room kHeadRoom{2.2, 2.2};
 constexpr Room kSignBelow{3.7, 2.2};
 constexpr Room kSignAbove{5.4, 0.7};
+
+/// The flags of the shortest values stand higher than a stem.
+Room stemRoom(Duration duration) {
+    const auto flag = note_values::rowOf(duration).flagUp;
+    return {3.7 + (flag ? glyph_table::info(*flag).northEast.y : 0), 0.7};
+}
 
 /// How far a tie reaches from one head to the other, in staff spaces.
 constexpr qreal kTieLength = 2.6;
@@ -75,7 +80,7 @@ void drawTriplet(QPainter& painter, const QRectF& rect) {
     engraving::drawNote(painter, MusicFont::shared(), stave, x, note);
     const qreal middle = x + engraving::headWidth(note.duration) * stave.space;
     engraving::drawTripletSign(painter, MusicFont::shared(), stave, middle,
-                               engraving::signPosition(note) - 0.6);
+                               engraving::signPosition(note));
 }
 
 }  // namespace
@@ -83,7 +88,7 @@ void drawTriplet(QPainter& painter, const QRectF& rect) {
 void drawSymbol(QPainter& painter, const QRectF& rect, int symbol) {
     const auto duration = static_cast<Duration>(symbol);
     drawAlone(painter, rect, {kPosition, duration},
-              duration == Duration::Whole ? kHeadRoom : kStemRoom);
+              duration == Duration::Whole ? kHeadRoom : stemRoom(duration));
 }
 
 void drawAttribute(QPainter& painter, const QRectF& rect, int attribute) {
