@@ -1,78 +1,74 @@
 #pragma once
 
 #include "composer/frmComposer.h"
+#include "platform/wave_renderer.h"
 #include "support/test_world.h"
 #include "support/window_driver.h"
 
-#include <QComboBox>
-#include <QKeyEvent>
-#include <QToolButton>
-#include <QWindow>
+#include <QListWidget>
 
 #include <gtest/gtest.h>
 
-#include <utility>
+#include <functional>
+#include <string>
 #include <vector>
 
-/// The composer, open on virtual time. Acts are scheduled before `run` opens it.
-struct ComposerWindowTest : testing::Test {
+/// Makes four stretches of two frames, each of which takes a second.
+class SlowRenderer : public WaveRenderer {
+public:
+    explicit SlowRenderer(VirtualRuntime& runtime) : runtime_(runtime) {}
+
+    std::unique_ptr<WaveRendering> start(std::vector<TimedMessage> score, std::int64_t) override;
+
+    std::size_t messages = 0;  ///< of the last score
+
+private:
+    VirtualRuntime& runtime_;
+};
+
+/// "a|*b|c": the items of a list without blanks, the selected one with a mark before it.
+QString itemsOf(const QListWidget& list, const QString& selected);
+
+/// The composer, open on virtual time over files in memory. Acts are scheduled before `runUntil`
+/// opens it.
+struct OpenComposer {
+    const QString root = QStringLiteral("C:\\Cantavista\\Melodie\\");
     TestWorld world;
-    frmComposer window{world.services(), nullptr};
+    SlowRenderer renderer{world.runtime};
+    frmComposer window;
     WindowDriver user{window};
 
-    /// The window's opening takes the first act and the next one in a single pass.
-    ComposerWindowTest() {
-        world.openOutput();
-        at(std::chrono::milliseconds(1), [] {});
-    }
+    explicit OpenComposer(const QString& melodyFile = {}, bool renders = true);
 
-    void at(Instant instant, std::function<void()> act) {
-        world.runtime.at(instant, std::move(act));
-    }
+    /// "Due.mel", which has bookmarks, "Rotta.mel", which is damaged, "Mie\\Tre.mel" and, on the
+    /// floppy disk, "Sette.mel".
+    void putMelodies();
 
-    void clickAt(Instant instant, const char* control) {
-        at(instant, [this, control] { user.click(control); });
-    }
+    void at(Instant instant, std::function<void()> act);
+    void clickAt(Instant instant, const char* control);
 
     /// Opens the window and closes it at an instant, saying yes if it asks.
-    void runUntil(Instant end) {
-        at(end, [this] {
-            world.dialogs.confirmations.push_back(true);
-            window.reject();
-        });
-        window.exec();
-        EXPECT_FALSE(window.isVisible());
-    }
+    void runUntil(Instant end);
 
-    /// Clicks a key and inserts its note.
-    void enter(int noteNumber) {
-        user.click(QStringLiteral("lb_%1").arg(noteNumber - 36));
-        user.click("cmdInsNota");
-    }
+    /// Clicks keys and inserts their notes.
+    void enter(const std::vector<int>& notes);
 
-    void enterAt(Instant instant, std::vector<int> notes) {
-        at(instant, [this, notes = std::move(notes)] {
-            for (const int note : notes)
-                enter(note);
-            world.midi.take();
-        });
-    }
+    /// One step of a user: a control's or menu item's name clicks it, with "*" behind it by a
+    /// double click; "lblid_1" is held for 0.15 s; "lblNini=3" is typed and Enter; "cmbPer=2",
+    /// "Slider1=90" and "List1=0" choose; "lb_24" is a key of the piano, "Ctrl+Z" and "Return" are
+    /// keys; "in=…", "yes" and "no" are answers to the next box.
+    void step(const QString& what);
 
-    void sendKey(int key, Qt::KeyboardModifiers modifiers) {
-        QKeyEvent event(QEvent::KeyPress, key, modifiers);
-        QCoreApplication::sendEvent(window.windowHandle(), &event);
-    }
+    /// What some steps changed, as far as the user can tell: "lblNt=3" for each control that shows
+    /// something else now, then what sounded and which boxes there were. With the step "…" it is
+    /// what the controls show 100 ms later.
+    std::string effectOf(const QString& steps);
 
-    void chooseLetter(const char* letter) {
-        user.find<QComboBox>("cmbAttributi").setCurrentText(QLatin1String(letter));
-    }
+private:
+    using Look = std::map<QString, QString>;
 
-    void press(const char* control, bool down) {
-        auto& button = user.find<QToolButton>(control);
-        const QPointF place = button.rect().center();
-        QMouseEvent event(down ? QEvent::MouseButtonPress : QEvent::MouseButtonRelease, place,
-                          button.mapToGlobal(place), Qt::LeftButton,
-                          down ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(&button, &event);
-    }
+    Services services(bool renders);
+    Look look();
 };
+
+struct ComposerWindowTest : testing::Test, OpenComposer {};
