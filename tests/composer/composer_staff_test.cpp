@@ -200,7 +200,7 @@ Entry entryAt(int i) {
 
 TEST(ComposerStaffView, StavesEntriesAndColumnShareTheRoom) {
     std::mt19937 random(9);
-    for (int i = 0; i < 300; ++i) {
+    for (int i = 0; i < 150; ++i) {
         const auto draw = [&](int least, int most) {
             return least + static_cast<int>(random() % static_cast<unsigned>(most - least));
         };
@@ -286,7 +286,7 @@ TEST(ComposerStaffInk, AnEntryIsMadeOfAllItsStrokes) {
     const std::vector<double> durations{0.0625, 0.09375, 0.125, 0.25,    0.375,   0.5,     0.75,
                                         1,      1.5,     2,     3,       4,       6,       2.5,
                                         1.25,   5,       8,     2.0 / 3, 1.0 / 3, 8.0 / 3, 0.1};
-    for (int i = 0; i < 300; ++i) {
+    for (int i = 0; i < 150; ++i) {
         const int note = notes[random() % notes.size()];
         const Entry entry{note, durations[random() % durations.size()],
                           note == 0 ? 'p' : "nsta"[random() % 4]};
@@ -482,7 +482,7 @@ TEST_F(ComposerStaffTest, MarksNumbersAndTheCurrentEntryShowWhereTheirEntriesAre
 TEST_F(ComposerStaffTest, WhatIsOnTheScreenIsWhatAFullRepaintShows) {
     std::mt19937 random(8);
     const auto draw = [&](int most) { return static_cast<int>(random() % unsigned(most)); };
-    for (int i = 0; i < 150; ++i) {
+    for (int i = 0; i < 100; ++i) {
         const int kind = draw(6);
         switch (kind) {
             case 0:

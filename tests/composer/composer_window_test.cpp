@@ -549,7 +549,7 @@ TEST_F(ComposerWindowTest, ARandomWalkShowsWhatItsStateSays) {
         }};
 
     const auto& list = user.find<QListWidget>("lstBookMark");
-    int turns = 600;
+    int turns = 400;
     std::string path;
     std::function<void()> turn = [&] {
         const QString names = model.now.names.isEmpty() ? "" : model.now.names.join(u';') + u';';
