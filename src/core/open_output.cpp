@@ -51,7 +51,6 @@ int OpenOutput::send(std::uint32_t message) {
     if (code == 0 || !midiOut_.gone(handle_))
         return code;
     // It may have gone and come back unnoticed.
-    lost_ = true;
     nextTry_ = runtime_.now();
     if (tryAgain())
         return isProgramChange(message) ? 0 : midiOut_.send(handle_, message);
