@@ -154,10 +154,6 @@ void Regolo::paintEvent(QPaintEvent* /*event*/) {
     }
 }
 
-void Regolo::resizeEvent(QResizeEvent* /*event*/) {
-    arrange();
-}
-
 void Regolo::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton) {
         QWidget::mousePressEvent(event);

@@ -21,6 +21,7 @@ class Regolo : public QWidget {
 public:
     explicit Regolo(QWidget* parent = nullptr);
 
+    /// To be called after each change of the ruler's size.
     void setScale(const staff_layout::Scale& scale);
 
     /// A hidden marker leaves a sign that its step is taken.
@@ -41,7 +42,6 @@ Q_SIGNALS:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void leaveEvent(QEvent* event) override;
