@@ -1,34 +1,37 @@
 #include "reading/answer_keys.h"
 #include "reading/difficulty.h"
 #include "reading/ruler.h"
+#include "reading/staff_layout.h"
 #include "reading/staff_step.h"
-#include "reading/step_range_choice.h"
+
+#include <QStringList>
 
 #include <gtest/gtest.h>
 
-TEST(Difficulty, EveryItemSetsItsBoundsAndASeparatorTheFirstOnes) {
-    struct Row {
-        int lower, upper, lowestNote, highestNote;
-    };
-    // Steps below the range sound its lowest note.
-    const std::array<Row, 11> rows{{{43, 53, 59, 76},
-                                    {41, 55, 55, 79},
-                                    {40, 58, 53, 84},
-                                    {40, 62, 53, 91},
-                                    {43, 53, 59, 76},
-                                    {18, 26, 43, 57},
-                                    {16, 28, 40, 60},
-                                    {14, 30, 36, 64},
-                                    {11, 31, 36, 65},
-                                    {43, 53, 59, 76},
-                                    {14, 64, 36, 95}}};
-    StepRangeChoice choice;
-    const auto note = [](int step) { return staff_step::soundingNote(step) + pitch::kLowestNote; };
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        choice.chooseItem(i);
-        const auto [lower, upper] = choice.range();
-        EXPECT_TRUE(lower == rows[i].lower && upper == rows[i].upper) << i;
-        EXPECT_TRUE(note(lower) == rows[i].lowestNote && note(upper) == rows[i].highestNote) << i;
+#include <map>
+#include <set>
+
+TEST(Difficulty, RangesAreThoseThatTheirNamesTell) {
+    std::optional<difficulty::StepRange> last;
+    for (const auto& [text, range] : difficulty::kItems) {
+        const QString name = QString::fromUtf8(text).toUpper();
+        ASSERT_EQ(range.has_value(), !name.startsWith(u'-'));
+        if (range) {
+            const auto note = [](int step) {
+                return pitch::answerName(staff_step::degree(step), pitch::AnswerNames::Syllables);
+            };
+            EXPECT_TRUE(name.endsWith(' ' + note(range->lower) + " - " + note(range->upper)))
+                << text;
+            EXPECT_TRUE(name.startsWith(staff_step::isBass(range->upper)     ? "CHIAVE DI FA"
+                                        : staff_step::isTreble(range->lower) ? "CHIAVE DI SOL"
+                                                                             : "5 OTTAVE"));
+            // Each of a clef holds the one before and is at most an octave larger.
+            const auto [low, high] =
+                last.value_or(difficulty::StepRange{range->upper, range->upper});
+            EXPECT_TRUE(range->lower <= low && range->upper >= high) << text;
+            EXPECT_LE((range->upper - range->lower) - (high - low), last ? 7 : 50) << text;
+        }
+        last = range;
     }
 }
 
@@ -36,59 +39,73 @@ TEST(StaffStep, PlacesInWords) {
     const std::pair<int, const char*> places[] = {
         {46, "Chiave di Sol, prima linea"},
         {49, "Chiave di Sol, secondo spazio"},
+        {54, "Chiave di Sol, quinta linea"},
         {55, "Chiave di Sol, sopra la quinta linea"},
         {45, "Chiave di Sol, sotto la prima linea"},
         {43, "Chiave di Sol, sotto il primo taglio addizionale in basso"},
         {64, "Chiave di Sol, quinto taglio addizionale in alto"},
         {28, "Chiave di Fa, primo taglio addizionale in alto"},
         {11, "Chiave di Fa, sotto il terzo taglio addizionale in basso"},
+        {31, "Chiave di Fa, sopra il secondo taglio addizionale in alto"},
         {35, ""}};
     for (const auto& [step, words] : places)
         EXPECT_EQ(staff_step::placeInWords(step), QString::fromUtf8(words)) << step;
 }
 
-TEST(Ruler, BandsHoldTheirEndsAndNothingBetweenThem) {
-    for (const int step : staff_step::all()) {
+TEST(Ruler, BandsOfWholePixelsFollowTheDrawnStaff) {
+    constexpr int kPixel = 15;  // twips of the screens that the ruler was drawn for
+    ruler::Band above{65, 45, 90};
+    int place = -1;
+    for (int step = 64; step >= 11; --step) {
         const auto band = ruler::bandOf(step);
-        ASSERT_TRUE(band) << step;
+        ASSERT_EQ(band.has_value(), step < 32 || step > 39) << step;
+        if (!band)
+            continue;
+        EXPECT_EQ(band->top % kPixel + band->bottom % kPixel, 0) << step;
         EXPECT_EQ(ruler::stepAt(band->top), step);
         EXPECT_EQ(ruler::stepAt(band->bottom), step);
-        EXPECT_FALSE(ruler::stepAt(band->top - 1)) << "above " << step;
-        EXPECT_FALSE(ruler::stepAt(band->bottom + 1)) << "below " << step;
+        EXPECT_FALSE(ruler::stepAt(band->top - 1) || ruler::stepAt(band->bottom + 1)) << step;
+        EXPECT_TRUE(band->bottom - band->top >= 45 && band->bottom - band->top <= 105) << step;
+        const int steps = above.step - step;
+        EXPECT_NEAR(band->centre() - above.centre(), steps == 1 ? 98 : 430, 32) << step;
+        if (place > 0) {
+            EXPECT_EQ(staff_layout::placeOf(step) - place, steps == 1 ? 1 : staff_layout::kGap);
+        }
+        place = staff_layout::placeOf(step);
+        EXPECT_NEAR(staff_layout::twipsAt(place), band->centre(), 1e-9) << step;
+        const double between = staff_layout::twipsAt(place - 0.5);
+        EXPECT_NEAR(between,
+                    band->centre() - (band->centre() - above.centre()) / (steps == 1 ? 2 : 10), 5);
+        above = *band;
     }
-    for (const auto& [twips, step] : {std::pair{4545, 11}, {2730, 31}, {2310, 40}, {90, 64}})
-        EXPECT_EQ(ruler::stepAt(twips), step);
-    EXPECT_FALSE(ruler::bandOf(35));
 }
 
-TEST(StepRangeChoice, TwoClicksChooseTheRangeAndTheStartWaitsForBoth) {
-    const auto y = [](int step) { return ruler::bandOf(step)->centre(); };
-    StepRangeChoice choice;
-    EXPECT_EQ(choice.click(y(55)), 55);
-    EXPECT_FALSE(choice.startAllowed());
-    EXPECT_FALSE(choice.click(4640)) << "between two bands";
-    EXPECT_FALSE(choice.startAllowed());
-    EXPECT_EQ(choice.click(y(41)), 41);
-    EXPECT_TRUE(choice.startAllowed() && !choice.acceptsClicks());
-    EXPECT_TRUE(choice.range().lower == 41 && choice.range().upper == 55);
-
-    choice.forgetClicks();
-    EXPECT_TRUE(choice.acceptsClicks() && choice.nothingChosen());
-    EXPECT_EQ(choice.range().lower, 41) << "the range outlives its clicks";
-    EXPECT_FALSE(choice.click(2500));
-    EXPECT_FALSE(choice.startAllowed());
-    choice.chooseItem(5);
-    EXPECT_TRUE(choice.startAllowed()) << "a session can be started again";
-    EXPECT_EQ(choice.inWords(pitch::AnswerNames::Letters), "Note da G a A");
-}
-
-TEST(AnswerKeys, CharactersInEitherCase) {
-    const std::pair<std::u32string_view, int> keys[] = {
-        {U"dD", 0}, {U"1", 1}, {U"fF", 2}, {U"2", 3}, {U"gG", 4}, {U"3", 5}, {U"hH", 6}};
-    for (const auto& [typed, degree] : keys) {
-        for (const char32_t character : typed)
-            EXPECT_EQ(answer_keys::degreeOf(character), degree);
+TEST(AnswerKeys, ArePolledWithOrWithoutNumLockAndTypedInEitherCase) {
+    const std::map<int, int> cursors{{1, Qt::Key_End},  {2, Qt::Key_Down},  {3, Qt::Key_PageDown},
+                                     {4, Qt::Key_Left}, {6, Qt::Key_Right}, {7, Qt::Key_Home},
+                                     {8, Qt::Key_Up}};
+    std::set<int> letters, keypad;
+    for (const auto& keys : answer_keys::kPolled) {
+        for (const KeyCode key : keys) {
+            if (key >= letterKey('A')) {
+                letters.insert(key - letterKey('A') + Qt::Key_A);
+            } else {
+                keypad.insert(key - kKeyNumpad0 + Qt::Key_0);
+                keypad.insert(cursors.at(key - kKeyNumpad0));
+            }
+        }
     }
-    for (const char32_t other : {U'4', U'a', U'\0', U'\u00E0'})
-        EXPECT_FALSE(answer_keys::degreeOf(other));
+    EXPECT_EQ(letters.size() + keypad.size(), 4U + 2 * 7U);
+    for (int key = 0; key < 0x200; ++key) {
+        for (const int qtKey : {key, Qt::Key_Escape + key}) {
+            EXPECT_EQ(answer_keys::isPolled(qtKey, false), letters.count(qtKey) > 0) << qtKey;
+            EXPECT_EQ(answer_keys::isPolled(qtKey, true),
+                      letters.count(qtKey) + keypad.count(qtKey) > 0)
+                << qtKey;
+        }
+        const QString typed = QStringLiteral("D1F2G3H");
+        const auto degree = static_cast<int>(typed.indexOf(QChar(key).toUpper()));
+        EXPECT_EQ(answer_keys::degreeOf(char32_t(key)).value_or(-1), key > 127 ? -1 : degree)
+            << key;
+    }
 }
