@@ -1,5 +1,6 @@
 #include "shell/main_window.h"
 
+#include "core/text.h"
 #include "reading/regolo.h"
 #include "support/test_world.h"
 #include "support/window_driver.h"
@@ -7,19 +8,24 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
-#include <QPushButton>
 #include <QSlider>
+#include <QStatusBar>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <random>
 
 using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
 namespace {
+
+const QStringList kAnswers{"pdo", "pre", "pmi", "pfa", "psol", "pla", "psi"};
 
 struct MainWindowTest : testing::Test {
     TestWorld world;
@@ -39,210 +45,396 @@ struct MainWindowTest : testing::Test {
         world.media.lines.clear();
     }
 
-    QString noteOnShow() const {
+    /// The step of the one note that is to be seen; 0 without any.
+    int noteOnShow() const {
+        QList<int> shown;
         for (int step = 11; step <= 64; ++step) {
             const auto* note = window->findChild<QWidget*>(QStringLiteral("n%1").arg(step));
             if (note && note->isVisible())
-                return note->objectName();
+                shown << step;
         }
-        return {};
+        EXPECT_LE(shown.size(), 1);
+        return shown.value(0);
     }
 
-    void type(int key, Qt::KeyboardModifiers modifiers) {
+    void type(int key, Qt::KeyboardModifiers modifiers, const QString& text = {}) {
         for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease})
-            sendSystemKey(*window, type, key, modifiers);
+            sendSystemKey(*window, type, key, modifiers, text);
+    }
+
+    /// By its shortcut where it has one.
+    void choose(const QString& item) {
+        window->activateWindow();
+        QCoreApplication::processEvents();
+        const QKeySequence keys = user.find<QAction>(item).shortcut();
+        if (keys.isEmpty())
+            return user.trigger(item);
+        EXPECT_EQ(keys[0].keyboardModifiers(), Qt::ControlModifier);
+        type(keys[0].key(), Qt::ControlModifier);
     }
 
     bool checked(const QString& item) const { return user.find<QAction>(item).isChecked(); }
 
-    /// The next note drawn from the first difficulty item will be this step.
-    void willShow(int step) {
-        world.random.numbers = {(static_cast<float>(step - 43) + 0.5F) / 11.0F};
+    QStringList disabled() const {
+        QStringList names;
+        for (const QObject* object : window->findChildren<QObject*>()) {
+            const auto* action = qobject_cast<const QAction*>(object);
+            const auto* widget = qobject_cast<const QWidget*>(object);
+            if ((action && !action->isEnabled() && !action->isSeparator()) ||
+                (widget && !widget->isEnabled()))
+                names << object->objectName();
+        }
+        names.sort();
+        return names;
+    }
+};
+
+/// What the drill is to show after each act of its user, kept in the plainest way.
+struct DrillWalk : MainWindowTest {
+    std::mt19937 random{1};
+    bool automatic = false, session = false, answers = false, letters = false, withNote = false;
+    int right = 0, wrong = 0, speed = 30, lower = 43, upper = 53;
+    int hiddenNote = 0, answeredNote = 0;  ///< by its number in an automatic session
+    int asked = 0, lowest = 43;            ///< the step that is asked for, the lowest of the draw
+    QList<int> clicks;
+    Instant began{0};
+    QStringList summary;  ///< the lines of the statistics
+
+    int draw(int count) { return static_cast<int>(random() % static_cast<unsigned>(count)); }
+    int degree(int step) const { return (step < 40 ? step : step - 16) % 7; }
+    QString name(int step) const {
+        return letters ? QString("CDEFGAB"[degree(step)])
+                       : kAnswers.at(degree(step)).mid(1).toUpper();
+    }
+    /// The number of the note of an automatic session.
+    int number() const { return static_cast<int>((world.runtime.now() - began) * speed / 60s) + 1; }
+
+    void check() {
+        EXPECT_EQ(user.text("Start"), session ? "Stop" : "Start");
+        EXPECT_EQ(user.enabled("Start"), clicks.size() != 1);
+        EXPECT_EQ(user.enabled("Regolo"), !session);
+        EXPECT_EQ(noteOnShow() != 0, session && !(automatic && hiddenNote == number()));
+        EXPECT_TRUE(noteOnShow() == 0 || automatic || noteOnShow() == asked);
+        if (session) {
+            EXPECT_EQ(user.text("conta").toInt(), automatic ? number() : right);
+            EXPECT_EQ(user.text("er").toInt(), wrong);
+        }
+        for (int i = 0; i < 7; ++i) {
+            EXPECT_EQ(user.enabled(kAnswers.at(i)), answers);
+            EXPECT_EQ(user.text(kAnswers.at(i)), name(14 + i));
+        }
+        for (const char* control : {"Slider1", "lblVelocita", "lblAuto1", "lblAuto2"})
+            EXPECT_EQ(user.shown(control), automatic) << control;
+        EXPECT_EQ(user.text("lblVelocita"), QStringLiteral("Velocità: %1").arg(speed));
+        EXPECT_EQ(checked("mnuAutomatico"), automatic);
+        EXPECT_EQ(checked("mnuNormale"), !automatic);
+        EXPECT_EQ(checked("Nominote2"), letters);
+        EXPECT_EQ(checked("Nominote1"), !letters);
+        EXPECT_EQ(checked("Suono1"), !withNote);
+        EXPECT_EQ(user.text("lblIntervallo"),
+                  clicks.size() == 1 ? "Prima nota: " + name(clicks[0]) + ". Ora clicca la seconda"
+                                     : "Note da " + name(lower) + " a " + name(upper));
+        for (const int step : {11, 20, 31, 40, 50, 64})
+            EXPECT_EQ(user.shown(QStringLiteral("m%1").arg(step)), !clicks.contains(step)) << step;
+        QStringList lines;
+        for (const char* label :
+             {"Lresatte", "Lrerrate", "Ridate", "Lnmostrate", "Lpercento", "Tempoimp"}) {
+            if (user.shown(label))
+                lines << user.text(label);
+        }
+        EXPECT_EQ(lines, summary);
+        EXPECT_EQ(user.shown("statistiche"), !summary.isEmpty());
+    }
+
+    void drawNote() {
+        auto number = world.random.numbers.begin();
+        do
+            asked = lowest + static_cast<int>(static_cast<float>(upper - lowest + 1) * *number++);
+        while (asked < 11 || (asked > 31 && asked < 40));
+    }
+    void start() {
+        if (clicks.size() == 1)
+            return user.click("Start");
+        session = true;
+        answers = !automatic;
+        right = wrong = hiddenNote = answeredNote = 0;
+        clicks.clear();
+        summary.clear();
+        began = world.runtime.now();
+        drawNote();
+        user.click("Start");
+    }
+    void stop() {
+        session = answers = false;
+        const auto seconds = (world.runtime.now() - began) / 1s;
+        const int notes = automatic ? number() : right + wrong;
+        if (right + wrong > 0)
+            summary = {
+                QStringLiteral(" Risposte esatte: %1").arg(right),
+                QStringLiteral(" Risposte errate: %1").arg(wrong),
+                QString(automatic ? " Note mostrate: %1" : " Risposte date: %1").arg(notes),
+                (automatic ? "  R. Esatte: " : " R. Esatte: ") + text::percentage(right, notes),
+                QStringLiteral("Tempo Impiegato: %1:%2 mm:ss").arg(seconds / 60).arg(seconds % 60)};
+        if (automatic && draw(2) == 0)
+            world.runtime.press(kKeyEscape, world.runtime.now(), world.runtime.now() + 10ms);
+        else
+            user.click("Start");
+    }
+    void answer(int given, bool byButton) {
+        const QWidget* focus = QApplication::focusWidget();
+        const bool heard =
+            focus && focus->objectName() != "difficolt" && focus->objectName() != "cmdEsci";
+        const bool takes = session && !automatic && (byButton || heard);
+        const bool isRight = takes && given == degree(asked);
+        if (isRight)
+            drawNote();
+        right += isRight ? 1 : 0;
+        wrong += takes && !isRight ? 1 : 0;
+        world.midi.take();
+        world.media.lines.clear();
+        if (byButton)
+            user.click(kAnswers.at(given));
+        else
+            type(Qt::Key_unknown, {}, QStringLiteral("d1f2g3h").at(given));
+        EXPECT_THAT(world.media.lines.size() + world.midi.take().size() / 2, takes ? 1 : 0);
+        if (takes && !(isRight && withNote)) {
+            EXPECT_THAT(world.media.lines,
+                        ElementsAre(isRight ? "sound rok.wav 20003" : "sound rko.wav 20001"));
+        }
+    }
+    /// Letters and the keypad answer in the automatic mode alone.
+    void hold(int given) {
+        if (noteOnShow() == 0)
+            return;
+        if (automatic && answeredNote != number()) {
+            const bool isRight = given == degree(noteOnShow());
+            right += isRight ? 1 : 0;
+            wrong += isRight ? 0 : 1;
+            answeredNote = isRight ? number() : answeredNote;
+        }
+        const char letter = "D-F-G-H"[given];
+        const KeyCode keypad = kKeyNumpad0 + "4162738"[given] - '0';
+        world.runtime.press(letter == '-' || draw(2) == 0 ? keypad : letterKey(letter),
+                            world.runtime.now(), world.runtime.now() + 10ms);
+    }
+    void chooseDifficulty(int item) {
+        const int low[] = {43, 41, 40, 40, 43, 18, 16, 14, 11, 43, 14};
+        const int high[] = {53, 55, 58, 62, 53, 26, 28, 30, 31, 53, 64};
+        lower = lowest = low[item];
+        upper = high[item];
+        drawNote();
+        hiddenNote = number();
+        clicks.clear();
+        auto& list = user.find<QComboBox>("difficolt");
+        list.setCurrentIndex(item);
+        Q_EMIT list.activated(item);
+        EXPECT_EQ(list.currentIndex(), item == 4 || item == 9 ? 0 : item);
+        EXPECT_EQ(list.itemText(item).startsWith("--"), item == 4 || item == 9);
+    }
+    void clickRuler(int step) {
+        if (!session && clicks.size() < 2) {
+            clicks << step;
+            const int other = clicks.size() == 1 ? 11 : clicks[0];
+            if (step != other || clicks.size() == 1)
+                std::tie(lower, upper) = std::minmax(step, other);
+            if (clicks.size() == 1 || clicks[0] != clicks[1])
+                lowest = clicks.size() == 1 ? 0 : lower;
+        }
+        user.find<Regolo>("Regolo").pressStep(step);
+    }
+    void chooseMode(bool on) {
+        if (session)
+            return;
+        automatic = on;
+        answers = !on;
+        choose(on ? "mnuAutomatico" : "mnuNormale");
+    }
+    void act() {
+        const int steps[] = {11, 20, 31, 40, 50, 64};
+        const char* const focusable[] = {"Start", "conta", "pmi", "difficolt", "cmdEsci"};
+        const int item = draw(11), given = draw(7);
+        const std::function<void()> acts[] = {
+            [&] { session ? stop() : start(); },
+            [&] { answer(given, true); },
+            [&] { answer(given, false); },
+            [&] { answer(session ? degree(noteOnShow()) : 0, draw(2) == 0); },
+            [&] { user.find<QWidget>(focusable[draw(5)]).setFocus(); },
+            [&] { hold(given); },
+            [&] { hold(degree(noteOnShow())); },
+            [&] { chooseDifficulty(item); },
+            [&] { clickRuler(steps[draw(6)]); },
+            [&] { clickRuler(steps[draw(6)]); },
+            [&] { chooseMode(draw(2) == 0); },
+            [&] { choose((letters = draw(2) == 0) ? "Nominote2" : "Nominote1"); },
+            [&] { choose((withNote = draw(2) == 0) ? "Suono2" : "Suono1"); },
+            [&] {
+                session ? void() : user.find<QSlider>("Slider1").setValue(speed = draw(100) + 20);
+            },
+        };
+        acts[draw(std::size(acts))]();
     }
 };
 
 }  // namespace
 
-TEST_F(MainWindowTest, TheMenuBarIsComplete) {
-    QStringList items;
-    for (const QAction* top : window->menuBar()->actions()) {
-        items << top->menu()->objectName() + '=' + top->text();
-        for (const QAction* item : top->menu()->actions()) {
-            const QString shown = item->text() + '|' + item->shortcut().toString();
-            items << item->objectName() + '|' + (item->isSeparator() ? "-" : shown);
-        }
+TEST_F(DrillWalk, ShowsWhatThePlainAccountSays) {
+    open();
+    world.random.numbers.resize(20);
+    Instant when = world.runtime.now();
+    for (int i = 0; i < 1000; ++i) {
+        when += std::chrono::milliseconds(101 + 2 * draw(900));
+        world.runtime.at(when, [this] {
+            if (HasFailure())
+                return;
+            check();
+            for (float& number : world.random.numbers)
+                number = static_cast<float>(draw(1000)) / 1000;
+            world.random.numbers.back() = 0.999F;
+            act();
+        });
     }
-    EXPECT_EQ(
-        items.join(' '),
-        "f1=&File Esci|Esci|Ctrl+Q "
-        "es=&Esercizi mnuLettura|Lettura note| Sep3|- Intonazione|Intonazione|Ctrl+O step4|- "
-        "mnuRint|Riconoscimento intervallo|Ctrl+I SeparatoreN|- "
-        "mnuRac|Riconoscimento tipo accordo|Ctrl+T step5|- "
-        "mnuComposer|Composizione Melodie|Ctrl+S Step6|- mnuPromemoria|Promemoria|Ctrl+R "
-        "Opzioni=&Opzioni mnuMetro|Metronomo|Ctrl+M Separatore30|- Nominote1|Do,Re,Mi...|Ctrl+D "
-        "Nominote2|C,D,E...|Ctrl+C Separatore1|- Suono1|Suono Generico|Ctrl+N Suono2|Suono Nota| "
-        "mnuOrgano|Organo| mnuPiano|Pianoforte| Separatore2|- mnuNormale|Normale|Ctrl+P "
-        "mnuAutomatico|Automatico|Ctrl+A Separatore3|- mnuMidiTest|MIDI Test ...| "
-        "Help=&? mnuAiuto|Aiuto| mnuVersione|Versione|");
+    world.runtime.at(when + 1s, [this] { world.runtime.end(); });
+    world.runtime.runActs();
 }
 
-TEST_F(MainWindowTest, LoadsIdleAndIsActivatedOnce) {
-    for (const char* hidden : {"Lresatte", "Lrerrate", "Ridate", "Lnmostrate", "Lpercento",
-                               "Tempoimp", "Slider1", "lblVelocita", "lblAuto1", "lblAuto2"})
-        EXPECT_FALSE(user.shown(hidden)) << hidden;
-    EXPECT_FALSE(user.enabled("pdo"));
-    EXPECT_EQ(user.text("difficolt"), "Chiave di Sol: SI - MI");
-
+TEST_F(MainWindowTest, FourControlsRestDuringTheTuneAndInputWaits) {
+    window->show();
+    QStringList before = disabled(), during;
+    Instant clicked{0};
+    auto alarm = world.runtime.makeAlarm([&] {
+        during = disabled();
+        EXPECT_THAT(world.media.lines,
+                    ElementsAre("OPEN C:\\Cantavista\\note\\ap.mid ALIAS jepa ", "PLAY jepa"));
+        EXPECT_THAT(world.midi.take(), IsEmpty());
+    });
+    alarm->set(2199ms);
+    world.runtime.at(1s, [&] {
+        clicked = world.runtime.now();
+        user.click("Start");
+    });
     activate();
-    EXPECT_EQ(std::chrono::round<std::chrono::milliseconds>(world.runtime.now()), 2200ms);
+    for (const QString& name : before)
+        during.removeAll(name);
+    EXPECT_EQ(during, (QStringList{"Intonazione", "Start", "cmdEsci", "mnuRint"}));
+    EXPECT_EQ(disabled(), before);
     EXPECT_EQ(QApplication::focusWidget(), &user.find<QWidget>("Start"));
-    EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("open -1", "program 16"));
+    EXPECT_EQ(world.media.lines.back(), "CLOSE jepa");
+    EXPECT_THAT(world.midi.take(), ElementsAre("2.200 open -1", "2.200 program 16"));
     window->hide();
     window->show();
     QCoreApplication::processEvents();
-    EXPECT_THAT(world.midi.takeUntimed(), IsEmpty());
-}
-
-TEST_F(MainWindowTest, ASessionInNormalModeByMouseAndKeys) {
-    open();
-    willShow(44);
-    user.click("Start");
+    EXPECT_THAT(world.midi.takeUntimed(), IsEmpty()) << "only the first activation does it";
+    world.runtime.runActs();
+    EXPECT_GE(clicked, 2199ms);
     EXPECT_EQ(user.text("Start"), "Stop");
-    EXPECT_EQ(noteOnShow(), "n44");
-    willShow(45);
-    user.click("pdo");
-    EXPECT_EQ(noteOnShow(), "n45");
-    user.type(Qt::Key_H, "h");
-    user.find<QWidget>("pmi").setFocus();
-    user.type(Qt::Key_1, "1");
-    user.find<QWidget>("difficolt").setFocus();
-    user.type(Qt::Key_1, "1");
-    EXPECT_EQ(user.text("conta"), "2");
-    EXPECT_EQ(user.text("er"), "1");
-    user.click("Start");
-    EXPECT_EQ(noteOnShow(), QString());
-    EXPECT_FALSE(user.enabled("pdo"));
-    EXPECT_TRUE(user.shown("Ridate") && !user.shown("Lnmostrate"));
-    EXPECT_EQ(user.text("Lpercento"), " R. Esatte: 66.67%");
-    user.click("Start");
-    EXPECT_FALSE(user.shown("Ridate")) << "a new session hides the statistics";
 }
 
-TEST_F(MainWindowTest, AnAutomaticSessionIsAnsweredByKeysAndStoppedByItsButton) {
-    open();
-    user.trigger("mnuAutomatico");
-    EXPECT_TRUE(user.shown("Slider1") && user.shown("lblAuto2"));
-    auto& speed = user.find<QSlider>("Slider1");
-    speed.setValue(60);
-    EXPECT_EQ(user.text("lblVelocita"), "Velocità: 60");
-    willShow(44);
-    const Instant begin = world.runtime.now();
-    world.runtime.press(letterKey('D'), begin + 100ms, begin + 200ms);
-    world.runtime.at(begin + 1500ms, [this, &speed] {
-        speed.setFocus();
-        type(Qt::Key_Home, Qt::KeypadModifier);  // a 7 without NumLock
-        user.find<QWidget>("difficolt").setFocus();
-        type(Qt::Key_Down, Qt::KeypadModifier);
-        EXPECT_EQ(speed.value(), 60) << "a key that answers does nothing else";
-        EXPECT_EQ(user.text("difficolt"), "Chiave di Sol: SI - MI");
-        type(Qt::Key_Down, Qt::NoModifier);
-        EXPECT_NE(user.text("difficolt"), "Chiave di Sol: SI - MI");
-        user.click("psi");
-        user.click("Start");
-        EXPECT_EQ(user.text("Start"), "Stop") << "the loop has not ended yet";
-        user.click("Start");
-    });
-    user.click("Start");
-    EXPECT_EQ(user.text("Start"), "Start");
-    EXPECT_EQ(world.runtime.now(), begin + 1500ms);
-    EXPECT_EQ(user.text("Lnmostrate"), " Note mostrate: 2");
-    EXPECT_EQ(user.text("Lrerrate"), " Risposte errate: 0");
-    EXPECT_FALSE(user.shown("Ridate"));
-    user.trigger("mnuNormale");
-    EXPECT_TRUE(!user.shown("Slider1") && user.enabled("psi"));
+TEST_F(MainWindowTest, StartsWithoutTuneOrOutput) {
+    world.media.codes = {{"OPEN", 275}};
+    world.midi.openCode = 2;
+    window->openMelodyAtStart("C:\\x.mel");
+    world.runtime.at(5s, [] { QApplication::activeModalWidget()->close(); });
+    activate();
+    EXPECT_EQ(world.media.lines.size(), 1U);
+    EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("open -1"));
+    EXPECT_EQ(world.dialogs.lines[0], "message: Operation:Open\r\nErrore di sistema 2");
+    EXPECT_THAT(world.dialogs.lines[1], testing::StartsWith("message: Errore: 53"));
+    world.media.codes = {{"PLAY", 277}, {"CLOSE", 263}};
+    world.funzioniMM.MediaPlay();
+    world.funzioniMM.MediaClose();
+    EXPECT_EQ(world.dialogs.lines[2], "message: Play file midi error: Errore multimediale 277");
+    EXPECT_EQ(world.dialogs.lines[3], "message: Close file midi error: Errore multimediale 263");
 }
 
-TEST_F(MainWindowTest, TheRulerSetsARangeAndTheListSetsItBack) {
+TEST_F(MainWindowTest, EachMenuItemDoesItsWork) {
     open();
-    auto& ruler = user.find<Regolo>("Regolo");
-    ruler.pressStep(50);
-    EXPECT_FALSE(user.enabled("Start"));
-    EXPECT_FALSE(user.shown("m50"));
-    ruler.pressStep(48);
-    EXPECT_TRUE(user.enabled("Start"));
-    EXPECT_EQ(user.text("lblIntervallo"), "Note da SOL a SI");
-    ruler.pressStep(20);
-    EXPECT_TRUE(user.shown("m20")) << "both bounds are chosen";
-    world.random.numbers = {0.99F};
-    user.click("Start");
-    EXPECT_EQ(noteOnShow(), "n50");
-    EXPECT_TRUE(user.shown("m50"));
-    ruler.pressStep(20);
-    EXPECT_TRUE(user.enabled("Start")) << "no range is chosen in a session";
-    user.click("Start");
-
-    ruler.pressStep(20);
-    EXPECT_FALSE(user.enabled("Start"));
-    auto& list = user.find<QComboBox>("difficolt");
-    list.setCurrentIndex(4);
-    Q_EMIT list.activated(4);
-    EXPECT_EQ(list.currentIndex(), 0);
-    EXPECT_TRUE(user.enabled("Start"));
-    EXPECT_TRUE(user.shown("m20"));
-}
-
-TEST_F(MainWindowTest, OptionsSetNamesSoundsAndInstrument) {
-    open();
-    user.trigger("Nominote2");
-    EXPECT_EQ(user.text("psol"), "G");
-    EXPECT_TRUE(checked("Nominote2") && !checked("Nominote1"));
-    user.trigger("Nominote1");
-    for (const auto& [counter, key] : {std::pair{"conta", Qt::Key_A}, {"er", Qt::Key_C}}) {
-        user.find<QWidget>(counter).setFocus();
-        type(key, Qt::ControlModifier);
+    const std::tuple<const char*, const char*, const char*> windows[] = {
+        {"Intonazione", "frmInto", "pitchPanel"},  {"mnuRint", "frmInto", "FrmIntervalli"},
+        {"mnuRac", "frmInto", "frmRacc"},          {"Intonazione", "frmInto", "frmRacc"},
+        {"mnuComposer", "frmComposer", "lblNome"}, {"mnuPromemoria", "frmOptions", "cmdOk"},
+        {"mnuMidiTest", "frmMidiTest", "cmdTest"}, {"mnuVersione", "frmAbout", "cmdOK"}};
+    for (const auto& [item, name, part] : windows) {
+        world.runtime.at(world.runtime.now() + 2s, [] {});
+        workInModal(
+            world.runtime, [this, item = item] { choose(item); },
+            [&, name = name, part = part](const WindowDriver& opened) {
+                EXPECT_EQ(QApplication::activeModalWidget()->objectName(), name) << item;
+                EXPECT_TRUE(opened.shown(part)) << item;
+                part == std::string("cmdOK") ? opened.click(part) : opened.close();
+            });
     }
-    EXPECT_TRUE(checked("mnuAutomatico")) << "a counter has no shortcuts of its own";
-    EXPECT_TRUE(checked("Nominote2"));
-    user.trigger("mnuNormale");
-    user.trigger("Nominote1");
-    user.trigger("Nominote1");
-    EXPECT_TRUE(checked("Nominote1")) << "an item stays checked";
-    EXPECT_EQ(user.text("psol"), "SOL");
-
-    user.trigger("Suono2");
-    EXPECT_FALSE(checked("Suono1"));
-    EXPECT_FALSE(user.find<QAction>("Suono2").isCheckable());
-    willShow(44);
-    user.click("Start");
-    user.click("pdo");
-    user.trigger("mnuPiano");
-    user.trigger("mnuOrgano");
-    EXPECT_THAT(world.midi.takeUntimed(),
-                ElementsAre("on 1 36 0", "on 1 60 100", "program 0", "program 16"));
-    user.trigger("Suono1");
-    EXPECT_TRUE(checked("Suono1"));
+    world.midi.take();
+    choose("mnuPiano");
+    choose("mnuOrgano");
+    EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("program 0", "program 16"));
+    user.find<QWidget>("cmdEsci").setFocus();
+    choose("mnuLettura");
+    EXPECT_EQ(QApplication::focusWidget(), &user.find<QWidget>("Start"));
+    EXPECT_FALSE(user.shown("cmdSSmetro"));
+    choose("mnuMetro");
+    EXPECT_EQ(QApplication::focusWidget(), &user.find<QWidget>("cmdSSmetro"));
+    for (const char* name : {"f1", "es", "Opzioni", "Help"}) {
+        for (const QAction* item : user.find<QMenu>(name).actions())
+            EXPECT_EQ(item->isSeparator(),
+                      item->objectName().startsWith("Sep", Qt::CaseInsensitive) ||
+                          item->objectName().startsWith("step", Qt::CaseInsensitive));
+    }
+    world.runtime.runActs();
+    choose("Esci");
+    EXPECT_TRUE(world.runtime.ending() && !window->isVisible());
+    EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("close"));
 }
 
-TEST_F(MainWindowTest, HelpAndVersion) {
+TEST_F(MainWindowTest, OnlyHelpCanBeReachedWhileTheMetronomeBeats) {
+    open();
+    choose("mnuMetro");
+    const QStringList before = disabled();
+    world.runtime.at(world.runtime.now() + 5s, [&] {
+        QStringList during = disabled();
+        for (const QString& name : before)
+            during.removeAll(name);
+        for (const char* name : {"cmdEsci", "cmdSetup", "lblCloseMetro", "f1", "es", "Opzioni"})
+            EXPECT_TRUE(during.contains(name)) << name;
+        EXPECT_FALSE(during.contains("Help") || during.contains("Start"));
+        window->close();
+        EXPECT_TRUE(window->isVisible());
+        user.click("cmdSSmetro");
+    });
+    user.click("cmdSSmetro");
+    EXPECT_EQ(disabled(), before);
+    user.click("cmdEsci");
+    EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(MainWindowTest, F1OpensHelpFromAnywhereOnce) {
     open();
     user.trigger("mnuAiuto");
     QCoreApplication::processEvents();
-    EXPECT_THAT(world.help.shown, ElementsAre("C:\\Cantavista\\cantavista.chm"));
-    workInModal(
-        world.runtime, [this] { user.trigger("mnuVersione"); },
-        [](const WindowDriver& about) {
-            const QString version = about.text("lblVersion");
-            EXPECT_TRUE(version.startsWith("Versione ") && version.endsWith(" - Ottobre 2004"));
-            about.click("cmdOK");
-        });
+    user.find<QMenu>("es").popup({});
+    type(Qt::Key_F1, {});
+    EXPECT_FALSE(QApplication::activePopupWidget()) << "an open menu would hold the mouse";
+    type(Qt::Key_F1, Qt::ShiftModifier);
+    type(Qt::Key_F2, {});
+    EXPECT_EQ(world.help.shown,
+              (QStringList{"C:\\Cantavista\\cantavista.chm", "C:\\Cantavista\\cantavista.chm"}));
 }
 
-TEST_F(MainWindowTest, ClosingEndsTheProgramAndAnAutomaticSession) {
+TEST_F(MainWindowTest, TheStatusLineFollowsOutputAndInstrument) {
+    const auto shows = [&](const QString& output, const char* instrument) {
+        EXPECT_EQ(user.find<QStatusBar>("statusBar").findChild<QLabel*>()->text(),
+                  "Uscita: " + output + "   ·   Strumento: " + instrument);
+    };
+    shows("nessuna", "16-Hammond Organ");
     open();
-    user.trigger("mnuAutomatico");
-    world.runtime.at(world.runtime.now() + 500ms, [this] { user.click("cmdEsci"); });
-    user.click("Start");
-    EXPECT_TRUE(world.runtime.ending());
-    EXPECT_FALSE(window->isVisible());
-    EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("close"));
+    shows("Mapper", "16-Hammond Organ");
+    world.funzioniMM.MidiOpen(1);
+    choose("mnuPiano");
+    shows("Porta B", "0-Acoustic Grand Piano");
+    world.midi.deviceGone = true;
+    world.funzioniMM.NoteOn(1, 60, 1);
+    shows("nessuna (interrotta: Porta B)", "0-Acoustic Grand Piano");
+    world.midi.deviceGone = false;
+    world.midi.silentDevices = {0};
+    world.funzioniMM.MidiOpen(0);
+    shows("sconosciuta", "0-Acoustic Grand Piano");
 }

@@ -1,4 +1,5 @@
 #include "shell/main_window.h"
+#include "shell/status_line.h"
 #include "support/test_world.h"
 #include "support/window_driver.h"
 
@@ -6,14 +7,12 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
-#include <QDialog>
-#include <QLineEdit>
+#include <QLabel>
 #include <QMenu>
-#include <QMenuBar>
 #include <QPushButton>
+#include <QStatusBar>
 #include <QTimer>
 #include <QToolButton>
-#include <QWindow>
 
 #include <gtest/gtest.h>
 
@@ -23,13 +22,8 @@ using namespace std::chrono_literals;
 
 namespace {
 
+constexpr unsigned kWalks = 70;
 constexpr unsigned kSteps = 250;
-
-/// A longer run is asked for: CANTAVISTA_WALKS=500, CANTAVISTA_WALK_SEED=1000.
-unsigned walks() {
-    const int asked = qEnvironmentVariableIntValue("CANTAVISTA_WALKS");
-    return asked > 0 ? static_cast<unsigned>(asked) : 70;
-}
 
 /// Which notes sound, and whether any was begun that may not be.
 class MidiWatch : public MidiRecorder {
@@ -41,14 +35,12 @@ public:
 
     int send(MidiHandle handle, std::uint32_t message) override {
         const std::uint32_t note = message & 0xFFFF;
-        if (handle != 0 && (note & 0xF0) == 0x90) {
-            if (message == note) {
-                sounding.erase(note);
-            } else {
-                sounding.insert(note);
-                EXPECT_TRUE((note & 0xF) != 9 || clicksMayBegin()) << "a click without an activity";
-            }
-        }
+        if (message == note)
+            sounding.erase(note);
+        else if (handle != 0 && (note & 0xF0) == 0x90)
+            sounding.insert(note);
+        const bool click = sounding.count(note) > 0 && (note & 0xF) == 9;
+        EXPECT_TRUE(!click || clicksMayBegin()) << "a click without an activity";
         return 0;
     }
     int reset(MidiHandle) override {
@@ -122,11 +114,6 @@ struct Walk {
             trace.erase(0, 500);
     }
 
-    QWidget* inFront() const {
-        QWidget* modal = QApplication::activeModalWidget();
-        return modal ? modal : window.get();
-    }
-
     bool metronomeRuns() const { return !WindowDriver(*window).enabled("cmdEsci"); }
 
     template <typename Control>
@@ -180,15 +167,6 @@ struct Walk {
         }
     }
 
-    void clickKeyboard(QWidget& in) {
-        if (auto* keys = in.findChild<QWidget*>(draw(2) == 0 ? "lb" : "keyboard")) {
-            const QPointF place(double(draw(std::size_t(keys->width()))), keys->height() * 0.8);
-            note("piano");
-            sendMouse(*keys, QEvent::MouseButtonPress, place);
-            sendMouse(*keys, QEvent::MouseButtonRelease, place);
-        }
-    }
-
     void close(QWidget& in) {
         if (&in == window.get() && draw(15) != 0)
             return;
@@ -199,13 +177,13 @@ struct Walk {
 
     void step() {
         checkControls();
-        QWidget& in = *inFront();
-        const std::array<std::function<void()>, 8> actions{
+        QWidget* modal = QApplication::activeModalWidget();
+        QWidget& in = modal ? *modal : *window;
+        const std::array<std::function<void()>, 7> actions{
             [&] { clickAny(in); },
             [&] { clickAny(in); },
             [&] { triggerAny(in); },
             [&] { changeAny(in); },
-            [&] { clickKeyboard(in); },
             [&] {
                 note("keys");
                 queueKey(in, draw(2) == 0 ? Qt::Key_Escape : Qt::Key_Return);
@@ -222,22 +200,26 @@ struct Walk {
 
     /// A screen reader's press comes through a wait too.
     void stepInWait() {
-        if (draw(6) != 0)
-            return;
-        auto* button = any<QAbstractButton>(*inFront());
+        QWidget* modal = QApplication::activeModalWidget();
+        auto* button = draw(6) == 0 ? any<QAbstractButton>(modal ? *modal : *window) : nullptr;
         if (button && !opensMenu(*button)) {
             note("reader " + button->objectName());
             button->click();
         }
     }
 
+    /// What a session or the metronome disables is disabled together.
     void checkControls() const {
         const WindowDriver main(*window);
         const bool idle = main.enabled("cmdEsci");
-        for (const char* control : {"cmdSetup", "lblCloseMetro"})
-            EXPECT_EQ(main.enabled(control), idle) << control;
-        for (const char* menu : {"f1", "es", "Opzioni"})
-            EXPECT_EQ(window->findChild<QMenu*>(menu)->isEnabled(), idle) << menu;
+        const bool session = main.text("Start") == "Stop";
+        for (const char* control : {"cmdSetup", "lblCloseMetro", "f1", "es", "Opzioni"})
+            EXPECT_EQ(window->findChild<QWidget*>(control)->isEnabled(), idle) << control;
+        EXPECT_EQ(main.enabled("Regolo"), !session);
+        EXPECT_EQ(main.shown("Slider1"), main.find<QAction>("mnuAutomatico").isChecked());
+        EXPECT_FALSE(main.enabled("pdo") && main.shown("Slider1")) << "answers in automatic mode";
+        const auto* status = main.find<QStatusBar>("statusBar").findChild<QLabel*>();
+        EXPECT_EQ(status->text(), status_line::text(funzioniMM));
     }
 
     /// With no activity on, nothing sounds; the custom sequence's clicks end by themselves.
@@ -276,8 +258,7 @@ struct Walk {
 }  // namespace
 
 TEST(RandomWalk, NothingSoundsWhileNoActivityRuns) {
-    const auto first = static_cast<unsigned>(qEnvironmentVariableIntValue("CANTAVISTA_WALK_SEED"));
-    for (unsigned seed = first; seed < first + walks() && !testing::Test::HasFailure(); ++seed) {
+    for (unsigned seed = 0; seed < kWalks && !testing::Test::HasFailure(); ++seed) {
         Walk walk(seed);
         QTimer::singleShot(0, [&walk] { walk.go(); });
         QApplication::exec();
