@@ -1,272 +1,239 @@
 #include "composer/playback/playback.h"
 
 #include "composer/melody/composition.h"
+#include "composer/playback/articulation.h"
+#include "composer/playback/range_arrows.h"
+#include "composer/player_model.h"
 #include "support/test_world.h"
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
-#include <functional>
-#include <string>
-#include <utility>
-#include <vector>
-
 namespace {
 
 using namespace std::chrono_literals;
+using std::chrono::milliseconds;
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
+using ::testing::ElementsAreArray;
 
-/// Writes down what the playback shows, in the order in which it comes.
-class ViewRecorder : public PlaybackView {
+/// The playback controls, and what they show with its instants.
+class Player : public PlaybackView, public RangeView {
 public:
-    std::vector<std::string> lines;
-    std::function<void(const QString&)> onEntryNumber;
+    Player() { world.openOutput(); }
 
-    void showPlaying(bool playing) override { lines.push_back(playing ? "Stop" : "Play"); }
-    void enableCanc(bool enabled) override { lines.push_back(enabled ? "canc" : "no canc"); }
+    void showPlaying(bool playing) override { say(playing ? "Stop" : "Play"); }
+    void enableCanc(bool enabled) override { say(enabled ? "canc" : "no canc"); }
     void showEntryNumber(const QString& text) override {
-        lines.push_back("ne " + text.toStdString());
-        if (onEntryNumber)
-            onEntryNumber(text);
+        say("ne " + text.toStdString());
+        if (text.toInt() > 0)
+            world.runtime.advance(milliseconds(lateness()));
     }
-    void showEntryName(const QString& text) override {
-        lines.push_back("pnn " + text.toStdString());
-    }
+    void showEntryName(const QString& text) override { say("pnn " + text.toStdString()); }
     void markKey(pitch::NoteIndex key, bool on) override {
-        lines.push_back((on ? "mark " : "unmark ") + std::to_string(key));
+        say((on ? "mark " : "unmark ") + std::to_string(key));
     }
-    void focusPlay() override { lines.emplace_back("focus"); }
-    void openEditFrame() override { lines.emplace_back("frame"); }
-    void hideEditFrame() override { lines.emplace_back("no frame"); }
+    void focusPlay() override { say("focus"); }
+    void openEditFrame() override { say("frame"); }
+    void hideEditFrame() override { say("no frame"); }
     void showStepEntry(const StepEntry& entry) override {
-        lines.push_back("step " + entry.noteName.toStdString() + " " + entry.letter.toStdString() +
-                        " " + entry.valueName.toStdString() + (entry.canModify ? " +" : " -"));
+        say("step " + entry.noteName.toStdString() + " " + entry.letter.toStdString() + " " +
+            entry.valueName.toStdString() + (entry.canModify ? " +" : " -"));
     }
-    void untickLoop() override { lines.emplace_back("no loop"); }
+    void untickLoop() override { say("no loop"); }
+    void showRange() override { say("range"); }
 
-    std::vector<std::string> take() { return std::exchange(lines, {}); }
-};
-
-class PlaybackTest : public ::testing::Test {
-protected:
-    PlaybackTest() { world.openOutput(); }
-
-    void load(const MelodyTexts& texts, int tempo = 60) {
-        Melody::Reading reading = Melody::read(texts);
-        MelodyDelta delta{0, 0, std::move(reading.entries), true, std::move(reading.damaged)};
+    void abandon() { playback.player().abandon(); }
+    void clickPlay() { playback.clickPlay(); }
+    void stop() { playback.stop(); }
+    void setTempo(int tempo) { composition.tempo = tempo; }
+    void setLoops(bool on) { playback.player().setLoops(on); }
+    void toggleKeepLastNumber() { playback.player().toggleKeepLastNumber(); }
+    void endProgram() { world.runtime.end(); }
+    void runActs() { world.runtime.runActs(); }
+    void load(Entries entries, int start = 0, int end = 99) {
+        const int count = static_cast<int>(entries.size());
+        MelodyDelta delta{0, 0, std::move(entries), true, {}};
         composition.melody.exchange(delta);
-        composition.range.coverAll(composition.melody.EntryCount());
-        composition.tempo = tempo;
+        composition.range.select(start, end, count);
     }
-
-    int viewCount(const std::string& line) const {
-        return static_cast<int>(std::count(view.lines.begin(), view.lines.end(), line));
+    Lines takeUntimed() {
+        for (std::string& line : view)
+            line.erase(0, line.find(' ') + 1);
+        return std::exchange(view, {});
     }
 
     TestWorld world;
     Composition composition;
-    ViewRecorder view;
-    Playback playback{world.runtime, world.funzioniMM, composition, view};
+    Lines view;
+    std::function<int()> lateness = [] { return 0; };
+    Playback playback{world.runtime, world.funzioniMM, composition, *this};
+
+private:
+    void say(const std::string& what) { view.push_back(at(world.runtime.now() / 1ms, what)); }
 };
 
-TEST_F(PlaybackTest, EveryLetterAtItsInstants) {
-    load({"60;62;64;65;00;67;", "1;1;1;0,5;0,5;1;", "n;s;t;a;p;n;"});
-    playback.clickPlay();
-    EXPECT_THAT(
-        world.midi.take(),
-        ElementsAre("0.000 on 1 60 100", "0.970 on 1 60 0", "1.000 on 1 62 120", "1.250 on 1 62 0",
-                    "2.000 on 1 64 100", "2.500 on 1 64 0", "3.000 on 1 65 127", "3.470 on 1 65 0",
-                    "4.000 on 1 67 100", "4.970 on 1 67 0"));
-    EXPECT_EQ(world.runtime.now(), 4970ms);
-}
-
-TEST_F(PlaybackTest, ShowsEverythingInItsOrder) {
-    load({"60;00;", "1;1;", "n;p;"});
-    playback.clickPlay();
-    EXPECT_THAT(view.take(), ElementsAre("no frame", "canc", "Stop", "no canc", "ne 0", "ne 1",
-                                         "pnn Do", "mark 24", "unmark 24", "ne 2", "pnn P", "ne 0",
-                                         "Play", "no canc", "focus", "ne ", "pnn ", "canc"));
-}
-
-TEST_F(PlaybackTest, StopsAtTheNextEntryLoopsAndNeverRunsOverTheEnd) {
-    load({"60;62;", "1;1;", "n;n;"});
-    playback.player().setLoops(true);
-    int shown = 0;
-    view.onEntryNumber = [&](const QString& text) { shown += text == QStringLiteral("2") ? 1 : 0; };
-    // The click comes while the third pass sounds its first note.
-    world.runtime.at(4200ms, [&] { playback.clickPlay(); });
-    playback.clickPlay();
-    EXPECT_EQ(shown, 2);
-    EXPECT_FALSE(playback.player().playing());
-    // No gap between two passes: each takes its total less 30 ms.
-    EXPECT_THAT(
-        world.midi.take(),
-        ElementsAre("0.000 on 1 60 100", "0.970 on 1 60 0", "1.000 on 1 62 100", "1.970 on 1 62 0",
-                    "1.970 on 1 60 100", "2.940 on 1 60 0", "2.970 on 1 62 100", "3.940 on 1 62 0",
-                    "3.940 on 1 60 100", "4.910 on 1 60 0"));
-
-    // A range without any length lets the click come too.
-    load({"00;", "0;", "p;"});
-    world.runtime.at(world.runtime.now() + 100ms, [&] { playback.clickPlay(); });
-    playback.clickPlay();
-    load({"60;62;", "1;1;", "n;n;"});
-
-    // The melody shrinks under the player, and the program ends under it.
-    world.runtime.at(world.runtime.now() + 500ms, [&] { load({"60;", "1;", "n;"}); });
-    playback.player().setLoops(false);
-    playback.clickPlay();
-    EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("on 1 60 100", "on 1 60 0"));
-    playback.player().setLoops(true);
-    world.runtime.at(world.runtime.now() + 500ms, [&] { world.runtime.end(); });
-    playback.clickPlay();
-    EXPECT_FALSE(playback.player().playing());
-    EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("on 1 60 100", "on 1 60 0"));
-}
-
-TEST_F(PlaybackTest, AnEntryTooShortLeavesStopOnTheButton) {
-    load({"60;62;64;", "1;0,0625;1;", "n;n;n;"}, 121);
-    playback.clickPlay();
-    EXPECT_TRUE(playback.player().playing());
-    EXPECT_EQ(view.take().back(), "pnn Re");
-    EXPECT_EQ(world.midi.takeUntimed().size(), 2U);
-    EXPECT_EQ(playback.step(StepMode::Direction::Forward), QString());
-    EXPECT_THAT(view.take(), IsEmpty());
-    playback.clickPlay();
-    EXPECT_FALSE(playback.player().playing());
-    EXPECT_EQ(viewCount("Play"), 2);
-    EXPECT_THAT(world.midi.take(), IsEmpty());
-
-    load({"60;62;", "1;1;", "?;n;"});
-    playback.clickPlay();
-    EXPECT_TRUE(playback.player().playing());
-    EXPECT_THAT(world.midi.take(), IsEmpty());
-}
-
-TEST_F(PlaybackTest, APlayThatHangsStopsTheOneUnderIt) {
-    load({"60;62;64;", "1;1;1;", "n;n;n;"});
-    // As a melody that is activated while another one plays.
-    world.runtime.at(500ms, [&] {
-        playback.stop();
-        load({"72;74;76;", "0,01;1;1;", "n;n;n;"});
-        playback.clickPlay();
-    });
-    playback.clickPlay();
-    EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("on 1 60 100", "on 1 60 0"));
-    EXPECT_TRUE(playback.player().playing());
-    EXPECT_EQ(view.take().back(), "pnn Do");
-    playback.player().abandon();
-    EXPECT_THAT(view.take(), ElementsAre("Play", "canc", "ne ", "pnn "));
-}
-
-TEST_F(PlaybackTest, ALongEntryLetsEventsRunOnceASecond) {
-    const auto at = [this](Instant instant, std::function<void()> act) {
-        world.runtime.at(world.runtime.now() + instant, std::move(act));
-    };
-    // Up to 20 s an event waits for the end; beyond it instants are kept all the same.
-    load({"60;62;64;00;65;", "20;20,5;41;21;1;", "n;n;s;p;n;"});
-    std::vector<Instant> ran;
-    for (const Instant instant : {5500ms, 25500ms, 42200ms, 90500ms})
-        at(instant, [&] { ran.push_back(world.runtime.now()); });
-    playback.clickPlay();
-    EXPECT_THAT(ran, ElementsAre(20s, 26s, 42500ms, 90500ms));
-    EXPECT_THAT(world.midi.take(),
-                ElementsAre("0.000 on 1 60 100", "19.970 on 1 60 0", "20.000 on 1 62 100",
-                            "40.470 on 1 62 0", "40.500 on 1 64 120", "50.750 on 1 64 0",
-                            "102.500 on 1 65 100", "103.470 on 1 65 0"));
-
-    // Whatever stops it ends the note there, once, and unmarks its key.
-    const std::vector<std::function<void()>> stops{
-        [&] { playback.clickPlay(); },
-        [&] { playback.player().abandon(); },
-        [&] {
-            playback.stop();
-            load({"72;", "0,01;", "n;"});
-            playback.clickPlay();
-        },
-        [&] { world.runtime.end(); },
-    };
-    for (const auto& stop : stops) {
-        load({"60;62;", "1000;1;", "n;n;"});
-        playback.player().abandon();
-        view.take();
-        at(2500ms, stop);
-        const Instant start = world.runtime.now();
-        playback.clickPlay();
-        EXPECT_EQ(world.runtime.now() - start, 3s);
-        EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("on 1 60 100", "on 1 60 0"));
-        EXPECT_EQ(viewCount("unmark 24"), 1);
+TEST(Playback, SendsAndShowsWhatItsPlainestFormDoesAtItsMilliseconds) {
+    for (unsigned seed = 1; seed <= 600 && !testing::Test::HasFailure(); ++seed) {
+        SCOPED_TRACE(seed);
+        std::mt19937 random(seed);
+        const auto draw = [&random](int limit) {
+            return static_cast<int>(random() % static_cast<unsigned>(limit));
+        };
+        Player real;
+        PlayerModel model;
+        const auto both = [&](auto what) {
+            what(real);
+            what(model);
+        };
+        // Something that happens while the melody plays.
+        const auto plan = [&](int ms, auto what) {
+            real.world.runtime.at(milliseconds(ms), [&real, what] { what(real); });
+            model.acts.emplace(ms, [&model, what] { what(model); });
+        };
+        std::vector<int> late(16);
+        for (int& ms : late)
+            ms = draw(4) != 0 ? 0 : 5 * draw(20);
+        const Entries first = anyEntries(random);
+        const int tempo = 20 + draw(231);
+        const int start = draw(3);
+        const int end = draw(8);
+        const bool loops = draw(3) == 0;
+        both([&](auto& player) {
+            player.lateness = [late, shown = std::size_t{0}]() mutable {
+                return late[shown++ % late.size()];
+            };
+            player.load(first, start, end);
+            player.setTempo(tempo);
+            player.setLoops(loops);
+        });
+        for (int count = draw(5); count > 0; --count) {
+            const int ms = draw(2) == 0 ? draw(60'000) : draw(5'000);
+            const Entries other = anyEntries(random);
+            switch (draw(8)) {
+                case 0:
+                    plan(ms, [](auto& player) { player.abandon(); });
+                    break;
+                case 1:
+                    plan(ms, [ms](auto& player) { player.setTempo(20 + ms % 231); });
+                    break;
+                case 2:
+                    plan(ms, [other](auto& player) {
+                        player.stop();
+                        player.load(other, 0, 99);
+                        player.clickPlay();
+                    });
+                    break;
+                case 3:
+                    plan(ms, [](auto& player) { player.load({}, 0, 0); });
+                    break;
+                case 4:
+                    plan(ms, [](auto& player) { player.endProgram(); });
+                    break;
+                case 5:
+                    plan(ms, [](auto& player) { player.toggleKeepLastNumber(); });
+                    break;
+                default:
+                    plan(ms, [](auto& player) { player.clickPlay(); });
+            }
+        }
+        plan(30'000, [](auto& player) { player.setLoops(false); });
+        both([](auto& player) {
+            player.clickPlay();
+            player.runActs();
+        });
+        EXPECT_THAT(real.world.midi.take(), ElementsAreArray(model.midi));
+        EXPECT_THAT(real.view, ElementsAreArray(model.view));
+        EXPECT_EQ(real.playback.player().playing(), model.playing);
+        EXPECT_EQ(real.world.runtime.now(), milliseconds(model.now));
     }
+    EXPECT_EQ(totalMs(1e300, 60), 864'000'000) << "no entry takes more than ten days";
 }
 
-TEST_F(PlaybackTest, OddNotesAndDamagedMelodiesMakeNoSound) {
-    load({"00;120;x;60;", "1;1;1;1;", "n;n;n;n;"});
-    playback.clickPlay();
-    EXPECT_THAT(world.midi.take(), ElementsAre("3.000 on 1 60 100", "3.970 on 1 60 0"));
-    load({"60;62;", "1;", "n;n;"});
-    view.take();
-    playback.clickPlay();
-    EXPECT_THAT(view.take(), ElementsAre("no frame", "canc"));
-}
-
-TEST_F(PlaybackTest, LatenessDoesNotAddUpAndIsNotHurriedAfter) {
-    const int count = 8;
-    load({QStringLiteral("60;").repeated(count), QStringLiteral("0,5;").repeated(count),
-          QStringLiteral("n;").repeated(count)});
-    // Every handler takes 7 ms; the one before the sixth entry takes 300 ms.
-    view.onEntryNumber = [&](const QString& text) {
-        if (text != QStringLiteral("0") && !text.isEmpty())
-            world.runtime.advance(7ms);
-    };
-    world.runtime.at(2100ms, [&] { world.runtime.advance(300ms); });
-    playback.clickPlay();
-    // Onsets keep to the half second, whatever came late, and every note sounds its 470 ms.
-    std::vector<std::string> instants;
-    for (const std::string& line : world.midi.take())
-        instants.push_back(line.substr(0, 5));
-    EXPECT_THAT(instants, ElementsAre("0.007", "0.477", "0.507", "0.977", "1.007", "1.477", "1.507",
-                                      "1.977", "2.007", "2.477", "2.807", "3.277", "3.307", "3.777",
-                                      "3.807", "4.277"));
-}
-
-TEST_F(PlaybackTest, StepsThroughTheRangeAndWraps) {
-    load({"60;62;00;64;", "1;0,75;1;5;", "n;s;p;a;"});
-    composition.range.select(1, 3, 4);
+TEST(Playback, StepsThroughTheRangeAndWraps) {
+    Player player;
+    Playback& playback = player.playback;
+    Composition& composition = player.composition;
+    player.load({{"60", "1", "n"},
+                 {"62", "0,75", "s"},
+                 {"00", "1", "p"},
+                 {"64", "5", "a"},
+                 {"x", "1", "n"}},
+                1, 4);
     playback.player().setLoops(true);
     using Direction = StepMode::Direction;
     playback.step(Direction::Forward);
-    EXPECT_THAT(view.take(), ElementsAre("frame", "step Re s (1/8). +", "no canc", "no loop",
-                                         "Stop", "no canc", "ne 0", "ne 2", "pnn Re", "mark 26",
-                                         "unmark 26", "ne 0", "Play", "no canc", "focus", "ne 2"));
-    EXPECT_EQ(composition.activeNote, 62);
-    const std::vector<std::pair<Direction, const char*>> steps{
-        {Direction::Backward, "step Mi a na -"}, {Direction::Backward, "step P p 1/4 +"},
-        {Direction::Forward, "step Mi a na -"},  {Direction::Forward, "step Re s (1/8). +"},
-        {Direction::Backward, "step Mi a na -"},
-    };
-    for (const auto& [direction, shown] : steps) {
+    EXPECT_THAT(player.takeUntimed(),
+                ElementsAre("frame", "step Re s (1/8). +", "no canc", "no loop", "Stop", "no canc",
+                            "ne 0", "ne 2", "pnn Re", "mark 26", "unmark 26", "ne 0", "Play",
+                            "no canc", "focus", "ne 2"));
+    const std::tuple<Direction, const char*, int> steps[] = {
+        {Direction::Backward, "step  n 1/4 +", 0},
+        {Direction::Backward, "step Mi a na -", 64},
+        {Direction::Backward, "step P p 1/4 +", 0},
+        {Direction::Forward, "step Mi a na -", 64}};
+    for (const auto& [direction, shown, active] : steps) {
         playback.step(direction);
-        EXPECT_EQ(view.take().at(1), shown);
+        EXPECT_EQ(player.takeUntimed().at(1), shown);
+        EXPECT_EQ(composition.activeNote, active);
     }
-    load({"60;", "1;", "n;"});
-    composition.range.select(0, 5, 6);
-    EXPECT_EQ(playback.step(Direction::Forward),
-              QStringLiteral("Nini= 0\nNfine= 5\nIndiceNotaPP= 4\nCondizione anomala !!!"));
-    composition.step.active = false;
+    // No step while one plays; a stop meanwhile ends step mode, and nothing is named any more.
+    composition.tempo = 2;
+    player.world.runtime.at(player.world.runtime.now() + 5s, [&] {
+        EXPECT_EQ(playback.step(Direction::Forward), QString());
+        playback.clickPlay();
+    });
     playback.step(Direction::Backward);
-    EXPECT_EQ(composition.step.index, 5);
-    playback.clickPlay();
-    EXPECT_FALSE(composition.step.active);
+    playback.step(Direction::Backward);
+    EXPECT_TRUE(composition.step.active && composition.step.frameOpen);
+    EXPECT_EQ(composition.step.index, 4) << "the first step begins at an end of the range";
+    playback.playStepEntry();
+    EXPECT_EQ(player.takeUntimed().back(), "focus");
+    player.load({{"60", "1", "n"}});
+    composition.range.select(0, 5, 6);
+    composition.step.leave();
+    EXPECT_EQ(playback.step(Direction::Backward),
+              "Nini= 0\nNfine= 5\nIndiceNotaPP= 5\nCondizione anomala !!!");
+    player.load({});
+    player.view.clear();
+    playback.step(Direction::Forward);
+    EXPECT_THAT(player.view, ElementsAre());
 }
 
-TEST_F(PlaybackTest, DelayedPlayAndKeptNumber) {
-    load({"60;", "1;", "n;"});
-    playback.player().toggleKeepLastNumber();
-    playback.clickDelayedPlay();
-    EXPECT_THAT(world.midi.take(), ElementsAre("3.000 on 1 60 100", "3.970 on 1 60 0"));
-    EXPECT_EQ(viewCount("ne 0"), 1);
-    playback.player().silenceAll();
-    EXPECT_EQ(world.midi.take().size(), 60U);
+TEST(Playback, DelaysThreeSecondsAndEndsEveryNote) {
+    Player player;
+    player.load({{"60", "1", "n"}});
+    player.composition.step = {true, true, 0};
+    player.playback.clickDelayedPlay();
+    EXPECT_FALSE(player.composition.step.active || player.composition.step.frameOpen);
+    EXPECT_THAT(player.world.midi.take(), ElementsAre("3.000 on 1 60 100", "3.970 on 1 60 0"));
+    player.view.clear();
+    player.playback.player().silenceAll();
+    Lines ended;
+    Lines unmarked;
+    for (int note = 36; note <= 95; ++note) {
+        ended.push_back("on 1 " + std::to_string(note) + " 0");
+        unmarked.push_back("unmark " + std::to_string(note - 36));
+    }
+    EXPECT_EQ(player.world.midi.takeUntimed(), ended);
+    EXPECT_EQ(player.takeUntimed(), unmarked);
+}
+
+TEST(RangeArrows, StepEveryTenthOfASecondForAsLongAsTheyAreHeld) {
+    Player player;
+    VirtualRuntime& runtime = player.world.runtime;
+    RangeArrows arrows(runtime, player.world.funzioniMM, player.composition, player);
+    const auto hold = [&](Instant length) {
+        runtime.at(runtime.now() + length, [&] { arrows.release(); });
+        arrows.hold(PlayRange::Arrow::StartUp);
+        return player.takeUntimed().size();
+    };
+    EXPECT_EQ(hold(50ms), 0U) << "an empty melody has nothing to move";
+    player.load(Entries(9, {"60", "1", "n"}));
+    EXPECT_EQ(hold(350ms), 4U);
+    EXPECT_EQ(player.composition.range.start(), 4);
+    EXPECT_EQ(hold(10s), 3U) << "they stop at their limit";
+    runtime.at(runtime.now(), [&] { runtime.end(); });
+    arrows.hold(PlayRange::Arrow::StartDown);
+    EXPECT_EQ(player.composition.range.start(), 7) << "the program ended";
 }
 
 }  // namespace

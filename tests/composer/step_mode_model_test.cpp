@@ -1,216 +1,242 @@
 #include "composer/composer_window.h"
-#include "composer/melody/rhythm.h"
+#include "composer/library/bookmark_commands.h"
+#include "composer/library/melody_library.h"
 #include "widgets/picture_button.h"
 
 #include <QLineEdit>
+#include <QListWidget>
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
 #include <random>
-#include <utility>
 
 using namespace std::chrono_literals;
 
 namespace {
 
-/// The melody, its undo and step mode in their plainest form: whole copies, entries with a name.
-struct StepModel {
-    struct Entry {
-        int id;
-        QString note;
-        double quarters;
+/// The window, and beside it the composer's logic in a world of its own: whatever is done to one is
+/// done to the other.
+struct ComposerWalk : ComposerWindowTest {
+    TestWorld twin;
+    Composition logic;
+    MelodyEditor editor{logic};
+    MelodyLibrary library{twin.services(), logic, editor};
+    BookmarkCommands bookmarks{twin.dialogs, logic, editor};
+    std::mt19937 random{2};
 
-        bool operator==(const Entry&) const = default;
-    };
-    struct State {
-        std::vector<Entry> entries;
-        int place = 0;
-    };
-
-    std::vector<Entry> entries;
-    int place = 0;  ///< of the edit frame
-    bool framed = false;
-    bool stepping = false;  ///< not after a number was typed: the frame stays
-    bool entryGone = false;
-    std::vector<std::pair<State, State>> done;
-    std::vector<std::pair<State, State>> undone;
-
-    void change(std::vector<Entry> to, int toPlace) {
-        done.push_back({{entries, place}, {to, toPlace}});
-        undone.clear();
-        entries = std::move(to);
-        place = toPlace;
+    ComposerWalk() {
+        for (TestWorld* each : {&world, &twin}) {
+            for (const char* name : {"Alba", "Sera"})
+                each->folders.put(library.MelodyFolder() + name + ".mel",
+                                  "60;62;00;\r\n1;0,75;2;\r\nn;s;p;\r\n 240 \r\n 16 \r\n"
+                                  "1 \xF7 3 \xF7 Tutto;2 \xF7 3 \xF7 b;\r\n");
+        }
+        library.fill();
+        twin.openOutput();
+        logic.instrument = twin.funzioniMM.currentInstrument();
     }
 
-    void append(const QString& note, bool tie) {
-        auto to = entries;
-        if (tie && !to.empty())
-            to.back() = {to.back().id, note, to.back().quarters + 1};
-        else
-            to.push_back({++lastId, note, 1});
-        change(to, place);
+    int draw(int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); }
+    void leaveStep() { logic.step.leave(); }
+    /// What the entry that was stepped to makes the active note.
+    void takeEntry() {
+        if (logic.step.frameOpen && logic.melody.has(logic.step.index))
+            logic.activeNote = logic.melody.entry(logic.step.index).noteNumber();
     }
 
-    /// Where the frame's entry is among these; if it is not there, the one before it.
-    int follow(const std::vector<Entry>& to) {
-        if (place < 0)
-            return place;
-        const int id = entries[static_cast<std::size_t>(place)].id;
-        const auto found =
-            std::find_if(to.begin(), to.end(), [id](const Entry& e) { return e.id == id; });
-        entryGone = found == to.end();
-        return entryGone ? place - 1 : static_cast<int>(found - to.begin());
-    }
-
-    void travel(bool back) {
-        auto& from = back ? done : undone;
-        if (from.empty())
-            return;
-        const auto [before, after] = from.back();
-        (back ? undone : done).push_back(from.back());
-        from.pop_back();
-        const State& left = back ? after : before;
-        const State& reached = back ? before : after;
-        int next = framed ? follow(reached.entries) : 0;
-        if (framed && place == left.place && left.place != reached.place)
-            next = reached.place;
-        entries = reached.entries;
-        place = std::max(0, std::min(next, static_cast<int>(entries.size()) - 1));
-        framed = framed && !entries.empty();
-        stepping = stepping && framed;
-    }
-
-    int lastId = 0;
-};
-
-using StepModeModel = ComposerWindowTest;
-
-}  // namespace
-
-TEST_F(StepModeModel, EveryControlNamesTheEntryOfTheEditFrame) {
-    StepModel model;
-    std::mt19937 random(2);
-    const auto draw = [&random](int limit) {
-        return static_cast<int>(random() % static_cast<unsigned>(limit));
-    };
-    const auto step = [&](bool forward) {
-        const int count = static_cast<int>(model.entries.size());
-        if (count == 0)
-            return;
-        if (!std::exchange(model.stepping, true))
-            model.place = -1;
-        if (forward)
-            model.place = model.place == count - 1 ? 0 : model.place + 1;
-        else
-            model.place = model.place > 0 ? model.place - 1 : count - 1;
-        model.framed = true;
-    };
-    // Whether the operation leaves the frame's choices as they were.
-    const auto operate = [&](int operation) {
-        const bool tie = operation == 1;
-        auto to = model.entries;
+    /// Whether the edit frame shows the choices of its entry.
+    bool operate(int operation) {
+        const EditChoice choice{user.text("cmbDurata"), user.text("cmbPer"),
+                                user.text("cmbAttributi")};
+        StepMode& step = logic.step;
         switch (operation) {
             case 0:
-            case 1: {
-                // Undo may have brought the tie's button back.
-                if (user.find<PictureButton>("cmdAttrNota_2").isChecked() != tie)
-                    user.click("cmdAttrNota_2");
-                user.click(QStringLiteral("lb_%1").arg(12 + draw(12)));
-                const QString note = user.text("lblActNote");
+            case 1:
+            case 2: {
+                const int button = draw(6);
+                if (operation == 0) {
+                    user.click(QStringLiteral("cmdAttrNota_%1").arg(button));
+                    logic.settings.clickAttribute(static_cast<std::uint8_t>(button));
+                }
+                const int key = draw(60);
+                user.click(QStringLiteral("lb_%1").arg(key));
+                editor.chooseActiveNote(static_cast<pitch::NoteNumber>(36 + key));
                 user.click("cmdInsNota");
-                if (!note.isEmpty() && note != QStringLiteral("P"))
-                    model.append(note, tie);
-                return true;
+                editor.insertNote();
+                return false;
             }
-            case 2:
             case 3:
             case 4:
-                user.click(operation == 4 ? "lblStep_0" : "lblStep_1");
-                step(operation != 4);
-                return false;
             case 5: {
-                if (!model.framed)
-                    return true;
-                user.click("cmdCancNota");
-                if (model.entries.size() == 1) {
-                    model.change({}, model.place);
-                    model.framed = model.stepping = false;
-                } else if (model.place >= 0) {
-                    to.erase(to.begin() + model.place);
-                    model.change(to, model.place - 1);
-                }
+                const bool forward = operation != 3;
+                user.click(forward ? "lblStep_1" : "lblStep_0");
+                if (logic.melody.empty())
+                    return false;
+                step.step(forward ? StepMode::Direction::Forward : StepMode::Direction::Backward,
+                          logic.range);
+                step.frameOpen = true;
+                takeEntry();
                 return true;
             }
             case 6:
-                if (!model.framed || user.text("cmbDurata") == QStringLiteral("na"))
-                    return true;
-                user.click("cmdInsertNote");
-                to.insert(to.begin() + model.place + 1,
-                          {++model.lastId, user.text("lblActualNote"),
-                           rhythm::ValueNameToDuration(user.text("cmbDurata"), u"1")});
-                model.change(to, model.place + 1);
-                return true;
+                user.click("cmdCancNota");
+                if (step.frameOpen)
+                    editor.deleteAtStep();
+                return false;
             case 7:
-                if (!user.enabled("cmdCanc") || model.entries.size() < 2)
-                    return true;
-                user.click("cmdCanc");
-                to.pop_back();
-                model.entryGone = false;
-                model.change(to, model.framed ? model.follow(to) : model.place);
-                return !model.entryGone;
+                user.click("cmdInsertNote");
+                if (step.frameOpen)
+                    editor.insertAfter(choice);
+                return false;
             case 8:
+                // The player leaves another number, or none, until the next step.
+                if (!step.frameOpen || !user.enabled("cmdModifica_0"))
+                    return false;
+                editor.modify(choice);
+                user.click("cmdModifica_0");
+                return operate(4);
+            case 9:
+                if (user.enabled("cmdCanc") && editor.deleteLast().stepEntryGone)
+                    takeEntry();
+                user.click("cmdCanc");
+                return false;
+            case 10:
+                // While the melody plays nothing takes a bookmark away or another one up.
+                if (!logic.melody.empty()) {
+                    at(world.runtime.now(), [this] {
+                        user.find<QListWidget>("lstBookMark").setCurrentRow(1);
+                        for (const char* button : {"cmdPlayBm", "cmdDelBm", "lblStep_1"})
+                            user.click(button);
+                        EXPECT_FALSE(user.enabled("mnuAnnulla") || user.enabled("mnuRipeti"));
+                    });
+                }
                 user.click("cmdPlay");
-                model.framed = model.stepping = false;
-                return true;
-            case 16:
-                if (!model.framed)
-                    return true;
-                user.find<QLineEdit>("lblNini").setFocus();
-                user.find<QLineEdit>("lblNini").setText(QStringLiteral("1"));
+                leaveStep();
+                return false;
+            case 11: {
+                const bool isStart = draw(2) == 0;
+                auto& box = user.find<QLineEdit>(isStart ? "lblNini" : "lblNfine");
+                const QString number = QString::number(draw(9));
+                box.setFocus();
+                box.setText(number);
                 user.type(Qt::Key_Return);
-                if (std::exchange(model.stepping, false))
-                    model.place = 0;
-                return true;
+                isStart ? editor.validateStart(number) : editor.validateEnd(number);
+                return false;
+            }
+            case 12: {
+                user.trigger("mnuApri");
+                const int row = draw(2);
+                user.find<QListWidget>("List1").setCurrentRow(row);
+                user.click("cmdEseguiFile");
+                library.activate(row);
+                leaveStep();
+                return false;
+            }
+            case 13:
+                world.dialogs.inputs = twin.dialogs.inputs = {QStringLiteral("Sera")};
+                world.dialogs.confirmations = twin.dialogs.confirmations = {true};
+                user.find<QListWidget>("List1").clearSelection();
+                user.trigger("mnuSalva");
+                library.save(-1);
+                return false;
+            case 14: {
+                const int row = draw(static_cast<int>(logic.bookmarks.items().size()) + 1) - 1;
+                if (!user.shown("frBookMark"))
+                    return false;
+                user.find<QListWidget>("lstBookMark").setCurrentRow(row);
+                const int button = draw(3);
+                const bool plays = button == 0 && bookmarks.activate(row);
+                button == 1 ? bookmarks.modify(row) : button == 2 && bookmarks.remove(row);
+                user.click(std::array{"cmdPlayBm", "cmdModBm", "cmdDelBm"}.at(
+                    static_cast<std::size_t>(button)));
+                if (plays)
+                    leaveStep();
+                return false;
+            }
             default: {
-                const bool back = operation < 13;
-                if (!user.enabled(back ? "mnuAnnulla" : "mnuRipeti"))
-                    return true;
-                const bool disabled = !user.enabled("cmdCanc");
-                model.entryGone = false;
+                const bool back = operation < 18;
                 user.trigger(back ? "mnuAnnulla" : "mnuRipeti");
-                model.travel(back);
-                EXPECT_EQ(!user.enabled("cmdCanc"), disabled && model.framed && !model.entryGone);
-                return !model.framed;
+                if (!(back ? editor.canUndo() : editor.canRedo()))
+                    return false;
+                back ? editor.undo() : editor.redo();
+                twin.funzioniMM.chooseInstrument(logic.instrument);
+                takeEntry();
+                return true;
             }
         }
-    };
+    }
+
+    QStringList shown() {
+        QStringList bookmarks;
+        const auto& list = user.find<QListWidget>("lstBookMark");
+        for (int i = 0; i < list.count(); ++i)
+            bookmarks << list.item(i)->text();
+        QStringList attributes;
+        for (int i = 0; i < 6; ++i)
+            attributes << QString::number(
+                user.find<PictureButton>(QStringLiteral("cmdAttrNota_%1").arg(i)).isChecked());
+        return {user.text("lblNoteString"),
+                user.text("lblNt"),
+                user.text("lblNini"),
+                user.text("lblNfine"),
+                user.text("lblNome"),
+                user.text("lblNe"),
+                user.text("lblPnn"),
+                bookmarks.join(u'|'),
+                attributes.join(QString()),
+                QString::number(user.shown("frmModifica")),
+                QString::number(user.enabled("mnuAnnulla")),
+                QString::number(user.enabled("mnuRipeti")),
+                QString::fromUtf8(world.folders.at(library.MelodyFolder() + "Alba.mel") +
+                                  world.folders.at(library.MelodyFolder() + "Sera.mel"))};
+    }
+    QStringList wanted() {
+        const Melody& melody = logic.melody;
+        const StepMode& step = logic.step;
+        const auto number = [&melody](const QString& text) {
+            return melody.empty() ? QString() : text;
+        };
+        const bool onEntry = step.frameOpen && melody.has(step.index);
+        QString attributes = "000000";
+        if (logic.settings.attribute() < 6)
+            attributes[logic.settings.attribute()] = '1';
+        return {melody.lastNames(40),
+                number(QString::number(melody.EntryCount())),
+                number(logic.range.startBox()),
+                number(logic.range.endBox()),
+                logic.name,
+                step.frameOpen ? QString::number(step.index + 1) : QString(),
+                onEntry ? pitch::NoteName(melody.entry(step.index).noteNumber()) : QString(),
+                logic.bookmarks.items().join(u'|'),
+                attributes,
+                QString::number(step.frameOpen),
+                QString::number(editor.canUndo()),
+                QString::number(editor.canRedo()),
+                QString::fromUtf8(twin.folders.at(library.MelodyFolder() + "Alba.mel") +
+                                  twin.folders.at(library.MelodyFolder() + "Sera.mel"))};
+    }
+};
+
+}  // namespace
+
+TEST_F(ComposerWalk, ShowsWhatItsLogicHolds) {
     at(100ms, [&] {
-        for (int i = 0; i < 1500 && !HasFailure(); ++i) {
-            const int operation = draw(17);
-            const bool keepsChoices = operate(operation);
-            QString names;
-            for (const StepModel::Entry& entry : model.entries)
-                names += entry.note + QLatin1Char(';');
-            EXPECT_EQ(user.text("lblNoteString"), names.right(40)) << i << ": " << operation;
-            EXPECT_EQ(user.shown("frmModifica"), model.framed) << i << ": " << operation;
-            EXPECT_EQ(user.text("lblNe"),
-                      model.framed ? QString::number(model.place + 1) : QString())
+        for (int i = 0; i < 600 && !HasFailure(); ++i) {
+            const int operation = draw(20);
+            const bool showsEntry = operate(operation);
+            ASSERT_EQ(shown(), wanted()) << i << ": " << operation;
+            const StepMode& step = logic.step;
+            if (!showsEntry || !step.frameOpen || !logic.melody.has(step.index))
+                continue;
+            const StepEntry entry = StepEntry::of(logic.melody.entry(step.index));
+            EXPECT_EQ(user.text("lblActualNote"), entry.noteName) << i << ": " << operation;
+            EXPECT_EQ(user.text("cmbDurata"), entry.valueName) << i << ": " << operation;
+            EXPECT_EQ(user.text("cmbAttributi"), entry.letter) << i << ": " << operation;
+            EXPECT_EQ(user.enabled("cmdModifica_0"), entry.canModify) << i << ": " << operation;
+            EXPECT_TRUE(user.find<QWidget>("Regolo").accessibleDescription().contains(
+                QStringLiteral("voce %1:").arg(step.index + 1)))
                 << i << ": " << operation;
-            if (!model.framed || model.place < 0)
-                continue;
-            const auto& [id, note, quarters] = model.entries[static_cast<std::size_t>(model.place)];
-            const QString value = rhythm::DurationToValueName(quarters);
-            const QString staff = user.find<QWidget>("Regolo").accessibleDescription();
-            EXPECT_TRUE(staff.contains(QStringLiteral("voce %1:").arg(model.place + 1))) << i;
-            EXPECT_EQ(user.text("lblPnn"), note) << i << ": " << operation;
-            if (keepsChoices)
-                continue;
-            EXPECT_EQ(user.text("lblActNote"), note) << i << ": " << operation;
-            EXPECT_EQ(user.text("lblActualNote"), note) << i << ": " << operation;
-            EXPECT_EQ(user.text("cmbDurata"), value) << i << ": " << operation;
-            EXPECT_EQ(user.enabled("cmdModifica_0"), value != QStringLiteral("na")) << i;
         }
     });
-    runUntil(10h);
+    runUntil(1000h);
 }
