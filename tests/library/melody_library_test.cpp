@@ -72,61 +72,48 @@ TEST_F(LibraryTest, FoldersAreListedEnteredAndLeft) {
     EXPECT_EQ(library.activate(99), Activated::Nothing);
 }
 
-TEST_F(LibraryTest, AMelodyIsOpenedWithItsInstrumentTempoAndBookmarks) {
+TEST_F(LibraryTest, AMelodyIsOpenedAndSavedWithAllThatItsFileHolds) {
     fill({"Aria.MEL"});
+    folders.put(kRoot + "Rotta.mel", kDamaged);
+    folders.put(kRoot + "Vuota.mel", "");
+    library.fill();
     world.openOutput();
     EXPECT_EQ(activate("Aria"), Activated::Melody);
-    EXPECT_EQ(composition.melody.EntryCount(), 2);
-    EXPECT_EQ(composition.tempo, 90);
-    EXPECT_EQ(composition.name, "Aria");
-    EXPECT_EQ(composition.range.end(), 1);
-    EXPECT_EQ(composition.bookmarks.items().size(), 1);
-    EXPECT_EQ(library.CurrentMelodyName(), "Aria");
     EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("program 40"));
-
+    EXPECT_EQ(composition.name, "Aria");
     compose();
     EXPECT_TRUE(library.save(-1));
     EXPECT_FALSE(editor.modified());
     EXPECT_EQ(composition.name, "Salvato: Aria");
-    EXPECT_TRUE(folders.at(kRoot + "Aria.MEL").startsWith("60;62;72;\r\n"));
-    EXPECT_TRUE(
-        folders.at(kRoot + "Aria.MEL").endsWith("\r\n 90 \r\n 40 \r\n1 \xF7 3 \xF7 Tutto;\r\n"));
+    const QByteArray saved =
+        "60;62;72;\r\n1;1;1;\r\nn;n;n;\r\n 90 \r\n 40 \r\n1 \xF7 3 \xF7 Tutto;\r\n";
+    EXPECT_EQ(folders.at(kRoot + "Aria.MEL"), saved);
     EXPECT_FALSE(folders.fileExists(kRoot + "Aria.mel"));
-    EXPECT_THAT(world.dialogs.lines, IsEmpty());
-}
 
-TEST_F(LibraryTest, AFileThatIsNoMelodyLeavesEverythingAndADamagedOneCanBeTakenBack) {
-    fill({"Aria.mel"});
-    folders.put(kRoot + "Rotta.mel", kDamaged);
-    folders.put(kRoot + "Vuota.mel", "");
-    library.fill();
-    activate("Aria");
-    const MelodyTexts aria = composition.melody.texts();
     world.funzioniMM.chooseInstrument(12);
     world.midi.take();
-
     EXPECT_EQ(activate("Vuota"), Activated::Nothing);
-    folders.readFailure = {file_error::kDeviceFault, {}};
-    EXPECT_EQ(activate("Rotta"), Activated::Nothing);
-    folders.readFailure = {file_error::kNoAccess, "Negato !!!"};
-    EXPECT_EQ(activate("Rotta"), Activated::Nothing);
+    for (const FileError& failure : {FileError{file_error::kDeviceFault, {}},
+                                     FileError{file_error::kNoAccess, "Negato !!!"}}) {
+        folders.readFailure = failure;
+        EXPECT_EQ(activate("Rotta"), Activated::Nothing);
+    }
     folders.readFailure = {};
-    EXPECT_THAT(takeLines(), ElementsAre("message: File corrotto !!!", "message: File corrotto !!!",
-                                         "message: Errore: 75\n\nNegato !!!"));
-    EXPECT_EQ(composition.melody.texts(), aria);
-    EXPECT_EQ(composition.name, "Aria");
-    EXPECT_EQ(library.CurrentMelodyName(), "Aria");
-    EXPECT_EQ(world.funzioniMM.currentInstrument(), 12);
     EXPECT_THAT(world.midi.take(), IsEmpty());
-
+    EXPECT_EQ(library.CurrentMelodyName(), "Aria");
     EXPECT_EQ(activate("Rotta"), Activated::Damaged);
-    EXPECT_THAT(takeLines(), ElementsAre("message: File corrotto !!!"));
-    EXPECT_EQ(composition.melody.texts().durations, "1;");
-    EXPECT_EQ(composition.tempo, 90);
+    EXPECT_THAT(takeLines(),
+                ElementsAre("message: File corrotto !!!", "message: File corrotto !!!",
+                            "message: Errore: 75\n\nNegato !!!", "message: File corrotto !!!"));
     EXPECT_EQ(world.funzioniMM.currentInstrument(), 7);
+    // Undo brings back the melody, the instrument in use before and the file that is saved to.
     editor.undo();
-    EXPECT_EQ(composition.melody.texts(), aria);
-    EXPECT_EQ(composition.instrument, 12) << "the one in use before";
+    EXPECT_EQ(composition.instrument, 12);
+    compose();
+    EXPECT_TRUE(library.save(-1));
+    EXPECT_TRUE(folders.at(kRoot + "Aria.MEL").startsWith("60;62;72;72;\r\n"));
+    EXPECT_EQ(folders.at(kRoot + "Rotta.mel"), kDamaged);
+    EXPECT_TRUE(folders.trash.empty());
 }
 
 TEST_F(LibraryTest, SaveAsTakesAnyNameThatStaysInTheTree) {
@@ -266,6 +253,26 @@ TEST_F(LibraryTest, RenamingAndNewFoldersKeepToTheirCharacters) {
     EXPECT_THAT(takeLines(), IsEmpty());
 }
 
+TEST_F(LibraryTest, AMelodyFromElsewhereIsSavedWhereItIs) {
+    fill({"Sotto\\Dentro\\Aria.mel", "Sotto\\Fuori.mel"});
+    const QString outside = "C:\\Musica\\Fuori.v2.mel";
+    folders.put(outside, kMelody);
+    EXPECT_EQ(library.openFile(outside), Activated::Melody);
+    EXPECT_EQ(library.MelodyFolder(), kRoot);
+    compose();
+    EXPECT_TRUE(library.save(-1));
+    EXPECT_EQ(composition.name, "Salvato: Fuori.v2");
+    EXPECT_TRUE(folders.at(outside).startsWith("60;62;72;"));
+    EXPECT_EQ(library.openFile("C:\\niente.mel"), Activated::Nothing);
+    EXPECT_EQ(library.openFile(kRoot + "..\\..\\Musica\\Fuori.v2.mel"), Activated::Melody);
+    EXPECT_TRUE(composition.source.outside);
+    EXPECT_EQ(library.openFile(kRoot + "Sotto\\Dentro\\Aria.mel"), Activated::Melody);
+    EXPECT_EQ(library.MelodyFolder(), kRoot + "Sotto\\Dentro\\");
+    EXPECT_EQ(library.FolderDepth(), 2);
+    EXPECT_FALSE(composition.source.outside);
+    EXPECT_EQ(takeLines().size(), 1U);
+}
+
 TEST_F(LibraryTest, OnlyEmptyFoldersAreDeleted) {
     fill({"Piena\\q.mel", "Cupa\\Interna\\q.mel", "Estranea\\x.txt", "Aria.mel"});
     folders.createFolder(kRoot + "Vuota");
@@ -343,7 +350,6 @@ TEST_F(FloppyTest, SelectedMelodiesAreCopiedWithoutAsking) {
     floppy.list();
     ASSERT_EQ(floppy.melodies().size(), 4U);
     EXPECT_EQ(floppy.copy({}), 0);
-    EXPECT_EQ(pointer, "");
     folders.removeFile("A:\\due.mel");
     EXPECT_EQ(floppy.copy({3, 0, 1}), 1) << "the first one first, up to a failure";
     EXPECT_THAT(list(), ElementsAre("due", "TRE"));
