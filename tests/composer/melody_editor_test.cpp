@@ -150,7 +150,8 @@ struct Editing {
         want.bookmarks = Bookmarks(items);
     }
     QString durationText(double value) const {
-        return rhythm::durationText(want.settings.attribute() == 3 ? 2 * value / 3 : value, u',');
+        return rhythm::durationText(want.settings.attribute() == 3 ? 2 * value / 3 : value,
+                                    want.decimalSeparator);
     }
 
     void append(bool isRest) {
@@ -478,6 +479,7 @@ TEST(MelodyEditor, EveryOperationDoesWhatItsPlainestFormDoes) {
     for (unsigned seed = 1; seed <= 40; ++seed) {
         Editing editing;
         editing.random.seed(seed);
+        editing.have.decimalSeparator = seed % 2 == 0 ? u'.' : u',';
         for (int i = 0; i < 400; ++i) {
             editing.step();
             ASSERT_EQ(editing.haveText(), editing.wantText()) << "seed " << seed << ", step " << i;

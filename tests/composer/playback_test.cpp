@@ -148,54 +148,60 @@ TEST(Playback, SendsAndShowsWhatItsPlainestFormDoesAtItsMilliseconds) {
     EXPECT_EQ(totalMs(1e300, 60), 864'000'000) << "no entry takes more than ten days";
 }
 
-TEST(Playback, StepsThroughTheRangeAndWraps) {
+TEST(Playback, NamesTheEntryThatItStepsTo) {
     Player player;
     Playback& playback = player.playback;
-    Composition& composition = player.composition;
-    player.load({{"60", "1", "n"},
-                 {"62", "0,75", "s"},
-                 {"00", "1", "p"},
-                 {"64", "5", "a"},
-                 {"x", "1", "n"}},
-                1, 4);
+    player.load({{"60", "1", "n"}, {"62", "0,75", "s"}, {"x", "30", "n"}}, 1, 2);
     playback.player().setLoops(true);
     using Direction = StepMode::Direction;
     playback.step(Direction::Forward);
-    EXPECT_THAT(player.takeUntimed(),
-                ElementsAre("frame", "step Re s (1/8). +", "no canc", "no loop", "Stop", "no canc",
-                            "ne 0", "ne 2", "pnn Re", "mark 26", "unmark 26", "ne 0", "Play",
-                            "no canc", "focus", "ne 2"));
-    const std::tuple<Direction, const char*, int> steps[] = {
-        {Direction::Backward, "step  n 1/4 +", 0},
-        {Direction::Backward, "step Mi a na -", 64},
-        {Direction::Backward, "step P p 1/4 +", 0},
-        {Direction::Forward, "step Mi a na -", 64}};
-    for (const auto& [direction, shown, active] : steps) {
-        playback.step(direction);
-        EXPECT_EQ(player.takeUntimed().at(1), shown);
-        EXPECT_EQ(composition.activeNote, active);
-    }
+    EXPECT_EQ(player.takeUntimed(),
+              (Lines{"frame", "step Re s (1/8). +", "no canc", "no loop", "Stop", "no canc", "ne 0",
+                     "ne 2", "pnn Re", "mark 26", "unmark 26", "ne 0", "Play", "no canc", "focus",
+                     "ne 2"}));
+    EXPECT_EQ(player.composition.activeNote, 62);
     // No step while one plays; a stop meanwhile ends step mode, and nothing is named any more.
-    composition.tempo = 2;
     player.world.runtime.at(player.world.runtime.now() + 5s, [&] {
         EXPECT_EQ(playback.step(Direction::Forward), QString());
         playback.clickPlay();
     });
     playback.step(Direction::Backward);
-    playback.step(Direction::Backward);
-    EXPECT_TRUE(composition.step.active && composition.step.frameOpen);
-    EXPECT_EQ(composition.step.index, 4) << "the first step begins at an end of the range";
-    playback.playStepEntry();
-    EXPECT_EQ(player.takeUntimed().back(), "focus");
+    EXPECT_EQ(player.composition.activeNote, 0);
+    const Lines lines = player.takeUntimed();
+    EXPECT_EQ(lines.at(1), "step  n na -");
+    EXPECT_EQ(lines.back(), "canc");
     player.load({{"60", "1", "n"}});
-    composition.range.select(0, 5, 6);
-    composition.step.leave();
+    player.composition.range.select(0, 5, 6);
     EXPECT_EQ(playback.step(Direction::Backward),
               "Nini= 0\nNfine= 5\nIndiceNotaPP= 5\nCondizione anomala !!!");
     player.load({});
     player.view.clear();
     playback.step(Direction::Forward);
-    EXPECT_THAT(player.view, ElementsAre());
+    EXPECT_EQ(player.view, Lines());
+}
+
+TEST(Playback, NamesTheEntryThatEditsLeaveAtTheStep) {
+    Player player;
+    StepMode& step = player.composition.step;
+    player.load({{"60", "1", "n"}, {"62", "1", "s"}});
+    const auto follow = [&player](bool gone) {
+        player.playback.followStep(gone);
+        return player.takeUntimed();
+    };
+    EXPECT_EQ(follow(true), (Lines{"ne ", "pnn "}));
+    step = {true, true, 1};
+    EXPECT_EQ(follow(false), (Lines{"frame", "step Re s 1/4 +", "ne 2", "pnn Re"}));
+    EXPECT_EQ(follow(true), (Lines{"frame", "step Re s 1/4 +", "canc", "ne 2", "pnn Re"}));
+    EXPECT_EQ(player.composition.activeNote, 62);
+    player.playback.playStepEntry();
+    EXPECT_EQ(player.world.midi.takeUntimed(), (Lines{"on 1 62 120", "on 1 62 0"}));
+    player.view.clear();
+    step.index = -1;
+    player.playback.showStepPlace();
+    EXPECT_EQ(player.takeUntimed(), (Lines{"ne 0", "pnn "}));
+    player.load({});
+    step.leave();
+    EXPECT_EQ(follow(true), (Lines{"no frame", "canc", "ne ", "pnn "}));
 }
 
 TEST(Playback, DelaysThreeSecondsAndEndsEveryNote) {

@@ -228,9 +228,6 @@ TEST_F(LibraryTest, RenamingAndNewFoldersKeepToTheirCharacters) {
     // What the program says to a melody's and to a folder's new name.
     const std::tuple<const char*, const char*, const char*> rows[] = {
         {"", none, none},
-        {"a-b", invalid, invalidFolder},
-        {"..\\x", invalid, invalidFolder},
-        {"<§>", invalid, invalidFolder},
         {"曲", unknown, unknown},
         {"Altra", "message: E' già presente una melodia dal nome: Altra", none},
         {"Sotto", none, "message: Errore: 58\n\nTesto dell'errore 58 !!!"},
@@ -248,6 +245,13 @@ TEST_F(LibraryTest, RenamingAndNewFoldersKeepToTheirCharacters) {
         EXPECT_EQ(takeLines(), with("input: Nome cartella | Nome Cartella | ", toFolder));
     }
     EXPECT_EQ(library.CurrentMelodyName(), "Sotto") << "the open melody goes by its new name";
+    for (const QChar c : QStringLiteral(",.-;:|\\/!%&()='^+*°§<>")) {
+        world.dialogs.inputs = {"a" + QString(c), c + QString("a")};
+        EXPECT_FALSE(library.rename(library.rowOf("Sotto")));
+        EXPECT_FALSE(library.createFolder());
+        const Lines lines = takeLines();
+        EXPECT_EQ(lines.at(1) + lines.back(), std::string(invalid) + invalidFolder) << int{c.unicode()};
+    }
     EXPECT_THAT(list(), ElementsAre("» Sotto", "» Altra", "Altra", "Sotto"));
     EXPECT_FALSE(library.rename(0)) << "folders keep their names";
     EXPECT_THAT(takeLines(), IsEmpty());
