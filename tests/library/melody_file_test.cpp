@@ -63,7 +63,7 @@ QByteArray writtenPlainly(const MelodyFile& file) {
 
 /// Lines as they should be and as they should not, perhaps hurt or cut off.
 QByteArray anyFile(std::mt19937& random) {
-    const std::vector<std::vector<QByteArray>> lines{
+    static const std::vector<std::vector<QByteArray>> lines{
         {"60;62;", "60;62", "", "36;95;00;", "35;", "96;62;", "-1;", "65596;", "60;;62;", "do;",
          "060; 61 ;"},
         {"1;0,75;", "1;1", "", " 0.5 ;1e-2;", "1;x;", "1,2,3;", "1;inf;", "1e999;", ",5;5.;",
@@ -89,7 +89,7 @@ QByteArray anyFile(std::mt19937& random) {
 TEST(MelodyFile, IsReadAndWrittenAsItsPlainestFormIs) {
     std::mt19937 random(20041);
     int melodies = 0;
-    for (int i = 0; i < 12'000; ++i) {
+    for (int i = 0; i < 4000; ++i) {
         const QByteArray bytes = anyFile(random);
         const auto file = melody_file::read(bytes);
         const auto wanted = readPlainly(bytes);
@@ -105,7 +105,7 @@ TEST(MelodyFile, IsReadAndWrittenAsItsPlainestFormIs) {
         ASSERT_EQ(written.bytes, writtenPlainly(*file));
         ASSERT_EQ(melody_file::write(*melody_file::read(written.bytes)).bytes, written.bytes);
     }
-    EXPECT_GT(melodies, 2000);
+    EXPECT_GT(melodies, 500);
     const QByteArray small = "60;\r\n1;\r\nn;\r\n999999999999999999999\r\n";
     const QByteArray filling(melody_file::kLargestFile - small.size(), 'x');
     EXPECT_GT(melody_file::read(small + filling)->tempo, 250);

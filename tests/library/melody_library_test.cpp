@@ -250,7 +250,8 @@ TEST_F(LibraryTest, RenamingAndNewFoldersKeepToTheirCharacters) {
         EXPECT_FALSE(library.rename(library.rowOf("Sotto")));
         EXPECT_FALSE(library.createFolder());
         const Lines lines = takeLines();
-        EXPECT_EQ(lines.at(1) + lines.back(), std::string(invalid) + invalidFolder) << int{c.unicode()};
+        EXPECT_EQ(lines.at(1) + lines.back(), std::string(invalid) + invalidFolder)
+            << int{c.unicode()};
     }
     EXPECT_THAT(list(), ElementsAre("» Sotto", "» Altra", "Altra", "Sotto"));
     EXPECT_FALSE(library.rename(0)) << "folders keep their names";
