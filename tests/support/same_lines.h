@@ -1,0 +1,22 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+/// Compares two long lists and shows them only around their first difference.
+inline testing::AssertionResult sameLines(std::vector<std::string> lines,
+                                          std::vector<std::string> expected) {
+    const auto same = std::ranges::mismatch(lines, expected).in1 - lines.begin();
+    if (lines.size() == expected.size() && lines.size() == static_cast<std::size_t>(same))
+        return testing::AssertionSuccess();
+    auto failure = testing::AssertionFailure();
+    for (auto i = std::max<long>(0, same - 12); i < same; ++i)
+        failure << lines[static_cast<std::size_t>(i)] << '\n';
+    lines.push_back("the end");
+    expected.push_back("the end");
+    return failure << "expected " << expected[static_cast<std::size_t>(same)] << "\nbut was  "
+                   << lines[static_cast<std::size_t>(same)];
+}
