@@ -1,0 +1,385 @@
+#pragma once
+
+#include "support/test_world.h"
+
+/// The rules of the ear-training window a second time, in their plainest form. It has a clock, a
+/// sound module and random numbers of its own, and is worked by the names of the window's controls.
+struct PlainEarTraining {
+    struct Exercise {
+        bool running = false;
+        bool sounding = false;  ///< something that has to be ended
+        bool start = false;     ///< the button is visible
+        bool reset = false;
+        bool complete = false;  ///< the range
+        int lower = -1, upper = -1;
+        int number = 0;  ///< of what it plays, to see whether events have replaced it
+        int target = 0;
+        std::set<int> excluded = {};
+    };
+
+    /// What begins anew with each opening.
+    struct Window {
+        bool open = true;
+        int chosen = 3;
+        Exercise pitch, interval, chord;
+        QString prompt = kLower;
+        int right = 0, wrong = 0, rightChanges = 0, wrongChanges = 0;
+        char verdict = ' ';
+        bool closeButton = true, menuLocked = false;
+        std::set<int> marks, keys;
+        bool started = false, stopped = false;  ///< of pitches, with the reference
+        int reference = 0;
+        int mode = 0;  ///< of intervals, with the last one's notes
+        std::vector<int> pair{0, 0};
+        bool showsKeys = true;  ///< of chords
+    };
+
+    static constexpr const char* kLower = "Scegli la nota inferiore dell'intervallo";
+    static constexpr const char* kUpper = "Scegli la nota superiore dell'intervallo";
+    static constexpr const char* kReference = "Scegli la nota di riferimento e premi Start";
+    static constexpr const char* kReset = "Reimposta l'intervallo";
+
+    TestWorld world;
+    FunzioniMM& sound = world.funzioniMM;
+    Window w;
+    std::vector<int> notes{0, 0, 0};  ///< of the chord; outlives the window
+    int requested = 3;
+    bool alwaysChord = false;
+
+    void request(int exercise) {
+        requested = exercise;
+        alwaysChord = alwaysChord || exercise == 7;
+    }
+    void open() {
+        w = {};
+        sound.setAutoSilence(false);
+        setRange(-1, -1);
+        if (alwaysChord)
+            choose(7);
+        else
+            w.chosen = requested;
+    }
+    bool menuEnabled() const {
+        return !w.pitch.running && !w.interval.running && !w.chord.running && !w.menuLocked;
+    }
+    void close() {
+        if (w.pitch.running || w.interval.running || w.chord.running || w.prompt == kReference)
+            return;
+        w.open = false;
+        requested = 3;
+        stopSounds();
+    }
+    void stopSounds() {
+        if (w.pitch.sounding)
+            silencePitch();
+        stopInterval();
+        if (w.chord.sounding)
+            endChord();
+    }
+    void choose(int exercise) {
+        if (exercise != 3) {
+            w.pitch.reset = w.pitch.start = false;
+            silencePitch();
+        }
+        if (exercise != 5)
+            silenceInterval();
+        w.chord.complete = false;
+        w.chord.lower = w.chord.upper = -1;
+        w.chosen = exercise;
+        stopSounds();
+        if (exercise == 5)
+            return;
+        setRange(-1, -1);
+        w.marks.clear();
+        w.prompt = kLower;
+        if (exercise == 3)
+            w.pitch.start = w.started = w.stopped = false;
+        else
+            w.chord.start = w.chord.reset = w.closeButton = false;
+    }
+
+    bool judge(bool right) {
+        ++(right ? w.right : w.wrong);
+        w.verdict = right ? '+' : '-';
+        return right;
+    }
+    void start(Exercise& exercise) {
+        exercise.running = true;
+        w.right = w.wrong = 0;
+    }
+    void stop(Exercise& exercise) {
+        exercise.running = false;
+        w.menuLocked = false;
+    }
+    void on(int note) { sound.NoteOn(1, note, 90); }
+    void off(int note) { sound.NoteOn(1, note, 0); }
+    void show(const std::vector<int>& shown, bool pressed) {
+        for (const int note : shown)
+            pressed ? void(w.keys.insert(note - 36)) : void(w.keys.erase(note - 36));
+    }
+
+    void setRange(int lower, int upper) {
+        w.pitch.complete = upper - lower >= 2;
+        w.pitch.lower = lower;
+        w.pitch.upper = upper;
+        sound.setRangeLower(static_cast<pitch::NoteIndex>(lower));
+        sound.setRangeUpper(static_cast<pitch::NoteIndex>(upper));
+    }
+    void silencePitch() {
+        ++w.pitch.number;
+        w.pitch.sounding = false;
+        sound.PlayNoteIndex(-1);
+    }
+    void playTest() {
+        const int number = ++w.pitch.number;
+        if (sound.autoSilence()) {
+            world.runtime.yield();
+            if (number != w.pitch.number)
+                return;
+            on(w.reference);
+            sound.WaitSeconds(1.2);
+            off(w.reference);
+            sound.WaitSeconds(0.1);
+        }
+        sound.PlayNoteIndex(-2);
+        w.pitch.sounding = !sound.autoSilence();
+    }
+    void startPitch() {
+        if (w.pitch.running) {
+            stop(w.pitch);
+            w.stopped = w.pitch.reset = w.closeButton = true;
+            w.prompt = kReset;
+            return silencePitch();
+        }
+        start(w.pitch);
+        w.stopped = w.pitch.reset = false;
+        w.started = true;
+        w.prompt = "Riconosci la nota suonata";
+        playTest();
+    }
+    void resetPitch() {
+        w.menuLocked = true;
+        w.right = w.wrong = 0;
+        w.prompt = kLower;
+        w.pitch.start = w.started = w.stopped = false;
+        silencePitch();
+        for (const int key : {w.pitch.lower, w.pitch.upper, w.reference - 36})
+            w.marks.erase(key);
+        setRange(-1, -1);
+    }
+    void pitchKey(int key) {
+        const auto [lower, upper] = std::pair(w.pitch.lower, w.pitch.upper);
+        if (w.stopped || w.interval.running || (w.started && !sound.noteDrawn()))
+            return;
+        if (w.started) {
+            const bool right = judge(key == sound.drawnIndex());
+            ++(right ? w.rightChanges : w.wrongChanges);
+            if (right)
+                playTest();
+        } else if (w.pitch.complete && (key < lower || key > upper)) {
+            world.dialogs.message("Scegli il riferimento all'interno dell'intervallo !!!");
+        } else if (w.pitch.complete) {
+            if (w.reference - 36 != lower && w.reference - 36 != upper)
+                w.marks.erase(w.reference - 36);
+            w.reference = key + 36;
+            w.marks.insert(key);
+            sound.PlayNoteIndex(static_cast<std::int16_t>(key));
+            w.pitch.start = w.pitch.sounding = true;
+        } else if (upper == -1) {
+            w.pitch.upper = key;
+            sound.setRangeUpper(static_cast<pitch::NoteIndex>(key));
+            w.marks.insert(key);
+            w.prompt = kUpper;
+            w.closeButton = false;
+        } else if (key == upper || key == upper + 1) {
+            setRange(upper, upper);
+            world.dialogs.message("Intervallo troppo piccolo !!!");
+        } else if (key == upper - 1) {
+            setRange(key, upper);
+            world.dialogs.message("Intervallo non consentito !!!");
+        } else {
+            setRange(std::min(key, upper), std::max(key, upper));
+            w.marks.insert(key);
+            w.prompt = kReference;
+        }
+    }
+
+    void endPair() {
+        w.interval.sounding = false;
+        for (const int note : w.pair)
+            off(note);
+    }
+    void silenceInterval() {
+        ++w.interval.number;
+        endPair();
+        show(w.pair, false);
+    }
+    void stopInterval() {
+        ++w.interval.number;
+        if (w.interval.sounding)
+            silenceInterval();
+    }
+    void playInterval(int semitones) {
+        const auto [number, mode] = std::pair(++w.interval.number, w.mode);
+        endPair();
+        if (!w.interval.running)
+            show(w.pair, false);
+        w.pair = {60, 60 + semitones};
+        if (!w.interval.running)
+            show(w.pair, true);
+        if (mode > 0)
+            world.runtime.yield();
+        if (number != w.interval.number)
+            return;
+        for (int i = 0; i < 2 && mode > 0; ++i) {
+            on(w.pair[i]);
+            sound.WaitSeconds(0.7);
+            off(w.pair[i]);
+            sound.WaitSeconds(i == 0 ? 0.1 : 0.3);
+        }
+        for (int i = 0; i < 2 && mode != 1; ++i)
+            on(w.pair[i]);
+        w.interval.sounding = mode != 1;
+    }
+    void drawInterval() {
+        do {
+            w.interval.target = sound.random().between(0, 13);
+        } while (w.interval.excluded.count(w.interval.target));
+        playInterval(w.interval.target);
+    }
+    void startInterval() {
+        if (w.interval.running) {
+            stop(w.interval);
+            return silenceInterval();
+        }
+        start(w.interval);
+        show(w.pair, false);
+        drawInterval();
+        if (w.interval.running)
+            w.prompt = "Riconosci intervallo suonato";
+    }
+    void semitones(int count) {
+        if (!w.interval.running)
+            playInterval(count);
+        else if (judge(count == w.interval.target))
+            drawInterval();
+    }
+    void excludeInterval(int semitones) {
+        const bool none = w.interval.excluded.count(1) > 0;
+        if (semitones > 0)
+            return toggle(w.interval.excluded, semitones);
+        w.interval.excluded.clear();
+        for (int all = 1; all <= 13 && !none; ++all)
+            w.interval.excluded.insert(all);
+    }
+
+    bool chordPlayable() const { return notes[0] >= 36 && notes[2] <= 95; }
+    void endChord() {
+        w.chord.sounding = false;
+        if (!chordPlayable())
+            return;
+        show(notes, false);
+        for (const int note : notes)
+            off(note);
+    }
+    void silenceChord() {
+        endChord();
+        if (chordPlayable())
+            sound.WaitSeconds(0.3);
+    }
+    void drawChord() {
+        silenceChord();
+        do {
+            w.chord.target = sound.random().between(0, 3);
+        } while (w.chord.excluded.count(w.chord.target));
+        const int root = 36 + sound.RandomNoteIndex(static_cast<std::int16_t>(w.chord.lower),
+                                                    static_cast<std::int16_t>(w.chord.upper));
+        const std::pair<int, int> shapes[] = {{3, 7}, {4, 7}, {3, 6}, {4, 8}};
+        const auto [middle, top] = shapes[w.chord.target];
+        notes = {root, root + middle, root + top};
+        if (!chordPlayable())
+            return;
+        if (w.showsKeys)
+            show(notes, true);
+        for (const int note : notes)
+            on(note);
+        w.chord.sounding = true;
+    }
+    void startChord() {
+        if (!w.chord.complete)
+            return;
+        w.closeButton = w.chord.reset = w.chord.running;
+        if (w.chord.running) {
+            stop(w.chord);
+            return silenceChord();
+        }
+        start(w.chord);
+        drawChord();
+    }
+    void resetChord() {
+        w.marks.erase(w.chord.lower);
+        w.marks.erase(w.chord.upper);
+        w.chord.complete = false;
+        w.chord.lower = w.chord.upper = -1;
+        w.prompt = kReset;
+    }
+    void chordKey(int key) {
+        if (w.chord.complete)
+            return world.dialogs.message("Riconosci il tipo di accordo suonato !!!");
+        if (key > 51)
+            return world.dialogs.message("Limite non consentito !!!");
+        w.marks.insert(key);
+        if (w.chord.upper == -1) {
+            w.chord.upper = key;
+            w.prompt = kUpper;
+            w.closeButton = false;
+            return;
+        }
+        w.chord.lower = std::min(key, w.chord.upper);
+        w.chord.upper = std::max(key, w.chord.upper);
+        w.chord.complete = w.chord.start = true;
+        w.prompt = "Riconosci tipo accordo suonato";
+    }
+
+    static void toggle(std::set<int>& excluded, int element) {
+        if (excluded.erase(element) == 0)
+            excluded.insert(element);
+    }
+    /// A click, or a double click on `Il_0`, the choice of an item of the menu, or "close".
+    void click(const QString& control) {
+        const int i = control.section('_', 1).toInt();
+        const bool menu = menuEnabled(), pitches = w.chosen == 3 || w.pitch.start || w.pitch.reset;
+        const bool intervals = w.chosen == 5, chords = w.chosen == 7;
+        const auto toggleMode = [this] { sound.setAutoSilence(!sound.autoSilence()); };
+        const auto stepMode = [this] { w.mode = (w.mode + 1) % 3; };
+        const auto toggleKeys = [this] { w.showsKeys = !w.showsKeys; };
+        const std::tuple<const char*, bool, std::function<void()>> rules[] = {
+            {"lb", true, [&] { w.keys.erase(i); }},
+            {"lb", chords, [&] { chordKey(i); }},
+            {"lb", !chords, [&] { pitchKey(i); }},
+            {"close", true, [&] { close(); }},
+            {"cmdEsci", w.closeButton, [&] { close(); }},
+            {"mnuNota", menu, [&] { choose(3); }},
+            {"mnuRint", menu, [&] { choose(5); }},
+            {"mnuRicTa", menu, [&] { choose(7); }},
+            {"IntoStart", w.pitch.start, [&] { startPitch(); }},
+            {"cmdReimposta", w.pitch.reset, [&] { resetPitch(); }},
+            {"lblMod", pitches, toggleMode},
+            {"Label6", pitches, toggleMode},
+            {"CmdIntStart", intervals, [&] { startInterval(); }},
+            {"LblSemi", intervals, [&] { semitones(i); }},
+            {"Il", intervals, [&] { excludeInterval(i); }},
+            {"lblModo", intervals, stepMode},
+            {"Label7", intervals, stepMode},
+            {"ComdRacStart", chords && w.chord.start, [&] { startChord(); }},
+            {"TipoAcc", chords, [&] { judge(i == w.chord.target) ? drawChord() : void(); }},
+            {"EsclTa", chords && i >= 2, [&] { toggle(w.chord.excluded, i); }},
+            {"lblVt", chords, toggleKeys},
+            {"lblModoVt", chords, toggleKeys},
+            {"cmdRes", chords && w.chord.reset, [&] { resetChord(); }}};
+        for (const auto& [name, usable, rule] : rules) {
+            if (control.section('_', 0, 0) == name && usable)
+                rule();
+        }
+    }
+};
