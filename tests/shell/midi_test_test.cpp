@@ -1,27 +1,22 @@
 #include "shell/midi_test.h"
 
+#include "core/instruments.h"
 #include "shell/frmMidiTest.h"
 #include "support/test_world.h"
 #include "support/window_driver.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QListWidget>
 #include <QSlider>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <random>
+
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 namespace {
-
-void clickSelected(QListWidget& list) {
-    const QPointF place = list.visualItemRect(list.selectedItems().front()).center();
-    for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease})
-        sendMouse(*list.viewport(), type, place);
-    QCoreApplication::processEvents();
-}
 
 struct MidiTestWindow : testing::Test {
     TestWorld world;
@@ -33,85 +28,99 @@ struct MidiTestWindow : testing::Test {
             world.runtime, [&window] { window.exec(); },
             [&work](const WindowDriver& user) {
                 work(user);
-                user.close();
+                user.click("cmdChiudi");
             });
     }
 };
 
 }  // namespace
 
-TEST(MidiTest, TheCountDecidesWhetherTheFirstLineIsOpened) {
-    struct Case {
-        const char* what;
-        int devices;
-        std::set<int> silent;
-        std::vector<int> listed;
-        bool opensFirst;
-    };
-    const std::array<Case, 7> kCases{{
-        {"the mapper and real devices", 2, {}, {-1, 0, 1}, true},
-        {"the mapper alone", 0, {}, {-1}, false},
-        {"one real device, no mapper", 1, {-1}, {0}, false},
-        {"two real devices, no mapper", 2, {-1}, {0, 1}, true},
-        {"the mapper, no real device answers", 2, {0, 1}, {-1}, true},
-        {"two real devices, the last answers, no mapper", 2, {-1, 0}, {1}, false},
-        {"nothing answers", 2, {-1, 0, 1}, {}, false},
-    }};
-    for (const Case& c : kCases) {
-        SCOPED_TRACE(c.what);
+/// One number is first the place of the line added last, then the count of devices, then a place
+/// again; the first line is opened if that ends above 0.
+TEST(MidiTest, ListsTheOutputsThatTellTheirName) {
+    std::mt19937 random(1);
+    for (int round = 0; round < 300; ++round) {
         TestWorld world;
-        world.midi.devices.resize(static_cast<std::size_t>(c.devices));
-        world.midi.silentDevices = c.silent;
+        world.midi.devices.clear();
+        for (unsigned i = random() % 4; i > 0; --i)
+            world.midi.devices.push_back(QString::number(random() % 90));
+        for (unsigned i = random() % 4; i > 0; --i)
+            world.midi.silentDevices.insert(static_cast<int>(random() % 4) - 1);
+        std::vector<std::pair<int, QString>> expected;
+        int k = static_cast<int>(world.midi.devices.size());
+        for (int id = -1; id < static_cast<int>(world.midi.devices.size()); ++id) {
+            if (world.midi.silentDevices.count(id))
+                continue;
+            expected.emplace_back(id, id < 0 ? "Mapper" : world.midi.devices[std::size_t(id)]);
+            k = id < 0 ? k : static_cast<int>(expected.size()) - 1;
+        }
         const midi_test::DeviceList list = midi_test::listDevices(world.midi);
-        std::vector<int> ids;
+        std::vector<std::pair<int, QString>> listed;
         for (const midi_test::Device& device : list.devices)
-            ids.push_back(device.id);
-        EXPECT_EQ(ids, c.listed);
-        EXPECT_EQ(list.opensFirst, c.opensFirst);
+            listed.emplace_back(device.id, device.name);
+        EXPECT_EQ(listed, expected) << round;
+        EXPECT_EQ(list.opensFirst, k > 0 && !expected.empty()) << round;
     }
 }
 
-TEST_F(MidiTestWindow, OpensTheFirstDeviceAndTriesIt) {
+TEST_F(MidiTestWindow, EachControlDoesItsPart) {
     world.funzioniMM.setCurrentInstrument(16);
+    int device = -1;
     open([&](const WindowDriver& user) {
         EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("open -1", "program 16"));
-        EXPECT_EQ(user.text("lblDevID"), "Dev. ID: -1");
-        EXPECT_EQ(user.text("lblInstr"), "16");
-        user.find<QSlider>("InstrS").setValue(127);
-        user.click("cmdTest");
-        user.click("cmdTest");
-        user.click("cmdOff");
-        EXPECT_THAT(world.midi.takeUntimed(),
-                    ElementsAre("program 127", "on 1 69 100", "on 1 69 100", "on 1 69 0"));
-        EXPECT_EQ(world.funzioniMM.currentInstrument(), 127);
-
-        user.find<QListWidget>("LstMidiDev").setFocus();
-        user.type(Qt::Key_Down);
-        EXPECT_EQ(user.text("lblDevID"), "Dev. ID: 0");
-        clickSelected(user.find<QListWidget>("LstMidiDev"));
-        EXPECT_THAT(world.midi.takeUntimed(),
-                    ElementsAre("close", "open 0", "program 127", "close", "open 0", "program 127"))
-            << "a click opens the selected line again";
-        user.click("cmdTest");
+        auto& list = user.find<QListWidget>("LstMidiDev");
+        ASSERT_EQ(list.count(), 3);
+        std::mt19937 random(1);
+        for (int i = 0, program = 16; i < 200; ++i) {
+            const int what = static_cast<int>(random() % 5);
+            const int number = static_cast<int>(random() % 128);
+            std::vector<std::string> expected;
+            const auto opens = [&](int id) {
+                device = id;
+                expected = {"close", "open " + std::to_string(id),
+                            "program " + std::to_string(program)};
+            };
+            if (what == 0) {
+                if (list.currentRow() < 2)
+                    opens(list.currentRow());
+                list.setFocus();
+                user.type(Qt::Key_Down);
+            } else if (what == 1) {
+                opens(number % 3 - 1);
+                const QPointF place = list.visualItemRect(list.item(device + 1)).center();
+                sendMouse(*list.viewport(), QEvent::MouseButtonPress, place);
+                world.midi.take();
+                sendMouse(*list.viewport(), QEvent::MouseButtonRelease, place);
+                QCoreApplication::processEvents();
+            } else if (what == 2) {
+                if (number != std::exchange(program, number))
+                    expected = {"program " + std::to_string(number)};
+                user.find<QSlider>("InstrS").setValue(number);
+            } else {
+                user.click(what == 3 ? "cmdTest" : "cmdOff");
+                expected = {what == 3 ? "on 1 69 100" : "on 1 69 0"};
+            }
+            EXPECT_EQ(world.midi.takeUntimed(), expected) << what;
+            EXPECT_EQ(user.text("lblDevID"), QString("Dev. ID: %1").arg(device));
+            EXPECT_EQ(list.item(device + 1)->text(),
+                      QStringList({"Mapper", "Porta A", "Porta B"})[device + 1]);
+            EXPECT_EQ(user.text("lblInstr"), QString::number(program));
+            EXPECT_EQ(user.text("lblNomeInstr"), instruments::InstrumentName(program));
+            EXPECT_EQ(world.funzioniMM.currentInstrument(), program);
+        }
     });
-    EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("on 1 69 100", "on 1 69 0"));
-    EXPECT_TRUE(world.funzioniMM.output().isOpen());
-    EXPECT_EQ(world.funzioniMM.output().deviceId(), 0);
+    EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("on 1 69 0"));
+    EXPECT_EQ(world.funzioniMM.output().deviceId(), device);
 }
 
 TEST_F(MidiTestWindow, NothingIsSelectedWhenNothingIsOpened) {
-    world.funzioniMM.setCurrentInstrument(16);
     world.midi.devices.clear();
     world.openOutput();
     open([&](const WindowDriver& user) {
-        auto& list = user.find<QListWidget>("LstMidiDev");
-        EXPECT_EQ(list.count(), 1);
-        list.setFocus();
-        EXPECT_THAT(world.midi.takeUntimed(), IsEmpty());
+        EXPECT_TRUE(user.find<QListWidget>("LstMidiDev").selectedItems().isEmpty());
         EXPECT_EQ(user.text("lblDevID"), "Dev. ID: ");
-        user.type(Qt::Key_Space);
-        EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("close", "open -1", "program 16"));
     });
+    EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("on 1 69 0"));
 }
 
 TEST_F(MidiTestWindow, APressBehindTheOneThatClosesItStartsNothing) {
