@@ -156,12 +156,14 @@ struct Users {
 
     /// Each act is due some time after the begin of the one before, or happens in the next pass.
     void schedulePlain() {
-        acts.push_back({random() % 4 * (random() % 700) * 1ms});
-        plain.world.runtime.at(plain.world.runtime.now() + acts.back().delay, [this] {
+        const QStringList first{"lb_20", "lb_30", "lb_25", "Label6", "IntoStart", "lb_22"};
+        const std::size_t act = acts.size();
+        const bool begins = !plain.sound.noteDrawn() && act < 6;
+        acts.push_back({begins ? Instant{0} : Instant{random() % 4 * (random() % 700) * 1ms}});
+        plain.world.runtime.at(plain.world.runtime.now() + acts.back().delay, [=, this] {
             if (!plain.w.open)
                 return;
-            const std::size_t act = acts.size() - 1;
-            acts[act].control = nextControl(plain, random, act > 60);
+            acts[act].control = begins ? first[act] : nextControl(plain, random, act > 60);
             schedulePlain();
             ++depth;
             plain.click(acts[act].control);

@@ -115,3 +115,19 @@ TEST_F(FrmIntoTest, InstrumentsAndTheOctaveOfTheComputerKeyboard) {
     EXPECT_LT(world.runtime.passes(), 30) << "a pass is taken when something happened";
     world.runtime.runActs();
 }
+
+TEST_F(FrmIntoTest, TheEndOfTheProgramEndsEveryNote) {
+    world.runtime.press('Z', 1s, 9s);
+    frmInto window(world.services(), state, nullptr);
+    world.runtime.at(2s, [&] {
+        for (const char* key : {"lb_10", "lb_20", "lb_15"})
+            WindowDriver(window).click(key);
+    });
+    world.runtime.at(3s, [this] { world.runtime.end(); });
+    window.show();
+    QCoreApplication::processEvents();
+    EXPECT_THAT(world.midi.take(),
+                ElementsAre("1.000 on 1 48 90", "2.000 on 1 36 0", "2.000 on 1 51 100",
+                            "3.000 on 1 51 0", "3.000 on 1 48 0"));
+    world.runtime.forgetActs();
+}

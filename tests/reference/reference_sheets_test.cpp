@@ -2,7 +2,6 @@
 #include "reference/engraved_pictures.h"
 #include "reference/frmOptions.h"
 #include "support/window_driver.h"
-#include "widgets/key_button.h"
 
 #include <QApplication>
 #include <QGroupBox>
@@ -101,7 +100,7 @@ TEST_F(FrmOptionsTest, AtMostOnePictureIsShownByItsButton) {
 }
 
 /// Each further sharp or flat is one more sign on both staves.
-TEST_F(FrmOptionsTest, TheKeysStandInOrderAndTheirSignsArePainted) {
+TEST_F(FrmOptionsTest, TheSignsOfEachKeyArePainted) {
     user.click("cmdSel_1");
     for (const auto& [first, last] : {std::pair{2, 8}, {9, 15}}) {
         auto before = ink(*user.find<QWidget>("Img_1").findChild<SignatureStaff*>());
@@ -112,28 +111,20 @@ TEST_F(FrmOptionsTest, TheKeysStandInOrderAndTheirSignsArePainted) {
             EXPECT_GT(now.first, before.first) << key;
             EXPECT_GT(now.second, before.second) << key;
             before = now;
-            const auto& button = user.find<KeyButton>(QStringLiteral("Ton_%1").arg(key));
-            const auto& above =
-                user.find<KeyButton>(QStringLiteral("Ton_%1").arg(key == first ? 1 : key - 1));
-            EXPECT_GT(button.y(), above.y()) << key;
         }
     }
-    EXPECT_GT(user.find<QWidget>("Ton_9").x(), user.find<QWidget>("Ton_2").x());
 }
 
-TEST_F(FrmOptionsTest, EachNoteValueHasItsNoteItsNamesAndItsRestInARow) {
+TEST_F(FrmOptionsTest, EachNoteValueHasItsNoteAndItsRestInARow) {
     std::set<std::pair<int, int>> inks;
-    for (ValuePicture* picture : window.findChildren<ValuePicture*>())
+    std::map<int, int> rows;
+    for (ValuePicture* picture : window.findChildren<ValuePicture*>()) {
         inks.insert(ink(*picture));
-    EXPECT_EQ(inks.size(), 14U) << "each note and each rest looks different";
-    const QStringList fractions{"4/4", "2/4", "1/4", "1/8", "1/16", "1/32", "1/64"};
-    for (const QString& fraction : fractions) {
-        const auto& row = labelled(fraction);
-        int pictures = 0;
-        for (const ValuePicture* picture : window.findChildren<ValuePicture*>())
-            pictures += std::abs(middle(*picture).y() - middle(row).y()) < row.height() / 2 ? 1 : 0;
-        EXPECT_EQ(pictures, 2) << qPrintable(fraction);
+        ++rows[middle(*picture).y()];
     }
+    EXPECT_EQ(inks.size(), 14U) << "each looks different";
+    for (const char* fraction : {"4/4", "2/4", "1/4", "1/8", "1/16", "1/32", "1/64"})
+        EXPECT_EQ(rows[middle(labelled(fraction)).y()], 2) << fraction;
 }
 
 TEST_F(FrmOptionsTest, EachIntervalStandsAtItsSizeUnderItsHeading) {

@@ -1,5 +1,4 @@
 #include "core/intervals.h"
-#include "core/note_values.h"
 #include "reference/key_signatures.h"
 
 #include <QStringList>
@@ -73,12 +72,4 @@ TEST(IntervalTable, NamesEveryIntervalOnceAtItsSize) {
     }
     EXPECT_EQ(names.size(), 4U * 4 + 3 * 3) << "seconds to octaves in each quality";
     EXPECT_EQ(consonant, "2 Dim,3 Min,3 Mag,4 Gius,5 Gius,6 Min,6 Mag,8 Gius,");
-}
-
-TEST(NoteValues, AreNamedByTheirShareOfAWholeNote) {
-    for (const auto& value : note_values::kAll) {
-        const QStringList fraction = QString(value.fraction).split('/');
-        EXPECT_EQ(4 * fraction[0].toDouble() / fraction[1].toDouble(), value.quarters);
-        EXPECT_EQ(note_values::restName(value), "Pausa di " + QString(value.name).toLower());
-    }
 }
