@@ -97,7 +97,7 @@ TEST_F(FrmIntoTest, InstrumentsAndTheOctaveOfTheComputerKeyboard) {
         user.trigger("mnuSs");
         EXPECT_EQ(user.text("lblInstr"), "0-Acoustic Grand Piano");
         auto& slider = user.find<QSlider>("InstrS");
-        EXPECT_TRUE(slider.hasFocus());
+        EXPECT_TRUE(user.shown("Fr1") && slider.hasFocus());
         slider.setSliderDown(true);
         slider.setSliderPosition(40);
         slider.setSliderDown(false);

@@ -120,6 +120,11 @@ TEST_F(FrmOptionsTest, EachNoteValueHasItsNoteAndItsRestInARow) {
     std::map<int, int> rows;
     for (ValuePicture* picture : window.findChildren<ValuePicture*>()) {
         inks.insert(ink(*picture));
+        const QImage image = picture->grab().toImage();
+        int lines = 0;
+        for (int y = 1; y < image.height(); ++y)
+            lines += qGray(image.pixel(1, y)) < 128 && qGray(image.pixel(1, y - 1)) >= 128 ? 1 : 0;
+        EXPECT_EQ(lines, 5);
         ++rows[middle(*picture).y()];
     }
     EXPECT_EQ(inks.size(), 14U) << "each looks different";

@@ -114,11 +114,12 @@ TEST_F(MidiTestWindow, EachControlDoesItsPart) {
 }
 
 TEST_F(MidiTestWindow, NothingIsSelectedWhenNothingIsOpened) {
+    world.funzioniMM.setCurrentInstrument(16);
     world.midi.devices.clear();
     world.openOutput();
     open([&](const WindowDriver& user) {
         EXPECT_TRUE(user.find<QListWidget>("LstMidiDev").selectedItems().isEmpty());
-        EXPECT_EQ(user.text("lblDevID"), "Dev. ID: ");
+        EXPECT_EQ(user.text("lblDevID") + user.text("lblInstr"), "Dev. ID: 16");
     });
     EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("on 1 69 0"));
 }
