@@ -1,35 +1,263 @@
 #include "coherence/scenes.h"
 
-#include "coherence/stage.h"
+#include "composer/frmComposer.h"
+#include "composer/frmCopyFromA.h"
+#include "composer/library/floppy.h"
+#include "composer/library/melody_library.h"
+#include "composer/melody/composition.h"
+#include "composer/melody/melody_editor.h"
+#include "eartraining/ear_training_state.h"
+#include "eartraining/frmInto.h"
+#include "manual/help_window.h"
+#include "platform/desktop/qt_dialogs.h"
+#include "reading/staff_step.h"
+#include "shell/main_window.h"
+#include "support/test_world.h"
+#include "support/window_driver.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
 
 using namespace std::chrono_literals;
 
-void lookWhileOpen(TestWorld& world, QDialog& window, const std::function<void()>& work,
-                   const Look& look, const std::function<void()>& close) {
-    world.runtime.at(world.runtime.now() + 10ms, work);
+namespace {
+
+/// Does what a user does: clicks on controls, chooses items of the menu ("mnuApri"), and opens the
+/// melody or folder of the library whose name ends so ("/Esempi").
+void act(const WindowDriver& user, const QString& acts) {
+    for (const QString& name : acts.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+        if (name.startsWith(QLatin1String("mnu"))) {
+            user.trigger(name);
+        } else if (name.startsWith(QLatin1Char('/'))) {
+            auto& list = *user.find<QWidget>("Fr2").findChild<QListWidget*>("List1");
+            list.setCurrentItem(list.findItems(name.mid(1), Qt::MatchEndsWith).value(0));
+            user.click("cmdEseguiFile");
+        } else {
+            user.click(name);
+        }
+    }
+}
+
+void close(QWidget& window) {
+    if (window.isVisible())
+        qobject_cast<QDialog*>(&window)->done(QDialog::Rejected);
+}
+
+/// What a user does at a time after a window has opened.
+struct Acts {
+    Instant at;
+    QString names;
+};
+
+/// Opens a modal window, looks at it after the acts, and ends with the last ones.
+void lookWhileOpen(TestWorld& world, QDialog& window, const std::vector<Acts>& acts,
+                   const Look& look, const QString& last = {}) {
+    const WindowDriver user(window);
+    for (const Acts& some : acts)
+        world.runtime.at(world.runtime.now() + some.at, [&] { act(user, some.names); });
     world.runtime.at(world.runtime.now() + 6s, [&] {
         look(window);
-        if (close)
-            close();
-        if (window.isVisible())
-            window.done(QDialog::Rejected);
+        act(user, last);
+        close(window);
     });
     window.exec();
 }
 
-void lookAtModal(TestWorld& world, const std::function<void()>& open, const Look& look) {
-    world.runtime.at(world.runtime.now() + 1s, [&look] {
+/// The same for a window that is opened elsewhere, as by a menu item.
+void lookAtModal(TestWorld& world, const std::function<void()>& open, const QString& acts,
+                 const Look& look) {
+    world.runtime.at(world.runtime.now() + 1s, [&] {
         auto* window = qobject_cast<QDialog*>(QApplication::activeModalWidget());
         if (!window)
             return;
+        act(WindowDriver(*window), acts);
         look(*window);
-        if (window->isVisible())
-            window->done(QDialog::Rejected);
+        close(*window);
     });
     open();
 }
+
+void putExamples(MemoryFolders& folders, const QString& folder) {
+    const QDir examples(QStringLiteral(MELODY_EXAMPLES));
+    for (const QString& name : examples.entryList({QStringLiteral("*.mel")}, QDir::Files)) {
+        QFile file(examples.filePath(name));
+        if (file.open(QIODevice::ReadOnly))
+            folders.put(folder + name, file.readAll());
+    }
+}
+
+/// The composer over the example melodies, one of which is open and plays.
+auto composer(const std::vector<Acts>& acts) {
+    return [acts](const Look& look) {
+        TestWorld world;
+        world.openOutput();
+        putExamples(world.folders, QStringLiteral("C:\\Cantavista\\Melodie\\Esempi\\"));
+        world.dialogs.confirmations.push_back(true);
+        frmComposer window(world.services(), nullptr);
+        window.resize(1180, 720);
+        world.runtime.at(1ms, [] {});
+        std::vector<Acts> all = acts;
+        all.push_back({10ms, QStringLiteral("mnuApri /Esempi /Grace")});
+        lookWhileOpen(world, window, all, look);
+    };
+}
+
+void showCopyFromFloppy(const Look& look) {
+    TestWorld world;
+    const Services services = world.services();
+    Composition composition;
+    MelodyEditor editor(composition);
+    MelodyLibrary library(services, composition, editor);
+    Floppy floppy(services, composition, library, [](bool) {});
+    putExamples(world.folders, QStringLiteral("A:\\"));
+    world.folders.put(QStringLiteral("C:\\Cantavista\\Melodie\\Mia.mel"));
+    frmCopyFromA window(floppy, QStringLiteral("..\\Melodie\\"), nullptr);
+    lookWhileOpen(world, window, {}, [&](QWidget& shown) {
+        for (const int row : {1, 3})
+            WindowDriver(shown).find<QListWidget>("List1").item(row)->setSelected(true);
+        look(shown);
+    });
+}
+
+/// The ear-training window on an exercise, after these acts; a running one ends with the last.
+void showEar(ExerciseCode exercise, const QString& acts, const QString& last, const Look& look) {
+    TestWorld world;
+    world.openOutput();
+    world.random.numbers = {0.3F};
+    EarTrainingState state;
+    state.request(exercise);
+    frmInto window(world.services(), state, nullptr);
+    lookWhileOpen(world, window, {{10ms, acts}}, look, last);
+}
+
+auto ear(ExerciseCode exercise, const char* acts, const char* last = "") {
+    return [=](const Look& look) {
+        showEar(exercise, QLatin1String(acts), QLatin1String(last), look);
+    };
+}
+
+/// Every exercise as the window's menu lists it, so that a new one is walked without a scene of its
+/// own.
+void showEachExercise(const Look& look) {
+    showEar(ExerciseCode::Pitch, {}, {}, [&look](QWidget& window) {
+        const QMenu& list = WindowDriver(window).find<QMenu>("Esercizio");
+        for (QAction* item : list.actions()) {
+            item->trigger();
+            look(window);
+        }
+    });
+}
+
+/// The main window, past its first activation.
+struct Main {
+    TestWorld world;
+    MainWindow window{world.services()};
+    WindowDriver user{window};
+
+    Main() {
+        world.random.numbers = {0.15F, 0.7F, 0.4F, 0.85F, 0.05F, 0.55F, 0.3F,
+                                0.95F, 0.5F, 0.2F, 0.75F, 0.35F, 0.6F,  0.45F};
+        world.midi.mapperName = QStringLiteral("Sintetizzatore interno");
+        window.show();
+        while (world.runtime.now() == Instant{0})
+            QCoreApplication::processEvents();
+    }
+
+    /// Starts a session and answers that many notes, the fifth of them wrongly at first.
+    void answer(int notes) {
+        const QStringList buttons{"pdo", "pre", "pmi", "pfa", "psol", "pla", "psi"};
+        user.click("Start");
+        for (int note = 1; note <= notes; ++note) {
+            world.runtime.advance(1400ms);
+            for (const int step : staff_step::all()) {
+                const int degree = staff_step::degree(step);
+                if (!user.shown(QStringLiteral("n%1").arg(step)))
+                    continue;
+                if (note == 5)
+                    user.click(buttons[(degree + 2) % pitch::kDegrees]);
+                user.click(buttons[degree]);
+                break;
+            }
+        }
+    }
+};
+
+void showMain(const Look& look) {
+    Main main;
+    main.answer(9);
+    look(main.window);
+}
+
+/// The right column at its fullest: statistics, speed and metronome.
+void showStatistics(const Look& look) {
+    Main main;
+    main.answer(12);
+    act(main.user, QStringLiteral("Start mnuAutomatico mnuMetro"));
+    look(main.window);
+}
+
+/// The metronome beats during a session in the automatic mode.
+void showMetronome(const Look& look) {
+    Main main;
+    const Instant now = main.world.runtime.now();
+    act(main.user, QStringLiteral("mnuAutomatico mnuMetro"));
+    for (int i = 0; i < 12 && main.user.text("lblTs") != QLatin1String("4/4"); ++i)
+        main.user.click("lblTs");
+    main.world.runtime.at(now + 500ms, [&] { main.user.click("cmdSSmetro"); });
+    main.world.runtime.at(now + 5s, [&] {
+        look(main.window);
+        main.user.click("cmdSSmetro");
+    });
+    main.world.runtime.at(now + 6s, [&] { main.user.click("Start"); });
+    main.user.click("Start");
+}
+
+void showSequence(const Look& look) {
+    Main main;
+    main.user.trigger("mnuMetro");
+    lookAtModal(
+        main.world, [&] { main.user.click("cmdSetup"); }, {},
+        [&look](QWidget& window) {
+            const WindowDriver user(window);
+            user.find<QLineEdit>("txtPattern").setText(QStringLiteral("abcabcab"));
+            user.find<QLineEdit>("txtTempo").setText(QStringLiteral("8/8"));
+            look(window);
+        });
+}
+
+/// A window that an item of the main window's menu opens, after these acts in it.
+auto fromMenu(const char* item, const char* acts = "") {
+    return [=](const Look& look) {
+        Main main;
+        main.world.midi.devices = {QStringLiteral("Tastiera USB MIDI 1"),
+                                   QStringLiteral("Modulo sonoro Porta A")};
+        lookAtModal(
+            main.world, [&] { main.user.trigger(QLatin1String(item)); }, QLatin1String(acts), look);
+    };
+}
+
+auto help(const char* page, const char* wanted) {
+    return [=](const Look& look) {
+        HelpWindow window(QStringLiteral(HELP_PAGES));
+        window.showPage(QLatin1String(page));
+        WindowDriver(window).find<QLineEdit>("txtCerca").setText(QLatin1String(wanted));
+        look(window);
+    };
+}
+
+auto box(const std::function<void(Dialogs&)>& show) {
+    return [show](const Look& look) {
+        TestWorld world;
+        QtDialogs dialogs(world.runtime);
+        lookAtModal(
+            world, [&] { show(dialogs); }, {}, look);
+    };
+}
+
+}  // namespace
 
 const std::vector<Scene>& scenes() {
     static const std::vector<Scene> all{
@@ -37,29 +265,46 @@ const std::vector<Scene>& scenes() {
         {"statistics", false, showStatistics},
         {"metronome", false, showMetronome},
         {"sequence", true, showSequence},
-        {"composer", true, showComposerPlaying},
-        {"library", true, showComposerLibrary},
-        {"all-panels", true, showComposerAllPanels},
+        {"composer", true, composer({{2500ms, "cmdHideFr2 cmdHideBm"}})},
+        {"library", true, composer({})},
+        // A raised note becomes the active one.
+        {"all-panels", true,
+         composer({{2500ms, "cmdPlay"},
+                   {2550ms, "lblStep_1"},
+                   {4050ms, "lblStep_1"},
+                   {5000ms, "lb_30"}})},
         {"copy-from-floppy", true, showCopyFromFloppy},
-        {"pitches", false, showPitches},
-        {"pitches-stopped", true, showPitchesStopped},
-        {"pitch-reference", false, showPitchReference},
-        {"intervals", false, showIntervals},
-        {"chords", false, showChords},
-        {"chords-stopped", true, showChordsStopped},
+        {"pitches", false,
+         ear(ExerciseCode::Pitch, "lb_24 lb_36 lb_24 IntoStart lb_27 lb_27 lb_29 lb_27 lb_27",
+             "IntoStart")},
+        {"pitches-stopped", true,
+         ear(ExerciseCode::Pitch, "lb_24 lb_36 lb_24 IntoStart lb_27 IntoStart")},
+        // The window cannot be left while the range's reference is being chosen.
+        {"pitch-reference", false,
+         ear(ExerciseCode::Pitch, "lb_24 lb_36", "lb_24 IntoStart IntoStart")},
+        {"intervals", false,
+         ear(ExerciseCode::Interval, "Il_1 Il_6 Label7 CmdIntStart LblSemi_4 LblSemi_7 LblSemi_4",
+             "CmdIntStart")},
+        {"chords", false,
+         ear(ExerciseCode::Chord, "lb_24 lb_36 EsclTa_3 ComdRacStart TipoAcc_0 TipoAcc_1 TipoAcc_1",
+             "ComdRacStart")},
+        {"chords-stopped", true,
+         ear(ExerciseCode::Chord, "lb_24 lb_36 ComdRacStart TipoAcc_0 ComdRacStart")},
         {"each-exercise", true, showEachExercise},
-        {"ear-instrument", true, showEarInstrument},
-        {"reference-values", true, showNoteValues},
-        {"reference-keys", true, showKeySignature},
-        {"reference-degrees", true, showDegrees},
-        {"reference-intervals", true, showIntervalTable},
-        {"midi-test", true, showMidiTest},
-        {"about", true, showAbout},
-        {"help", true, showHelp},
-        {"help-search", true, showHelpSearch},
-        {"message", true, showMessage},
-        {"question", true, showQuestion},
-        {"input", true, showInput},
+        {"ear-instrument", true, ear(ExerciseCode::Pitch, "mnuSs")},
+        {"reference-values", true, fromMenu("mnuPromemoria")},
+        {"reference-keys", true, fromMenu("mnuPromemoria", "cmdSel_1 Ton_4")},
+        {"reference-degrees", true, fromMenu("mnuPromemoria", "cmdSel_1 Ton_16")},
+        {"reference-intervals", true, fromMenu("mnuPromemoria", "cmdSel_2")},
+        {"midi-test", true, fromMenu("mnuMidiTest")},
+        {"about", true, fromMenu("mnuVersione")},
+        {"help", true, help("index.html", "")},
+        {"help-search", true, help("metronomo.html", "tempo")},
+        {"message", true, box([](Dialogs& d) { d.message("Scegli un'altra nota !!!"); })},
+        {"question", true,
+         box([](Dialogs& d) { d.confirm("La melodia esiste già.\r\nVuoi sostituirla ?"); })},
+        {"input", true,
+         box([](Dialogs& d) { d.input("Nome melodia", "Salva con nome", "Astro del ciel"); })},
     };
     return all;
 }

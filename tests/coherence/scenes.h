@@ -11,8 +11,8 @@ using Look = std::function<void(QWidget& window)>;
 /// A window of the program in a state that a user meets, on virtual time and over files in memory.
 struct Scene {
     const char* name;
-    bool escCloses;             ///< whether the Esc key closes the window in this state
-    void (*show)(const Look&);  ///< opens the window, brings it into the state, looks, closes it
+    bool escCloses;                         ///< whether the Esc key closes the window in this state
+    std::function<void(const Look&)> show;  ///< opens the window in that state, looks, closes it
 };
 
 /// Every window of the program, the larger ones in more than one state.

@@ -1,12 +1,12 @@
 #include "platform/desktop/qt_dialogs.h"
 #include "platform/desktop/qt_runtime.h"
+#include "support/window_driver.h"
 
 #include <QApplication>
 #include <QDialog>
 #include <QPushButton>
 #include <QShortcut>
 #include <QTimer>
-#include <QVBoxLayout>
 #include <QWindow>
 
 #include <gtest/gtest.h>
@@ -16,9 +16,6 @@ Q_GUI_EXPORT void qt_handleMouseEvent(QWindow* window, const QPointF& local, con
                                       Qt::MouseButtons state, Qt::MouseButton button,
                                       QEvent::Type type, Qt::KeyboardModifiers modifiers,
                                       int timestamp);
-Q_GUI_EXPORT void qt_handleKeyEvent(QWindow* window, QEvent::Type type, int key,
-                                    Qt::KeyboardModifiers modifiers, const QString& text,
-                                    bool autoRepeat, ushort count);
 
 using namespace std::chrono_literals;
 
@@ -27,16 +24,14 @@ namespace {
 struct HeldInputTest : testing::Test {
     QtRuntime runtime;
     QtDialogs dialogs{runtime};
-    QWidget window;
-    QPushButton stop{&window};
+    QPushButton window;
     QShortcut shortcut{Qt::CTRL | Qt::Key_B, &window};
     int clicks = 0;
     int shortcuts = 0;
 
     void SetUp() override {
         window.resize(200, 100);
-        stop.resize(200, 100);
-        QObject::connect(&stop, &QPushButton::clicked, [this] { ++clicks; });
+        QObject::connect(&window, &QPushButton::clicked, [this] { ++clicks; });
         QObject::connect(&shortcut, &QShortcut::activated, [this] { ++shortcuts; });
         shortcut.setContext(Qt::ApplicationShortcut);
         QApplication::setDoubleClickInterval(0);
@@ -44,23 +39,17 @@ struct HeldInputTest : testing::Test {
         window.activateWindow();
         while (!window.windowHandle()->isExposed())
             runtime.pump(runtime.now() + 10ms);
-        runtime.yield();
     }
 
     void mouse(QEvent::Type type) {
         const bool down = type == QEvent::MouseButtonPress;
-        const QPointF place(100, 50);
-        qt_handleMouseEvent(window.windowHandle(), place, window.mapToGlobal(place.toPoint()),
+        qt_handleMouseEvent(window.windowHandle(), {100, 50}, window.mapToGlobal(QPoint(100, 50)),
                             down ? Qt::LeftButton : Qt::NoButton, Qt::LeftButton, type,
                             Qt::NoModifier, 0);
     }
     void click() {
         mouse(QEvent::MouseButtonPress);
         mouse(QEvent::MouseButtonRelease);
-    }
-    void key(int code, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease})
-            qt_handleKeyEvent(window.windowHandle(), type, code, modifiers, QString(), false, 1);
     }
 
     /// Input that comes with the next look into the queue.
@@ -75,9 +64,8 @@ struct HeldInputTest : testing::Test {
         QTimer answer;
         answer.callOnTimeout([&] {
             auto* box = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            if (!box || seen)
+            if (!box || std::exchange(seen, true))
                 return;
-            seen = true;
             EXPECT_EQ(clicks + shortcuts, 0) << "input has to wait for the box";
             click();  // past the box
             QCoreApplication::processEvents();
@@ -98,18 +86,17 @@ struct HeldInputTest : testing::Test {
 
 TEST_F(HeldInputTest, NoBoxTakesTheInputThatWaitedBeforeIt) {
     const std::function<void()> boxes[] = {
-        [this] { dialogs.message(QStringLiteral("a")); },
-        [this] { dialogs.confirm(QStringLiteral("a")); },
-        [this] { dialogs.offer(QStringLiteral("a")); },
-        [this] { dialogs.input(QStringLiteral("a"), QString(), QString()); },
+        [this] { dialogs.message("a"); },
+        [this] { dialogs.input("a", {}, {}); },
         [this] {
-            dialogs.saveFile(QStringLiteral("a"), QStringLiteral("a"), {"a", "b"});
+            dialogs.saveFile("a", "a", {"a", "b"});
         },
     };
     for (const auto& show : boxes) {
         clicks = shortcuts = 0;
         waiting([this] {
-            key(Qt::Key_B, Qt::ControlModifier);
+            for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease})
+                sendSystemKey(window, type, Qt::Key_B, Qt::ControlModifier);
             click();
             mouse(QEvent::MouseButtonPress);  // let go while the box is on show
         });
@@ -121,17 +108,17 @@ TEST_F(HeldInputTest, NoBoxTakesTheInputThatWaitedBeforeIt) {
             runtime.pump(runtime.now() + 5ms);
         EXPECT_GE(clicks, 1);
         EXPECT_EQ(shortcuts, 1);
-        EXPECT_FALSE(stop.isDown());
+        EXPECT_FALSE(window.isDown());
     }
 }
 
 TEST_F(HeldInputTest, ItWaitsForTheLastOfSeveralBoxes) {
     waiting([this] { click(); });
-    answered([this] { dialogs.message(QStringLiteral("a")); });
-    answered([this] { dialogs.message(QStringLiteral("b")); });
+    answered([this] { dialogs.message("a"); });
+    answered([this] { dialogs.message("b"); });
     pass();
     EXPECT_EQ(clicks, 1);
-    QObject::connect(&stop, &QPushButton::clicked, [this] {
+    QObject::connect(&window, &QPushButton::clicked, [this] {
         if (clicks == 2)  // the click after this one is meant for the loop inside
             while (clicks < 3)
                 runtime.pump(kForever);
@@ -140,7 +127,7 @@ TEST_F(HeldInputTest, ItWaitsForTheLastOfSeveralBoxes) {
         click();
         click();
     });
-    answered([this] { clicks = 0, dialogs.message(QStringLiteral("c")), clicks = 1; });
+    answered([this] { clicks = 0, dialogs.message("c"), clicks = 1; });
     pass();
     EXPECT_EQ(clicks, 3);
 }

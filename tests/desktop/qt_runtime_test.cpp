@@ -1,126 +1,66 @@
 #include "platform/desktop/qt_runtime.h"
 
 #include "platform/desktop/qt_dialogs.h"
-#include "platform/key_places.h"
 
 #include <QApplication>
+#include <QDateTime>
+#include <QDir>
 #include <QEventLoop>
-#include <QKeyEvent>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QStandardPaths>
+#include <QTemporaryDir>
 #include <QTimer>
-#include <QWidget>
-#include <QWindow>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <csignal>
 
 using namespace std::chrono_literals;
+using testing::ElementsAre;
 
 namespace {
 
-/// What this system's key events carry for a place; 0 for none.
-std::uint32_t scanCodeOf(std::uint32_t place) {
-    std::uint32_t code = 0;
-    while (keyPlaceOf(code) != place)
-        ++code;
-    return code;
-}
-
 struct QtRuntimeTest : testing::Test {
     QtRuntime runtime;
-    QWidget window;
-
-    void SetUp() override {
-        window.show();
-        while (!window.windowHandle()->isExposed())
-            runtime.pump(runtime.now() + 10ms);
-        runtime.yield();
-    }
-
-    void post(QEvent::Type type, int key, quint32 scanCode = 0,
-              Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-        QCoreApplication::postEvent(window.windowHandle(),
-                                    new QKeyEvent(type, key, modifiers, scanCode, 0, 0));
-    }
+    QtDialogs dialogs{runtime};
 };
 
 }  // namespace
-
-TEST_F(QtRuntimeTest, ATapBetweenTwoPassesIsDownForOneOfThem) {
-    post(QEvent::KeyPress, Qt::Key_D);
-    post(QEvent::KeyRelease, Qt::Key_D);
-    post(QEvent::KeyPress, Qt::Key_F);
-    runtime.pump(kForever);
-    EXPECT_TRUE(runtime.held('D'));
-    EXPECT_TRUE(runtime.held('F'));
-    runtime.pump(kForever);
-    EXPECT_FALSE(runtime.held('D'));
-    EXPECT_TRUE(runtime.held('F'));
-}
-
-TEST_F(QtRuntimeTest, WhatWasTypedBeforeALoopPolledIsNotPlayedInIt) {
-    for (const int key : {Qt::Key_D, Qt::Key_F, Qt::Key_G}) {
-        post(QEvent::KeyPress, key);
-        post(QEvent::KeyRelease, key);
-    }
-    post(QEvent::KeyPress, Qt::Key_H);
-    QCoreApplication::processEvents();
-    runtime.yield();
-    EXPECT_FALSE(runtime.held('D') || runtime.held('F') || runtime.held('G'));
-    EXPECT_TRUE(runtime.held('H')) << "a key that is still down is down";
-}
-
-TEST_F(QtRuntimeTest, KeysGoByTheirPlaceAndLettersByTheLayoutToo) {
-    struct Row {
-        int qtKey;
-        std::uint32_t place;
-        Qt::KeyboardModifiers modifiers;
-        KeyCode code;
-    };
-    const Row rows[] = {
-        {Qt::Key_A, 16, Qt::NoModifier, 'Q'},  // a French keyboard's A lies where Q does
-        {Qt::Key_Ograve, 39, Qt::NoModifier, kKeyRightOfL},
-        {Qt::Key_Egrave, 26, Qt::NoModifier, kKeyRightOfP},
-        {Qt::Key_Igrave, 13, Qt::NoModifier, kKeyLeftOfBackspace},
-        {Qt::Key_End, 79, Qt::KeypadModifier, kKeyNumpad0 + 1},
-        {Qt::Key_F6, 64, Qt::NoModifier, kKeyF1 + 5},
-        {Qt::Key_4, 0, Qt::KeypadModifier, kKeyNumpad0 + 4},
-        {Qt::Key_4, 0, Qt::NoModifier, '4'},
-        {Qt::Key_Escape, 1, Qt::NoModifier, kKeyEscape},
-    };
-    for (const Row& row : rows) {
-        const std::uint32_t scanCode = scanCodeOf(row.place);
-        post(QEvent::KeyPress, row.qtKey, scanCode, row.modifiers);
-        runtime.pump(kForever);
-        EXPECT_TRUE(runtime.held(row.code)) << row.qtKey;
-        const bool letter = row.qtKey == Qt::Key_A;
-        EXPECT_EQ(runtime.held(letterKey('A')), letter) << row.qtKey;
-        EXPECT_FALSE(runtime.held('A') || runtime.held(letterKey('Q')));
-        post(QEvent::KeyRelease, row.qtKey, scanCode, row.modifiers);
-        runtime.pump(kForever);
-        EXPECT_FALSE(runtime.held(row.code) || runtime.held(letterKey('A'))) << row.qtKey;
-    }
-    EXPECT_FALSE(runtime.held(-1));
-    EXPECT_FALSE(runtime.held(1000));
-}
 
 TEST_F(QtRuntimeTest, WaitsAndPassesEndAtTheirInstant) {
     const Instant end = runtime.now() + 1ms;
     runtime.blockUntil(end);
     EXPECT_GE(runtime.now(), end);
     runtime.blockUntil(kForever * -1);
+    bool done = false;
+    QMetaObject::invokeMethod(
+        qApp, [&] { done = true; }, Qt::QueuedConnection);
+    runtime.blockUntil(runtime.now() + 60ms);
+    EXPECT_TRUE(done) << "a wait serves what is no input";
 
     const Instant soon = runtime.now() + 1ms;
     while (runtime.now() < soon)
         runtime.pump(soon);
+    QTimer::singleShot(1, [&] { done = false; });
+    while (done)
+        runtime.pump(kForever);
     EXPECT_FALSE(runtime.ending());
 }
 
-TEST_F(QtRuntimeTest, AnAlarmGoesOffInEveryLoop) {
+TEST_F(QtRuntimeTest, BothWallClocksTellTheLocalTime) {
+    const double before = QTime::currentTime().msecsSinceStartOfDay() / 1000.0;
+    const double seconds = runtime.secondsSinceMidnight();
+    const double after = runtime.dateTime().time().msecsSinceStartOfDay() / 1000.0;
+    EXPECT_TRUE((before <= seconds && seconds < after + 0.001) || after < before) << "midnight";
+}
+
+TEST_F(QtRuntimeTest, AnAlarmGoesOffInEveryLoopUnlessItIsCancelled) {
     int rung = 0;
     const auto alarm = runtime.makeAlarm([&rung] { ++rung; });
     alarm->set(runtime.now());
-    runtime.blockUntil(runtime.now() + 100ms);
+    runtime.blockUntil(runtime.now() + 60ms);
     EXPECT_EQ(rung, 1) << "in a wait";
     QEventLoop box;
     const auto end = runtime.makeAlarm([&box] { box.quit(); });
@@ -128,6 +68,71 @@ TEST_F(QtRuntimeTest, AnAlarmGoesOffInEveryLoop) {
     end->set(runtime.now() + 1ms);
     box.exec();
     EXPECT_EQ(rung, 2) << "in a loop of the toolkit's own";
+    alarm->set(runtime.now() + 1ms);
+    alarm->cancel();
+    end->set(runtime.now() + 5ms);
+    box.exec();
+    alarm->set(runtime.now() + 1h);
+    runtime.yield();
+    EXPECT_EQ(rung, 2);
+}
+
+TEST_F(QtRuntimeTest, BoxesProposeWhatLosesNothingAndTellWhatTheUserChose) {
+    QStringList seen;
+    const auto chosen = [&](bool (Dialogs::*show)(const QString&), const QString& button) {
+        QTimer::singleShot(0, [&] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            seen << box->windowTitle() + " " + box->text() + " " + box->defaultButton()->text();
+            for (QAbstractButton* one : box->buttons()) {
+                if (one->text() == button)
+                    return one->click();
+            }
+            box->reject();
+        });
+        return (dialogs.*show)("a\r\n<b>");
+    };
+    EXPECT_TRUE(chosen(&Dialogs::confirm, "&Sì"));
+    EXPECT_FALSE(chosen(&Dialogs::confirm, {}));
+    EXPECT_FALSE(chosen(&Dialogs::offer, "&No"));
+    EXPECT_TRUE(chosen(&Dialogs::offer, {}));
+    const QString no = "Cantavista a\n<b> &No";
+    const QString yes = "Cantavista a\n<b> &Sì";
+    EXPECT_EQ(seen, (QStringList{no, no, yes, yes}));
+
+    const auto typed = [&](const QString& title, auto answer) {
+        QTimer::singleShot(0, [&, answer] {
+            auto* box = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            seen << box->windowTitle();
+            (box->*answer)();
+        });
+        return dialogs.input("?", title, "proposta");
+    };
+    EXPECT_EQ(typed("Titolo", &QDialog::accept), "proposta");
+    EXPECT_EQ(typed({}, &QDialog::reject), QString());
+    EXPECT_EQ(seen.mid(4), (QStringList{"Titolo", "Cantavista"}));
+}
+
+TEST_F(QtRuntimeTest, AFileIsSavedIntoTheMusicFolderOrWhereTheLastOneWas) {
+    const QTemporaryDir folder;
+    const QString music = QStandardPaths::writableLocation(QStandardPaths::MusicLocation);
+    QStringList proposed;
+    const auto save = [&](const QString& name) {
+        QTimer::singleShot(0, [&] {
+            auto* box = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            proposed << box->directory().path() + " " +
+                            box->selectedFiles().value(0).section('/', -1);
+            box->selectFile(name);
+            static_cast<QDialog*>(box)->done(name.isEmpty() ? QDialog::Rejected
+                                                            : QDialog::Accepted);
+        });
+        return dialogs.saveFile("?", "Mia", {"File MIDI", "mid"});
+    };
+    const QString first = QFileInfo(music).isDir() ? music : QDir::homePath();
+    EXPECT_EQ(save({}), QString());
+    EXPECT_EQ(save(folder.filePath("b")), folder.filePath("b.mid").replace(u'/', u'\\'));
+    EXPECT_EQ(save({}), QString());
+    EXPECT_EQ(proposed,
+              (QStringList{first + " Mia.mid", first + " Mia.mid", folder.path() + " Mia.mid"}));
 }
 
 struct EndOfTheProgram : QtRuntimeTest, testing::WithParamInterface<int> {
@@ -145,31 +150,24 @@ struct EndOfTheProgram : QtRuntimeTest, testing::WithParamInterface<int> {
 };
 
 TEST_P(EndOfTheProgram, CutsWaitsAndBoxesShortAndSavesTheWork) {
-    bool saved = false;
-    const SavedAtEnd work(runtime, [&saved] { saved = true; });
-    QtDialogs dialogs(runtime);
-    bool offered = false;
-    QTimer::singleShot(0, [&] {
-        ask();
-        runtime.blockUntil(runtime.now() + 1h);
-        window.hide();
-        offered = dialogs.offer(QStringLiteral("?"));
-    });
-    EXPECT_EQ(QApplication::exec(), 0);
-    EXPECT_TRUE(runtime.ending());
-    EXPECT_TRUE(offered) << "nothing is given up without an answer";
-    EXPECT_TRUE(saved);
-}
-
-TEST_P(EndOfTheProgram, ClosesABoxWithoutAnAnswer) {
-    QtDialogs dialogs(runtime);
-    bool offered = false;
-    QTimer::singleShot(0, [&] {
-        ask();
-        offered = dialogs.offer(QStringLiteral("?"));
-    });
-    EXPECT_EQ(QApplication::exec(), 0);
-    EXPECT_TRUE(offered);
+    int saved = 0;
+    const SavedAtEnd work(runtime, [&saved] { ++saved; });
+    Q_EMIT qApp->aboutToQuit({});
+    EXPECT_EQ(std::exchange(saved, 0), 1);
+    EXPECT_FALSE(runtime.ending());
+    for (const bool inBox : {false, true}) {
+        bool offered = false;
+        QTimer::singleShot(0, [&] {
+            ask();
+            if (!inBox)
+                runtime.blockUntil(runtime.now() + 1h);
+            offered = dialogs.offer("?");
+            EXPECT_EQ(dialogs.input("?", {}, "a") + dialogs.saveFile("?", "a", {}), QString());
+        });
+        EXPECT_EQ(QApplication::exec(), 0);
+        EXPECT_TRUE(runtime.ending() && saved > 0);
+        EXPECT_TRUE(offered) << "nothing is given up without an answer";
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Asked, EndOfTheProgram,
