@@ -1,69 +1,51 @@
 #include "support/memory_folders.h"
 
+#include <QDir>
 #include <QRegularExpression>
 
-#include <algorithm>
 #include <memory>
 #include <utility>
 
 namespace {
 
-const QChar kBackslash(u'\\');
-const QString kDriveA = QStringLiteral("A:");
+const QChar kSlash(u'/');
 
 /// A path without "." and "..", and with a capital drive letter.
-QString keyOf(const QString& path) {
-    QStringList parts;
-    const QStringList names = QString(path).replace(u'/', kBackslash).split(kBackslash);
-    for (const QString& name : names) {
-        if (name == ".." && parts.size() > 1)
-            parts.removeLast();
-        else if (!name.isEmpty() && name != "." && name != "..")
-            parts << name;
-    }
-    if (!parts.isEmpty())
-        parts.front() = parts.front().toUpper();
-    return parts.join(kBackslash);
+QString keyOf(QString path) {
+    const QString clean = QDir::cleanPath(path.replace(u'\\', kSlash));
+    return clean.left(1).toUpper() + clean.mid(1);
 }
 
 QString parentOf(const QString& key) {
-    return key.left(std::max<qsizetype>(key.lastIndexOf(kBackslash), 0));
-}
-
-QString nameOf(const QString& key) {
-    return key.mid(key.lastIndexOf(kBackslash) + 1);
+    return key.section(kSlash, 0, -2);
 }
 
 /// Written when it is finished.
-class MemoryDraft : public FileDraft {
-public:
-    MemoryDraft(Folders& folders, QString path) : folders_(folders), path_(std::move(path)) {}
+struct MemoryDraft : FileDraft {
+    MemoryDraft(Folders& folders, QString path) : folders(folders), path(std::move(path)) {}
 
-    FileError append(const QByteArray& bytes) override {
-        bytes_ += bytes;
+    FileError append(const QByteArray& more) override {
+        bytes += more;
         return {};
     }
-    FileError amend(qint64 position, const QByteArray& bytes) override {
-        bytes_.replace(position, bytes.size(), bytes);
+    FileError amend(qint64 position, const QByteArray& better) override {
+        bytes.replace(position, better.size(), better);
         return {};
     }
-    FileError finish() override { return folders_.writeFile(path_, bytes_); }
+    FileError finish() override { return folders.writeFile(path, bytes); }
 
-private:
-    Folders& folders_;
-    QString path_;
-    QByteArray bytes_;
+    Folders& folders;
+    QString path;
+    QByteArray bytes;
 };
 
-class MemoryClaim : public FileClaim {
-public:
+struct MemoryClaim : FileClaim {
     MemoryClaim(std::shared_ptr<QSet<QString>> claimed, QString key)
-        : claimed_(std::move(claimed)), key_(std::move(key)) {}
-    ~MemoryClaim() override { claimed_->remove(key_); }
+        : claimed(std::move(claimed)), key(std::move(key)) {}
+    ~MemoryClaim() override { claimed->remove(key); }
 
-private:
-    std::shared_ptr<QSet<QString>> claimed_;
-    QString key_;
+    std::shared_ptr<QSet<QString>> claimed;
+    QString key;
 };
 
 FileError error(int number) {
@@ -72,26 +54,14 @@ FileError error(int number) {
 
 }  // namespace
 
-MemoryFolders::MemoryFolders() {
-    folders_ << kDriveA << keyOf(programFolder());
-}
-
 void MemoryFolders::put(const QString& path, const QByteArray& bytes) {
+    static int writes = 0;
     const QString key = keyOf(path);
-    const QStringList parts = parentOf(key).split(kBackslash);
-    for (qsizetype i = 1; i <= parts.size(); ++i) {
-        const QString folder = parts.first(i).join(kBackslash);
-        if (!folders_.contains(folder))
-            folders_ << folder;
+    for (qsizetype end = key.indexOf(kSlash); end > 0; end = key.indexOf(kSlash, end + 1)) {
+        if (!folders_.contains(key.left(end)))
+            folders_ << key.left(end);
     }
-    files_[key] = bytes;
-    changed_[key] = ++writes_;
-}
-
-void MemoryFolders::takeFiles(const MemoryFolders& other) {
-    files_ = other.files_;
-    changed_ = other.changed_;
-    writes_ = other.writes_;
+    files_[key] = {bytes, ++writes};
 }
 
 MemoryFolders MemoryFolders::afterCrash() const {
@@ -102,13 +72,12 @@ MemoryFolders MemoryFolders::afterCrash() const {
 
 QByteArray MemoryFolders::at(const QString& path) const {
     const auto found = files_.find(keyOf(path));
-    return found == files_.end() ? QByteArray() : found->second;
+    return found == files_.end() ? QByteArray() : found->second.bytes;
 }
 
 void MemoryFolders::loseFolder(const QString& path) {
-    const QString key = keyOf(path);
-    const auto isLost = [&key](const QString& other) {
-        return other == key || other.startsWith(key + kBackslash);
+    const auto isLost = [key = keyOf(path)](const QString& other) {
+        return other == key || other.startsWith(key + kSlash);
     };
     folders_.removeIf(isLost);
     std::erase_if(files_, [&isLost](const auto& file) { return isLost(file.first); });
@@ -123,36 +92,33 @@ bool MemoryFolders::folderExists(const QString& path) const {
 }
 
 QStringList MemoryFolders::subFolders(const QString& folder) const {
-    if (!folderExists(folder))
-        return {};
     QStringList names{QStringLiteral("."), QStringLiteral("..")};
     for (const QString& other : folders_) {
         if (parentOf(other) == keyOf(folder))
-            names << nameOf(other);
+            names << other.section(kSlash, -1);
     }
-    return names;
+    return folderExists(folder) ? names : QStringList();
 }
 
 QStringList MemoryFolders::files(const QString& folder, const QString& pattern) const {
     const QString key = keyOf(folder);
-    if (key == kDriveA && !hasDriveA)
-        return {};
     const auto wanted = QRegularExpression::fromWildcard(pattern, Qt::CaseInsensitive);
     QStringList names;
-    for (const auto& [file, bytes] : files_) {
-        if (parentOf(file) == key && wanted.match(nameOf(file)).hasMatch())
-            names << nameOf(file);
+    for (const auto& [file, content] : files_) {
+        const QString name = file.section(kSlash, -1);
+        if (parentOf(file) == key && wanted.match(name).hasMatch() && (hasDriveA || key != "A:"))
+            names << name;
     }
     return names;
 }
 
 bool MemoryFolders::isInside(const QString& root, const QString& path) const {
-    return keyOf(path).startsWith(keyOf(root) + kBackslash);
+    return keyOf(path).startsWith(keyOf(root) + kSlash);
 }
 
 QDateTime MemoryFolders::lastChanged(const QString& path) const {
-    const auto found = changed_.find(keyOf(path));
-    return QDateTime::fromSecsSinceEpoch(found == changed_.end() ? 0 : found->second);
+    const auto found = files_.find(keyOf(path));
+    return QDateTime::fromSecsSinceEpoch(found == files_.end() ? 0 : found->second.changed);
 }
 
 Folders::Content MemoryFolders::readFile(const QString& path, qint64 atMost) const {
@@ -163,17 +129,16 @@ Folders::Content MemoryFolders::readFile(const QString& path, qint64 atMost) con
     return {{}, at(path).left(atMost)};
 }
 
-FileError MemoryFolders::checkParent(const QString& key) const {
-    if (key.startsWith(kDriveA) && !hasDriveA)
+FileError MemoryFolders::checkNew(const QString& key) const {
+    if (key.startsWith(u"A:") && !hasDriveA)
         return error(file_error::kNotReady);
     return folders_.contains(parentOf(key)) ? FileError{} : error(file_error::kPathNotFound);
 }
 
 FileError MemoryFolders::writeFile(const QString& path, const QByteArray& bytes) {
-    const QString key = keyOf(path);
-    if (const FileError failure = checkParent(key); failure.failed())
+    if (const FileError failure = checkNew(keyOf(path)); failure.failed())
         return failure;
-    if (folders_.contains(key))
+    if (folderExists(path))
         return error(file_error::kNoAccess);
     if (!writeFailure.failed())
         put(path, bytes);
@@ -189,6 +154,10 @@ FileError MemoryFolders::replaceFile(const QString& path, const QByteArray& byte
 }
 
 Folders::Draft MemoryFolders::draftFile(const QString& path) {
+    if (const FileError failure = checkNew(keyOf(path)); failure.failed())
+        return {failure, nullptr};
+    if (folderExists(path))
+        return {error(file_error::kNoAccess), nullptr};
     return {{}, std::make_unique<MemoryDraft>(*this, path)};
 }
 
@@ -205,6 +174,10 @@ FileError MemoryFolders::renameFile(const QString& from, const QString& to) {
 FileError MemoryFolders::removeFile(const QString& path) {
     if (writeFailure.failed())
         return writeFailure;
+    if (folderExists(path))
+        return error(file_error::kNoAccess);
+    if (fileExists(parentOf(keyOf(path))))
+        return error(file_error::kPathNotFound);
     return files_.erase(keyOf(path)) > 0 ? FileError{} : error(file_error::kNotFound);
 }
 
@@ -217,13 +190,12 @@ FileError MemoryFolders::discardFile(const QString& path) {
 }
 
 FileError MemoryFolders::createFolder(const QString& path) {
-    const QString key = keyOf(path);
-    if (const FileError failure = checkParent(key); failure.failed())
+    if (const FileError failure = checkNew(keyOf(path)); failure.failed())
         return failure;
     if (fileExists(path) || folderExists(path))
         return error(file_error::kAlreadyExists);
     if (!writeFailure.failed())
-        folders_ << key;
+        folders_ << keyOf(path);
     return writeFailure;
 }
 

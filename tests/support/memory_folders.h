@@ -7,12 +7,11 @@
 #include <map>
 #include <memory>
 
-/// Files and folders in memory. Names differ in case; sub-folders are enumerated in the order in
-/// which they were made, after "." and "..", files by their code points. Links do not exist.
+/// Files and folders in memory, which do what those of the desktop do. Names differ in case;
+/// sub-folders are enumerated in the order in which they were made, after "." and "..", files by
+/// their code points. Links do not exist.
 class MemoryFolders : public Folders {
 public:
-    MemoryFolders();
-
     bool hasDriveA = true;
     FileError writeFailure;   ///< what every further write ends with, unless it is 0
     FileError readFailure;    ///< the same for reading
@@ -23,7 +22,7 @@ public:
     /// What the file holds, or a null array if there is none.
     QByteArray at(const QString& path) const;
     /// Has from now on the files of another object, as if that had written them here.
-    void takeFiles(const MemoryFolders& other);
+    void takeFiles(const MemoryFolders& other) { files_ = other.files_; }
     /// What stands there when the program is killed, without any claims.
     MemoryFolders afterCrash() const;
     /// Takes a folder away with everything in it, as another program would.
@@ -49,11 +48,14 @@ public:
     std::unique_ptr<FileClaim> claim(const QString& path) override;
 
 private:
-    FileError checkParent(const QString& key) const;
+    struct File {
+        QByteArray bytes;
+        int changed = 0;  ///< the number of the write
+    };
 
-    std::map<QString, QByteArray> files_;  ///< by their path without "." and ".."
-    std::map<QString, int> changed_;       ///< the number of the write
-    int writes_ = 0;
+    FileError checkNew(const QString& key) const;
+
+    std::map<QString, File> files_;  ///< by their path without "." and ".."
+    QStringList folders_{QStringLiteral("A:"), QStringLiteral("C:/Cantavista")};
     std::shared_ptr<QSet<QString>> claimed_ = std::make_shared<QSet<QString>>();
-    QStringList folders_;
 };

@@ -1,5 +1,6 @@
 #include "widgets/engraving.h"
 
+#include "core/letter.h"
 #include "ink.h"
 #include "widgets/music_font.h"
 
@@ -13,6 +14,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <random>
 
 using testing::IsEmpty;
 using testing::SizeIs;
@@ -21,7 +23,6 @@ namespace {
 
 constexpr int kSpace = 20;
 constexpr int kNoteX = 100;
-constexpr int kHeadWidth = 23;  ///< whole pixels of it
 const engraving::Stave kStave{10, 190, 200, kSpace};
 
 QImage painted(const std::function<void(QPainter&)>& paint, double ratio = 1) {
@@ -40,6 +41,8 @@ QImage paintedNote(const engraving::Note& note) {
                             kNoteX, note);
     });
 }
+
+const QImage kPaper = painted([](QPainter&) {});
 
 void expectPoint(const QJsonValue& point, const glyph_table::Point& expected, const char* name) {
     EXPECT_NEAR(point[0].toDouble(), expected.x, 0.0006) << name;
@@ -111,41 +114,91 @@ TEST(Engraving, LinesAreCrispAndEvenAtEverySizeScaleAndOffset) {
     }
 }
 
-TEST(Engraving, NotesHaveTheirLedgerLinesAndStems) {
-    const std::array<int, 3> rows[] = {{-7, 3, 4}, {-6, 3, 4}, {-1, 0, 6}, {3, 0, 10},
-                                       {4, 0, -3}, {9, 0, 2},  {10, 1, 3}, {18, 5, 4}};
-    for (const auto& [position, ledgerLines, stemEnd] : rows) {
-        const QImage image = paintedNote({.position = position});
-        EXPECT_THAT(inkRuns(image, kNoteX - kSpace / 4), SizeIs(ledgerLines)) << position;
-        EXPECT_THAT(inkRuns(image, kNoteX - kSpace / 2), IsEmpty()) << position;
+/// Random notes; the rules of engraving in their plainest form.
+TEST(Engraving, NotesAndTheirSignsHaveTheirPlaces) {
+    std::mt19937 random(15);
+    const double half = kSpace / 2.0;
+    const auto positionOf = [&](double y) { return (kStave.bottomLine - y) / half; };
+    for (int round = 0; round < 60; ++round) {
+        engraving::Note note{.position = static_cast<int>(random() % 20) - 7,
+                             .duration = static_cast<engraving::Duration>(random() % 7)};
+        SCOPED_TRACE(testing::Message() << note.position << " " << static_cast<int>(note.duration));
+        const bool up = note.position < 4;
+        const bool whole = note.duration == engraving::Duration::Whole;
+        const QImage plain = paintedNote(note);
+        const QRect ink = changeBetween(kPaper, plain);
+        const int ledgerLines = note.position < 0 ? note.position / -2 : (note.position - 8) / 2;
+        EXPECT_THAT(inkRuns(plain, kNoteX - kSpace / 4), SizeIs(std::max(ledgerLines, 0)));
+        EXPECT_THAT(inkRuns(plain, kNoteX - kSpace / 2), IsEmpty());
 
-        const bool up = stemEnd > position;
-        const int stemX = up ? kNoteX + kHeadWidth - 1 : kNoteX;
-        const int otherX = up ? kNoteX : kNoteX + kHeadWidth - 1;
-        const int nearEnd = qRound(kStave.y(stemEnd)) + (up ? 3 : -3);
-        const int pastEnd = qRound(kStave.y(stemEnd)) + (up ? -3 : 3);
-        EXPECT_EQ(qGray(image.pixel(stemX, nearEnd)), 0) << position;
-        EXPECT_EQ(qGray(image.pixel(stemX, pastEnd)), 255) << position;
-        EXPECT_EQ(qGray(image.pixel(otherX, nearEnd)), 255) << position;
+        const double end = positionOf(up ? ink.top() : ink.bottom() + 1);
+        if (note.duration <= engraving::Duration::Quarter && !whole)
+            EXPECT_NEAR(end, up ? std::max(note.position + 7, 4) : std::min(note.position - 7, 4),
+                        0.2);
+        EXPECT_NEAR(engraving::signPosition(note),
+                    up ? std::max(end, 8.0) + 1.8 : std::min(end, 0.0) - 1.8, 0.3);
+
+        const bool tied = random() % 2 == 0;
+        const auto& sign = *letter::find("sta"[random() % 3])->sign;
+        const QRect box =
+            changeBetween(kPaper, painted([&](QPainter& painter) {
+                              engraving::drawArticulation(painter, MusicFont::shared(), kStave,
+                                                          kNoteX, note, sign, tied);
+                          }));
+        const QRect tie =
+            changeBetween(kPaper, painted([&](QPainter& painter) {
+                              engraving::drawTie(painter, kStave, kNoteX, kNoteX + 60, note);
+                          }));
+        const double head = kNoteX + engraving::headWidth(note.duration) * half;
+        EXPECT_NEAR(QRectF(box).center().x(), head, 1.5);
+        EXPECT_NEAR(QRectF(tie).center().x(), head + 30, 1.5);
+        const double outer = positionOf(QRectF(tie).center().y());
+        const double at = positionOf(QRectF(box).center().y());
+        for (const double place : {outer, at})
+            EXPECT_EQ(place < note.position - 1, up) << "away from the stem";
+        EXPECT_TRUE(!tied || (up ? at < outer - 1 : at > outer + 1)) << "outside the tie";
+        const bool inStave = at > -0.5 && at < 8.5;
+        EXPECT_TRUE(!inStave || (sign.small && qRound(at) % 2 != 0)) << "in a space: " << at;
+        EXPECT_LT(std::abs(at - note.position), tied || !sign.small ? 15 : 4);
+
+        note.accidental = static_cast<engraving::Accidental>(random() % 4);
+        note.dots = static_cast<int>(random() % 3);
+        const engraving::Extent extent = engraving::extentOf(note);
+        const QRect all = changeBetween(kPaper, paintedNote(note));
+        EXPECT_NEAR(all.left(), kNoteX - extent.left * kSpace, 2);
+        EXPECT_NEAR(all.right() + 1, kNoteX + extent.right * kSpace, 3);
+        const QRect rest =
+            changeBetween(kPaper, painted([&](QPainter& painter) {
+                              engraving::drawRest(painter, MusicFont::shared(), kStave, kNoteX,
+                                                  note.duration, note.dots);
+                          }));
+        EXPECT_NEAR(rest.width(), engraving::restWidth(note.duration, note.dots) * kSpace, 3);
+        EXPECT_TRUE(rest.top() > kStave.y(9) && rest.bottom() < kStave.y(-2));
+        const QRect three = changeBetween(
+            kPaper, painted([&](QPainter& painter) {
+                engraving::drawTripletSign(painter, MusicFont::shared(), kStave, 90, note.position);
+            }));
+        EXPECT_NEAR(QRectF(three).center().x(), 90, 1);
+        EXPECT_NEAR(positionOf(QRectF(three).center().y()), note.position, 0.1);
     }
 }
 
 TEST(Engraving, EveryDurationAndSignLooksDifferent) {
-    using engraving::Accidental;
-    using engraving::Duration;
     std::vector<QImage> images;
-    for (int i = 0; i <= static_cast<int>(Duration::SixtyFourth); ++i) {
-        const auto duration = static_cast<Duration>(i);
-        images.push_back(paintedNote({.position = 1, .duration = duration}));
-        images.push_back(paintedNote({.position = 6, .duration = duration}));
+    for (int i = 0; i < 7; ++i) {
+        const auto duration = static_cast<engraving::Duration>(i);
+        for (const int position : {1, 6})
+            images.push_back(paintedNote({.position = position, .duration = duration}));
         images.push_back(painted([&](QPainter& painter) {
             engraving::drawRest(painter, MusicFont::shared(), kStave, kNoteX, duration);
         }));
     }
-    for (const Accidental sign : {Accidental::Flat, Accidental::Natural, Accidental::Sharp})
-        images.push_back(paintedNote({.position = 1, .accidental = sign}));
-    images.push_back(paintedNote({.position = 1, .dots = 1}));
-    images.push_back(paintedNote({.position = 1, .dots = 2}));
+    for (int i = 1; i < 4; ++i) {
+        images.push_back(
+            paintedNote({.position = 1, .accidental = static_cast<engraving::Accidental>(i)}));
+    }
+    for (const int dots : {1, 2})
+        images.push_back(paintedNote({.position = 1, .dots = dots}));
     for (std::size_t i = 0; i < images.size(); ++i) {
         for (std::size_t j = 0; j < i; ++j)
             EXPECT_NE(images[i], images[j]) << i << " " << j;

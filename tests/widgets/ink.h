@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QColor>
 #include <QImage>
+#include <QRect>
 
 #include <vector>
 
@@ -9,7 +9,6 @@
 struct InkRun {
     int top;
     int thickness;
-    bool operator==(const InkRun&) const = default;
 };
 
 /// The runs of dark pixels in a column, from the top. A pixel that is neither paper nor ink counts
@@ -19,14 +18,24 @@ inline std::vector<InkRun> inkRuns(const QImage& image, int x) {
     bool inside = false;
     for (int y = 0; y < image.height(); ++y) {
         const int grey = qGray(image.pixel(x, y));
-        if (grey > 5 && grey < 250)
-            runs.push_back({y, 0});
         const bool ink = grey <= 5;
-        if (ink && !inside)
+        if ((ink && !inside) || (!ink && grey < 250))
             runs.push_back({y, 0});
         if (ink)
             ++runs.back().thickness;
         inside = ink;
     }
     return runs;
+}
+
+/// The rectangle around the pixels in which two pictures differ.
+inline QRect changeBetween(const QImage& one, const QImage& other) {
+    QRect around;
+    for (int y = 0; y < one.height(); ++y) {
+        for (int x = 0; x < one.width(); ++x) {
+            if (std::abs(qGray(one.pixel(x, y)) - qGray(other.pixel(x, y))) > 60)
+                around |= QRect(x, y, 1, 1);
+        }
+    }
+    return around;
 }
