@@ -185,18 +185,14 @@ struct Main {
     }
 };
 
-void showMain(const Look& look) {
-    Main main;
-    main.answer(9);
-    look(main.window);
-}
-
-/// The right column at its fullest: statistics, speed and metronome.
-void showStatistics(const Look& look) {
-    Main main;
-    main.answer(12);
-    act(main.user, QStringLiteral("Start mnuAutomatico mnuMetro"));
-    look(main.window);
+/// The main window after some notes of a session and these acts.
+auto session(int notes, const char* acts = "") {
+    return [=](const Look& look) {
+        Main main;
+        main.answer(notes);
+        act(main.user, QLatin1String(acts));
+        look(main.window);
+    };
 }
 
 /// The metronome beats during a session in the automatic mode.
@@ -261,8 +257,9 @@ auto box(const std::function<void(Dialogs&)>& show) {
 
 const std::vector<Scene>& scenes() {
     static const std::vector<Scene> all{
-        {"main", false, showMain},
-        {"statistics", false, showStatistics},
+        {"main", false, session(9)},
+        // The right column at its fullest: statistics, speed and metronome.
+        {"statistics", false, session(12, "Start mnuAutomatico mnuMetro")},
         {"metronome", false, showMetronome},
         {"sequence", true, showSequence},
         {"composer", true, composer({{2500ms, "cmdHideFr2 cmdHideBm"}})},
@@ -279,17 +276,12 @@ const std::vector<Scene>& scenes() {
              "IntoStart")},
         {"pitches-stopped", true,
          ear(ExerciseCode::Pitch, "lb_24 lb_36 lb_24 IntoStart lb_27 IntoStart")},
-        // The window cannot be left while the range's reference is being chosen.
-        {"pitch-reference", false,
-         ear(ExerciseCode::Pitch, "lb_24 lb_36", "lb_24 IntoStart IntoStart")},
         {"intervals", false,
          ear(ExerciseCode::Interval, "Il_1 Il_6 Label7 CmdIntStart LblSemi_4 LblSemi_7 LblSemi_4",
              "CmdIntStart")},
         {"chords", false,
          ear(ExerciseCode::Chord, "lb_24 lb_36 EsclTa_3 ComdRacStart TipoAcc_0 TipoAcc_1 TipoAcc_1",
              "ComdRacStart")},
-        {"chords-stopped", true,
-         ear(ExerciseCode::Chord, "lb_24 lb_36 ComdRacStart TipoAcc_0 ComdRacStart")},
         {"each-exercise", true, showEachExercise},
         {"ear-instrument", true, ear(ExerciseCode::Pitch, "mnuSs")},
         {"reference-values", true, fromMenu("mnuPromemoria")},

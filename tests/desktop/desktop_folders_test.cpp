@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <random>
 
 namespace {
@@ -50,42 +51,30 @@ std::pair<int, QByteArray> operate(Folders& folders, const QString& root, std::m
     const auto name = [&] { return root + names[random() % std::size(names)]; };
     const QString path = name();
     const QByteArray bytes(random() % 4, "ab"[random() % 2]);
-    const auto told = [](const FileError& error) {
-        EXPECT_EQ(error.text.isEmpty(), !error.failed()) << "every error has words";
-        return std::pair(error.number, QByteArray());
-    };
-    switch (random() % 11) {
-        case 0:
-            return told(folders.writeFile(path, bytes));
-        case 1:
-            return told(folders.replaceFile(path, bytes));
-        case 2:
-            return told(folders.writeInBackground(path, bytes).get());
-        case 3:
-            return told(folders.renameFile(path, name()));
-        case 4:
-            return told(folders.removeFile(path));
-        case 5:
-            return told(folders.discardFile(path));
-        case 6:
-            return told(folders.createFolder(path));
-        case 7:
-            return told(folders.removeFolder(path));
-        case 8:
-            return told(folders.discardFolder(path));
-        case 9: {
+    const std::function<FileError()> acts[] = {
+        [&] { return folders.writeFile(path, bytes); },
+        [&] { return folders.replaceFile(path, bytes); },
+        [&] { return folders.writeInBackground(path, bytes).get(); },
+        [&] { return folders.renameFile(path, name()); },
+        [&] { return folders.removeFile(path); },
+        [&] { return folders.discardFile(path); },
+        [&] { return folders.createFolder(path); },
+        [&] { return folders.removeFolder(path); },
+        [&] { return folders.discardFolder(path); },
+        [&] {
             const Folders::Draft draft = folders.draftFile(path);
             if (draft.error.failed())
-                return told(draft.error);
+                return draft.error;
             draft.file->append("vwx");
             draft.file->amend(1, bytes.left(2));
             draft.file->append("yz");
-            return bytes.isEmpty() ? told({}) : told(draft.file->finish());
-        }
-        default:
-            const Folders::Content content = folders.readFile(path, random() % 4);
-            return {content.error.number, content.bytes};
-    }
+            return bytes.isEmpty() ? FileError() : draft.file->finish();
+        }};
+    const auto act = random() % (std::size(acts) + 1);
+    const Folders::Content content = act < std::size(acts) ? Folders::Content{acts[act](), {}}
+                                                           : folders.readFile(path, random() % 4);
+    EXPECT_EQ(content.error.text.isEmpty(), !content.error.failed()) << "every error has words";
+    return {content.error.number, content.bytes};
 }
 
 }  // namespace
