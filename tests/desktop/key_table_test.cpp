@@ -270,8 +270,9 @@ TEST(KeyMap, KeysGoByTheirPlaceAndLettersByTheLayoutToo) {
         EXPECT_EQ(keyCodeOf(event(key, 0)), key == kNone ? 0 : code) << key;
         const bool letter = key >= 'A' && key <= 'Z';
         EXPECT_EQ(letterKeyOf(event(key, 24)), letter ? letterKey(static_cast<char>(key)) : 0);
-        if (key >= '0' && key <= '9')
+        if (key >= '0' && key <= '9') {
             EXPECT_EQ(keyCodeOf(event(key, 0, Qt::KeypadModifier)), kKeyNumpad0 + key - '0');
+        }
     }
 }
 #endif

@@ -25,6 +25,14 @@ namespace {
 struct QtRuntimeTest : testing::Test {
     QtRuntime runtime;
     QtDialogs dialogs{runtime};
+
+    /// Works in the next box that comes up.
+    static void inBox(const std::function<void(QDialog&)>& act) {
+        QTimer::singleShot(1, [act] {
+            auto* box = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            box ? act(*box) : inBox(act);
+        });
+    }
 };
 
 }  // namespace
@@ -80,14 +88,14 @@ TEST_F(QtRuntimeTest, AnAlarmGoesOffInEveryLoopUnlessItIsCancelled) {
 TEST_F(QtRuntimeTest, BoxesProposeWhatLosesNothingAndTellWhatTheUserChose) {
     QStringList seen;
     const auto chosen = [&](bool (Dialogs::*show)(const QString&), const QString& button) {
-        QTimer::singleShot(0, [&] {
-            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        inBox([&](QDialog& shown) {
+            auto* box = qobject_cast<QMessageBox*>(&shown);
             seen << box->windowTitle() + " " + box->text() + " " + box->defaultButton()->text();
             for (QAbstractButton* one : box->buttons()) {
                 if (one->text() == button)
                     return one->click();
             }
-            box->reject();
+            box->close();
         });
         return (dialogs.*show)("a\r\n<b>");
     };
@@ -100,10 +108,9 @@ TEST_F(QtRuntimeTest, BoxesProposeWhatLosesNothingAndTellWhatTheUserChose) {
     EXPECT_EQ(seen, (QStringList{no, no, yes, yes}));
 
     const auto typed = [&](const QString& title, auto answer) {
-        QTimer::singleShot(0, [&, answer] {
-            auto* box = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            seen << box->windowTitle();
-            (box->*answer)();
+        inBox([&, answer](QDialog& box) {
+            seen << box.windowTitle();
+            (box.*answer)();
         });
         return dialogs.input("?", title, "proposta");
     };
@@ -117,13 +124,12 @@ TEST_F(QtRuntimeTest, AFileIsSavedIntoTheMusicFolderOrWhereTheLastOneWas) {
     const QString music = QStandardPaths::writableLocation(QStandardPaths::MusicLocation);
     QStringList proposed;
     const auto save = [&](const QString& name) {
-        QTimer::singleShot(0, [&] {
-            auto* box = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        inBox([&](QDialog& shown) {
+            auto* box = qobject_cast<QFileDialog*>(&shown);
             proposed << box->directory().path() + " " +
                             box->selectedFiles().value(0).section('/', -1);
             box->selectFile(name);
-            static_cast<QDialog*>(box)->done(name.isEmpty() ? QDialog::Rejected
-                                                            : QDialog::Accepted);
+            shown.done(name.isEmpty() ? QDialog::Rejected : QDialog::Accepted);
         });
         return dialogs.saveFile("?", "Mia", {"File MIDI", "mid"});
     };

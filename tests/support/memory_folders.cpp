@@ -22,7 +22,7 @@ QString parentOf(const QString& key) {
 
 /// Written when it is finished.
 struct MemoryDraft : FileDraft {
-    MemoryDraft(Folders& folders, QString path) : folders(folders), path(std::move(path)) {}
+    MemoryDraft(Folders& into, QString file) : folders(into), path(std::move(file)) {}
 
     FileError append(const QByteArray& more) override {
         bytes += more;
@@ -40,8 +40,8 @@ struct MemoryDraft : FileDraft {
 };
 
 struct MemoryClaim : FileClaim {
-    MemoryClaim(std::shared_ptr<QSet<QString>> claimed, QString key)
-        : claimed(std::move(claimed)), key(std::move(key)) {}
+    MemoryClaim(std::shared_ptr<QSet<QString>> all, QString own)
+        : claimed(std::move(all)), key(std::move(own)) {}
     ~MemoryClaim() override { claimed->remove(key); }
 
     std::shared_ptr<QSet<QString>> claimed;

@@ -132,9 +132,10 @@ TEST(Engraving, NotesAndTheirSignsHaveTheirPlaces) {
         EXPECT_THAT(inkRuns(plain, kNoteX - kSpace / 2), IsEmpty());
 
         const double end = positionOf(up ? ink.top() : ink.bottom() + 1);
-        if (note.duration <= engraving::Duration::Quarter && !whole)
+        if (note.duration <= engraving::Duration::Quarter && !whole) {
             EXPECT_NEAR(end, up ? std::max(note.position + 7, 4) : std::min(note.position - 7, 4),
                         0.2);
+        }
         EXPECT_NEAR(engraving::signPosition(note),
                     up ? std::max(end, 8.0) + 1.8 : std::min(end, 0.0) - 1.8, 0.3);
 
