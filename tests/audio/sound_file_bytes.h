@@ -14,18 +14,13 @@ inline QByteArray number(std::uint32_t value, int size, bool littleEndian = true
     return result;
 }
 
-inline QByteArray chunk(const char* name, const QByteArray& content) {
-    return QByteArray(name) + number(static_cast<std::uint32_t>(content.size()), 4) + content;
-}
-
 inline QByteArray wave(std::uint32_t encoding, std::uint32_t channels, std::uint32_t bits,
                        const QByteArray& data, std::uint32_t rate = 8000) {
     const std::uint32_t frame = channels * bits / 8;
-    const QByteArray format = number(encoding, 2) + number(channels, 2) + number(rate, 4) +
-                              number(rate * frame, 4) + number(frame, 2) + number(bits, 2);
-    const QByteArray body =
-        "WAVE" + chunk("fmt ", format) + chunk("LIST", "abc") + '\0' + chunk("data", data);
-    return "RIFF" + number(static_cast<std::uint32_t>(body.size()), 4) + body;
+    const auto size = static_cast<std::uint32_t>(data.size());
+    return "RIFF" + number(36 + size, 4) + "WAVEfmt " + number(16, 4) + number(encoding, 2) +
+           number(channels, 2) + number(rate, 4) + number(rate * frame, 4) + number(frame, 2) +
+           number(bits, 2) + "data" + number(size, 4) + data;
 }
 
 inline QByteArray track(const QByteArray& content) {

@@ -15,8 +15,6 @@
 namespace {
 
 const QByteArray kMelody = "69;62;\r\n1;1;\r\nn;n;\r\n 60 \r\n 0 \r\n";
-const QByteArray kDamaged = "60;62;\r\n1;\r\nn;n;\r\n";
-const QByteArray kTooShort = "69;62;\r\n1;0,01;\r\nn;n;\r\n";
 
 struct CommandsTest : testing::Test {
     QTemporaryDir folder;
@@ -25,30 +23,16 @@ struct CommandsTest : testing::Test {
     QString out;
     QString err;
 
-    CommandsTest() {
-        put("buona.mel", kMelody);
-        put("rotta.mel", kDamaged);
-        put("corta.mel", kTooShort);
-        put("vuota.mel", "\r\n\r\n\r\n");
-        put("-o.mel", kMelody);
-        QDir::setCurrent(folder.path());
-    }
-
+    CommandsTest() { QDir::setCurrent(folder.path()); }
     ~CommandsTest() override { QDir::setCurrent(QDir::rootPath()); }
 
-    void put(const QString& name, const QByteArray& bytes) const {
-        QFile file(folder.filePath(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-    }
-
-    QByteArray at(const QString& name) const {
-        QFile file(folder.filePath(name));
+    static QByteArray at(const QString& name) {
+        QFile file(name);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
     int run(const QString& arguments) {
-        const QStringList words =
-            QStringList{QStringLiteral("cantavista")} + arguments.split(' ', Qt::SkipEmptyParts);
+        const QStringList words = ("cantavista " + arguments).split(' ');
         EXPECT_TRUE(CommandLine::isCommand(words)) << arguments.toStdString();
         out.clear();
         err.clear();
@@ -58,66 +42,54 @@ struct CommandsTest : testing::Test {
     }
 };
 
-struct Case {
-    const char* arguments;
-    int status;
-    const char* out;  ///< an expression that it matches; empty if nothing is written there
-    const char* err;
-};
-
 }  // namespace
 
 TEST_F(CommandsTest, EveryCommandAnswersWithItsStatusAndSaysWhy) {
-    const std::array cases{
-        Case{"--version", 0, "Cantavista \\d", ""},
-        Case{"-h", 0, "--render MELODIA", ""},
-        Case{"--check buona.mel vuota.mel", 0, "buona.mel: .*2\nvuota.mel: .*0\n", ""},
-        Case{"--check rotta.mel buona.mel nulla.mel", 1,
-             "rotta.mel: File corrotto.*\nbuona.*\nnulla.mel: File non trovato", ""},
-        Case{"--check -- -o.mel", 0, "^-o.mel: melodia valida", ""},
-        Case{"--check", 2, "", "manca il file della melodia\nUso:"},
-        Case{"--check buona.mel -o x", 2, "", "-o e --instrument non servono"},
-        Case{"--chek buona.mel", 2, "", "sconosciuta: --chek\n"},
-        Case{"-x", 2, "", "sconosciuta: -x\n"},
-        Case{"buona.mel rotta.mel", 2, "", "un comando"},
-        Case{"--check --render buona.mel -o x.wav", 2, "", "uno solo"},
-        Case{"--render buona.mel", 2, "", "manca il file da scrivere"},
-        Case{"--render buona.mel -o", 2, "", "manca il valore dopo -o"},
-        Case{"--export-midi buona.mel rotta.mel -o x.mid", 2, "", "troppi file"},
-        Case{"--export-midi buona.mel -o x.mid --instrument 128", 2, "", "0 a 127"},
-        Case{"--export-midi rotta.mel -o x.mid", 1, "", "rotta.mel: File corrotto"},
-        Case{"--export-midi vuota.mel -o x.mid", 1, "", "vuota"},
-        Case{"--export-midi buona.mel -o nulla/x.mid", 1, "", "x.mid: Cartella non trovata"},
-        Case{"--export-midi buona.mel -o ./buona.mel", 1, "", "la melodia stessa"},
-        Case{"--export-midi buona.mel -o /dev/null", 1, "", "negato"},
-        Case{"--render buona.mel -o nulla/x.wav", 1, "", "x.wav: Cartella non trovata"},
-        Case{"--render buona.mel -o /dev/null", 1, "", "negato"},
-        Case{"--export-midi corta.mel -o corta.mid", 0, "", "La nota 2 è troppo breve"},
+    for (const auto& [name, bytes] : {std::pair{"buona.mel", kMelody},
+                                      {"rotta.mel", "60;62;\r\n1;\r\nn;n;\r\n"},
+                                      {"corta.mel", "69;62;\r\n1;0,01;\r\nn;n;\r\n 60 \r\n 0 \r\n"},
+                                      {"vuota.mel", "\r\n\r\n\r\n"},
+                                      {"-o.mel", kMelody}}) {
+        QFile file(name);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+    }
+    // Expressions that the texts match; empty where nothing is written.
+    const std::tuple<const char*, int, const char*, const char*> cases[] = {
+        {"--list-devices", 0, "^ -1  Sintetizzatore interno\n", ""},
+        {"--check rotta.mel buona.mel vuota.mel nulla.mel", 1,
+         "rotta.mel: File corrotto.*\nbuona.mel: .*2\nvuota.mel: .*0\nnulla.mel: File non trovato",
+         ""},
+        {"--check -- -o.mel", 0, "^-o.mel: melodia valida", ""},
+        {"--check", 2, "", "manca il file della melodia\nUso:"},
+        {"--check buona.mel -o x", 2, "", "-o e --instrument non servono"},
+        {"buona.mel rotta.mel", 2, "", "un comando"},
+        {"--check --render buona.mel -o x.wav", 2, "", "uno solo"},
+        {"--render buona.mel", 2, "", "manca il file da scrivere"},
+        {"--render buona.mel -o", 2, "", "manca il valore dopo -o"},
+        {"--export-midi buona.mel rotta.mel -o x.mid", 2, "", "troppi file"},
+        {"--export-midi buona.mel -o x.mid --instrument 128", 2, "", "0 a 127"},
+        {"--export-midi vuota.mel -o x.mid", 1, "", "vuota"},
+        {"--export-midi buona.mel -o ./buona.mel", 1, "", "la melodia stessa"},
+        {"--render buona.mel -o /dev/null", 1, "", "negato"},
+        {"--export-midi --instrument 73 buona.mel -o a.mid", 0, "", ""},
+        {"--export-midi corta.mel -o corta.mid", 0, "", "La nota 2 è troppo breve"},
     };
-    for (const Case& test : cases) {
-        EXPECT_EQ(run(QString::fromUtf8(test.arguments)), test.status) << test.arguments;
-        for (const auto& [text, wanted] : {std::pair{out, test.out}, std::pair{err, test.err}}) {
-            const QRegularExpression expression(QString::fromUtf8(wanted));
-            EXPECT_TRUE(*wanted ? text.contains(expression) : text.isEmpty())
-                << test.arguments << ": " << text.toStdString();
-        }
+    for (const auto& [arguments, status, outWanted, errWanted] : cases) {
+        EXPECT_EQ(run(QString::fromUtf8(arguments)), status) << arguments;
+        for (const auto& [text, wanted] : {std::pair{out, outWanted}, {err, errWanted}})
+            EXPECT_TRUE(*wanted ? text.contains(QRegularExpression(wanted)) : text.isEmpty())
+                << arguments << ": " << text.toStdString();
     }
     EXPECT_EQ(at("buona.mel"), kMelody);
     EXPECT_FALSE(QFile::exists("x.mid"));
-}
-
-TEST_F(CommandsTest, AnInstrumentTakesThePlaceOfTheFilesOwn) {
-    ASSERT_EQ(run("--export-midi buona.mel -o a.mid"), 0);
-    ASSERT_EQ(run("--export-midi buona.mel -o b.mid --instrument 73"), 0);
-    EXPECT_TRUE(at("a.mid").contains(QByteArray("\0\xC0\0", 3)));
-    EXPECT_EQ(at("b.mid"),
-              at("a.mid").replace(QByteArray("\0\xC0\0", 3), QByteArray("\0\xC0\x49", 3)));
+    EXPECT_TRUE(at("a.mid").contains(QByteArray("\0\xC0\x49", 3)));
+    EXPECT_TRUE(at("corta.mid").contains(QByteArray("\0\xC0\0", 3)));
 }
 
 TEST(CommandLine, LeavesTheWindowItsOwnArguments) {
     for (const char* words : {"", "a.mel", "-platform offscreen a.mel", "--style=Fusion -- -a.mel",
                               "-session 10_20 -reverse"}) {
-        const QStringList arguments = QString::fromUtf8(words).split(' ', Qt::SkipEmptyParts);
-        EXPECT_FALSE(CommandLine::isCommand(QStringList{"cantavista"} + arguments)) << words;
+        const QString line = QStringLiteral("cantavista ") + words;
+        EXPECT_FALSE(CommandLine::isCommand(line.split(' ', Qt::SkipEmptyParts))) << words;
     }
 }

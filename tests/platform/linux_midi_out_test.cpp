@@ -3,16 +3,11 @@
 #include "audio/audio_engine.h"
 #include "platform/linux/audio_stream.h"
 
-#include <QStringList>
-
 #include <RtMidi.h>
 #include <gmock/gmock.h>
 
-#include <algorithm>
-#include <cstdlib>
 #include <jack/jack.h>
 #include <map>
-#include <memory>
 
 namespace {
 
@@ -20,11 +15,8 @@ namespace {
 struct Machine {
     std::map<RtMidi::Api, std::vector<std::string>> ports;
     bool hasJack = false;
-    bool refuses = false;  ///< to open a port
-    bool fails = false;    ///< to send
-    std::vector<std::string> connected;
+    bool fails = false;                 ///< to open a port and to send
     std::vector<std::string> received;  ///< "port: bytes in hexadecimal", in their order
-    std::vector<RtMidiOut*> made;       ///< those that are never closed among them
     std::vector<std::pair<JackShutdownCallback, void*>> watches;
 
     void loseJack() {
@@ -36,6 +28,7 @@ struct Machine {
 
 /// Lives to the end of the process, as what is never closed does.
 Machine& machine = *new Machine;
+auto& neverClosed = *new std::vector<RtMidiOut*>;
 
 class FabricatedOutput : public MidiOutApi {
 public:
@@ -43,11 +36,10 @@ public:
 
     RtMidi::Api getCurrentApi() override { return api_; }
     void openPort(unsigned int number, const std::string& /*clientPort*/) override {
-        if (machine.refuses)
+        if (machine.fails)
             return error(RtMidiError::DRIVER_ERROR, "refused");
         name_ = machine.ports[api_].at(number);
         connected_ = true;
-        machine.connected.push_back(name_);
     }
     void sendMessage(const unsigned char* bytes, std::size_t count) override {
         if (machine.fails)
@@ -75,7 +67,7 @@ private:
 // They take the place of the libraries' own.
 RtMidiOut::RtMidiOut(Api api, const std::string& /*client*/) {
     rtapi_ = new FabricatedOutput(api);
-    machine.made.push_back(this);
+    neverClosed.push_back(this);
 }
 
 jack_client_t* jack_client_open(const char* /*name*/, jack_options_t, jack_status_t*, ...) {
@@ -86,14 +78,8 @@ void jack_on_shutdown(jack_client_t*, JackShutdownCallback gone, void* context) 
     machine.watches.emplace_back(gone, context);
 }
 
-jack_port_t* jack_port_by_name(jack_client_t*, const char* name) {
-    return reinterpret_cast<jack_port_t*>(const_cast<char*>(name));
-}
-
-const char** jack_port_get_all_connections(const jack_client_t*, const jack_port_t* port) {
-    const auto count = std::count(machine.connected.begin(), machine.connected.end(),
-                                  reinterpret_cast<const char*>(port));
-    return static_cast<const char**>(calloc(static_cast<std::size_t>(count) + 1, sizeof(char*)));
+jack_port_t* jack_port_by_name(jack_client_t*, const char* /*name*/) {
+    return nullptr;
 }
 
 namespace {
@@ -112,9 +98,7 @@ struct LinuxMidiOutTest : testing::Test {
     }
     ~LinuxMidiOutTest() override {
         machine.loseJack();
-        auto made = std::move(machine.made);
         machine = Machine();
-        machine.made = std::move(made);
     }
 
     MidiHandle opened(int device) {
@@ -123,12 +107,10 @@ struct LinuxMidiOutTest : testing::Test {
         return result.handle;
     }
 
-    /// A refusal: its code, no handle, and a text that says so, with the port's name.
     void expectRefused(MidiOpenResult result, SoundCode code, const char* text) {
         EXPECT_EQ(result.code, toInt(code));
         EXPECT_EQ(result.handle, 0U);
-        EXPECT_TRUE(out.errorText(result.code).contains(QString::fromUtf8(text)))
-            << out.errorText(result.code).toStdString();
+        EXPECT_TRUE(out.errorText(result.code).contains(QString::fromUtf8(text)));
     }
 
     std::vector<std::string> received() { return std::exchange(machine.received, {}); }
@@ -140,99 +122,68 @@ struct LinuxMidiOutTest : testing::Test {
 
 }  // namespace
 
-TEST_F(LinuxMidiOutTest, WithoutSoundEveryOperationAnswersCleanly) {
-    testing::internal::CaptureStderr();
-    for (int attempt = 0; attempt < 2; ++attempt)
-        expectRefused(out.open(kMidiMapper), SoundCode::NoAudioDevice, "Nessuna uscita audio");
-    EXPECT_EQ(out.send(0, kNoteOn), 0);
-    EXPECT_EQ(out.reset(0), 0);
-    for (const MidiHandle unknown : {1U, 77U}) {
-        EXPECT_EQ(out.send(unknown, kNoteOn), toInt(SoundCode::InvalidHandle));
-        EXPECT_EQ(out.reset(unknown), toInt(SoundCode::InvalidHandle));
-        EXPECT_EQ(out.close(unknown), toInt(SoundCode::InvalidHandle));
-        EXPECT_EQ(out.reopen(unknown).code, toInt(SoundCode::InvalidHandle));
-        EXPECT_FALSE(out.gone(unknown));
-    }
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-}
-
-TEST_F(LinuxMidiOutTest, ThePortsOfAllSystemsHaveNumbersAndNames) {
-    EXPECT_EQ(out.deviceName(kMidiMapper), "Sintetizzatore interno");
+TEST_F(LinuxMidiOutTest, WhatIsThereHasANumberAndANameAndTheRestIsRefused) {
     EXPECT_EQ(out.deviceName(1), "Modulo 24:0") << "before anybody asked for their number";
-    EXPECT_EQ(out.deviceCount(), 3);
+    EXPECT_EQ(out.deviceName(kMidiMapper), "Sintetizzatore interno");
     EXPECT_EQ(out.deviceName(0), "Tastiera 20:0");
     EXPECT_EQ(out.deviceName(2), "jack:in");
-    for (const int unknown : {3, 99, -2}) {
-        EXPECT_FALSE(out.deviceName(unknown));
-        expectRefused(out.open(unknown), SoundCode::UnknownDevice, "MIDI non esiste");
-    }
+    expectRefused(out.open(3), SoundCode::UnknownDevice, "MIDI non esiste");
+    expectRefused(out.open(-2), SoundCode::UnknownDevice, "MIDI non esiste");
+    expectRefused(out.open(kMidiMapper), SoundCode::NoAudioDevice, "Nessuna uscita audio");
+    EXPECT_EQ(out.send(0, kNoteOn), 0);
+    for (const int code : {out.send(1, kNoteOn), out.reset(1), out.close(1), out.reopen(1).code})
+        EXPECT_EQ(code, toInt(SoundCode::InvalidHandle));
+    EXPECT_EQ(out.deviceCount(), 3);
     machine.loseJack();
     EXPECT_EQ(out.deviceCount(), 2);
-    EXPECT_FALSE(out.deviceName(2));
 }
 
 TEST_F(LinuxMidiOutTest, EachPortIsSentItsOwnMessagesAndNoNoteIsLeftOn) {
     const MidiHandle second = opened(1);
     const MidiHandle third = opened(2);
-    EXPECT_NE(second, third);
-    EXPECT_THAT(machine.connected, ElementsAre("Modulo 24:0", "jack:in"));
-    for (const std::uint32_t message : {0x10C1U, kNoteOn, 0x40D2U, 0x647F95U, kNoteOff, 0x7F07B3U})
+    for (const std::uint32_t message : {0x10C1U, kNoteOn, 0x40D2U, 0x647F95U, kNoteOff})
         EXPECT_EQ(out.send(second, message), 0);
     EXPECT_EQ(out.send(third, kNoteOn), 0);
+    EXPECT_EQ(out.close(second), 0);
     EXPECT_THAT(received(),
                 ElementsAre("Modulo 24:0: c1 10", "Modulo 24:0: 90 3c 64", "Modulo 24:0: d2 40",
-                            "Modulo 24:0: 95 7f 64", "Modulo 24:0: 90 3c 00",
-                            "Modulo 24:0: b3 07 7f", "jack:in: 90 3c 64"));
-    EXPECT_EQ(out.close(second), 0);
-    EXPECT_THAT(received(), ElementsAre("Modulo 24:0: 95 7f 00"));
-    EXPECT_EQ(out.send(second, kNoteOn), toInt(SoundCode::InvalidHandle));
-
-    EXPECT_EQ(out.reset(third), 0);
-    std::vector<std::string> silence;
-    for (int channel = 0; channel < 16; ++channel)
-        silence.push_back(
-            QString::asprintf("jack:in: b%x %s 00", channel, channel == 9 ? "7b" : "78")
-                .toStdString());
-    EXPECT_EQ(received(), silence);
-    EXPECT_EQ(out.close(third), 0);
-    EXPECT_THAT(received(), ElementsAre()) << "the reset ended the note";
+                            "Modulo 24:0: 95 7f 64", "Modulo 24:0: 90 3c 00", "jack:in: 90 3c 64",
+                            "Modulo 24:0: 95 7f 00"));
+    EXPECT_EQ(out.reset(third) + out.close(third), 0);
+    const std::vector<std::string> silence = received();
+    ASSERT_EQ(silence.size(), 16U) << "the reset ended the note";
+    EXPECT_EQ(silence[8], "jack:in: b8 78 00");
+    EXPECT_EQ(silence[9], "jack:in: b9 7b 00");
 }
 
 TEST_F(LinuxMidiOutTest, APortThatGoesIsMissedAndFoundAgainByItsName) {
     EXPECT_EQ(out.deviceCount(), 3);
-    machine.ports[RtMidi::LINUX_ALSA] = {"Nuova 16:0", "Modulo 24:0"};
+    auto& ports = machine.ports[RtMidi::LINUX_ALSA];
+    ports = {"Nuova 16:0", "Modulo 24:0"};
     const MidiHandle handle = opened(1);
-    EXPECT_THAT(machine.connected, ElementsAre("Modulo 24:0")) << "as it was listed";
     expectRefused(out.open(0), SoundCode::DeviceVanished, "\"Tastiera 20:0\" non è più collegato");
-    machine.refuses = true;
+    machine.fails = true;
     expectRefused(out.open(1), SoundCode::DeviceBusy, "\"Modulo 24:0\" è occupato");
-    machine.refuses = false;
-
+    machine.fails = false;
     EXPECT_FALSE(out.gone(handle));
-    machine.ports[RtMidi::LINUX_ALSA] = {"Nuova 16:0"};
+    ports = {"Nuova 16:0"};
     EXPECT_EQ(out.send(handle, kNoteOn), toInt(SoundCode::DeviceVanished));
     EXPECT_TRUE(out.gone(handle));
     expectRefused(out.reopen(handle), SoundCode::DeviceVanished, "\"Modulo 24:0\" non è più");
-    machine.ports[RtMidi::LINUX_ALSA] = {"Modulo 24:0"};
+    ports = {"Modulo 24:0"};
     const MidiOpenResult again = out.reopen(handle);
-    EXPECT_EQ(again.code, 0);
-    EXPECT_EQ(out.send(handle, kNoteOn), toInt(SoundCode::InvalidHandle));
     EXPECT_EQ(out.send(again.handle, kNoteOn), 0);
-    EXPECT_FALSE(out.gone(again.handle));
     EXPECT_THAT(received(), ElementsAre("Modulo 24:0: 90 3c 64"));
     machine.fails = true;
     EXPECT_EQ(out.reset(again.handle), toInt(SoundCode::DeviceVanished));
     EXPECT_TRUE(out.gone(again.handle));
-}
+    machine.fails = false;
 
-TEST_F(LinuxMidiOutTest, AServerThatEndsTakesItsPortsWithIt) {
-    const MidiHandle handle = opened(2);
-    EXPECT_EQ(out.send(handle, kNoteOn), 0);
+    const MidiHandle jack = opened(2);
     machine.loseJack();
-    EXPECT_EQ(out.send(handle, kNoteOff), toInt(SoundCode::DeviceVanished));
-    expectRefused(out.reopen(handle), SoundCode::DeviceVanished, "\"jack:in\"");
+    EXPECT_EQ(out.send(jack, kNoteOff), toInt(SoundCode::DeviceVanished));
+    expectRefused(out.reopen(jack), SoundCode::DeviceVanished, "\"jack:in\"");
     machine.hasJack = true;
-    const MidiOpenResult again = out.reopen(handle);
-    EXPECT_EQ(out.send(again.handle, kNoteOff), 0);
-    EXPECT_THAT(received(), ElementsAre("jack:in: 90 3c 64", "jack:in: 90 3c 00"));
+    EXPECT_EQ(out.send(out.reopen(jack).handle, kNoteOff), 0);
+    EXPECT_THAT(received(), ElementsAre("jack:in: 90 3c 00"));
 }

@@ -9,12 +9,10 @@
 #include "support/virtual_runtime.h"
 
 #include <QFile>
-#include <QSet>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <thread>
 
 namespace {
@@ -31,10 +29,7 @@ struct LinuxSoundTest : testing::Test {
                                           {"CANTAVISTA_DRIVE_A", path({})}})
             qputenv(name, value.toUtf8());
     }
-    ~LinuxSoundTest() override {
-        for (const char* name : {"CANTAVISTA_DRIVE_A", "CANTAVISTA_SOUNDFONT"})
-            qunsetenv(name);
-    }
+    ~LinuxSoundTest() override { qunsetenv("CANTAVISTA_DRIVE_A"); }
 
     QString path(const QString& name) const { return folder.filePath(name); }
 
@@ -54,13 +49,12 @@ struct LinuxSoundTest : testing::Test {
     /// Whether something else than silence comes out, sooner or later.
     bool isHeard() const {
         QFile file(output);
-        for (int i = 0; i < 3000; ++i, std::this_thread::sleep_for(std::chrono::milliseconds(10)))
-            if (file.open(QIODevice::ReadOnly)) {
-                const QByteArray all = file.readAll();
-                if (all.count('\0') < all.size())
-                    return true;
-                file.close();
-            }
+        for (int i = 0; i < 3000; ++i, std::this_thread::sleep_for(std::chrono::milliseconds(10))) {
+            const QByteArray all = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+            if (all.count('\0') < all.size())
+                return true;
+            file.close();
+        }
         return false;
     }
 
@@ -75,39 +69,27 @@ struct LinuxSoundTest : testing::Test {
 TEST_F(LinuxSoundTest, NotesTunesAndAnswersAreHeard) {
     put("brano.mid", kTune);
     put("suono.wav", bytes::wave(1, 1, 8, QByteArray(4000, '\x40')));
-    const auto play = [](const char* file) {
-        return [file](Sound& sound, MidiHandle) { return sound.media().playSound(file, 0); };
-    };
-    const std::pair<const char*, std::function<bool(Sound&, MidiHandle)>> acts[] = {
-        {"a note", [](Sound& sound,
-                      MidiHandle handle) { return sound.midiOut().send(handle, 0x643C90) == 0; }},
-        {"a tune",
-         [](Sound& sound, MidiHandle) {
-             return sound.media().command("OPEN A:\\brano.mid ALIAS jepa") == 0 &&
-                    sound.media().command("PLAY jepa") == 0;
-         }},
-        {"a sound", play("A:\\suono.wav")},
-        {"the sound in place of a missing one", play("A:\\manca.wav")},
-    };
-    for (const auto& [name, act] : acts) {
-        SCOPED_TRACE(name);
+    for (const char* file : {"", "A:\\brano.mid", "A:\\suono.wav", "A:\\manca.wav"}) {
         const std::unique_ptr<Sound> sound = openSound(folders, &runtime);
+        Media& media = sound->media();
         const MidiOpenResult result = opened(*sound);
         ASSERT_EQ(result.code, 0);
-        EXPECT_TRUE(act(*sound, result.handle));
-        EXPECT_TRUE(isHeard());
-        EXPECT_FALSE(sound->media().playSound("A:\\manca.wav", kSoundNoDefault));
-        EXPECT_FALSE(sound->midiOut().gone(result.handle));
+        if (!*file)
+            EXPECT_EQ(sound->midiOut().send(result.handle, 0x643C90), 0);
+        else if (media.command(QStringLiteral("OPEN %1 ALIAS jepa").arg(file)) == 0)
+            EXPECT_EQ(media.command("PLAY jepa"), 0);
+        else
+            EXPECT_TRUE(media.playSound(file, 0));
+        EXPECT_TRUE(isHeard()) << file;
+        EXPECT_FALSE(media.playSound("A:\\manca.wav", kSoundNoDefault));
         EXPECT_EQ(sound->midiOut().reset(result.handle), 0);
         const MidiOpenResult again = sound->midiOut().reopen(result.handle);
-        EXPECT_EQ(again.code, 0);
         EXPECT_EQ(sound->midiOut().send(result.handle, 0), toInt(SoundCode::InvalidHandle));
         EXPECT_EQ(sound->midiOut().close(again.handle), 0);
     }
 }
 
-TEST_F(LinuxSoundTest, SaysWhyItIsSilent) {
-    EXPECT_TRUE(QFile::exists(QString::fromStdString(findSoundfont()))) << "it is not installed";
+TEST_F(LinuxSoundTest, SaysWhyItIsSilentAndWhichCommandIsWrong) {
     for (const auto& [soundfont, code] : {std::pair{"asound.conf", SoundCode::SoundfontDamaged},
                                           {"manca", SoundCode::NoSoundfont}}) {
         qputenv("CANTAVISTA_SOUNDFONT", path(soundfont).toUtf8());
@@ -117,47 +99,28 @@ TEST_F(LinuxSoundTest, SaysWhyItIsSilent) {
         EXPECT_EQ(sound->waveRenderer()->instrumentsDamaged(), code == SoundCode::SoundfontDamaged);
     }
     qunsetenv("CANTAVISTA_SOUNDFONT");
+    put("il brano ALIAS 1.mid", kTune);
     qputenv("ALSA_CONFIG_PATH", path("manca").toUtf8());
     const std::unique_ptr<Sound> sound = openSound(folders, &runtime);
     int inputs = 0;
     runtime.at(runtime.now(), [&inputs] { ++inputs; });
     EXPECT_EQ(opened(*sound, false).code, toInt(SoundCode::NoAudioDevice));
     EXPECT_EQ(inputs, 1) << "what the user did in the wait";
-    EXPECT_EQ(sound->midiOut().reopen(7).code, toInt(SoundCode::InvalidHandle));
-    qputenv("ALSA_CONFIG_PATH", path("asound.conf").toUtf8());
-    EXPECT_EQ(opened(*sound).code, 0) << "the output is there now";
-}
-
-TEST_F(LinuxSoundTest, MediaCommandsAnswerWithTheRightCodes) {
-    put("il brano ALIAS 1.mid", kTune);
-    put("testo.mid", "testo");
-    qputenv("ALSA_CONFIG_PATH", path("manca").toUtf8());
-    const std::unique_ptr<Sound> sound = openSound(folders);
-    EXPECT_EQ(opened(*sound, false).code, toInt(SoundCode::NoAudioDevice));
     EXPECT_FALSE(sound->media().playSound("A:\\manca.wav", kSoundAsync)) << "there is no device";
     const std::pair<const char*, SoundCode> steps[] = {
-        {"", SoundCode::UnknownCommand},
         {"SING jepa", SoundCode::UnknownCommand},
-        {"PLAY", SoundCode::UnknownCommand},
-        {"OPEN A:\\il brano.mid", SoundCode::UnknownCommand},
         {"OPEN  ALIAS jepa", SoundCode::UnknownCommand},
         {"PLAY jepa", SoundCode::AliasNotOpen},
-        {"CLOSE jepa", SoundCode::AliasNotOpen},
-        {"OPEN A:\\manca.mid ALIAS jepa ", SoundCode::FileNotFound},
         {"OPEN A:\\ ALIAS jepa ", SoundCode::FileNotFound},
-        {"OPEN A:\\testo.mid ALIAS jepa ", SoundCode::NotMidiFile},
+        {"OPEN A:\\asound.conf ALIAS jepa ", SoundCode::NotMidiFile},
         {"OPEN A:\\il brano ALIAS 1.mid ALIAS jepa ", SoundCode::Ok},
         {"OPEN A:\\il brano ALIAS 1.mid ALIAS jepa ", SoundCode::AliasInUse},
         {"PLAY altro", SoundCode::AliasNotOpen},
         {"PLAY jepa", SoundCode::Ok},
         {"CLOSE jepa", SoundCode::Ok},
-        {"CLOSE jepa", SoundCode::AliasNotOpen},
     };
-    QSet<QString> texts;
-    for (const auto& [text, code] : steps) {
+    for (const auto& [text, code] : steps)
         EXPECT_EQ(sound->media().command(QString::fromUtf8(text)), toInt(code)) << text;
-        texts << sound->media().errorText(toInt(code));
-    }
-    EXPECT_EQ(texts.size(), 6) << "each code has a text of its own";
-    EXPECT_TRUE(sound->media().errorText(99).contains("99"));
+    qputenv("ALSA_CONFIG_PATH", path("asound.conf").toUtf8());
+    EXPECT_EQ(opened(*sound).code, 0) << "the output is there now";
 }
