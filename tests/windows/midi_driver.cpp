@@ -3,7 +3,7 @@
 // as its audio driver; the multimedia calls, the mapper and the sequencer above it are the
 // system's own. It has no wave devices.
 
-#include <cstdarg>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -17,26 +17,16 @@ namespace {
 
 constexpr int kNeutralPriority = 2;
 
-void log(const char* format, ...) {
-    static FILE* const file = [] {
-        const char* const name = std::getenv("CANTAVISTA_MIDI_LOG");
-        return name ? std::fopen(name, "ab") : nullptr;
-    }();
+template <typename... Values>
+void log(const char* format, Values... values) {
+    const char* const name = std::getenv("CANTAVISTA_MIDI_LOG");
+    FILE* const file = name ? std::fopen(name, "ab") : nullptr;
     if (!file)
         return;
-    LARGE_INTEGER now;
-    LARGE_INTEGER perSecond;
-    QueryPerformanceCounter(&now);
-    QueryPerformanceFrequency(&perSecond);
-    std::va_list arguments;
-    va_start(arguments, format);
-    std::fprintf(file, "%lld ",
-                 static_cast<long long>(1e6 * static_cast<double>(now.QuadPart) /
-                                        static_cast<double>(perSecond.QuadPart)));
-    std::vfprintf(file, format, arguments);
-    std::fputc('\n', file);
-    std::fflush(file);
-    va_end(arguments);
+    const auto now = std::chrono::steady_clock::now().time_since_epoch();
+    std::fprintf(file, "%lld ", static_cast<long long>(now / std::chrono::microseconds(1)));
+    std::fprintf(file, format, values...);
+    std::fclose(file);
 }
 
 DWORD describe(DWORD_PTR caps, DWORD_PTR size) {
@@ -64,17 +54,17 @@ DWORD WINAPI modMessage(UINT, UINT message, DWORD_PTR, DWORD_PTR first, DWORD_PT
         case MODM_GETDEVCAPS:
             return describe(first, second);
         case MODM_OPEN:
-            log("open");
+            log("open\n");
             return MMSYSERR_NOERROR;
         case MODM_CLOSE:
-            log("close");
+            log("close\n");
             return MMSYSERR_NOERROR;
         case MODM_DATA:
-            log("data %02X %d %d", static_cast<unsigned>(first & 0xFF),
+            log("data %02X %d %d\n", static_cast<unsigned>(first & 0xFF),
                 static_cast<int>(first >> 8 & 0xFF), static_cast<int>(first >> 16 & 0xFF));
             return MMSYSERR_NOERROR;
         case MODM_RESET:
-            log("reset");
+            log("reset\n");
             return MMSYSERR_NOERROR;
         default:
             return message == DRVM_INIT || message == DRVM_EXIT ? MMSYSERR_NOERROR

