@@ -16,35 +16,18 @@ namespace {
 
 const QByteArray kMelody = "69;62;\r\n1;1;\r\nn;n;\r\n 60 \r\n 0 \r\n";
 
-struct CommandsTest : testing::Test {
-    QTemporaryDir folder;
-    DesktopFolders folders{DesktopFolders::ProgramFolder::Unused};
-    std::unique_ptr<Sound> sound = openSound(folders);
-    QString out;
-    QString err;
-
-    CommandsTest() { QDir::setCurrent(folder.path()); }
-    ~CommandsTest() override { QDir::setCurrent(QDir::rootPath()); }
-
-    static QByteArray at(const QString& name) {
-        QFile file(name);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
-    int run(const QString& arguments) {
-        const QStringList words = ("cantavista " + arguments).split(' ');
-        EXPECT_TRUE(CommandLine::isCommand(words)) << arguments.toStdString();
-        out.clear();
-        err.clear();
-        QTextStream outStream(&out);
-        QTextStream errStream(&err);
-        return commands::run(CommandLine::parse(words), {folders, *sound, outStream, errStream});
-    }
-};
+QByteArray contentOf(const char* name) {
+    QFile file(name);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
 
 }  // namespace
 
-TEST_F(CommandsTest, EveryCommandAnswersWithItsStatusAndSaysWhy) {
+TEST(Commands, AnswerWithTheirStatusAndSayWhy) {
+    const QTemporaryDir folder;
+    QDir::setCurrent(folder.path());
+    DesktopFolders folders(DesktopFolders::ProgramFolder::Unused);
+    const std::unique_ptr<Sound> sound = openSound(folders);
     for (const auto& [name, bytes] : {std::pair{"buona.mel", kMelody},
                                       {"rotta.mel", "60;62;\r\n1;\r\nn;n;\r\n"},
                                       {"corta.mel", "69;62;\r\n1;0,01;\r\nn;n;\r\n 60 \r\n 0 \r\n"},
@@ -75,15 +58,23 @@ TEST_F(CommandsTest, EveryCommandAnswersWithItsStatusAndSaysWhy) {
         {"--export-midi corta.mel -o corta.mid", 0, "", "La nota 2 è troppo breve"},
     };
     for (const auto& [arguments, status, outWanted, errWanted] : cases) {
-        EXPECT_EQ(run(QString::fromUtf8(arguments)), status) << arguments;
+        const QStringList words = ("cantavista " + QString::fromUtf8(arguments)).split(' ');
+        EXPECT_TRUE(CommandLine::isCommand(words)) << arguments;
+        QString out;
+        QString err;
+        QTextStream outStream(&out);
+        QTextStream errStream(&err);
+        const CommandMachine machine{folders, *sound, outStream, errStream};
+        EXPECT_EQ(commands::run(CommandLine::parse(words), machine), status) << arguments;
         for (const auto& [text, wanted] : {std::pair{out, outWanted}, {err, errWanted}})
             EXPECT_TRUE(*wanted ? text.contains(QRegularExpression(wanted)) : text.isEmpty())
                 << arguments << ": " << text.toStdString();
     }
-    EXPECT_EQ(at("buona.mel"), kMelody);
+    EXPECT_EQ(contentOf("buona.mel"), kMelody);
     EXPECT_FALSE(QFile::exists("x.mid"));
-    EXPECT_TRUE(at("a.mid").contains(QByteArray("\0\xC0\x49", 3)));
-    EXPECT_TRUE(at("corta.mid").contains(QByteArray("\0\xC0\0", 3)));
+    EXPECT_TRUE(contentOf("a.mid").contains(QByteArray("\0\xC0\x49", 3)));
+    EXPECT_TRUE(contentOf("corta.mid").contains(QByteArray("\0\xC0\0", 3)));
+    QDir::setCurrent(QDir::rootPath());
 }
 
 TEST(CommandLine, LeavesTheWindowItsOwnArguments) {
