@@ -2,7 +2,8 @@
 
 #include "core/intervals.h"
 #include "eartraining/ear_training_state.h"
-#include "support/test_world.h"
+#include "eartraining/plain_ear_training.h"
+#include "support/same_lines.h"
 #include "support/window_driver.h"
 #include "widgets/colour_button.h"
 #include "widgets/piano_keyboard.h"
@@ -13,86 +14,237 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <random>
+
 using namespace std::chrono_literals;
 using testing::ElementsAre;
 
 namespace {
 
-struct FrmIntoTest : testing::Test {
+/// What the user does, after some time from what he did before, and what is seen then.
+struct Act {
+    Instant delay;
+    QString control = {};
+    std::string seen = {};  ///< empty if it happened within another act
+};
+
+/// The texts of the controls; a hidden one has none.
+using Texts = std::map<QString, QString>;
+constexpr const char* kHidden = "hidden";
+
+Texts textsOf(const PlainEarTraining& ear) {
+    const PlainEarTraining::Window& w = ear.w;
+    const auto when = [](bool shown, const char* text) { return shown ? text : kHidden; };
+    const auto button = [&](bool shown, const auto& exercise) {
+        return when(shown, exercise.running ? "Stop" : "Start");
+    };
+    const int answers = w.right + w.wrong;
+    const double percent = answers == 0 ? 0 : std::floor(10000.0 * w.right / answers + 0.5) / 100;
+    const bool pitches = w.chosen == 3 || w.pitch.start || w.pitch.reset, chords = w.chosen == 7;
+    const bool reference = ear.sound.autoSilence();
+    const char* modes[] = {":", "/", "/ :"};
+    return {{"lblStep", w.prompt},
+            {"txtResatte", QString::number(w.right)},
+            {"txtRerrate", QString::number(w.wrong)},
+            {"lblPerc", answers == 0 ? "0" : QString::number(percent, 'f', 2) + '%'},
+            {"lblOk", when(w.verdict == '+', "")},
+            {"lblKo", when(w.verdict == '-', "")},
+            {"cmdEsci", when(w.closeButton, "Chiudi")},
+            {"IntoStart", button(w.pitch.start, w.pitch)},
+            {"CmdIntStart", button(w.chosen == 5, w.interval)},
+            {"ComdRacStart", button(chords && w.chord.start, w.chord)},
+            {"cmdReimposta", when(w.pitch.reset, "Reimposta")},
+            {"cmdRes", when(chords && w.chord.reset, "Reim")},
+            {"lblMod", when(pitches, reference ? "/" : "o")},
+            {"lblModo", when(w.chosen == 5, modes[w.mode])},
+            {"lblVt", when(chords, w.showsKeys ? "VT" : "NT")}};
+}
+
+std::string look(const PlainEarTraining& ear) {
+    const PlainEarTraining::Window& w = ear.w;
+    return testing::PrintToString(std::tuple(textsOf(ear), ear.menuEnabled(), w.chosen,
+                                             w.pitch.lower, w.pitch.upper, ear.notes, w.marks,
+                                             w.keys, w.interval.excluded, w.chord.excluded));
+}
+
+std::string look(frmInto& window, const FunzioniMM& sound, const EarTrainingState& state,
+                 Texts texts) {
+    const WindowDriver user(window);
+    for (auto& [name, text] : texts)
+        text = user.shown(name) ? user.text(name) : kHidden;
+    const auto all = [](int count, const auto& holds) {
+        std::set<int> elements;
+        for (int i = 0; i < count; ++i) {
+            if (holds(i))
+                elements.insert(i);
+        }
+        return elements;
+    };
+    const auto excluded = [&](const char* name) {
+        return [&user, name](int i) {
+            return user.find<ColourButton>(QString(name).arg(i)).background().rgb() == 0xFFFF0000;
+        };
+    };
+    const auto& keyboard = user.find<PianoKeyboard>("keyboard");
+    return testing::PrintToString(
+        std::tuple(texts, user.enabled("Esercizio"), window.property("contextNumber").toInt(),
+                   sound.rangeLower(), sound.rangeUpper(), state.chord,
+                   all(60, [&](int key) { return keyboard.rangeMark(key); }),
+                   all(60, [&](int key) { return keyboard.marked(key); }),
+                   all(14, excluded("Il_%1")), all(4, excluded("EsclTa_%1"))));
+}
+
+/// A user who knows the answers now and then; stops and closes at the end.
+QString nextControl(const PlainEarTraining& ear, std::mt19937& random, bool atTheEnd) {
+    const PlainEarTraining::Window& w = ear.w;
+    const auto draw = [&random](int count) { return static_cast<int>(random() % count); };
+    const auto numbered = [](const char* name, int i) { return QString("%1_%2").arg(name).arg(i); };
+    if (atTheEnd) {
+        const bool starts = w.pitch.start && w.pitch.complete && !w.stopped;
+        return w.interval.running               ? "CmdIntStart"
+               : w.chord.running                ? "ComdRacStart"
+               : w.pitch.running || starts      ? "IntoStart"
+               : w.pitch.complete && !w.started ? numbered("lb", w.pitch.upper)
+                                                : "close";
+    }
+    const bool knows = draw(2) == 0;
+    const int key = !knows ? draw(60) : w.started ? ear.sound.drawnIndex() : 18 + draw(12);
+    const QString numberedControls[] = {numbered("LblSemi", knows ? w.interval.target : draw(14)),
+                                        numbered("TipoAcc", knows ? w.chord.target : draw(4)),
+                                        numbered("Il", knows ? 0 : draw(14)),
+                                        numbered("EsclTa", draw(4)), numbered("lb", key)};
+    const QStringList others{"IntoStart",    "CmdIntStart", "ComdRacStart", "Label6",
+                             "lblMod",       "Label7",      "lblModo",      "lblVt",
+                             "lblModoVt",    "mnuNota",     "mnuRint",      "mnuRicTa",
+                             "cmdReimposta", "cmdRes",      "cmdEsci",      "close"};
+    return draw(3) ? numberedControls[std::min(draw(7), 4)]
+                   : others[draw(2) ? draw(3) : draw(knows ? 14 : 16)];
+}
+
+struct Users {
     TestWorld world;
     EarTrainingState state;
+    PlainEarTraining plain;
+    std::mt19937 random;
+    std::vector<Act> acts;
+    std::size_t next = 0;
+    int depth = 0;
 
-    FrmIntoTest() { world.openOutput(); }
+    explicit Users(unsigned seed) : random(seed) {
+        world.openOutput();
+        plain.world.openOutput();
+    }
 
-    /// Opens the window and works in it once its loop runs; the work has to close it.
-    void use(const std::function<void(frmInto&, const WindowDriver&)>& work) {
+    /// Each act is due some time after the begin of the one before, or happens in the next pass.
+    void schedulePlain() {
+        const QStringList first{"lb_20", "lb_30", "lb_25", "Label6", "IntoStart", "lb_22"};
+        const std::size_t act = acts.size();
+        const bool begins = !plain.sound.noteDrawn() && act < 6;
+        acts.push_back({begins ? Instant{0} : Instant{random() % 4 * (random() % 700) * 1ms}});
+        plain.world.runtime.at(plain.world.runtime.now() + acts.back().delay, [=, this] {
+            if (!plain.w.open)
+                return;
+            acts[act].control = begins ? first[act] : nextControl(plain, random, act > 60);
+            schedulePlain();
+            ++depth;
+            plain.click(acts[act].control);
+            if (--depth == 0)
+                acts[act].seen = look(plain);
+        });
+    }
+    void schedule(frmInto& window) {
+        world.runtime.at(world.runtime.now() + acts[next].delay, [this, &window] {
+            if (!window.isVisible())
+                return;
+            const WindowDriver user(window);
+            const Act& act = acts[next++];
+            schedule(window);
+            if (act.control == "close")
+                window.close();
+            else if (act.control == "Il_0" && user.shown(act.control))
+                user.doubleClick(act.control);
+            else if (!act.control.startsWith("mnu"))
+                user.click(act.control);
+            else if (user.enabled("Esercizio"))
+                user.trigger(act.control);
+            if (act.seen.empty() || testing::Test::HasFailure())
+                return;
+            EXPECT_EQ(look(window, world.funzioniMM, state, textsOf(plain)), act.seen) << trace();
+        });
+    }
+    std::string trace() const {
+        QStringList controls;
+        for (std::size_t i = next - std::min<std::size_t>(next, 20); i < next; ++i)
+            controls << acts[i].control;
+        return controls.join(' ').toStdString();
+    }
+
+    void openAndClose() {
+        world.random.numbers.clear();
+        for (int i = 0; i < 300; ++i)
+            world.random.numbers.push_back(static_cast<float>(random() % 1024) / 1024);
+        world.random.numbers.push_back(0);
+        plain.world.random.numbers = world.random.numbers;
+        acts.clear();
+        next = 0;
+        plain.open();
+        schedulePlain();
+        while (plain.w.open)
+            plain.world.runtime.pump(kForever);
+        plain.world.runtime.runActs();
+
         frmInto window(world.services(), state, nullptr);
-        workInModal(
-            world.runtime, [&window] { window.exec(); },
-            [&](const WindowDriver& user) { work(window, user); });
+        schedule(window);
+        window.exec();
+        world.runtime.runActs();
+        EXPECT_TRUE(sameLines(world.midi.take(), plain.world.midi.take())) << trace();
+        EXPECT_TRUE(sameLines(world.dialogs.lines, plain.world.dialogs.lines)) << trace();
     }
 };
 
 }  // namespace
 
-TEST_F(FrmIntoTest, TheKeyboardAloneRunsAnExercise) {
-    use([](frmInto& window, const WindowDriver& user) {
-        for (const char* key : {"lb_10", "lb_20", "lb_15"})
-            user.click(key);
-        EXPECT_EQ(window.focusWidget(), &user.find<QWidget>("IntoStart"));
-        user.type(Qt::Key_Space);
-        EXPECT_EQ(user.text("IntoStart"), "Stop");
-        EXPECT_NE(user.find<QWidget>("IntoStart").palette().color(QPalette::Button),
-                  window.palette().color(QPalette::Button));
-        user.click("lb_10");
-        EXPECT_EQ(user.find<QWidget>("lblOk").accessibleName(), "Risposta esatta, 100.00%");
-        user.click("lb_11");
-        EXPECT_EQ(user.find<QWidget>("lblKo").accessibleName(), "Risposta errata, 50.00%");
-        user.type(Qt::Key_Escape);
-        EXPECT_TRUE(window.isVisible()) << "an exercise runs";
-        user.click("IntoStart");
-        user.type(Qt::Key_Escape);
-        EXPECT_FALSE(window.isVisible());
-    });
-}
-
-/// A name stands where the chart has its number of semitones: in the button's column, and one of a
-/// pair above the button, the other below. A consonance colours its button.
-TEST_F(FrmIntoTest, TheChartShowsEachIntervalAtItsSize) {
-    state.request(ExerciseCode::Interval);
-    use([](frmInto& window, const WindowDriver& user) {
-        std::set<std::pair<int, bool>> places;
-        for (int i = 0; i < 25; ++i) {
-            const auto& name = user.find<QLabel>(QStringLiteral("Label4_%1").arg(i));
-            const auto interval =
-                std::ranges::find(intervals::kAll, name.text(), intervals::nameOf);
-            ASSERT_NE(interval, intervals::kAll.end());
-            const auto& button =
-                user.find<ColourButton>(QStringLiteral("LblSemi_%1").arg(interval->semitones));
-            EXPECT_EQ(name.x(), button.x());
-            EXPECT_EQ(name.width(), button.width());
-            EXPECT_TRUE(places.emplace(button.x(), name.y() > button.y()).second) << i;
-            const bool consonant = intervals::soundsConsonant(*interval);
-            EXPECT_EQ(name.font().bold(), consonant);
-            EXPECT_TRUE(!consonant || button.background().rgb() == 0xFFC0FFFF);
+TEST(EarTrainingWindow, FollowsThePlainRulesUnderRandomActs) {
+    for (unsigned seed = 0; seed < 12 && !testing::Test::HasFailure(); ++seed) {
+        Users users(seed);
+        for (int opening = 0; opening < 6 && !testing::Test::HasFailure(); ++opening) {
+            const int request = static_cast<int>(users.random() % 4);
+            const int exercise = request == 0 ? 3 : request == 1 ? 5 : seed % 3 == 0 ? 7 : 0;
+            if (exercise != 0) {
+                users.plain.request(exercise);
+                users.state.request(static_cast<ExerciseCode>(exercise));
+            }
+            users.openAndClose();
         }
-        EXPECT_EQ(user.find<ColourButton>("LblSemi_11").background().rgb(), 0xFFFFFFC0);
-        window.close();
-    });
+    }
 }
 
-TEST_F(FrmIntoTest, InstrumentsAndTheOctaveOfTheComputerKeyboard) {
+/// A name stands in the column of its number of semitones; those of consonances are bold.
+TEST(EarTrainingWindow, ShowsIntervalsAndScoreAndTakesInstrumentsAndOctaves) {
+    TestWorld world;
+    world.openOutput();
+    EarTrainingState state;
+    frmInto window(world.services(), state, nullptr);
     const std::pair<KeyCode, Instant> presses[] = {
         {'Z', 0s}, {'Z', 2s}, {'Z', 3s}, {'Z', 3500ms}, {kKeyBackspace, 3600ms}};
     for (const auto& [key, from] : presses)
         world.runtime.press(key, from, from + 90ms);
-    use([this](frmInto& window, const WindowDriver& user) {
+    const auto open = [&] { window.exec(); };
+    workInModal(world.runtime, open, [&](const WindowDriver& user) {
         const auto& keyboard = user.find<PianoKeyboard>("keyboard");
         world.runtime.at(2050ms, [&] { EXPECT_TRUE(keyboard.marked(12)); });
         world.runtime.at(2500ms, [user] { user.doubleClick("lblPerc"); });
         world.runtime.at(2600ms, [user] { user.doubleClick("Lbdoc"); });
         world.runtime.at(3200ms, [user] { user.doubleClick("lblPerc"); });
-        world.runtime.at(3650ms, [&window] { window.close(); });
+        world.runtime.at(3650ms, [&] { world.runtime.end(); });
+        world.runtime.at(3660ms, [&] { window.hide(); });
+        for (const char* key : {"lb_10", "lb_20", "lb_15", "IntoStart", "lb_10", "lb_11"})
+            user.click(key);
+        for (const auto& [name, colour] :
+             {std::pair{"txtResatte", 0xFF00BF0B}, {"txtRerrate", 0xFFF7CAE9}})
+            EXPECT_EQ(user.find<QWidget>(name).palette().color(QPalette::Window).rgb(), colour);
+        EXPECT_EQ(user.find<QWidget>("lblKo").accessibleName(), "Risposta errata, 50.00%");
+        world.midi.take();
         user.trigger("mnuPiano");
         user.trigger("mnuSs");
         EXPECT_EQ(user.text("lblInstr"), "0-Acoustic Grand Piano");
@@ -107,27 +259,25 @@ TEST_F(FrmIntoTest, InstrumentsAndTheOctaveOfTheComputerKeyboard) {
         user.click("cmdOk");
         EXPECT_FALSE(user.shown("Fr1"));
         EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("program 0", "program 40", "program 16"));
+
+        window.resize(window.width() + 300, window.height());
+        QCoreApplication::processEvents();
+        EXPECT_EQ(user.find<QWidget>("Lbdoc").geometry(), keyboard.middleCSquare());
+        for (int i = 0; i < 25; ++i) {
+            const auto& name = user.find<QLabel>(QString("Label4_%1").arg(i));
+            const auto interval =
+                std::ranges::find(intervals::kAll, name.text(), intervals::nameOf);
+            const auto size = QString("LblSemi_%1").arg(interval->semitones);
+            EXPECT_EQ(name.x(), user.find<QWidget>(size).x());
+            EXPECT_EQ(name.font().bold(), intervals::soundsConsonant(*interval));
+        }
     });
-    EXPECT_THAT(world.midi.take(), ElementsAre("2.000 on 1 48 90", "2.090 on 1 48 0",  //
-                                               "3.000 on 1 36 90", "3.090 on 1 36 0",  //
-                                               "3.500 on 1 48 90", "3.590 on 1 48 0",  //
-                                               "3.600 on 1 80 90", "3.650 on 1 80 0"));
+    EXPECT_THAT(world.midi.take(),
+                ElementsAre("2.000 on 1 48 90", "2.090 on 1 48 0",  //
+                            "3.000 on 1 36 90", "3.090 on 1 36 0",  //
+                            "3.500 on 1 48 90", "3.590 on 1 48 0",  //
+                            "3.600 on 1 80 90", "3.650 on 1 46 0", "3.650 on 1 80 0"))
+        << "the end of the program ends every note";
     EXPECT_LT(world.runtime.passes(), 30) << "a pass is taken when something happened";
     world.runtime.runActs();
-}
-
-TEST_F(FrmIntoTest, TheEndOfTheProgramEndsEveryNote) {
-    world.runtime.press('Z', 1s, 9s);
-    frmInto window(world.services(), state, nullptr);
-    world.runtime.at(2s, [&] {
-        for (const char* key : {"lb_10", "lb_20", "lb_15"})
-            WindowDriver(window).click(key);
-    });
-    world.runtime.at(3s, [this] { world.runtime.end(); });
-    window.show();
-    QCoreApplication::processEvents();
-    EXPECT_THAT(world.midi.take(),
-                ElementsAre("1.000 on 1 48 90", "2.000 on 1 36 0", "2.000 on 1 51 100",
-                            "3.000 on 1 51 0", "3.000 on 1 48 0"));
-    world.runtime.forgetActs();
 }

@@ -23,7 +23,7 @@ struct PlainEarTraining {
         int chosen = 3;
         Exercise pitch, interval, chord;
         QString prompt = kLower;
-        int right = 0, wrong = 0, rightChanges = 0, wrongChanges = 0;
+        int right = 0, wrong = 0;
         char verdict = ' ';
         bool closeButton = true, menuLocked = false;
         std::set<int> marks, keys;
@@ -59,11 +59,10 @@ struct PlainEarTraining {
         else
             w.chosen = requested;
     }
-    bool menuEnabled() const {
-        return !w.pitch.running && !w.interval.running && !w.chord.running && !w.menuLocked;
-    }
+    bool running() const { return w.pitch.running || w.interval.running || w.chord.running; }
+    bool menuEnabled() const { return !running() && !w.menuLocked; }
     void close() {
-        if (w.pitch.running || w.interval.running || w.chord.running || w.prompt == kReference)
+        if (running() || w.prompt == kReference)
             return;
         w.open = false;
         requested = 3;
@@ -72,7 +71,9 @@ struct PlainEarTraining {
     void stopSounds() {
         if (w.pitch.sounding)
             silencePitch();
-        stopInterval();
+        ++w.interval.number;
+        if (w.interval.sounding)
+            silenceInterval();
         if (w.chord.sounding)
             endChord();
     }
@@ -83,8 +84,7 @@ struct PlainEarTraining {
         }
         if (exercise != 5)
             silenceInterval();
-        w.chord.complete = false;
-        w.chord.lower = w.chord.upper = -1;
+        forgetChordRange();
         w.chosen = exercise;
         stopSounds();
         if (exercise == 5)
@@ -98,6 +98,10 @@ struct PlainEarTraining {
             w.chord.start = w.chord.reset = w.closeButton = false;
     }
 
+    void forgetChordRange() {
+        w.chord.complete = false;
+        w.chord.lower = w.chord.upper = -1;
+    }
     bool judge(bool right) {
         ++(right ? w.right : w.wrong);
         w.verdict = right ? '+' : '-';
@@ -172,9 +176,7 @@ struct PlainEarTraining {
         if (w.stopped || w.interval.running || (w.started && !sound.noteDrawn()))
             return;
         if (w.started) {
-            const bool right = judge(key == sound.drawnIndex());
-            ++(right ? w.rightChanges : w.wrongChanges);
-            if (right)
+            if (judge(key == sound.drawnIndex()))
                 playTest();
         } else if (w.pitch.complete && (key < lower || key > upper)) {
             world.dialogs.message("Scegli il riferimento all'interno dell'intervallo !!!");
@@ -214,19 +216,14 @@ struct PlainEarTraining {
         endPair();
         show(w.pair, false);
     }
-    void stopInterval() {
-        ++w.interval.number;
-        if (w.interval.sounding)
-            silenceInterval();
-    }
     void playInterval(int semitones) {
         const auto [number, mode] = std::pair(++w.interval.number, w.mode);
         endPair();
-        if (!w.interval.running)
-            show(w.pair, false);
-        w.pair = {60, 60 + semitones};
-        if (!w.interval.running)
+        const auto before = std::exchange(w.pair, {60, 60 + semitones});
+        if (!w.interval.running) {
+            show(before, false);
             show(w.pair, true);
+        }
         if (mode > 0)
             world.runtime.yield();
         if (number != w.interval.number)
@@ -319,8 +316,7 @@ struct PlainEarTraining {
     void resetChord() {
         w.marks.erase(w.chord.lower);
         w.marks.erase(w.chord.upper);
-        w.chord.complete = false;
-        w.chord.lower = w.chord.upper = -1;
+        forgetChordRange();
         w.prompt = kReset;
     }
     void chordKey(int key) {
@@ -350,35 +346,28 @@ struct PlainEarTraining {
         const int i = control.section('_', 1).toInt();
         const bool menu = menuEnabled(), pitches = w.chosen == 3 || w.pitch.start || w.pitch.reset;
         const bool intervals = w.chosen == 5, chords = w.chosen == 7;
-        const auto toggleMode = [this] { sound.setAutoSilence(!sound.autoSilence()); };
-        const auto stepMode = [this] { w.mode = (w.mode + 1) % 3; };
-        const auto toggleKeys = [this] { w.showsKeys = !w.showsKeys; };
         const std::tuple<const char*, bool, std::function<void()>> rules[] = {
             {"lb", true, [&] { w.keys.erase(i); }},
             {"lb", chords, [&] { chordKey(i); }},
             {"lb", !chords, [&] { pitchKey(i); }},
-            {"close", true, [&] { close(); }},
-            {"cmdEsci", w.closeButton, [&] { close(); }},
+            {"close cmdEsci", control == "close" || w.closeButton, [&] { close(); }},
             {"mnuNota", menu, [&] { choose(3); }},
             {"mnuRint", menu, [&] { choose(5); }},
             {"mnuRicTa", menu, [&] { choose(7); }},
             {"IntoStart", w.pitch.start, [&] { startPitch(); }},
             {"cmdReimposta", w.pitch.reset, [&] { resetPitch(); }},
-            {"lblMod", pitches, toggleMode},
-            {"Label6", pitches, toggleMode},
+            {"lblMod Label6", pitches, [&] { sound.setAutoSilence(!sound.autoSilence()); }},
             {"CmdIntStart", intervals, [&] { startInterval(); }},
             {"LblSemi", intervals, [&] { semitones(i); }},
             {"Il", intervals, [&] { excludeInterval(i); }},
-            {"lblModo", intervals, stepMode},
-            {"Label7", intervals, stepMode},
+            {"lblModo Label7", intervals, [&] { w.mode = (w.mode + 1) % 3; }},
             {"ComdRacStart", chords && w.chord.start, [&] { startChord(); }},
             {"TipoAcc", chords, [&] { judge(i == w.chord.target) ? drawChord() : void(); }},
             {"EsclTa", chords && i >= 2, [&] { toggle(w.chord.excluded, i); }},
-            {"lblVt", chords, toggleKeys},
-            {"lblModoVt", chords, toggleKeys},
+            {"lblVt lblModoVt", chords, [&] { w.showsKeys = !w.showsKeys; }},
             {"cmdRes", chords && w.chord.reset, [&] { resetChord(); }}};
-        for (const auto& [name, usable, rule] : rules) {
-            if (control.section('_', 0, 0) == name && usable)
+        for (const auto& [names, usable, rule] : rules) {
+            if (QString(names).split(' ').contains(control.section('_', 0, 0)) && usable)
                 rule();
         }
     }

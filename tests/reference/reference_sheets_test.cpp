@@ -1,10 +1,10 @@
 #include "core/intervals.h"
+#include "core/note_values.h"
 #include "reference/engraved_pictures.h"
 #include "reference/frmOptions.h"
 #include "support/window_driver.h"
+#include "widgets/ink.h"
 
-#include <QApplication>
-#include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
 
@@ -23,126 +23,92 @@ struct FrmOptionsTest : testing::Test {
         QCoreApplication::processEvents();
     }
 
-    QLabel& labelled(const QString& text) const {
-        for (QLabel* label : window.findChildren<QLabel*>()) {
+    /// Where the text stands in the window.
+    QRect place(const QString& text) const {
+        for (const QLabel* label : window.findChildren<QLabel*>()) {
             if (label->text() == text && label->isVisible())
-                return *label;
+                return {label->mapTo(&window, QPoint()), label->size()};
         }
         qFatal("no label %s", qPrintable(text));
-    }
-    static QPoint middle(const QWidget& widget) {
-        return widget.mapTo(widget.window(), widget.rect().center());
-    }
-    /// How much is painted in the upper and in the lower half.
-    static std::pair<int, int> ink(QWidget& widget) {
-        const QImage image = widget.grab().toImage();
-        std::pair<int, int> ink;
-        for (int y = 0; y < image.height(); ++y) {
-            for (int x = 0; x < image.width(); ++x)
-                (y < image.height() / 2 ? ink.first : ink.second) += 255 - qGray(image.pixel(x, y));
-        }
-        return ink;
     }
 };
 
 }  // namespace
 
-TEST_F(FrmOptionsTest, ShowsOnePageAndHighlightsItsButton) {
+TEST_F(FrmOptionsTest, AtMostOnePictureIsShownByItsButton) {
+    user.click("cmdSel_1");
+    std::mt19937 random(1);
+    for (int shown = 0, i = 0; i < 300; ++i) {
+        const int button = 1 + static_cast<int>(random() % (i % 2 ? 16 : 3));
+        auto& key = user.find<QPushButton>(QStringLiteral("Ton_%1").arg(button));
+        const auto labels = window.findChildren<QLabel*>();
+        if (i % 3 == 0)
+            sendMouse(**std::ranges::find(labels, &key, &QLabel::buddy), QEvent::MouseButtonRelease,
+                      {});
+        key.setFocus();
+        if (i % 3 == 1)
+            user.type(Qt::Key_Space);
+        if (i % 3 == 2)
+            user.click(key.objectName());
+        shown = shown == button ? 0 : button;
+        for (int k = 1; k <= 16; ++k) {
+            const QString name = QStringLiteral("Ton_%1").arg(k);
+            ASSERT_EQ(user.text(name), k == shown ? "-" : "+") << button;
+            ASSERT_EQ(user.shown(k == 16 ? "Gradi" : QStringLiteral("Img_%1").arg(k)), k == shown);
+        }
+        for (const QLabel* label : labels)
+            EXPECT_TRUE(!label->text().startsWith("Premi +") || label->isVisible() == (shown == 0));
+    }
+}
+
+TEST_F(FrmOptionsTest, EachPageShowsItsTable) {
     const QSize size = window.size();
     const QRgb plain = window.palette().color(QPalette::Button).rgb();
-    for (const int index : {0, 1, 1, 2, 0, 2, 1}) {
+    EXPECT_TRUE(user.find<QWidget>("cmdSel_0").hasFocus());
+    for (const int index : {0, 1, 1, 2, 1, 0}) {
         user.click(QStringLiteral("cmdSel_%1").arg(index));
         for (int i = 0; i < 3; ++i) {
             const auto& button = user.find<QPushButton>(QStringLiteral("cmdSel_%1").arg(i));
             EXPECT_EQ(button.palette().color(QPalette::Button).rgb() != plain, i == index);
             EXPECT_EQ(user.shown(QStringLiteral("Frame1_%1").arg(i + 1)), i == index);
         }
-        EXPECT_EQ(window.size(), size);
+    }
+    EXPECT_EQ(window.size(), size);
+
+    QList<QImage> pictures;
+    std::map<int, int> rows;
+    for (ValuePicture* picture : window.findChildren<ValuePicture*>()) {
+        const QImage image = picture->grab().toImage();
+        EXPECT_FALSE(pictures.contains(image));
+        pictures << image;
+        ++rows[picture->mapTo(&window, picture->rect().center()).y()];
+    }
+    for (const auto& value : note_values::kAll) {
+        const int row = place(value.name).center().y();
+        EXPECT_EQ(rows[row], 2) << value.name;
+        for (const char* text : {value.otherName, value.fraction})
+            EXPECT_LT(std::abs(place(text).center().y() - row), 3) << text;
+    }
+
+    user.click("cmdSel_1");
+    QImage before;
+    for (SignatureStaff* staff : window.findChildren<SignatureStaff*>()) {
+        const QImage image = staff->grab().toImage();
+        EXPECT_TRUE(before.isNull() || changeBetween(before, image).height() > image.height() / 2)
+            << "one more sign on both staves";
+        before = image;
+    }
+
+    user.click("cmdSel_2");
+    for (const auto& interval : intervals::kAll) {
+        const QPoint name = place(intervals::nameOf(interval)).center();
+        EXPECT_LT(std::abs(name.y() - place(QString::number(interval.semitones)).center().y()), 3);
+        int column = -1;
+        for (const char* heading : {"Intervalli consonanti", "Intervalli dissonanti",
+                                    "Consonanti se l'intervallo è melodico"})
+            column += place(heading).x() <= name.x() ? 1 : 0;
+        EXPECT_EQ(column, static_cast<int>(interval.group));
     }
     user.click("cmdOk");
     EXPECT_FALSE(window.isVisible());
-}
-
-TEST_F(FrmOptionsTest, AtMostOnePictureIsShownByItsButton) {
-    EXPECT_TRUE(user.find<QWidget>("cmdSel_0").hasFocus());
-    user.click("cmdSel_1");
-    std::mt19937 random(1);
-    for (int shown = 0, i = 0; i < 300; ++i) {
-        const int button = i < 16 ? i + 1 : 1 + static_cast<int>(random() % (i % 2 ? 16 : 3));
-        auto& key = user.find<QPushButton>(QStringLiteral("Ton_%1").arg(button));
-        const auto press = random() % 3;
-        for (QLabel* label : window.findChildren<QLabel*>()) {
-            for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-                if (press == 0 && label->buddy() == &key)
-                    sendMouse(*label, type, label->rect().center());
-            }
-        }
-        key.setFocus();
-        if (press == 1)
-            user.type(i % 2 ? Qt::Key_Return : Qt::Key_Space);
-        if (press == 2)
-            user.click(key.objectName());
-        shown = shown == button ? 0 : button;
-        user.find<QWidget>("cmdOk").setFocus();
-        for (int k = 1; k <= 16; ++k) {
-            const QString name = QStringLiteral("Ton_%1").arg(k);
-            ASSERT_EQ(user.text(name), k == shown ? "-" : "+") << button;
-            ASSERT_EQ(user.shown(k == 16 ? "Gradi" : QStringLiteral("Img_%1").arg(k)), k == shown);
-        }
-        const QString hint(
-            "Premi + accanto a una tonalità\nper vedere le sue alterazioni in chiave");
-        for (const QLabel* label : window.findChildren<QLabel*>())
-            EXPECT_TRUE(label->text() != hint || label->isVisible() == (shown == 0));
-        const QImage image = key.grab().toImage();
-        EXPECT_EQ(image.pixel(image.width() / 2, image.height() / 6),
-                  shown == button ? 0xFFEEFFC0 : 0xFFFF8080);
-    }
-}
-
-/// Each further sharp or flat is one more sign on both staves.
-TEST_F(FrmOptionsTest, TheSignsOfEachKeyArePainted) {
-    user.click("cmdSel_1");
-    for (const auto& [first, last] : {std::pair{2, 8}, {9, 15}}) {
-        auto before = ink(*user.find<QWidget>("Img_1").findChild<SignatureStaff*>());
-        EXPECT_GT(std::min(before.first, before.second), 0);
-        for (int key = first; key <= last; ++key) {
-            const auto now = ink(*user.find<QWidget>(QStringLiteral("Img_%1").arg(key))
-                                      .findChild<SignatureStaff*>());
-            EXPECT_GT(now.first, before.first) << key;
-            EXPECT_GT(now.second, before.second) << key;
-            before = now;
-        }
-    }
-}
-
-TEST_F(FrmOptionsTest, EachNoteValueHasItsNoteAndItsRestInARow) {
-    std::set<std::pair<int, int>> inks;
-    std::map<int, int> rows;
-    for (ValuePicture* picture : window.findChildren<ValuePicture*>()) {
-        inks.insert(ink(*picture));
-        const QImage image = picture->grab().toImage();
-        int lines = 0;
-        for (int y = 1; y < image.height(); ++y)
-            lines += qGray(image.pixel(1, y)) < 128 && qGray(image.pixel(1, y - 1)) >= 128 ? 1 : 0;
-        EXPECT_EQ(lines, 5);
-        ++rows[middle(*picture).y()];
-    }
-    EXPECT_EQ(inks.size(), 14U) << "each looks different";
-    for (const char* fraction : {"4/4", "2/4", "1/4", "1/8", "1/16", "1/32", "1/64"})
-        EXPECT_EQ(rows[middle(labelled(fraction)).y()], 2) << fraction;
-}
-
-TEST_F(FrmOptionsTest, EachIntervalStandsAtItsSizeUnderItsHeading) {
-    user.click("cmdSel_2");
-    const QStringList headings{"Intervalli consonanti", "Intervalli dissonanti",
-                               "Consonanti se l'intervallo è melodico"};
-    for (const auto& interval : intervals::kAll) {
-        const auto& name = labelled(intervals::nameOf(interval));
-        const auto& size = labelled(QString::number(interval.semitones));
-        EXPECT_LT(std::abs(middle(name).y() - middle(size).y()), 3);
-        int column = -1;
-        for (const QString& heading : headings)
-            column += labelled(heading).mapTo(&window, QPoint()).x() <= middle(name).x() ? 1 : 0;
-        EXPECT_EQ(column, static_cast<int>(interval.group)) << qPrintable(name.text());
-    }
 }
