@@ -10,8 +10,6 @@ struct PlainEarTraining {
         bool sounding = false;  ///< something that has to be ended
         bool start = false;     ///< the button is visible
         bool reset = false;
-        bool complete = false;  ///< the range
-        int lower = -1, upper = -1;
         int number = 0;  ///< of what it plays, to see whether events have replaced it
         int target = 0;
         std::set<int> excluded = {};
@@ -31,7 +29,8 @@ struct PlainEarTraining {
         int reference = 0;
         int mode = 0;  ///< of intervals, with the last one's notes
         std::vector<int> pair{0, 0};
-        bool showsKeys = true;  ///< of chords
+        bool showsKeys = true, hasRange = false;  ///< of chords
+        int lower = -1, upper = -1;
     };
 
     static constexpr const char* kLower = "Scegli la nota inferiore dell'intervallo";
@@ -99,8 +98,8 @@ struct PlainEarTraining {
     }
 
     void forgetChordRange() {
-        w.chord.complete = false;
-        w.chord.lower = w.chord.upper = -1;
+        w.hasRange = false;
+        w.lower = w.upper = -1;
     }
     bool judge(bool right) {
         ++(right ? w.right : w.wrong);
@@ -115,17 +114,19 @@ struct PlainEarTraining {
         exercise.running = false;
         w.menuLocked = false;
     }
-    void on(int note) { sound.NoteOn(1, note, 90); }
-    void off(int note) { sound.NoteOn(1, note, 0); }
+    void send(const std::vector<int>& numbers, int velocity) {
+        for (const int note : numbers)
+            sound.NoteOn(1, note, velocity);
+    }
     void show(const std::vector<int>& shown, bool pressed) {
         for (const int note : shown)
             pressed ? void(w.keys.insert(note - 36)) : void(w.keys.erase(note - 36));
     }
 
+    int lower() const { return sound.rangeLower(); }
+    int upper() const { return sound.rangeUpper(); }
+    bool complete() const { return lower() >= 0 && upper() - lower() >= 2; }
     void setRange(int lower, int upper) {
-        w.pitch.complete = upper - lower >= 2;
-        w.pitch.lower = lower;
-        w.pitch.upper = upper;
         sound.setRangeLower(static_cast<pitch::NoteIndex>(lower));
         sound.setRangeUpper(static_cast<pitch::NoteIndex>(upper));
     }
@@ -140,9 +141,9 @@ struct PlainEarTraining {
             world.runtime.yield();
             if (number != w.pitch.number)
                 return;
-            on(w.reference);
+            send({w.reference}, 90);
             sound.WaitSeconds(1.2);
-            off(w.reference);
+            send({w.reference}, 0);
             sound.WaitSeconds(0.1);
         }
         sound.PlayNoteIndex(-2);
@@ -167,20 +168,20 @@ struct PlainEarTraining {
         w.prompt = kLower;
         w.pitch.start = w.started = w.stopped = false;
         silencePitch();
-        for (const int key : {w.pitch.lower, w.pitch.upper, w.reference - 36})
+        for (const int key : {lower(), upper(), w.reference - 36})
             w.marks.erase(key);
         setRange(-1, -1);
     }
     void pitchKey(int key) {
-        const auto [lower, upper] = std::pair(w.pitch.lower, w.pitch.upper);
+        const int lower = this->lower(), upper = this->upper();
         if (w.stopped || w.interval.running || (w.started && !sound.noteDrawn()))
             return;
         if (w.started) {
             if (judge(key == sound.drawnIndex()))
                 playTest();
-        } else if (w.pitch.complete && (key < lower || key > upper)) {
+        } else if (complete() && (key < lower || key > upper)) {
             world.dialogs.message("Scegli il riferimento all'interno dell'intervallo !!!");
-        } else if (w.pitch.complete) {
+        } else if (complete()) {
             if (w.reference - 36 != lower && w.reference - 36 != upper)
                 w.marks.erase(w.reference - 36);
             w.reference = key + 36;
@@ -188,8 +189,7 @@ struct PlainEarTraining {
             sound.PlayNoteIndex(static_cast<std::int16_t>(key));
             w.pitch.start = w.pitch.sounding = true;
         } else if (upper == -1) {
-            w.pitch.upper = key;
-            sound.setRangeUpper(static_cast<pitch::NoteIndex>(key));
+            setRange(-1, key);
             w.marks.insert(key);
             w.prompt = kUpper;
             w.closeButton = false;
@@ -208,8 +208,7 @@ struct PlainEarTraining {
 
     void endPair() {
         w.interval.sounding = false;
-        for (const int note : w.pair)
-            off(note);
+        send(w.pair, 0);
     }
     void silenceInterval() {
         ++w.interval.number;
@@ -229,14 +228,14 @@ struct PlainEarTraining {
         if (number != w.interval.number)
             return;
         for (int i = 0; i < 2 && mode > 0; ++i) {
-            on(w.pair[i]);
+            send({w.pair[i]}, 90);
             sound.WaitSeconds(0.7);
-            off(w.pair[i]);
+            send({w.pair[i]}, 0);
             sound.WaitSeconds(i == 0 ? 0.1 : 0.3);
         }
-        for (int i = 0; i < 2 && mode != 1; ++i)
-            on(w.pair[i]);
         w.interval.sounding = mode != 1;
+        if (mode != 1)
+            send(w.pair, 90);
     }
     void drawInterval() {
         do {
@@ -276,8 +275,7 @@ struct PlainEarTraining {
         if (!chordPlayable())
             return;
         show(notes, false);
-        for (const int note : notes)
-            off(note);
+        send(notes, 0);
     }
     void silenceChord() {
         endChord();
@@ -289,8 +287,8 @@ struct PlainEarTraining {
         do {
             w.chord.target = sound.random().between(0, 3);
         } while (w.chord.excluded.count(w.chord.target));
-        const int root = 36 + sound.RandomNoteIndex(static_cast<std::int16_t>(w.chord.lower),
-                                                    static_cast<std::int16_t>(w.chord.upper));
+        const int root = 36 + sound.RandomNoteIndex(static_cast<std::int16_t>(w.lower),
+                                                    static_cast<std::int16_t>(w.upper));
         const std::pair<int, int> shapes[] = {{3, 7}, {4, 7}, {3, 6}, {4, 8}};
         const auto [middle, top] = shapes[w.chord.target];
         notes = {root, root + middle, root + top};
@@ -298,12 +296,11 @@ struct PlainEarTraining {
             return;
         if (w.showsKeys)
             show(notes, true);
-        for (const int note : notes)
-            on(note);
+        send(notes, 90);
         w.chord.sounding = true;
     }
     void startChord() {
-        if (!w.chord.complete)
+        if (!w.hasRange)
             return;
         w.closeButton = w.chord.reset = w.chord.running;
         if (w.chord.running) {
@@ -314,26 +311,26 @@ struct PlainEarTraining {
         drawChord();
     }
     void resetChord() {
-        w.marks.erase(w.chord.lower);
-        w.marks.erase(w.chord.upper);
+        w.marks.erase(w.lower);
+        w.marks.erase(w.upper);
         forgetChordRange();
         w.prompt = kReset;
     }
     void chordKey(int key) {
-        if (w.chord.complete)
+        if (w.hasRange)
             return world.dialogs.message("Riconosci il tipo di accordo suonato !!!");
         if (key > 51)
             return world.dialogs.message("Limite non consentito !!!");
         w.marks.insert(key);
-        if (w.chord.upper == -1) {
-            w.chord.upper = key;
+        if (w.upper == -1) {
+            w.upper = key;
             w.prompt = kUpper;
             w.closeButton = false;
             return;
         }
-        w.chord.lower = std::min(key, w.chord.upper);
-        w.chord.upper = std::max(key, w.chord.upper);
-        w.chord.complete = w.chord.start = true;
+        w.lower = std::min(key, w.upper);
+        w.upper = std::max(key, w.upper);
+        w.hasRange = w.chord.start = true;
         w.prompt = "Riconosci tipo accordo suonato";
     }
 

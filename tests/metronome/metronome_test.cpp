@@ -58,8 +58,6 @@ struct PlainMetronome {
         setTempo(tempo);
     }
     void setVolume(int velocity) { state.MetroVolume = static_cast<std::int16_t>(velocity); }
-    bool doubled() const { return state.MetroMultiplier == 2; }
-    int shownTempo() const { return state.MetroMultiplier * tempo; }
 
     void sendClosingNotes() {
         toBeClosed = false;
@@ -148,9 +146,9 @@ struct Stage : TestWorld {
             [&] { runtime.end(); },
         };
         kinds[act.what]();
-        view.note(testing::PrintToString(std::tuple(
-            act.what, state.MetroRunning, state.MetroPattern, state.MetroTimeSig, state.MetroPeriod,
-            metronome.shownTempo(), metronome.doubled(), dialogs.lines.size(), runtime.passes())));
+        view.note(testing::PrintToString(
+            std::tuple(act.what, state.MetroRunning, state.MetroPattern, state.MetroTimeSig,
+                       state.MetroPeriod, dialogs.lines.size(), runtime.passes())));
     }
     void schedule() {
         if (next == acts.size())

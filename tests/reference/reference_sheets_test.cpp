@@ -12,56 +12,18 @@
 
 #include <random>
 
-namespace {
-
-struct FrmOptionsTest : testing::Test {
+TEST(FrmOptions, EachPageShowsItsTable) {
     frmOptions window{nullptr};
-    WindowDriver user{window};
-
-    FrmOptionsTest() {
-        window.show();
-        QCoreApplication::processEvents();
-    }
-
-    /// Where the text stands in the window.
-    QRect place(const QString& text) const {
+    const WindowDriver user(window);
+    window.show();
+    QCoreApplication::processEvents();
+    const auto place = [&](const QString& text) -> QRect {
         for (const QLabel* label : window.findChildren<QLabel*>()) {
             if (label->text() == text && label->isVisible())
                 return {label->mapTo(&window, QPoint()), label->size()};
         }
         qFatal("no label %s", qPrintable(text));
-    }
-};
-
-}  // namespace
-
-TEST_F(FrmOptionsTest, AtMostOnePictureIsShownByItsButton) {
-    user.click("cmdSel_1");
-    std::mt19937 random(1);
-    for (int shown = 0, i = 0; i < 300; ++i) {
-        const int button = 1 + static_cast<int>(random() % (i % 2 ? 16 : 3));
-        auto& key = user.find<QPushButton>(QStringLiteral("Ton_%1").arg(button));
-        const auto labels = window.findChildren<QLabel*>();
-        if (i % 3 == 0)
-            sendMouse(**std::ranges::find(labels, &key, &QLabel::buddy), QEvent::MouseButtonRelease,
-                      {});
-        key.setFocus();
-        if (i % 3 == 1)
-            user.type(Qt::Key_Space);
-        if (i % 3 == 2)
-            user.click(key.objectName());
-        shown = shown == button ? 0 : button;
-        for (int k = 1; k <= 16; ++k) {
-            const QString name = QStringLiteral("Ton_%1").arg(k);
-            ASSERT_EQ(user.text(name), k == shown ? "-" : "+") << button;
-            ASSERT_EQ(user.shown(k == 16 ? "Gradi" : QStringLiteral("Img_%1").arg(k)), k == shown);
-        }
-        for (const QLabel* label : labels)
-            EXPECT_TRUE(!label->text().startsWith("Premi +") || label->isVisible() == (shown == 0));
-    }
-}
-
-TEST_F(FrmOptionsTest, EachPageShowsItsTable) {
+    };
     const QSize size = window.size();
     const QRgb plain = window.palette().color(QPalette::Button).rgb();
     EXPECT_TRUE(user.find<QWidget>("cmdSel_0").hasFocus());
@@ -97,6 +59,28 @@ TEST_F(FrmOptionsTest, EachPageShowsItsTable) {
         EXPECT_TRUE(before.isNull() || changeBetween(before, image).height() > image.height() / 2)
             << "one more sign on both staves";
         before = image;
+    }
+    std::mt19937 random(1);
+    for (int shown = 0, i = 0; i < 300; ++i) {
+        const int button = 1 + static_cast<int>(random() % (i % 2 ? 16 : 3));
+        auto& key = user.find<QPushButton>(QStringLiteral("Ton_%1").arg(button));
+        const auto labels = window.findChildren<QLabel*>();
+        if (i % 3 == 0)
+            sendMouse(**std::ranges::find(labels, &key, &QLabel::buddy), QEvent::MouseButtonRelease,
+                      {});
+        key.setFocus();
+        if (i % 3 == 1)
+            user.type(Qt::Key_Space);
+        if (i % 3 == 2)
+            user.click(key.objectName());
+        shown = shown == button ? 0 : button;
+        for (int k = 1; k <= 16; ++k) {
+            const QString name = QStringLiteral("Ton_%1").arg(k);
+            ASSERT_EQ(user.text(name), k == shown ? "-" : "+") << button;
+            ASSERT_EQ(user.shown(k == 16 ? "Gradi" : QStringLiteral("Img_%1").arg(k)), k == shown);
+        }
+        for (const QLabel* label : labels)
+            EXPECT_TRUE(!label->text().startsWith("Premi +") || label->isVisible() == (shown == 0));
     }
 
     user.click("cmdSel_2");
