@@ -107,7 +107,7 @@ struct PlainMetronome {
     }
 };
 
-/// What happens, some time after what happened before; also in a wait, as a screen reader's press.
+/// What happens, some time after what happened before; a screen reader's stop also in a wait.
 struct Act {
     Instant delay;
     bool inWait;
@@ -143,6 +143,7 @@ struct Stage : TestWorld {
             [&] { metronome.stepTimeSignature(); },
             [&] { state.MetroPattern = QString("abcbb?A").mid(n % 5, 1 + n % 7); },
             [&] { (n % 2 ? state.MetroNoteA : state.MetroNoteC) = std::int16_t(n % 128); },
+            [&] { state.MetroRunning ? metronome.startOrStop() : void(); },
             [&] { runtime.end(); },
         };
         kinds[act.what]();
@@ -181,11 +182,14 @@ TEST(Metronome, FollowsThePlainRulesUnderRandomActs) {
     for (int round = 0; round < 400 && !testing::Test::HasFailure(); ++round) {
         std::vector<Act> acts{{0ns, false, 0, 0}};
         for (int i = 0; i < 25; ++i) {
-            acts.push_back({1ns + random() % (random() % 2 ? 4000 : 300) * 1ms, random() % 5 == 0,
-                            random() % 30 ? 2 + random() % 8 : random() % 2,
+            const bool inWait = random() % 5 == 0;
+            acts.push_back({1ns + random() % (random() % 2 ? 4000 : 300) * 1ms, inWait,
+                            inWait          ? 10
+                            : random() % 30 ? 2 + random() % 8
+                                            : random() % 2,
                             static_cast<int>(random() % 1000)});
         }
-        acts.push_back({1s, false, 10, 0});
+        acts.push_back({1s, false, 11, 0});
         EXPECT_TRUE(sameLines(Stage<Metronome>().play(acts), Stage<PlainMetronome>().play(acts)))
             << "round " << round;
     }
