@@ -2,9 +2,9 @@
 
 #include "support/test_world.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <random>
 
 using namespace std::chrono_literals;
@@ -15,13 +15,18 @@ namespace {
 struct Model {
     TestWorld world;
     MidiHandle handle = 0;
-    bool lost = false, autoSilence = false, noteDrawn = false;
+    bool lost = false, autoSilence = false;
     int device = kMidiMapper, changes = 0, result = 0, instrument = 0, drawn = 0, last = 0;
     int lower = 0, upper = 0;
     std::uint32_t program = 0, message = 0;
     Instant nextTry{0};
 
     bool isOpen() const { return handle != 0 && !lost; }
+    void become(MidiHandle now) {
+        handle = now;
+        lost = false;
+        ++changes;
+    }
     bool openAgain() {
         if (world.runtime.now() < nextTry)
             return false;
@@ -29,12 +34,8 @@ struct Model {
         const MidiOpenResult opened = world.midi.reopen(handle);
         if (opened.code != 0)
             return false;
-        handle = opened.handle;
-        lost = false;
-        ++changes;
-        if (program != 0)
-            world.midi.send(handle, program);
-        return true;
+        become(opened.handle);
+        return program == 0 || world.midi.send(handle, program) >= 0;
     }
     bool ready() { return isOpen() || (lost && openAgain()); }
     int send(std::uint32_t m) {
@@ -53,106 +54,89 @@ struct Model {
         return 6;
     }
     void report(const std::string& operation, int code) {
-        const std::string text = "\r\nErrore di sistema " + std::to_string(code);
         if (code != 0)
-            world.dialogs.lines.push_back("message: Operation:" + operation + text);
+            world.dialogs.lines.push_back("message: Operation:" + operation +
+                                          "\r\nErrore di sistema " + std::to_string(code));
     }
     void MidiClose() {
-        if (handle == 0)
-            return;
-        const int code = world.midi.close(handle);
+        const int code = handle != 0 ? world.midi.close(handle) : 0;
         if (code != 0 && !lost)
-            return report("Close midi error: ", code);
-        handle = 0;
-        lost = false;
-        ++changes;
+            report("Close midi error: ", code);
+        else if (handle != 0)
+            become(0);
     }
-    void MidiOpen(int id) {
+    bool MidiOpen(int id) {
         if (isOpen())
             MidiClose();
         const MidiOpenResult opened = world.midi.open(id);
+        report("Open", opened.code);
         if (opened.code != 0)
-            return report("Open", opened.code);
+            return false;
         if (lost)
             world.midi.close(handle);
-        handle = opened.handle;
-        lost = false;
+        become(opened.handle);
         device = id;
-        ++changes;
+        return true;
     }
     void SendShortMsg(int status, int data1, int data2) {
         if (65536L * data2 + 256L * data1 + status < 0)
             return;
         message = static_cast<std::uint32_t>(65536L * data2 + 256L * data1 + status);
-        result = send(message);
-        report("ShortMsg", result);
+        report("ShortMsg", result = send(message));
     }
-    void NoteOn(int channel, int note, int velocity) {
-        SendShortMsg(143 + channel, note, velocity);
-    }
-    void NoteOff(int channel, int note) { SendShortMsg(143 + channel, note, 0); }
-    void ProgramChange(int number) { send(static_cast<std::uint32_t>(number * 256 + 192)); }
     void ResetOutput() {
         if (isOpen())
             world.midi.reset(handle);
     }
     void PlayNoteIndex(int index) {
-        if (index < -1)
+        const bool atRandom = index < -1;
+        if (atRandom)
             drawn = drawBetween(std::int16_t(lower), std::int16_t(upper), world.random.source()());
         if (index == -1 || last > -1)
-            NoteOff(1, last + 36);
+            SendShortMsg(144, last + 36, 0);
         if (index == -1)
             return;
-        last = index < -1 ? drawn : index;
-        NoteOn(1, last + 36, 100);
-        noteDrawn = noteDrawn || index < -1;
-        if (index < -1 && autoSilence) {
+        last = atRandom ? drawn : index;
+        SendShortMsg(144, last + 36, 100);
+        if (atRandom && autoSilence) {
             world.funzioniMM.WaitSeconds(0.9);
-            NoteOff(1, last + 36);
+            SendShortMsg(144, last + 36, 0);
         }
     }
     void chooseInstrument(int number) {
         instrument = number;
         ++changes;
-        ProgramChange(number);
+        send(static_cast<std::uint32_t>(number * 256 + 192));
     }
     Model& output() { return *this; }
 };
 
-constexpr int kCalls = 14;
+constexpr int kEvents = 15;
 
-/// One of the module's calls, on the module or on its model.
-void call(auto& mm, int what, std::int16_t a, std::int16_t b) {
-    const std::function<void()> calls[kCalls] = {
-        [&] { mm.MidiOpen(b % 3 - 1); },
+/// One of the module's calls, on the module or on its model, or what happens around it.
+bool happen(auto& mm, TestWorld& world, int what, std::int16_t a, std::int16_t b) {
+    bool answer = false;
+    const int code = b % 3 == 0 ? b : 0;
+    world.random.numbers = {static_cast<float>(b) / 128};
+    const std::function<void()> events[kEvents] = {
+        [&] { answer = mm.MidiOpen(b % 3 - 1); },
         [&] { mm.MidiClose(); },
         [&] { mm.ResetOutput(); },
-        [&] { mm.output().ready(); },
+        [&] { answer = mm.output().ready(); },
         [&] { mm.SendShortMsg(128 + b, a, b); },
         [&] { mm.SendShortMsg(192 + b % 2, b, a); },
-        [&] { mm.NoteOn(b % 16 + 1, b, 90); },
-        [&] { mm.NoteOff(b % 16 + 1, b); },
-        [&] { mm.ProgramChange(b); },
         [&] { mm.chooseInstrument(b); },
-        [&] { mm.PlayNoteIndex(-1); },
-        [&] { mm.PlayNoteIndex(std::int16_t(-2 - b)); },
+        [&] { mm.PlayNoteIndex(std::int16_t(b % 12 - 4)); },
         [&] { mm.PlayNoteIndex(b % 60); },
-        [&] { mm.PlayNoteIndex(b % 60); },
+        [&] { world.midi.deviceGone = b % 2 == 0; },
+        [&] { world.midi.replug(); },
+        [&] { world.runtime.advance(b % 3 * 250ms); },
+        [&] { world.midi.openCode = code; },
+        [&] { world.midi.closeCode = code; },
+        [&] { world.midi.sendCode = code; },
     };
-    calls[what]();
-}
-
-/// What happens around the module.
-void disturb(TestWorld& world, int what, std::int16_t b) {
-    if (what == 0)
-        world.midi.deviceGone = !world.midi.deviceGone;
-    else if (what == 1)
-        world.midi.replug();
-    else if (what == 2)
-        world.runtime.advance(std::chrono::milliseconds(b % 3 * 250));
-    world.midi.openCode = what == 3 ? b : 0;
-    world.midi.closeCode = what == 4 ? b : 0;
-    world.midi.sendCode = what == 5 ? b : 0;
+    events[what]();
+    return answer;
 }
 
 }  // namespace
@@ -170,34 +154,45 @@ TEST(FunzioniMM, AgreesWithItsModelUnderRandomCalls) {
         mm.setRangeUpper(std::int16_t(model.upper = model.lower + run % 5 * 10));
         std::string trace;
         for (int step = 0; step < 60 && !testing::Test::HasFailure(); ++step) {
-            const auto what = static_cast<int>(engine() % (kCalls + 6));
+            const auto what = static_cast<int>(engine() % kEvents);
             const auto a = static_cast<std::int16_t>(engine());
             const auto b = static_cast<std::int16_t>(engine() % 128);
-            trace +=
-                std::to_string(what) + '(' + std::to_string(a) + ',' + std::to_string(b) + ") ";
-            for (TestWorld* either : {&world, &model.world}) {
-                either->random.numbers = {static_cast<float>(b) / 128};
-                if (what >= kCalls)
-                    disturb(*either, what - kCalls, b);
-            }
-            if (what < kCalls) {
-                call(mm, what, a, b);
-                call(model, what, a, b);
-            }
+            trace += std::to_string(what) + '(' + std::to_string(b) + ") ";
+            EXPECT_EQ(happen(mm, world, what, a, b), happen(model, model.world, what, a, b));
             EXPECT_EQ(world.midi.take(), model.world.midi.take());
             EXPECT_EQ(world.dialogs.lines, model.world.dialogs.lines);
             EXPECT_EQ(
-                std::tuple(mm.output().isOpen(), mm.output().isLost(), changes, mm.lastMessage(),
-                           mm.lastSendResult(), mm.currentInstrument(), mm.lastNoteIndex(),
-                           mm.drawnIndex(), mm.noteDrawn(), world.random.drawn),
-                std::tuple(model.isOpen(), model.lost, model.changes, model.message, model.result,
-                           model.instrument, model.last, model.drawn, model.noteDrawn,
+                std::tuple(mm.output().isOpen(), mm.output().isLost(), mm.output().deviceId(),
+                           changes, mm.lastMessage(), mm.lastSendResult(), mm.currentInstrument(),
+                           mm.lastNoteIndex(), mm.drawnIndex(), world.random.drawn),
+                std::tuple(model.isOpen(), model.lost, model.device, model.changes, model.message,
+                           model.result, model.instrument, model.last, model.drawn,
                            model.world.random.drawn));
-            if (model.handle != 0) {
-                EXPECT_EQ(mm.output().deviceId(), model.device);
-                EXPECT_EQ(mm.output().deviceName(), world.midi.deviceName(model.device));
-            }
         }
-        EXPECT_FALSE(testing::Test::HasFailure()) << "call(a,b): " << trace;
+        EXPECT_FALSE(testing::Test::HasFailure()) << "event(b): " << trace;
+    }
+}
+
+TEST(FunzioniMM, WaitsUntilTheFirstReadingThatTheRuleAcceptsAndLetsNothingHappen) {
+    std::mt19937 engine(1);
+    TestWorld world;
+    bool interrupted = false;
+    for (int i = 0; i < 20000; ++i) {
+        const double seconds = i == 0 ? std::nan("") : double(engine() % 12000) / 1000 - 1;
+        const QTime time = QTime(0, 0).addMSecs(static_cast<int>(engine() % 86'400'000));
+        world.runtime.setWallClock(QDateTime(QDate(2004, 10, 1), time));
+        const Instant begin = world.runtime.now();
+        const double start = world.runtime.secondsSinceMidnight();
+        const auto isOver = [&](double waited) {
+            return !(seconds > 0 && seconds < 10) ||
+                   static_cast<float>(start + seconds) <= static_cast<float>(start + waited);
+        };
+        world.runtime.at(begin, [&] { interrupted = true; });
+        world.funzioniMM.WaitSeconds(seconds);
+        const double waited = std::chrono::duration<double>(world.runtime.now() - begin).count();
+        ASSERT_TRUE(isOver(waited + 1e-9)) << start << " + " << seconds << ", not " << waited;
+        ASSERT_TRUE(waited == 0 || !isOver(waited - 1e-9)) << start << " + " << seconds;
+        ASSERT_FALSE(interrupted);
+        world.runtime.forgetActs();
     }
 }
