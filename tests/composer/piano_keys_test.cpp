@@ -37,52 +37,44 @@ void playBesideTheTable(PianoKeys::Backspace backspace) {
         if (note && note.mapped() != 0)
             wanted.push_back(-note.mapped());
     };
+    const auto act = [&](KeyCode key, int offset) {
+        const int operation = static_cast<int>(random() % 40);
+        if (operation < 10) {
+            const char letter = polled[random() % polled.size()];
+            const int note = base + static_cast<int>(polled.find(letter));
+            const bool typing = operation == 0;
+            runtime.press(letter, runtime.now(), runtime.now() + 1ns);
+            runtime.yield();
+            keys.poll(typing);
+            keys.poll();
+            runtime.runActs();
+            keys.poll();
+            if (!typing)
+                wanted.insert(wanted.end(), {note, -note});
+        } else if (operation < 22) {
+            EXPECT_TRUE(keys.keyDown(key));
+            const bool looksAtComma = key == 8 && backspace == PianoKeys::Backspace::LooksAtComma;
+            if (held.contains(looksAtComma ? KeyCode{188} : key))
+                return;
+            if (held.contains(key) && held[key] != base + offset)
+                end(key);
+            held[key] = base + offset;
+            wanted.push_back(base + offset);
+        } else if (operation < 36) {
+            EXPECT_TRUE(keys.keyUp(key));
+            end(key);
+        } else if (operation < 39) {
+            keys.cycleOctave();
+            base = base == 60 ? 36 : base + 12;
+        } else {
+            keys.releaseAll();
+            for (const auto& [each, unused] : ends)
+                end(each);
+        }
+    };
     for (int i = 0; i < 5000; ++i) {
         const auto& [key, offset] = ends[random() % ends.size()];
-        switch (random() % 5) {
-            case 0: {
-                const char letter = polled[random() % polled.size()];
-                const bool typing = random() % 4 == 0;
-                runtime.press(letter, runtime.now(), runtime.now() + 1ns);
-                runtime.yield();
-                for (int pass = 0; pass < 2; ++pass)
-                    keys.poll(typing && pass == 0);
-                const int note = base + static_cast<int>(polled.find(letter));
-                if (!typing)
-                    wanted.insert(wanted.end(), {note, -note});
-                runtime.runActs();
-                keys.poll();
-                break;
-            }
-            case 1: {
-                EXPECT_TRUE(keys.keyDown(key));
-                const bool looksAtComma =
-                    key == 8 && backspace == PianoKeys::Backspace::LooksAtComma;
-                if (held.contains(looksAtComma ? KeyCode{188} : key))
-                    break;
-                if (held.contains(key) && held[key] != base + offset)
-                    end(key);
-                held[key] = base + offset;
-                wanted.push_back(base + offset);
-                break;
-            }
-            case 2:
-                EXPECT_TRUE(keys.keyUp(key));
-                end(key);
-                break;
-            case 3:
-                if (random() % 4 != 0)
-                    break;
-                keys.cycleOctave();
-                base = base == 60 ? 36 : base + 12;
-                break;
-            default:
-                if (random() % 8 != 0)
-                    break;
-                keys.releaseAll();
-                for (const auto& [each, unused] : ends)
-                    end(each);
-        }
+        act(key, offset);
         ASSERT_EQ(std::exchange(notes.lines, {}), std::exchange(wanted, {})) << i;
         ASSERT_EQ(keys.octaveBase(), base);
     }
