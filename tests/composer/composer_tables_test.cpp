@@ -4,9 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cmath>
-#include <cstdio>
 #include <random>
 
 TEST(Rhythm, ValuesHaveTheNamesOfTheirFractions) {
@@ -31,16 +29,14 @@ TEST(Rhythm, TextsSayNumbersInTheLocalesWay) {
     for (int i = 0; i < 2000; ++i) {
         const double number = std::ldexp(random() % 100'000, static_cast<int>(random() % 20) - 10) /
                               static_cast<double>(1 + 2 * (random() % 6));
-        std::array<char, 32> plain{};
-        std::snprintf(plain.data(), plain.size(), "%.15G", number);
-        const QString text = QString::fromLatin1(plain.data());
+        const QString text = QString::asprintf("%.15G", number);
         ASSERT_EQ(rhythm::durationText(number, u'.'), text);
         ASSERT_EQ(rhythm::durationText(number, u','), QString(text).replace(u'.', u','));
         ASSERT_EQ(rhythm::numberFromText(u' ' + text + u' '), text.toDouble());
         ASSERT_EQ(rhythm::numberFromText(QString(text).replace(u'.', u',')), text.toDouble());
     }
-    for (const char16_t* text : {u"", u"x", u"1,5;", u"1.234,5", u"nan", u"inf", u"1e999"})
-        EXPECT_FALSE(rhythm::numberFromText(text)) << QString::fromUtf16(text).toStdString();
+    for (const char* text : {"", "x", "1,5;", "1.234,5", "nan", "inf", "1e999"})
+        EXPECT_FALSE(rhythm::numberFromText(QString(text))) << text;
     EXPECT_EQ(rhythm::decimalSeparator(QLocale(QLocale::Italian, QLocale::Italy)), u',');
     EXPECT_EQ(rhythm::decimalSeparator(QLocale(QLocale::English)), u'.');
     EXPECT_EQ(rhythm::decimalSeparator(QLocale(QLocale::Persian)), u',');

