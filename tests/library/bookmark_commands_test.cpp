@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
 #include <utility>
 
 namespace {
@@ -55,17 +56,14 @@ TEST_F(BookmarkTest, KeepToTheMelodyAndToTheirPlaces) {
     editor.setBookmarks({"1 ÷ 20 ÷ Tutto", "19 ÷ 2147483647 ÷ b"});
     EXPECT_EQ(commands.move(1, Direction::Up), 1) << "two are too few";
     editor.setBookmarks({"1 ÷ 20 ÷ Tutto", "19 ÷ 2147483647 ÷ b", "-2147483648 ÷ 5 ÷ c", "niente"});
-    EXPECT_TRUE(commands.activate(1));
-    EXPECT_EQ(composition.range.start(), 18);
-    EXPECT_EQ(composition.range.end(), 19);
-    EXPECT_TRUE(commands.activate(2));
-    EXPECT_EQ(composition.range.start(), 0);
-    EXPECT_EQ(composition.range.end(), 4);
-    for (const int row : {-1, 3})
-        EXPECT_FALSE(commands.activate(row) || commands.modify(row) || commands.rename(row));
+    for (const auto& [row, start, end] : {std::tuple(1, 18, 19), {2, 0, 4}}) {
+        EXPECT_TRUE(commands.activate(row));
+        EXPECT_EQ(std::pair(int{composition.range.start()}, int{composition.range.end()}),
+                  std::pair(start, end));
+    }
+    EXPECT_FALSE(commands.activate(3) || commands.modify(3) || commands.rename(3));
     EXPECT_EQ(commands.move(3, Direction::Down), 3);
     EXPECT_EQ(commands.move(0, Direction::Up), 0);
-    EXPECT_EQ(commands.move(-1, Direction::Down), -1);
     EXPECT_EQ(commands.move(2, Direction::Down), 3);
     EXPECT_FALSE(commands.remove(-1) || commands.remove(0) || commands.remove(4));
     EXPECT_TRUE(commands.remove(1) && commands.remove(1) && commands.remove(1));
