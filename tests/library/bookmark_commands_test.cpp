@@ -65,8 +65,13 @@ TEST_F(BookmarkTest, KeepToTheMelodyAndToTheirPlaces) {
     EXPECT_EQ(commands.move(3, Direction::Down), 3);
     EXPECT_EQ(commands.move(0, Direction::Up), 0);
     EXPECT_EQ(commands.move(2, Direction::Down), 3);
+    EXPECT_TRUE(commands.modify(1));
+    EXPECT_EQ(composition.bookmarks.items(),
+              (QStringList{"1 ÷ 20 ÷ Tutto", "1 ÷ 5 ÷ b", "niente", "-2147483648 ÷ 5 ÷ c"}));
     EXPECT_FALSE(commands.remove(-1) || commands.remove(0) || commands.remove(4));
-    EXPECT_TRUE(commands.remove(1) && commands.remove(1) && commands.remove(1));
+    EXPECT_TRUE(commands.remove(3));
+    EXPECT_EQ(commands.move(1, Direction::Up), 0) << "three are enough";
+    EXPECT_TRUE(commands.remove(1) && commands.remove(1));
     EXPECT_TRUE(composition.bookmarks.empty());
 }
 
