@@ -15,26 +15,6 @@
 
 using namespace std::chrono_literals;
 
-namespace {
-
-class SlowRendering : public WaveRendering {
-public:
-    explicit SlowRendering(VirtualRuntime& runtime) : runtime_(runtime) {}
-
-    const Frames& next() override {
-        runtime_.advance(1s);
-        frames_ = ++made_ > 4 ? Frames{} : Frames{1, -1, 2, -2};
-        return frames_;
-    }
-
-private:
-    VirtualRuntime& runtime_;
-    Frames frames_;
-    int made_ = 0;
-};
-
-}  // namespace
-
 QString itemsOf(const QListWidget& list, const QString& selected) {
     QStringList items;
     for (int row = 0; row < list.count(); ++row) {
@@ -44,21 +24,30 @@ QString itemsOf(const QListWidget& list, const QString& selected) {
     return items.join(u'|');
 }
 
-std::unique_ptr<WaveRendering> SlowRenderer::start(std::vector<TimedMessage> score, std::int64_t) {
-    messages = score.size();
-    return std::make_unique<SlowRendering>(runtime_);
+std::unique_ptr<WaveRendering> SlowRenderer::start(std::vector<TimedMessage>, std::int64_t) {
+    struct Slow : WaveRendering {
+        explicit Slow(VirtualRuntime& slowed) : runtime(slowed) {}
+        const Frames& next() override {
+            runtime.advance(1s);
+            frames = left-- > 0 ? Frames{1, -1, 2, -2} : Frames{};
+            return frames;
+        }
+        VirtualRuntime& runtime;
+        Frames frames;
+        int left = 4;
+    };
+    return std::make_unique<Slow>(runtime_);
 }
 
-Services OpenComposer::services(bool renders) {
+Services OpenComposer::services() {
     world.openOutput();
     Services all = world.services();
-    all.waveRenderer = renders ? &renderer : nullptr;
+    all.waveRenderer = &renderer;
     return all;
 }
 
 /// The window's opening takes the first act and the next one in a single pass.
-OpenComposer::OpenComposer(const QString& melodyFile, bool renders)
-    : window(services(renders), nullptr, melodyFile) {
+OpenComposer::OpenComposer(const QString& melodyFile) : window(services(), nullptr, melodyFile) {
     at(1ms, [] {});
 }
 
@@ -193,12 +182,11 @@ std::string OpenComposer::effectOf(const QString& steps) {
         for (const std::string& line : lines)
             effects << QString::fromStdString(line);
     }
-    QStringList everyOff;
-    for (int note = 36; note <= 95; ++note)
-        everyOff << QStringLiteral("on 1 %1 0").arg(note);
-    const QString separator = QStringLiteral("; ");
-    return effects.join(separator)
-        .replace(everyOff.join(separator), QStringLiteral("all off"))
+    QString everyOff = QStringLiteral("on 1 36 0");
+    for (int note = 37; note <= 95; ++note)
+        everyOff += QStringLiteral("; on 1 %1 0").arg(note);
+    return effects.join(QStringLiteral("; "))
+        .replace(everyOff, QStringLiteral("all off"))
         .replace(u'\n', u'/')
         .toStdString();
 }

@@ -20,8 +20,6 @@ public:
 
     std::unique_ptr<WaveRendering> start(std::vector<TimedMessage> score, std::int64_t) override;
 
-    std::size_t messages = 0;  ///< of the last score
-
 private:
     VirtualRuntime& runtime_;
 };
@@ -38,7 +36,7 @@ struct OpenComposer {
     frmComposer window;
     WindowDriver user{window};
 
-    explicit OpenComposer(const QString& melodyFile = {}, bool renders = true);
+    explicit OpenComposer(const QString& melodyFile = {});
 
     /// "Due.mel", which has bookmarks, "Rotta.mel", which is damaged, "Mie\\Tre.mel" and, on the
     /// floppy disk, "Sette.mel".
@@ -67,7 +65,7 @@ struct OpenComposer {
 private:
     using Look = std::map<QString, QString>;
 
-    Services services(bool renders);
+    Services services();
     Look look();
 };
 
