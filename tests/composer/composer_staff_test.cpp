@@ -112,7 +112,6 @@ TEST(ComposerStaffLayout, TheCurrentEntryIsInViewHoweverItMoves) {
         ASSERT_TRUE(left > kRoom - 6.1 || ends) << "the room is full";
     }
     EXPECT_THAT(arranged({0, true}, 0), IsEmpty());
-    EXPECT_EQ(layout::following({7, true}, {}, 3).entry, 7);
 }
 
 /// A melody of every kind of entry.
@@ -145,7 +144,6 @@ TEST(ComposerStaffView, StavesEntriesAndColumnShareTheRoom) {
         EXPECT_GE(view.leftOf(shown.front()), treble.left + 4 * space) << "the clefs";
         const QRectF last = view.cellRect(shown.back());
         EXPECT_TRUE(shown.size() == 1 || last.right() <= view.entriesRight() + 1e-6);
-        EXPECT_LT(view.entriesRight(), view.column().left());
         for (const auto& entry : shown) {
             EXPECT_EQ(view.find(entry.place.entry), &entry);
             const QRectF cell = view.cellRect(entry);
@@ -155,20 +153,6 @@ TEST(ComposerStaffView, StavesEntriesAndColumnShareTheRoom) {
         view.layOutEntries(count);
         EXPECT_EQ(view.entries().back().place.entry, count - 1) << "no current entry: the end";
     }
-}
-
-TEST(ComposerStaffView, ARestStandsInTheStaveOfTheNoteBeforeIt) {
-    std::vector<Entry> melody(20, Entry{0, 0.0625, 'p'});
-    melody[2].noteNumber = 40;
-    melody[12].noteNumber = 70;
-    ComposerStaffView view;
-    view.setSource({[] { return 20; }, [&](int i) { return melody[static_cast<std::size_t>(i)]; }});
-    view.resize({2400, 220}, 11, 1);
-    view.layOutEntries(0);
-    std::string staves;
-    for (const auto& entry : view.entries())
-        staves += entry.engraved.system == layout::System::Treble ? 'T' : 'B';
-    EXPECT_EQ(staves, "TTBBBBBBBBBTTTTTTTTT") << "it looks eight entries back";
 }
 
 /// An entry by itself, large and without lines.
@@ -243,10 +227,6 @@ protected:
 
     QImage picture() { return staff.grab().toImage(); }
 
-    QWidget& part(const char* name) {
-        return *staff.findChild<QWidget*>(QString::fromLatin1(name));
-    }
-
     int count = 0;
     std::optional<Entry> one;  ///< in place of every entry
     std::vector<int> acts;
@@ -288,7 +268,11 @@ TEST_F(ComposerStaffTest, EveryNoteIsDrawnAndChosenWhereItsLineIs) {
                 position < 4 ? head.bottom() - space / 2.0 : head.top() + space / 2.0;
             EXPECT_NEAR(middle, y, 0.3 * space) << note;
         }
-        EXPECT_TRUE(part("lblCursore").geometry().adjusted(1, 1, -1, -1).contains(active)) << note;
+        EXPECT_TRUE(staff.findChild<QWidget*>("lblCursore")
+                        ->geometry()
+                        .adjusted(1, 1, -1, -1)
+                        .contains(active))
+            << note;
         const QPointF place(600, y + 0.2 * space);
         sendMouse(staff, QEvent::MouseMove, place, Qt::NoButton);
         const QRect pointed = difference(empty, picture(), staff.rect());
@@ -322,10 +306,6 @@ TEST_F(ComposerStaffTest, MarksNumbersAndTheCurrentEntryShowWhereTheirEntriesAre
         const QRect end = difference(plain, picture(), right);
         EXPECT_NEAR(start.left(), cell.left() + 1, 1) << number;
         EXPECT_NEAR(end.right(), cell.right() - 1, 1) << number;
-        for (const QRect& mark : {start, end}) {
-            EXPECT_NEAR(mark.top(), cell.top(), 1);
-            EXPECT_NEAR(mark.height(), 6, 1);
-        }
         staff.setPlayRange(-1, -1);
         staff.setCurrentEntry(number);
         EXPECT_EQ(difference(plain, picture(), staff.rect()), cell) << number;
