@@ -1,11 +1,6 @@
 #include "coherence/scenes.h"
 
 #include "composer/frmComposer.h"
-#include "composer/frmCopyFromA.h"
-#include "composer/library/floppy.h"
-#include "composer/library/melody_library.h"
-#include "composer/melody/composition.h"
-#include "composer/melody/melody_editor.h"
 #include "eartraining/ear_training_state.h"
 #include "eartraining/frmInto.h"
 #include "manual/help_window.h"
@@ -15,11 +10,12 @@
 #include "support/test_world.h"
 #include "support/window_driver.h"
 
-#include <QApplication>
 #include <QDir>
+#include <QFile>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QMenu>
+
+#include <gtest/gtest.h>
 
 using namespace std::chrono_literals;
 
@@ -69,24 +65,11 @@ void lookWhileOpen(TestWorld& world, QDialog& window, const std::vector<Acts>& a
 /// The same for a window that is opened elsewhere, as by a menu item.
 void lookAtModal(TestWorld& world, const std::function<void()>& open, const QString& acts,
                  const Look& look) {
-    world.runtime.at(world.runtime.now() + 1s, [&] {
-        auto* window = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        if (!window)
-            return;
-        act(WindowDriver(*window), acts);
-        look(*window);
-        close(*window);
+    workInModal(world.runtime, open, [&](const WindowDriver& user) {
+        act(user, acts);
+        look(user.window());
+        close(user.window());
     });
-    open();
-}
-
-void putExamples(MemoryFolders& folders, const QString& folder) {
-    const QDir examples(QStringLiteral(MELODY_EXAMPLES));
-    for (const QString& name : examples.entryList({QStringLiteral("*.mel")}, QDir::Files)) {
-        QFile file(examples.filePath(name));
-        if (file.open(QIODevice::ReadOnly))
-            folders.put(folder + name, file.readAll());
-    }
 }
 
 /// The composer over the example melodies, one of which is open and plays.
@@ -94,7 +77,12 @@ auto composer(const std::vector<Acts>& acts) {
     return [acts](const Look& look) {
         TestWorld world;
         world.openOutput();
-        putExamples(world.folders, QStringLiteral("C:\\Cantavista\\Melodie\\Esempi\\"));
+        const QDir examples(QStringLiteral(MELODY_EXAMPLES));
+        for (const QString& name : examples.entryList({QStringLiteral("*.mel")}, QDir::Files)) {
+            QFile file(examples.filePath(name));
+            EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+            world.folders.put("C:\\Cantavista\\Melodie\\Esempi\\" + name, file.readAll());
+        }
         world.dialogs.confirmations.push_back(true);
         frmComposer window(world.services(), nullptr);
         window.resize(1180, 720);
@@ -105,50 +93,17 @@ auto composer(const std::vector<Acts>& acts) {
     };
 }
 
-void showCopyFromFloppy(const Look& look) {
-    TestWorld world;
-    const Services services = world.services();
-    Composition composition;
-    MelodyEditor editor(composition);
-    MelodyLibrary library(services, composition, editor);
-    Floppy floppy(services, composition, library, [](bool) {});
-    putExamples(world.folders, QStringLiteral("A:\\"));
-    world.folders.put(QStringLiteral("C:\\Cantavista\\Melodie\\Mia.mel"));
-    frmCopyFromA window(floppy, QStringLiteral("..\\Melodie\\"), nullptr);
-    lookWhileOpen(world, window, {}, [&](QWidget& shown) {
-        for (const int row : {1, 3})
-            WindowDriver(shown).find<QListWidget>("List1").item(row)->setSelected(true);
-        look(shown);
-    });
-}
-
 /// The ear-training window on an exercise, after these acts; a running one ends with the last.
-void showEar(ExerciseCode exercise, const QString& acts, const QString& last, const Look& look) {
-    TestWorld world;
-    world.openOutput();
-    world.random.numbers = {0.3F};
-    EarTrainingState state;
-    state.request(exercise);
-    frmInto window(world.services(), state, nullptr);
-    lookWhileOpen(world, window, {{10ms, acts}}, look, last);
-}
-
 auto ear(ExerciseCode exercise, const char* acts, const char* last = "") {
     return [=](const Look& look) {
-        showEar(exercise, QLatin1String(acts), QLatin1String(last), look);
+        TestWorld world;
+        world.openOutput();
+        world.random.numbers = {0.3F};
+        EarTrainingState state;
+        state.request(exercise);
+        frmInto window(world.services(), state, nullptr);
+        lookWhileOpen(world, window, {{10ms, QLatin1String(acts)}}, look, QLatin1String(last));
     };
-}
-
-/// Every exercise as the window's menu lists it, so that a new one is walked without a scene of its
-/// own.
-void showEachExercise(const Look& look) {
-    showEar(ExerciseCode::Pitch, {}, {}, [&look](QWidget& window) {
-        const QMenu& list = WindowDriver(window).find<QMenu>("Esercizio");
-        for (QAction* item : list.actions()) {
-            item->trigger();
-            look(window);
-        }
-    });
 }
 
 /// The main window, past its first activation.
@@ -185,14 +140,11 @@ struct Main {
     }
 };
 
-/// The main window after some notes of a session and these acts.
-auto session(int notes, const char* acts = "") {
-    return [=](const Look& look) {
-        Main main;
-        main.answer(notes);
-        act(main.user, QLatin1String(acts));
-        look(main.window);
-    };
+/// The main window after some notes of a session.
+void showSession(const Look& look) {
+    Main main;
+    main.answer(9);
+    look(main.window);
 }
 
 /// The metronome beats during a session in the automatic mode.
@@ -235,13 +187,10 @@ auto fromMenu(const char* item, const char* acts = "") {
     };
 }
 
-auto help(const char* page, const char* wanted) {
-    return [=](const Look& look) {
-        HelpWindow window(QStringLiteral(HELP_PAGES));
-        window.showPage(QLatin1String(page));
-        WindowDriver(window).find<QLineEdit>("txtCerca").setText(QLatin1String(wanted));
-        look(window);
-    };
+void showHelp(const Look& look) {
+    HelpWindow window(QStringLiteral(HELP_PAGES));
+    window.showPage(QStringLiteral("index.html"));
+    look(window);
 }
 
 auto box(const std::function<void(Dialogs&)>& show) {
@@ -257,9 +206,7 @@ auto box(const std::function<void(Dialogs&)>& show) {
 
 const std::vector<Scene>& scenes() {
     static const std::vector<Scene> all{
-        {"main", false, session(9)},
-        // The right column at its fullest: statistics, speed and metronome.
-        {"statistics", false, session(12, "Start mnuAutomatico mnuMetro")},
+        {"main", false, showSession},
         {"metronome", false, showMetronome},
         {"sequence", true, showSequence},
         {"composer", true, composer({{2500ms, "cmdHideFr2 cmdHideBm"}})},
@@ -270,28 +217,21 @@ const std::vector<Scene>& scenes() {
                    {2550ms, "lblStep_1"},
                    {4050ms, "lblStep_1"},
                    {5000ms, "lb_30"}})},
-        {"copy-from-floppy", true, showCopyFromFloppy},
         {"pitches", false,
          ear(ExerciseCode::Pitch, "lb_24 lb_36 lb_24 IntoStart lb_27 lb_27 lb_29 lb_27 lb_27",
              "IntoStart")},
-        {"pitches-stopped", true,
-         ear(ExerciseCode::Pitch, "lb_24 lb_36 lb_24 IntoStart lb_27 IntoStart")},
         {"intervals", false,
          ear(ExerciseCode::Interval, "Il_1 Il_6 Label7 CmdIntStart LblSemi_4 LblSemi_7 LblSemi_4",
              "CmdIntStart")},
         {"chords", false,
          ear(ExerciseCode::Chord, "lb_24 lb_36 EsclTa_3 ComdRacStart TipoAcc_0 TipoAcc_1 TipoAcc_1",
              "ComdRacStart")},
-        {"each-exercise", true, showEachExercise},
-        {"ear-instrument", true, ear(ExerciseCode::Pitch, "mnuSs")},
         {"reference-values", true, fromMenu("mnuPromemoria")},
         {"reference-keys", true, fromMenu("mnuPromemoria", "cmdSel_1 Ton_4")},
-        {"reference-degrees", true, fromMenu("mnuPromemoria", "cmdSel_1 Ton_16")},
         {"reference-intervals", true, fromMenu("mnuPromemoria", "cmdSel_2")},
         {"midi-test", true, fromMenu("mnuMidiTest")},
         {"about", true, fromMenu("mnuVersione")},
-        {"help", true, help("index.html", "")},
-        {"help-search", true, help("metronomo.html", "tempo")},
+        {"help", true, showHelp},
         {"message", true, box([](Dialogs& d) { d.message("Scegli un'altra nota !!!"); })},
         {"question", true,
          box([](Dialogs& d) { d.confirm("La melodia esiste già.\r\nVuoi sostituirla ?"); })},

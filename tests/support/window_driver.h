@@ -25,6 +25,7 @@ void queueKey(QWidget& window, int key);
 class WindowDriver {
 public:
     explicit WindowDriver(QWidget& window) : window_(window) {}
+    QWidget& window() const { return window_; }
 
     template <typename Control>
     Control& find(const QString& name) const {
