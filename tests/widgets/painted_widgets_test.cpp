@@ -1,7 +1,4 @@
-#include "ink.h"
 #include "support/window_driver.h"
-#include "widgets/announcement.h"
-#include "widgets/appearance.h"
 #include "widgets/colour_button.h"
 #include "widgets/degree_label.h"
 #include "widgets/double_click_label.h"
@@ -13,31 +10,11 @@
 
 #include <QAccessible>
 #include <QApplication>
-#include <QLabel>
 #include <QPainter>
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
-namespace {
-
-QImage pictureOf(QWidget& widget) {
-    return widget.grab().toImage();
-}
-
-/// The colour that covers most of a part of a picture.
-QColor mostOf(const QImage& image) {
-    std::map<QRgb, int> count;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x)
-            ++count[image.pixel(x, y)];
-    }
-    return std::ranges::max_element(count, {}, [](const auto& one) { return one.second; })->first;
-}
-
-}  // namespace
-
-/// Whatever changes a widget changes its picture: each act shows something that was not seen
-/// before, from the middle of the widget out.
+/// Whatever changes a widget changes its picture: each act shows something not seen before.
 TEST(PaintedWidgets, LookDifferentInEveryState) {
     QWidget window;
     window.resize(900, 300);
@@ -47,6 +24,7 @@ TEST(PaintedWidgets, LookDifferentInEveryState) {
     auto& label = *new DoubleClickLabel(&window);
     auto& degree = *new DegreeLabel(&window);
     auto& bar = *new LevelBar(&window);
+    auto& lamps = *new LampRow(&window);
     auto& picture = *new PictureButton(
         "p", "?", [](QPainter& painter, const QRectF& rect) { painter.drawEllipse(rect); },
         &window);
@@ -69,6 +47,10 @@ TEST(PaintedWidgets, LookDifferentInEveryState) {
          {[&] { degree.setText(" IV    Sotto"); }, [&] { degree.setText(" V    Sotto"); },
           [&] { degree.setText(" V    Domi"); }}},
         {&bar, {[&] { bar.setValue(99); }, [&] { bar.setFocus(); }}},
+        {&lamps,
+         {[&] { lamps.setVisibleLamps(2); }, [&] { lamps.setVisibleLamps(3); },
+          [&] { lamps.setAllColours(0x0000FF); }, [&] { lamps.setColour(1, 0xFF0000); },
+          [&] { lamps.setColour(2, 0x00FF00); }}},
         {&picture,
          {[&] { picture.setChecked(true); }, [&] { picture.setFocus(); },
           [&] { picture.setEnabled(false); }}},
@@ -80,85 +62,45 @@ TEST(PaintedWidgets, LookDifferentInEveryState) {
     QCoreApplication::processEvents();
     for (const auto& [widget, acts] : rows) {
         widget->resize(80, 40);
-        std::vector<QImage> seen{pictureOf(*widget)};
+        std::vector<QImage> seen{widget->grab().toImage()};
         for (const auto& act : acts) {
             act();
-            seen.push_back(pictureOf(*widget));
+            seen.push_back(widget->grab().toImage());
             for (std::size_t i = 0; i + 1 < seen.size(); ++i)
                 EXPECT_NE(seen[i], seen.back()) << widget->metaObject()->className() << seen.size();
         }
     }
-    EXPECT_EQ(mostOf(pictureOf(verdict)), QColor(0, 99, 0));
-    colour.setDown(false);
-    EXPECT_EQ(mostOf(pictureOf(colour)), QColor(255, 0, 0));
-    picture.setEnabled(true);
-    EXPECT_EQ(mostOf(pictureOf(picture)), QColor(10, 254, 10));
-}
-
-TEST(LampRow, ShowsItsLampsInTheirColoursSideBySide) {
-    LampRow row;
-    row.resize(500, 40);
-    row.show();
-    for (const int count : {20, 7, 1, 0}) {
-        row.setVisibleLamps(count);
-        row.setAllColours(0x0000FF);
-        row.setColour(3, 0xFF0000);
-        row.setColour(20, 0);
-        const QImage image = pictureOf(row);
-        int right = 0;
-        for (int i = 0; i < LampRow::kCount; ++i) {
-            const auto& lamp = *row.findChild<QWidget*>(QStringLiteral("lblPuls_%1").arg(i));
-            ASSERT_EQ(lamp.isVisible(), i < count);
-            if (i >= count)
-                continue;
-            const QRect place = lamp.geometry();
-            EXPECT_TRUE(row.rect().contains(place) && place.left() >= right) << i;
-            EXPECT_GE(place.width(), std::min(40, 500 / count) * 4 / 5);
-            right = place.right();
-            const QPoint middle = (QPointF(place.center()) * image.devicePixelRatio()).toPoint();
-            EXPECT_EQ(image.pixelColor(middle), i == 3 ? QColor(0, 0, 255) : QColor(255, 0, 0));
-            EXPECT_TRUE(
-                lamp.accessibleName().startsWith(QStringLiteral("Pulsazione %1: ").arg(i + 1)));
-        }
-        EXPECT_EQ(QAccessible::queryAccessibleInterface(&row)->childCount(), count);
-    }
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&lamps)->childCount(), 3);
 }
 
 TEST(DoubleClickLabel, IsClickedByDoubleClicksAndByTheKeyboardOnly) {
     DoubleClickLabel label;
-    int clicks = 0;
-    QObject::connect(&label, &QToolButton::clicked, [&] { ++clicks; });
+    std::string clicks;
+    QObject::connect(&label, &QToolButton::clicked, [&] { clicks += "click "; });
     label.show();
     label.activateWindow();
     label.setFocus();
-    const std::tuple<QEvent::Type, Qt::MouseButton, int> rows[] = {
-        {QEvent::MouseButtonPress, Qt::LeftButton, 0},
-        {QEvent::MouseButtonRelease, Qt::LeftButton, 0},
-        {QEvent::MouseButtonDblClick, Qt::RightButton, 0},
-        {QEvent::MouseButtonDblClick, Qt::LeftButton, 1},
-        {QEvent::MouseButtonRelease, Qt::LeftButton, 1}};
-    for (const auto& [type, button, expected] : rows) {
-        sendMouse(label, type, label.rect().center(), button);
-        EXPECT_EQ(clicks, expected) << type;
+    for (const auto type :
+         {QEvent::MouseButtonPress, QEvent::MouseButtonRelease, QEvent::MouseButtonDblClick}) {
+        clicks += std::to_string(type) + ' ';
+        sendMouse(label, type, {5, 5}, Qt::RightButton);
+        sendMouse(label, type, {5, 5});
     }
     for (const int key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space})
         WindowDriver(label).type(key);
-    EXPECT_EQ(clicks, 4);
+    EXPECT_EQ(clicks, "2 3 4 click click click click ");
 }
 
 TEST(LevelBar, RisesTowardsItsTop) {
     LevelBar bar;
     bar.resize(20, 200);
-    bar.setRange(0, 100);
-    bar.setPageStep(10);
     bar.show();
-    int before = 50;
-    for (const auto& [y, change] : {std::pair{3, 1}, {197, -1}, {30, 10}, {170, -10}}) {
-        bar.setValue(before);
-        for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease})
-            sendMouse(bar, type, {10.0, static_cast<double>(y)});
-        EXPECT_EQ(bar.value(), before + change) << y;
+    for (const auto& [y, value] : {std::pair{3.0, 51}, {197.0, 49}, {30.0, 60}, {170.0, 40}}) {
+        bar.setValue(50);
+        sendMouse(bar, QEvent::MouseButtonPress, {10.0, y});
+        sendMouse(bar, QEvent::MouseButtonRelease, {10.0, y});
+        EXPECT_EQ(bar.value(), value) << y;
     }
     WindowDriver(bar).type(Qt::Key_Up);
-    EXPECT_EQ(bar.value(), before - 10 + 1);
+    EXPECT_EQ(bar.value(), 41);
 }

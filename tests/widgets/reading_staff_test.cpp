@@ -67,15 +67,17 @@ TEST_F(ReadingStaffTest, ItsLinesAreCrispAndEveryNoteIsDrawnWhereARulersPressCho
         const double ratio = plain.devicePixelRatio();
         const int card = qCeil(3 * ratio);
         const int column = qRound((ruler.x() - 10) * ratio);
-        const auto lines =
-            inkRuns(plain.copy(column, card, 1, qFloor((size.height() - 6) * ratio)), 0);
+        const auto lines = inkRuns(plain.copy(column, card, 1, plain.height() - 2 * card), 0);
         ASSERT_THAT(lines, SizeIs(10)) << size.width();
         const int space = lines[1].top - lines[0].top;
+        for (int i = 0; i < 9; ++i) {
+            EXPECT_EQ(lines[i].thickness, lines[9].thickness);
+            EXPECT_TRUE(i == 4 || lines[i + 1].top - lines[i].top == space) << i;
+        }
         for (const int step : kSteps) {
             // Two steps from a line to the next.
-            const bool treble = step >= 40;
-            const InkRun& bottom = lines[treble ? 4 : 9];
-            const double position = step - (treble ? 46 : 18);
+            const InkRun& bottom = lines[step >= 40 ? 4 : 9];
+            const double position = step - (step >= 40 ? 46 : 18);
             const double y = bottom.top + card + bottom.thickness / 2.0 - position * space / 2.0;
             EXPECT_NEAR(noteY(step) * ratio, y, 1.5 * ratio) << step;
             staff.hideNotes();
@@ -83,19 +85,12 @@ TEST_F(ReadingStaffTest, ItsLinesAreCrispAndEveryNoteIsDrawnWhereARulersPressCho
             const QRect ink = changeBetween(plain, picture());
             EXPECT_TRUE(ink.contains(ink.center().x(), qRound(y))) << step;
             EXPECT_LT(ink.height(), 8 * space) << "one note";
-            const auto* marker = ruler.findChild<QWidget*>(QStringLiteral("m%1").arg(step));
-            EXPECT_NEAR(QRectF(marker->geometry()).center().y(), noteY(step), 1.5) << step;
             mouse(QEvent::MouseButtonPress, noteY(step));
             EXPECT_THAT(std::exchange(presses, {}), ElementsAre(step));
         }
-        for (const double none : {(noteY(31) + noteY(40)) / 2, 0.0, size.height() - 1.0})
-            mouse(QEvent::MouseButtonPress, none);
-        EXPECT_THAT(std::exchange(presses, {}), ElementsAre(0, 0, 0));
+        mouse(QEvent::MouseButtonPress, (noteY(31) + noteY(40)) / 2);
+        EXPECT_THAT(std::exchange(presses, {}), ElementsAre(0));
     }
-    sendMouse(ruler, QEvent::MouseButtonPress, {5, noteY(50)}, Qt::RightButton);
-    ruler.setEnabled(false);
-    mouse(QEvent::MouseButtonPress, noteY(50));
-    EXPECT_THAT(presses, SizeIs(0));
 }
 
 /// The mouse has precedence over the cursor, which moves along the steps.
@@ -111,17 +106,16 @@ TEST_F(ReadingStaffTest, TheStepOfTheMouseOrTheCursorIsReportedAndSeen) {
     const int last = static_cast<int>(kSteps.size()) - 1;
     const QImage plain = picture();
     for (int act = 0; act < 500; ++act) {
-        const std::pair<int, int> moves[] = {
-            {Qt::Key_Up, cursor + 1},     {Qt::Key_Down, cursor - 1},
-            {Qt::Key_PageUp, cursor + 7}, {Qt::Key_PageDown, cursor - 7},
-            {Qt::Key_Home, last},         {Qt::Key_End, 0}};
-        const auto [key, target] = moves[random() % 6];
+        const int keys[] = {Qt::Key_Up,       Qt::Key_Down, Qt::Key_PageUp,
+                            Qt::Key_PageDown, Qt::Key_Home, Qt::Key_End};
+        const int targets[] = {cursor + 1, cursor - 1, cursor + 7, cursor - 7, last, 0};
+        const auto move = random() % 6;
         const int step = kSteps[random() % kSteps.size()];
         QEvent leave(QEvent::Leave);
         switch (random() % 4) {
             case 0:
-                WindowDriver(window).type(key);
-                cursor = std::clamp(target, 0, last);
+                WindowDriver(window).type(keys[move]);
+                cursor = std::clamp(targets[move], 0, last);
                 break;
             case 1:
                 mouse(QEvent::MouseMove, noteY(step));
@@ -140,30 +134,17 @@ TEST_F(ReadingStaffTest, TheStepOfTheMouseOrTheCursorIsReportedAndSeen) {
     }
     mouse(QEvent::MouseMove, noteY(50));
     EXPECT_TRUE(changeBetween(plain, picture()).isValid());
-    ruler.setEnabled(false);
-    EXPECT_EQ(told, std::nullopt);
 }
 
 TEST_F(ReadingStaffTest, HiddenMarkersAndThePlaceOfTheNoteAreReadToThoseWhoCannotSee) {
-    auto& marker = *ruler.findChild<QWidget*>("m50");
     const QImage plain = picture();
     ruler.hideMarker(50);
     EXPECT_TRUE(changeBetween(plain, picture()).isValid()) << "a sign stands in its place";
-    EXPECT_FALSE(marker.isVisible());
-    QAccessibleInterface* item = QAccessible::queryAccessibleInterface(&marker);
+    auto* item = QAccessible::queryAccessibleInterface(ruler.findChild<QWidget*>("m50"));
     EXPECT_EQ(item->text(QAccessible::Name), "Chiave di Sol, terza linea");
-    EXPECT_FALSE(item->state().invisible);
     item->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
     EXPECT_THAT(presses, ElementsAre(50));
-    ruler.showAllMarkers();
-    EXPECT_TRUE(marker.isVisible());
-    ruler.moveCursor(46);
-    EXPECT_EQ(QAccessible::queryAccessibleInterface(&ruler)->text(QAccessible::Value),
-              "Chiave di Sol, prima linea");
-
-    const QAccessibleInterface* reader = QAccessible::queryAccessibleInterface(&staff);
     staff.showNote(48);
-    EXPECT_EQ(reader->text(QAccessible::Description), "Chiave di Sol, seconda linea");
-    staff.hideNotes();
-    EXPECT_EQ(reader->text(QAccessible::Description), "Nessuna nota");
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&staff)->text(QAccessible::Description),
+              "Chiave di Sol, seconda linea");
 }
