@@ -58,6 +58,7 @@ TEST(GlyphTable, AgreesWithTheFontAndItsMetadata) {
     const QJsonObject metadata = QJsonDocument::fromJson(file.readAll()).object();
     for (const glyph_table::Info& info : glyph_table::kGlyphs) {
         SCOPED_TRACE(info.name);
+        EXPECT_EQ(&info, &glyph_table::kGlyphs[static_cast<std::size_t>(info.glyph)]);
         const QString name = QLatin1String(info.name);
         const QJsonValue box = metadata["glyphBBoxes"][name];
         expectPoint(box["bBoxSW"], info.southWest);
