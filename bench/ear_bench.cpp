@@ -24,7 +24,7 @@ public:
     Instant now() const override { return real_.now(); }
     double secondsSinceMidnight() const override { return real_.secondsSinceMidnight(); }
     QDateTime dateTime() const override { return real_.dateTime(); }
-    void pump(Instant wakeBy) override { real_.pump(wakeBy); }
+    bool pump(Instant wakeBy) override { return real_.pump(wakeBy); }
     void blockUntil(Instant /*end*/) override {}
     std::unique_ptr<Alarm> makeAlarm(std::function<void()> work) override {
         return real_.makeAlarm(std::move(work));

@@ -40,6 +40,26 @@ bool AudioEngine::reset(std::int64_t now) {
     return post(event, now);
 }
 
+bool AudioEngine::plan(std::uint32_t packed, std::int64_t instant) {
+    SoundEvent event;
+    event.message = packed;
+    event.planned = true;
+    return post(event, instant);
+}
+
+bool AudioEngine::planReset(std::int64_t instant) {
+    SoundEvent event;
+    event.kind = SoundEvent::Kind::Reset;
+    event.planned = true;
+    return post(event, instant);
+}
+
+void AudioEngine::cancelPlanned(std::int64_t now) {
+    SoundEvent event;
+    event.kind = SoundEvent::Kind::CancelPlanned;
+    post(event, now);
+}
+
 bool AudioEngine::startTune(std::shared_ptr<Tune> tune, std::int64_t now) {
     SoundEvent event;
     event.kind = SoundEvent::Kind::StartTune;

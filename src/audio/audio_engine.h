@@ -25,6 +25,17 @@ public:
     /// the audio thread does not take anything any more.
     bool message(std::uint32_t packed, std::int64_t now);
     bool reset(std::int64_t now);
+
+    /// User-interface thread: what is to sound at an instant; one in the past is as soon as
+    /// possible. False like the others.
+    bool plan(std::uint32_t packed, std::int64_t instant);
+    bool planReset(std::int64_t instant);
+    /// Takes back what was planned for later than now.
+    void cancelPlanned(std::int64_t now);
+
+    /// How much later than its instant a message is heard, in nanoseconds.
+    std::int64_t delay() const { return timeline_.delay(); }
+
     bool startTune(std::shared_ptr<Tune> tune, std::int64_t now);
     bool stopTune(std::int64_t now);
     bool startWave(std::shared_ptr<const Wave> wave, std::int64_t now);

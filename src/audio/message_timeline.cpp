@@ -1,5 +1,7 @@
 #include "audio/message_timeline.h"
 
+#include <algorithm>
+
 namespace {
 
 SoundEvent resetAt(std::int64_t time) {
@@ -9,33 +11,77 @@ SoundEvent resetAt(std::int64_t time) {
     return reset;
 }
 
+/// Whether an event is given out after everything of its kind that was posted before.
+bool isCounted(const SoundEvent& event) {
+    return !event.planned && event.kind != SoundEvent::Kind::CancelPlanned;
+}
+
 }  // namespace
 
 bool MessageTimeline::post(const SoundEvent& event) {
     constexpr std::size_t kRoomForBoth = 2;
-    if (dropped_.load() && queue_.freeSlots() >= kRoomForBoth && dropped_.exchange(false))
+    if (dropped_.load() && queue_.freeSlots() >= kRoomForBoth && dropped_.exchange(false)) {
         queue_.push(resetAt(event.time));
-    if (!dropped_.load() && queue_.push(event))
+        ++posted_;
+    }
+    if (!dropped_.load() && queue_.push(event)) {
+        if (isCounted(event))
+            ++posted_;
         return true;
+    }
     dropped_.store(true);
     return false;
 }
 
 void MessageTimeline::request(std::int64_t now, std::int64_t frame, int count) {
     clock_.request(now, frame, count);
+    delay_.store(clock_.heardDelay());
+}
+
+void MessageTimeline::takeFromQueue() {
+    while (const SoundEvent* front = queue_.front()) {
+        if (front->kind == SoundEvent::Kind::CancelPlanned)
+            dropPlannedAfter(front->time);
+        else if (waiting() == waiting_.size())
+            return;
+        else
+            insert(*front);
+        queue_.pop();
+    }
+}
+
+void MessageTimeline::insert(const SoundEvent& event) {
+    if (end_ == waiting_.size()) {
+        std::copy(waiting_.begin() + begin_, waiting_.begin() + end_, waiting_.begin());
+        end_ -= begin_;
+        begin_ = 0;
+    }
+    std::size_t place = end_++;
+    for (; place > begin_ && waiting_[place - 1].time > event.time; --place)
+        waiting_[place] = waiting_[place - 1];
+    waiting_[place] = event;
+}
+
+void MessageTimeline::dropPlannedAfter(std::int64_t time) {
+    const auto kept = std::remove_if(
+        waiting_.begin() + begin_, waiting_.begin() + end_,
+        [time](const SoundEvent& event) { return event.planned && event.time > time; });
+    end_ = static_cast<std::size_t>(kept - waiting_.begin());
 }
 
 std::optional<SoundEvent> MessageTimeline::next(std::int64_t frame, int blockFrames) {
-    const SoundEvent* front = queue_.front();
-    if (!front) {
+    takeFromQueue();
+    if (waiting() == 0) {
         if (dropped_.load() && dropped_.exchange(false))
             return resetAt(0);
         return std::nullopt;
     }
+    const SoundEvent event = waiting_[begin_];
     // The nearest block start, so that the rounding has no bias.
-    if (clock_.frameFor(front->time) >= static_cast<double>(frame) + blockFrames / 2.0)
+    if (clock_.frameFor(event.time) >= static_cast<double>(frame) + blockFrames / 2.0)
         return std::nullopt;
-    const SoundEvent event = *front;
-    queue_.pop();
+    ++begin_;
+    if (isCounted(event))
+        givenOut_.fetch_add(1);
     return event;
 }

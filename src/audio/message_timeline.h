@@ -3,12 +3,15 @@
 #include "audio/event_queue.h"
 #include "audio/stream_clock.h"
 
+#include <array>
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 
 /// Carries events from the user-interface thread to the audio thread and gives each out at a
-/// constant delay after its arrival, in the order of arrival.
+/// constant delay after its instant, in the order of their instants and of their arrival where
+/// these are equal. Without locks or allocation.
 class MessageTimeline {
 public:
     explicit MessageTimeline(double framesPerSecond) : clock_(framesPerSecond) {}
@@ -20,9 +23,10 @@ public:
     /// dropped, and a Reset takes the place of everything dropped so that no note hangs.
     bool post(const SoundEvent& event);
 
-    /// Producer: the number of events posted so far, and how many of them were given out.
-    std::uint64_t posted() const { return queue_.pushed(); }
-    std::uint64_t givenOut() const { return queue_.popped(); }
+    /// Producer: the number of events posted so far that were not planned, and how many of them
+    /// were given out.
+    std::uint64_t posted() const { return posted_; }
+    std::uint64_t givenOut() const { return givenOut_.load(); }
 
     /// Consumer: as in StreamClock.
     void restart() { clock_.restart(); }
@@ -31,10 +35,25 @@ public:
     /// Consumer: the next event that belongs before the block of `blockFrames` from `frame`.
     std::optional<SoundEvent> next(std::int64_t frame, int blockFrames);
 
-    bool empty() const { return queue_.front() == nullptr; }
+    bool empty() const { return waiting() == 0 && queue_.front() == nullptr; }
+
+    /// From an event's instant until it is heard, in nanoseconds; any thread.
+    std::int64_t delay() const { return delay_.load(); }
 
 private:
+    void takeFromQueue();
+    void insert(const SoundEvent& event);
+    void dropPlannedAfter(std::int64_t time);
+    std::size_t waiting() const { return end_ - begin_; }
+
     EventQueue queue_;
+    std::uint64_t posted_ = 0;
+    std::atomic<std::uint64_t> givenOut_ = 0;
+    /// What the consumer took from the queue and has not given out, in the order of the instants.
+    std::array<SoundEvent, EventQueue::kCapacity> waiting_;
+    std::size_t begin_ = 0;
+    std::size_t end_ = 0;
     StreamClock clock_;
+    std::atomic<std::int64_t> delay_ = 0;
     std::atomic<bool> dropped_ = false;
 };

@@ -64,6 +64,8 @@ void SoundMixer::apply(const SoundEvent& event) {
             wave_ = event.wave;
             waveFrame_ = 0;
             break;
+        case SoundEvent::Kind::CancelPlanned:
+            break;
     }
     synthesizerSounds_ = synthesizer_ != nullptr;
     inaudibleFrames_ = 0;

@@ -92,3 +92,7 @@ double StreamClock::delayNanoseconds() const {
     // An event that arrives just after a request is first looked at by the next one.
     return largestRequest_ * frameTime_ + early_ + kMargin;
 }
+
+std::int64_t StreamClock::heardDelay() const {
+    return static_cast<std::int64_t>(delayNanoseconds() + lead_ * frameTime_);
+}

@@ -18,6 +18,10 @@ public:
     /// The frame at which a thing of the instant `time` sounds, the constant delay included.
     double frameFor(std::int64_t time) const;
 
+    /// How much later than its instant a thing is heard, in nanoseconds: the constant delay and the
+    /// time that frames spend in the stream's buffers, as far as the stream has shown it.
+    std::int64_t heardDelay() const;
+
 private:
     void start(std::int64_t now, std::int64_t frame);
     void follow(double residual, std::int64_t frame, int count);

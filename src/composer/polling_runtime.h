@@ -15,9 +15,10 @@ public:
     PollingRuntime(Runtime& runtime, std::function<void()> afterPass)
         : runtime_(runtime), afterPass_(std::move(afterPass)) {}
 
-    void pump(Instant wakeBy) override {
-        runtime_.pump(wakeBy);
+    bool pump(Instant wakeBy) override {
+        const bool input = runtime_.pump(wakeBy);
         afterPass_();
+        return input;
     }
 
     Instant now() const override { return runtime_.now(); }

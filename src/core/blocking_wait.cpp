@@ -1,21 +1,9 @@
 #include "core/blocking_wait.h"
 
-#include "platform/runtime.h"
-
 #include <cmath>
 #include <limits>
 
 namespace blocking_wait {
-
-void wait(Runtime& runtime, double seconds) {
-    if (!isWait(seconds))
-        return;
-    // The end is worked out on the clock as it reads now and then met on the steady clock, so that
-    // neither midnight nor a changed system time can prolong a wait.
-    const Instant begin = runtime.now();
-    const double start = runtime.secondsSinceMidnight();
-    runtime.blockUntil(begin + secondsToInstant(endOf(start, seconds) - start));
-}
 
 double endOf(double start, double seconds) {
     constexpr float kDown = -std::numeric_limits<float>::infinity();

@@ -1,7 +1,5 @@
 #pragma once
 
-class Runtime;
-
 /// The end of a blocking wait, on the clock that counts seconds since midnight.
 ///
 /// A wait of s seconds that starts at `start` is over at the first clock reading t for which
@@ -9,9 +7,6 @@ class Runtime;
 /// single-precision second has a grain of about 8 ms, and so have the waits: that grain is the
 /// program's own, in the metronome, the exercises and every pause.
 namespace blocking_wait {
-
-/// Waits with no input let through; returns at once if `seconds` is no wait.
-void wait(Runtime& runtime, double seconds);
 
 /// Waits of this length or more are no waits at all.
 constexpr double kLimit = 10;

@@ -1,6 +1,5 @@
 #include "core/funzioni_mm.h"
 
-#include "core/blocking_wait.h"
 #include "platform/dialogs.h"
 #include "platform/media.h"
 #include "platform/user_text.h"
@@ -16,6 +15,19 @@ constexpr int kPlayerVelocity = 100;
 constexpr double kDrawnNoteSeconds = 0.9;
 constexpr int kMidiErrorTextLength = 127;
 constexpr int kMediaErrorTextLength = 254;
+
+/// Nothing for values that do not fit.
+std::optional<std::uint32_t> packed(std::int16_t status, std::int16_t data1, std::int16_t data2) {
+    const std::int64_t message = (std::int64_t{data2} * 256 + data1) * 256 + status;
+    if (message < 0 || message > std::numeric_limits<std::uint32_t>::max())
+        return std::nullopt;
+    return static_cast<std::uint32_t>(message);
+}
+
+std::optional<std::uint32_t> packedNoteOn(int channel, int note, int velocity) {
+    return packed(static_cast<std::int16_t>(kNoteOnStatus + channel - 1),
+                  static_cast<std::int16_t>(note), static_cast<std::int16_t>(velocity));
+}
 
 }  // namespace
 
@@ -49,22 +61,33 @@ void FunzioniMM::MidiClose() {
 }
 
 void FunzioniMM::SendShortMsg(std::int16_t status, std::int16_t data1, std::int16_t data2) {
-    const std::int64_t packed = (std::int64_t{data2} * 256 + data1) * 256 + status;
-    if (packed < 0 || packed > std::numeric_limits<std::uint32_t>::max())
-        return;
-    lastMessage_ = static_cast<std::uint32_t>(packed);
+    if (const auto message = packed(status, data1, data2))
+        send(*message);
+}
+
+void FunzioniMM::send(std::uint32_t message) {
+    lastMessage_ = message;
     lastSendResult_ = static_cast<std::int16_t>(output_.send(lastMessage_));
     if (lastSendResult_ != 0)
         ReportMidiError(UserText::tr("ShortMsg"), lastSendResult_);
 }
 
 void FunzioniMM::NoteOn(int channel, int note, int velocity) {
-    SendShortMsg(static_cast<std::int16_t>(kNoteOnStatus + channel - 1),
-                 static_cast<std::int16_t>(note), static_cast<std::int16_t>(velocity));
+    if (const auto message = packedNoteOn(channel, note, velocity))
+        send(*message);
 }
 
 void FunzioniMM::NoteOff(int channel, int note) {
     NoteOn(channel, note, 0);
+}
+
+void FunzioniMM::planNoteOn(int channel, int note, int velocity, Instant at) {
+    if (const auto message = packedNoteOn(channel, note, velocity))
+        output_.plan(*message, at);
+}
+
+void FunzioniMM::planNoteOff(int channel, int note, Instant at) {
+    planNoteOn(channel, note, 0, at);
 }
 
 void FunzioniMM::ProgramChange(std::int32_t program) {
@@ -87,16 +110,32 @@ void FunzioniMM::PlayNoteIndex(std::int16_t index) {
         lastNoteIndex_ = index;
         return;
     }
-    drawnIndex_ = random_.between(rangeLower_, rangeUpper_);
+    if (!drawnAhead_) {
+        WaitChain chain = waits();
+        planRandomNote(chain);
+    }
+    const DrawnAhead drawn = *std::exchange(drawnAhead_, std::nullopt);
+    drawnIndex_ = drawn.index;
     if (lastNoteIndex_ > -1)
         silenceLastNote();
     NoteOn(kMelodyChannel, drawnIndex_ + pitch::kLowestNote, kPlayerVelocity);
     noteDrawn_ = true;
     lastNoteIndex_ = drawnIndex_;
     if (autoSilence_) {
-        WaitSeconds(kDrawnNoteSeconds);
+        waitUntil(drawn.end);
         silenceLastNote();
     }
+}
+
+void FunzioniMM::planRandomNote(WaitChain& chain) {
+    const pitch::NoteIndex index = random_.between(rangeLower_, rangeUpper_);
+    if (lastNoteIndex_ > -1)
+        planNoteOff(kMelodyChannel, lastNoteIndex_ + pitch::kLowestNote, chain.reached());
+    planNoteOn(kMelodyChannel, index + pitch::kLowestNote, kPlayerVelocity, chain.reached());
+    if (autoSilence_)
+        planNoteOff(kMelodyChannel, index + pitch::kLowestNote,
+                    chain.afterSeconds(kDrawnNoteSeconds));
+    drawnAhead_ = {index, chain.reached()};
 }
 
 std::int16_t FunzioniMM::RandomNoteIndex(std::int16_t lower, std::int16_t upper) {
@@ -104,7 +143,15 @@ std::int16_t FunzioniMM::RandomNoteIndex(std::int16_t lower, std::int16_t upper)
 }
 
 void FunzioniMM::WaitSeconds(double seconds) {
-    blocking_wait::wait(runtime_, seconds);
+    waitUntil(waits().afterSeconds(seconds));
+}
+
+WaitChain FunzioniMM::waits() {
+    return WaitChain(runtime_);
+}
+
+void FunzioniMM::waitUntil(Instant end) {
+    runtime_.blockUntil(end);
 }
 
 void FunzioniMM::MediaOpen(const QString& path) {

@@ -3,12 +3,14 @@
 #include "core/open_output.h"
 #include "core/pitch.h"
 #include "core/random.h"
+#include "core/wait_chain.h"
 #include "platform/midi_out.h"
 
 #include <QString>
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 
 class Dialogs;
 class Media;
@@ -55,13 +57,27 @@ public:
     /// Silences every note of the output at once, keeping the programs.
     void ResetOutput();
 
+    /// Hand the same to the output ahead of their instant, when nothing can come between: each is
+    /// to be called at that instant all the same (see `OpenOutput::plan`).
+    void planNoteOn(int channel, int note, int velocity, Instant at);
+    void planNoteOff(int channel, int note, Instant at);
+    void planReset(Instant at) { output_.planReset(at); }
+
     /// Plays one note at a time: a note index 0..59 sounds until the next call, `kSilence` silences
     /// the last one, any lower value draws a note between the range's bounds. With auto-silence on,
     /// a drawn note sounds 0.9 s and the call waits for its end.
     void PlayNoteIndex(std::int16_t index);
 
+    /// Draws the note of the next `PlayNoteIndex(kRandomNote)` and hands it to the output ahead. It
+    /// is due at the end of the chain; with auto-silence on, the chain goes on to the note's end.
+    void planRandomNote(WaitChain& chain);
+
     /// A uniform draw, bounds included; equal bounds draw nothing.
     std::int16_t RandomNoteIndex(std::int16_t lower, std::int16_t upper);
+
+    /// Waits that follow each other, to begin now, and a wait for the end of one of them.
+    WaitChain waits();
+    void waitUntil(Instant end);
 
     /// A blocking wait of more than 0 and less than 10 seconds; any other returns at once.
     void WaitSeconds(double seconds);
@@ -102,6 +118,12 @@ public:
     bool mediaOpenFailed() const { return mediaOpenFailed_; }
 
 private:
+    struct DrawnAhead {
+        pitch::NoteIndex index;
+        Instant end;
+    };
+
+    void send(std::uint32_t message);
     void ReportMidiError(const QString& operation, int code);
     void silenceLastNote();
     void sendMediaCommand(const QString& command, const QString& failure);
@@ -121,6 +143,7 @@ private:
     pitch::NoteIndex rangeLower_ = 0;
     pitch::NoteIndex rangeUpper_ = 0;
     pitch::NoteIndex drawnIndex_ = 0;
+    std::optional<DrawnAhead> drawnAhead_;
     bool noteDrawn_ = false;
     bool autoSilence_ = false;
     bool mediaOpenFailed_ = false;

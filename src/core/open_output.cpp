@@ -18,6 +18,7 @@ int OpenOutput::open(int deviceId) {
     const MidiOpenResult result = midiOut_.open(deviceId);
     if (result.code != 0)
         return result.code;
+    planned_.clear();
     if (handle_ != 0 && lost_)
         midiOut_.close(handle_);
     handle_ = result.handle;
@@ -31,6 +32,7 @@ int OpenOutput::open(int deviceId) {
 int OpenOutput::close() {
     if (handle_ == 0)
         return 0;
+    planned_.clear();
     const int code = midiOut_.close(handle_);
     if (code != 0 && !lost_)
         return code;
@@ -41,6 +43,8 @@ int OpenOutput::close() {
 }
 
 int OpenOutput::send(std::uint32_t message) {
+    if (completePlanned(message))
+        return 0;
     if (isProgramChange(message))
         program_ = message;
     if (lost_ && startsSomething(message) && tryAgain() && isProgramChange(message))
@@ -62,8 +66,41 @@ int OpenOutput::send(std::uint32_t message) {
 }
 
 void OpenOutput::reset() {
-    if (isOpen())
+    if (!completePlanned(std::nullopt) && isOpen())
         midiOut_.reset(handle_);
+}
+
+void OpenOutput::plan(std::uint32_t message, Instant at) {
+    if (isOpen() && midiOut_.plan(handle_, message, at))
+        planned_.push_back({message, at});
+}
+
+void OpenOutput::planReset(Instant at) {
+    if (isOpen() && midiOut_.planReset(handle_, at))
+        planned_.push_back({std::nullopt, at});
+}
+
+void OpenOutput::cancelPlanned() {
+    if (!planned_.empty())
+        midiOut_.cancelPlanned(handle_);
+    planned_.clear();
+}
+
+Instant OpenOutput::nextHeard(Instant at) const {
+    return planned_.empty() ? at : at + midiOut_.delay(handle_);
+}
+
+/// Whether the message, or reset, was sent ahead and its instant has come.
+bool OpenOutput::completePlanned(std::optional<std::uint32_t> message) {
+    if (planned_.empty())
+        return false;
+    const Planned next = planned_.front();
+    if (next.message != message || next.at > runtime_.now()) {
+        cancelPlanned();
+        return false;
+    }
+    planned_.pop_front();
+    return !midiOut_.gone(handle_);
 }
 
 bool OpenOutput::ready() {
@@ -78,6 +115,7 @@ bool OpenOutput::tryAgain() {
     nextTry_ = runtime_.now() + kRetryInterval;
     if (result.code != 0)
         return false;
+    planned_.clear();
     handle_ = result.handle;
     lost_ = false;
     if (program_ != 0)

@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <optional>
 
@@ -36,6 +37,18 @@ public:
     /// Silences every note.
     void reset();
 
+    /// Hands a message, or a reset, to the output ahead of its instant. `send` or `reset` at that
+    /// instant then completes it; sent out of turn, or before its instant, it takes back everything
+    /// planned, and what the output did not take is sent when its turn comes. So whatever happens
+    /// in between, what is sent is the same without planning. To be completed or cancelled before
+    /// events run.
+    void plan(std::uint32_t message, Instant at);
+    void planReset(Instant at);
+    void cancelPlanned();
+
+    /// When what is sent next is heard: later than its instant only if the output took it ahead.
+    Instant nextHeard(Instant at) const;
+
     /// Whether an output is open; tries a lost one again first.
     bool ready();
 
@@ -47,6 +60,12 @@ public:
     const std::optional<QString>& deviceName() const { return deviceName_; }
 
 private:
+    struct Planned {
+        std::optional<std::uint32_t> message;  ///< nothing for a reset
+        Instant at;
+    };
+
+    bool completePlanned(std::optional<std::uint32_t> message);
     bool tryAgain();
     void tellChange() const;
 
@@ -58,5 +77,6 @@ private:
     Instant nextTry_{0};
     int deviceId_ = kMidiMapper;
     std::optional<QString> deviceName_;
+    std::deque<Planned> planned_;
     std::uint32_t program_ = 0;  ///< the last program change; 0 if there was none
 };

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/runtime.h"
+
 #include <QString>
 
 #include <cstdint>
@@ -39,10 +41,26 @@ public:
     /// channel a sound that was struck may ring out.
     virtual int reset(MidiHandle handle) = 0;
 
+    /// Takes a message, or a reset, that is to be sent at an instant of the steady clock; one in
+    /// the past is as soon as possible. What is planned and what is sent go out in the order of
+    /// their instants. False if the output does not take it; nothing is sent then.
+    virtual bool plan(MidiHandle /*handle*/, std::uint32_t /*message*/, Instant /*at*/) {
+        return false;
+    }
+    virtual bool planReset(MidiHandle /*handle*/, Instant /*at*/) { return false; }
+
+    /// Takes back everything planned whose instant has not come.
+    virtual void cancelPlanned(MidiHandle /*handle*/) {}
+
+    /// How much later than its instant a message is heard, as far as that is known.
+    virtual Instant delay(MidiHandle /*handle*/) const { return Instant{0}; }
+
+    /// Closes an output; what is planned is taken back.
     virtual int close(MidiHandle handle) = 0;
 
     /// Whether the device of an open handle is gone: its sound server ended, its port was
-    /// unplugged. It is known at the latest when a message was refused. Such a handle can only be
+    /// unplugged. It is known at the latest when a message was refused or, of a planned one, soon
+    /// after its instant. Such a handle can only be
     /// reopened or closed.
     virtual bool gone(MidiHandle handle) const = 0;
 

@@ -53,11 +53,12 @@ public:
     virtual QDateTime dateTime() const = 0;
 
     /// One pass of an activity: runs every pending event; if there was none, sleeps until one
-    /// comes, a held key changes, `wakeBy` is reached or the program ends.
-    virtual void pump(Instant wakeBy) = 0;
+    /// comes, a held key changes, `wakeBy` is reached or the program ends. Answers whether there
+    /// was user input among the events.
+    virtual bool pump(Instant wakeBy) = 0;
 
     /// Lets the pending events run once, without sleeping.
-    void yield() { pump(now()); }
+    bool yield() { return pump(now()); }
 
     /// Waits until `end` with the window painted but no user input let through; input keeps its
     /// order and comes with the next pass. An instant in the past returns at once, and so does a

@@ -17,16 +17,67 @@ std::string format(const char* pattern, long a, long b = 0, long c = 0) {
     return text.data();
 }
 
+std::string lineOf(std::uint32_t message) {
+    const long status = message & 0xFF;
+    const long data1 = message >> 8 & 0xFF;
+    const long data2 = message >> 16;
+    if ((status & 0xF0) == 0x90)
+        return format("on %ld %ld %ld", status - 0x90 + 1, data1, data2);
+    if (status == 0xC0)
+        return format("program %ld", data1);
+    return format("message %lx", static_cast<long>(message));
+}
+
 }  // namespace
 
 void MidiRecorder::note(const std::string& what) {
+    writePlanned(runtime_.now());
+    write(runtime_.now(), what);
+}
+
+void MidiRecorder::write(Instant when, const std::string& what) const {
     std::array<char, 32> time{};
-    std::snprintf(time.data(), time.size(), "%.3f ",
-                  std::chrono::duration<double>(runtime_.now()).count());
+    std::snprintf(time.data(), time.size(), "%.3f ", std::chrono::duration<double>(when).count());
     lines_.push_back(time.data() + what);
 }
 
+/// Writes down what is due before an instant, unless the device went.
+void MidiRecorder::writePlanned(Instant before) const {
+    const auto end = planned_.lower_bound(before);
+    for (auto planned = planned_.begin(); planned != end; ++planned)
+        if (!deviceGone)
+            write(planned->first, planned->second);
+    planned_.erase(planned_.begin(), end);
+}
+
+bool MidiRecorder::take(MidiHandle handle, const std::string& line, Instant at) {
+    if (!takesPlans || handle == 0 || handle != lastHandle_ || deviceGone || sendCode != 0)
+        return false;
+    planned_.emplace(at, line);
+    ++plans;
+    return true;
+}
+
+bool MidiRecorder::plan(MidiHandle handle, std::uint32_t message, Instant at) {
+    return take(handle, lineOf(message), at);
+}
+
+bool MidiRecorder::planReset(MidiHandle handle, Instant at) {
+    return take(handle, "reset", at);
+}
+
+void MidiRecorder::cancelPlanned(MidiHandle) {
+    writePlanned(runtime_.now() + Instant{1});
+    planned_.clear();
+}
+
+bool MidiRecorder::gone(MidiHandle handle) const {
+    writePlanned(runtime_.now() + Instant{1});
+    return deviceGone || handle != lastHandle_;
+}
+
 std::vector<std::string> MidiRecorder::take() {
+    writePlanned(runtime_.now() + Instant{1});
     return std::exchange(lines_, {});
 }
 
@@ -62,15 +113,7 @@ int MidiRecorder::send(MidiHandle handle, std::uint32_t message) {
         return 0;
     if (deviceGone || handle != lastHandle_)
         return kGoneCode;
-    const long status = message & 0xFF;
-    const long data1 = message >> 8 & 0xFF;
-    const long data2 = message >> 16;
-    if ((status & 0xF0) == 0x90)
-        note(format("on %ld %ld %ld", status - 0x90 + 1, data1, data2));
-    else if (status == 0xC0)
-        note(format("program %ld", data1));
-    else
-        note(format("message %lx", static_cast<long>(message)));
+    note(lineOf(message));
     return sendCode;
 }
 
@@ -80,7 +123,8 @@ int MidiRecorder::reset(MidiHandle handle) {
     return 0;
 }
 
-int MidiRecorder::close(MidiHandle) {
+int MidiRecorder::close(MidiHandle handle) {
+    cancelPlanned(handle);
     note("close");
     return closeCode;
 }

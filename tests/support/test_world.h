@@ -21,7 +21,9 @@
 
 /// Stands for the MIDI outputs and writes down what reaches them, one line a happening:
 /// "0.000 open -1", "2.200 on 1 60 100" (channel, note, velocity), "2.200 program 16",
-/// "3.000 reset", "4.000 close". Times are virtual seconds.
+/// "3.000 reset", "4.000 close". Times are virtual seconds. What is planned is written down with
+/// its instant when that has come, and after what a test wrote down at that very instant; nothing
+/// that was taken back before.
 class MidiRecorder : public MidiOut {
 public:
     explicit MidiRecorder(const Runtime& runtime) : runtime_(runtime) {}
@@ -33,6 +35,10 @@ public:
     int closeCode = 0;
     int sendCode = 0;
     bool deviceGone = false;  ///< refuses everything, also to be opened again
+
+    bool takesPlans = true;
+    Instant heardLater{0};  ///< the answer to `delay`
+    int plans = 0;          ///< how many plans were taken
 
     /// The lines since the last call.
     std::vector<std::string> take();
@@ -49,14 +55,23 @@ public:
     int send(MidiHandle handle, std::uint32_t message) override;
     int reset(MidiHandle handle) override;
     int close(MidiHandle handle) override;
-    bool gone(MidiHandle handle) const override { return deviceGone || handle != lastHandle_; }
+    bool plan(MidiHandle handle, std::uint32_t message, Instant at) override;
+    bool planReset(MidiHandle handle, Instant at) override;
+    void cancelPlanned(MidiHandle handle) override;
+    Instant delay(MidiHandle) const override { return heardLater; }
+    bool gone(MidiHandle handle) const override;
     MidiOpenResult reopen(MidiHandle handle) override;
     QString errorText(int code) const override;
 
 private:
+    bool take(MidiHandle handle, const std::string& line, Instant at);
+    void write(Instant when, const std::string& what) const;
+    void writePlanned(Instant before) const;
+
     const Runtime& runtime_;
     MidiHandle lastHandle_ = 0;
-    std::vector<std::string> lines_;
+    mutable std::vector<std::string> lines_;
+    mutable std::multimap<Instant, std::string> planned_;
 };
 
 /// Writes down commands and sounds: "OPEN …", "sound rok.wav 20003" (flags in hexadecimal).

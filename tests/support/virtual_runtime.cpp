@@ -86,7 +86,7 @@ bool VirtualRuntime::ringUntil(Instant limit) {
         const auto first =
             std::min_element(alarms_.begin(), alarms_.end(),
                              [](const auto* a, const auto* b) { return a->due < b->due; });
-        if (first == alarms_.end() || (*first)->due == kForever || (*first)->due > limit)
+        if (first == alarms_.end() || (*first)->due == kForever || (*first)->due > limit || ending_)
             return rang;
         now_ = std::max(now_, (*first)->due);
         (*first)->ring();
@@ -94,7 +94,8 @@ bool VirtualRuntime::ringUntil(Instant limit) {
     }
 }
 
-void VirtualRuntime::pump(Instant wakeBy) {
+bool VirtualRuntime::pump(Instant wakeBy) {
+    const std::size_t actsBefore = actsRun_;
     ++passes_;
     repeated_ = 0;
     if (qApp)
@@ -105,11 +106,16 @@ void VirtualRuntime::pump(Instant wakeBy) {
         ending_ = true;
     }
     runDueActs();
+    return actsRun_ != actsBefore;
 }
 
 void VirtualRuntime::blockUntil(Instant end) {
+    if (now_ >= end || ending_)
+        return;
+    end += lateness_();
     ringUntil(end);
-    now_ = std::max(now_, end);
+    if (!ending_)
+        now_ = std::max(now_, end);
 }
 
 bool VirtualRuntime::runDueActs() {
@@ -117,6 +123,7 @@ bool VirtualRuntime::runDueActs() {
     while (!acts_.empty() && acts_.begin()->first <= now_) {
         const auto act = acts_.extract(acts_.begin());
         act.mapped()();
+        ++actsRun_;
         ran = true;
         if (qApp)
             QCoreApplication::processEvents();

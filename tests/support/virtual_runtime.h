@@ -7,6 +7,7 @@
 #include <functional>
 #include <map>
 #include <set>
+#include <utility>
 #include <vector>
 
 /// The runtime on virtual time: nothing sleeps, the clock jumps.
@@ -37,6 +38,9 @@ public:
     /// Moves the clock, as work that takes time does.
     void advance(Instant duration) { now_ += duration; }
 
+    /// How much later than its end each wait returns, as on a busy machine.
+    void wakeLate(std::function<Instant()> lateness) { lateness_ = std::move(lateness); }
+
     /// Runs every act that is left, moving the clock to each.
     void runActs();
     void runNextAct();
@@ -49,7 +53,7 @@ public:
     Instant now() const override { return now_; }
     double secondsSinceMidnight() const override;
     QDateTime dateTime() const override;
-    void pump(Instant wakeBy) override;
+    bool pump(Instant wakeBy) override;
     void blockUntil(Instant end) override;
     /// Goes off at its very instant, in a wait as well, but not while `advance` moves the clock.
     std::unique_ptr<Alarm> makeAlarm(std::function<void()> work) override;
@@ -75,6 +79,8 @@ private:
     std::vector<VirtualAlarm*> alarms_;
     std::set<KeyCode> held_;
     KeyCode repeated_ = 0;  ///< in this pass
+    std::function<Instant()> lateness_ = [] { return Instant{0}; };
+    std::size_t actsRun_ = 0;
     int passes_ = 0;
     bool serving_ = false;
     bool ending_ = false;

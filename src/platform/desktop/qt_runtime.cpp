@@ -59,7 +59,8 @@ QDateTime QtRuntime::dateTime() const {
     return QDateTime::currentDateTime();
 }
 
-void QtRuntime::pump(Instant wakeBy) {
+bool QtRuntime::pump(Instant wakeBy) {
+    const std::uint64_t inputBefore = input_.count();
     const int polledBefore = keys_.setPolledDepth(KeyTable::currentDepth());
     const bool ran = processEvents(QEventLoop::AllEvents);
     const bool keysChanged = keys_.advance();
@@ -68,6 +69,7 @@ void QtRuntime::pump(Instant wakeBy) {
         keys_.advance();
     }
     keys_.setPolledDepth(polledBefore);
+    return input_.count() != inputBefore;
 }
 
 void QtRuntime::sleepUntilEvent(Instant wakeBy) {

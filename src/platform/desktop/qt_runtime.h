@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/desktop/end_requests.h"
+#include "platform/desktop/input_watch.h"
 #include "platform/desktop/key_table.h"
 #include "platform/runtime.h"
 
@@ -18,7 +19,7 @@ public:
     Instant now() const override;
     double secondsSinceMidnight() const override;
     QDateTime dateTime() const override;
-    void pump(Instant wakeBy) override;
+    bool pump(Instant wakeBy) override;
     void blockUntil(Instant end) override;
     std::unique_ptr<Alarm> makeAlarm(std::function<void()> work) override;
     bool held(KeyCode key) const override { return keys_.held(key); }
@@ -31,6 +32,7 @@ private:
     void paintAndServe(Instant until);
 
     KeyTable keys_;
+    InputWatch input_;
     EndRequests endRequests_;
     QTimer wakeUp_;
     QObject alarms_;  ///< owns their timers

@@ -150,10 +150,39 @@ int LinuxMidiOut::reset(MidiHandle handle) {
         handle, [&] { return engine_.reset(now); }, [](MidiPort& port) { return port.reset(); });
 }
 
+bool LinuxMidiOut::plan(MidiHandle handle, std::uint32_t message, Instant at) {
+    return handle != 0 && route(
+                              handle, [&] { return engine_.plan(message, at.count()); },
+                              [&](MidiPort& port) { return port.plan(message, at); }) == 0;
+}
+
+bool LinuxMidiOut::planReset(MidiHandle handle, Instant at) {
+    return handle != 0 && route(
+                              handle, [&] { return engine_.planReset(at.count()); },
+                              [&](MidiPort& port) { return port.plan(std::nullopt, at); }) == 0;
+}
+
+void LinuxMidiOut::cancelPlanned(MidiHandle handle) {
+    const auto found = open_.find(handle);
+    if (found == open_.end())
+        return;
+    if (found->second.port)
+        found->second.port->cancelPlanned();
+    else
+        engine_.cancelPlanned(steadyNow());
+}
+
+Instant LinuxMidiOut::delay(MidiHandle handle) const {
+    const auto found = open_.find(handle);
+    const bool synthesizer = found != open_.end() && !found->second.port;
+    return Instant{synthesizer ? engine_.delay() : 0};
+}
+
 int LinuxMidiOut::close(MidiHandle handle) {
     const auto found = open_.find(handle);
     if (found == open_.end())
         return toInt(SoundCode::InvalidHandle);
+    cancelPlanned(handle);
     if (!found->second.port)
         engine_.reset(steadyNow());
     open_.erase(found);
@@ -162,7 +191,10 @@ int LinuxMidiOut::close(MidiHandle handle) {
 
 bool LinuxMidiOut::gone(MidiHandle handle) const {
     const auto found = open_.find(handle);
-    return found != open_.end() && found->second.gone;
+    if (found == open_.end())
+        return false;
+    const Output& output = found->second;
+    return output.gone || (output.port && output.port->gone());
 }
 
 QString LinuxMidiOut::errorText(int code) const {

@@ -5,6 +5,7 @@
 #include "platform/linux/library_output.h"
 #include "platform/linux/linux_media.h"
 #include "platform/linux/linux_midi_out.h"
+#include "platform/linux/prompt_thread.h"
 #include "platform/linux/soundfont.h"
 
 namespace {
@@ -41,8 +42,11 @@ LinuxSound::LinuxSound(const Folders& folders, Runtime* runtime)
 LinuxSound::~LinuxSound() = default;
 
 LinuxSound::Parts& LinuxSound::parts() {
-    if (!parts_)
-        parts_ = std::make_unique<Parts>(folders_, runtime_);
+    if (parts_)
+        return *parts_;
+    // What this thread sends when a wait is over is to sound then.
+    wakePromptly();
+    parts_ = std::make_unique<Parts>(folders_, runtime_);
     return *parts_;
 }
 

@@ -3,6 +3,7 @@
 #include "audio/steady_time.h"
 #include "platform/linux/jack_watch.h"
 #include "platform/linux/library_output.h"
+#include "platform/linux/prompt_thread.h"
 
 #include <RtMidi.h>
 
@@ -150,9 +151,14 @@ std::unique_ptr<MidiPort> MidiPort::open(const PortAddress& address, SoundCode& 
 
 MidiPort::MidiPort(std::unique_ptr<RtMidiOut> out, std::shared_ptr<JackWatch> jack,
                    std::string name)
-    : out_(std::move(out)), jack_(std::move(jack)), name_(std::move(name)) {}
+    : out_(std::move(out)),
+      jack_(std::move(jack)),
+      name_(std::move(name)),
+      sender_([this](PlannedSender::Message message) { return transmit(message) ? 0 : 1; },
+              wakeInRealTime) {}
 
 MidiPort::~MidiPort() {
+    sender_.stop();
     for (const std::uint32_t noteOff : std::set<std::uint32_t>(sounding_))
         send(noteOff);
     if (jack_ && jack_->serverGone()) {
@@ -166,22 +172,56 @@ MidiPort::~MidiPort() {
 }
 
 SoundCode MidiPort::send(std::uint32_t packed) {
+    return stillThere() && sender_.send(packed) == 0 ? SoundCode::Ok : SoundCode::DeviceVanished;
+}
+
+SoundCode MidiPort::reset() {
+    return stillThere() && sender_.send(std::nullopt) == 0 ? SoundCode::Ok
+                                                           : SoundCode::DeviceVanished;
+}
+
+SoundCode MidiPort::plan(PlannedSender::Message message, Instant at) {
     if (!stillThere())
         return SoundCode::DeviceVanished;
+    sender_.plan(message, at);
+    return SoundCode::Ok;
+}
+
+/// On the sending thread or, for what is sent now, on the caller's.
+bool MidiPort::transmit(PlannedSender::Message message) {
+    if (message)
+        return transmit(*message);
+    for (std::uint32_t channel = 0; channel < 16; ++channel) {
+        const std::uint32_t off = channel == kDrumChannel ? kAllNotesOff : kAllSoundsOff;
+        if (!transmit(0xB0u | channel | off << 8))
+            return false;
+    }
+    sounding_.clear();
+    return true;
+}
+
+bool MidiPort::transmit(std::uint32_t packed) {
+    if (jack_ && jack_->serverGone())
+        gone_ = true;
+    if (gone_)
+        return false;
     const std::array<unsigned char, 3> bytes{static_cast<unsigned char>(packed),
                                              static_cast<unsigned char>(packed >> 8),
                                              static_cast<unsigned char>(packed >> 16)};
-    const bool sent = guarded([&] {
-        bool failed = false;
+    bool failed = false;
+    try {
+        // A failure goes to the callback, so that nothing is printed either.
         out_->setErrorCallback(noteFailure, &failed);
         out_->sendMessage(bytes.data(), messageBytes(packed));
         out_->setErrorCallback(noteFailure);
-        return !failed;
-    });
-    if (!sent)
-        return SoundCode::DeviceVanished;
-    noteSounding(packed);
-    return SoundCode::Ok;
+    } catch (const std::exception&) {
+        failed = true;
+    }
+    if (failed)
+        gone_ = true;
+    else
+        noteSounding(packed);
+    return !failed;
 }
 
 void MidiPort::noteSounding(std::uint32_t packed) {
@@ -194,23 +234,16 @@ void MidiPort::noteSounding(std::uint32_t packed) {
         sounding_.insert(noteOff);
 }
 
-SoundCode MidiPort::reset() {
-    SoundCode code = SoundCode::Ok;
-    for (std::uint32_t channel = 0; channel < 16 && code == SoundCode::Ok; ++channel)
-        code =
-            send(0xB0u | channel | (channel == kDrumChannel ? kAllNotesOff : kAllSoundsOff) << 8);
-    sounding_.clear();
-    return code;
-}
-
 bool MidiPort::stillThere() {
-    gone_ = gone_ || (jack_ && jack_->serverGone());
+    if (jack_ && jack_->serverGone())
+        gone_ = true;
     // Sending to a port that was unplugged, or over a server that died, reports nothing. The list
     // tells; it is not read for every message of a chord.
     const std::int64_t now = steadyNow();
     if (gone_ || now - checked_ < kCheckInterval)
         return !gone_;
     checked_ = now;
-    gone_ = !portNumber(*out_, name_);
+    if (!sender_.exclusively([this] { return portNumber(*out_, name_).has_value(); }))
+        gone_ = true;
     return !gone_;
 }

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "platform/linux/sound_code.h"
+#include "platform/planned_sender.h"
 
 #include <QString>
 
+#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <set>
@@ -41,15 +43,23 @@ public:
     /// All sounds off on every channel, on that of the percussion all notes off.
     SoundCode reset();
 
+    /// The same at an instant, on the sending thread. A failure then is told by `gone`.
+    SoundCode plan(PlannedSender::Message message, Instant at);
+    void cancelPlanned() { sender_.cancel(); }
+    bool gone() const { return gone_.load(); }
+
 private:
     MidiPort(std::unique_ptr<RtMidiOut> out, std::shared_ptr<JackWatch> jack, std::string name);
     bool stillThere();
+    bool transmit(PlannedSender::Message message);
+    bool transmit(std::uint32_t packed);
     void noteSounding(std::uint32_t packed);
 
     std::unique_ptr<RtMidiOut> out_;
     std::shared_ptr<JackWatch> jack_;  // for a port of JACK
     std::string name_;
     std::int64_t checked_ = 0;
-    bool gone_ = false;
+    std::atomic<bool> gone_ = false;
     std::set<std::uint32_t> sounding_;  // the note-ons that have not ended, with velocity 0
+    PlannedSender sender_;
 };
