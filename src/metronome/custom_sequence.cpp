@@ -27,12 +27,17 @@ void testSound(FunzioniMM& funzioniMM, int note) {
 }
 
 void playOnce(FunzioniMM& funzioniMM, MetronomeState& state, const QString& pattern) {
+    WaitChain waits = funzioniMM.waits();
     for (const QChar letter : pattern) {
         state.takePulse(letter);
         if (!funzioniMM.output().ready())
             continue;
+        funzioniMM.planReset(waits.reached());
+        const Instant click = waits.afterSeconds(kTestSeconds);
+        funzioniMM.planNoteOn(FunzioniMM::kPercussionChannel, state.MetroPulseNote, kFullVelocity,
+                              click);
         funzioniMM.ResetOutput();
-        funzioniMM.WaitSeconds(kTestSeconds);
+        funzioniMM.waitUntil(click);
         funzioniMM.NoteOn(FunzioniMM::kPercussionChannel, state.MetroPulseNote, kFullVelocity);
     }
 }

@@ -3,6 +3,8 @@
 #include "core/funzioni_mm.h"
 #include "platform/runtime.h"
 
+#include <algorithm>
+
 namespace {
 
 /// The lamps are dark and the output is silent for this long before each click.
@@ -37,6 +39,7 @@ void Metronome::start() {
 }
 
 void Metronome::stop() {
+    funzioniMM_.output().cancelPlanned();
     state_.MetroRunning = false;
     view_.metronomeStopped();
 }
@@ -48,10 +51,11 @@ void Metronome::beat() {
     showTimeSignature(state_.MetroTimeSig);
     view_.showLamps(static_cast<int>(pattern.size()));
 
-    for (int i = 0; letEventsRun(run); i = (i + 1) % static_cast<int>(pattern.size())) {
+    WaitChain waits = funzioniMM_.waits();
+    for (int i = 0; letEventsRun(run, waits); i = (i + 1) % static_cast<int>(pattern.size())) {
         state_.takePulse(pattern[i]);
         if (funzioniMM_.output().isOpen())
-            playPulse(i, run);
+            playPulse(i, run, waits);
     }
     if (run == unfinishedRun_)
         finish();
@@ -68,13 +72,16 @@ void Metronome::finish() {
 /// The pulse's one pass of events; returns whether the run is to go on. Without an output there is
 /// nothing to do before the next event or the next try to reopen a lost output, so the pass sleeps
 /// until then.
-bool Metronome::letEventsRun(int run) {
+bool Metronome::letEventsRun(int run, WaitChain& waits) {
+    const bool open = funzioniMM_.output().isOpen();
     if (funzioniMM_.output().ready())
-        runtime_.yield();
+        waits.pass();
     else if (funzioniMM_.output().isLost())
         runtime_.pump(runtime_.now() + OpenOutput::kRetryInterval);
     else
         runtime_.pump(kForever);
+    if (!open)
+        waits.restart();
     if (state_.MetroRunning && runtime_.ending())
         stop();
     return beating(run);
@@ -86,17 +93,31 @@ bool Metronome::beating(int run) const {
     return state_.MetroRunning && run == lastRun_ && !runtime_.ending();
 }
 
-void Metronome::playPulse(int lamp, int run) {
-    funzioniMM_.WaitSeconds(state_.MetroPeriod - kDarkSeconds);
+void Metronome::playPulse(int lamp, int run, WaitChain& waits) {
+    const Instant dark = waits.afterSeconds(state_.MetroPeriod - kDarkSeconds);
+    const Instant click = waits.afterSeconds(kDarkSeconds);
+    funzioniMM_.planReset(dark);
+    funzioniMM_.planNoteOn(FunzioniMM::kPercussionChannel, state_.MetroPulseNote,
+                           state_.MetroVolume, click);
+    funzioniMM_.waitUntil(dark);
     funzioniMM_.ResetOutput();
     view_.darkenLamps();
-    funzioniMM_.WaitSeconds(kDarkSeconds);
-    if (!beating(run))
+    funzioniMM_.waitUntil(click + lampDelay(click));
+    if (!beating(run)) {
+        funzioniMM_.output().cancelPlanned();
         return;
+    }
     view_.lightLamp(lamp, state_.MetroPulseColour);
     funzioniMM_.NoteOn(FunzioniMM::kPercussionChannel, state_.MetroPulseNote, state_.MetroVolume);
     if (!funzioniMM_.output().isOpen())
         view_.darkenLamps();
+}
+
+/// How much later than its click a lamp lights: when the click is heard, but for at least half of
+/// the time until the lamps are dark again.
+Instant Metronome::lampDelay(Instant click) const {
+    const Instant lit = secondsToInstant(std::max(0.0, state_.MetroPeriod - kDarkSeconds));
+    return std::min(funzioniMM_.output().nextHeard(click) - click, lit / 2);
 }
 
 void Metronome::stepTimeSignature() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/wait_chain.h"
 #include "metronome/metronome_state.h"
 
 #include <QString>
@@ -54,9 +55,10 @@ private:
     void stop();
     void beat();
     void finish();
-    bool letEventsRun(int run);
+    bool letEventsRun(int run, WaitChain& waits);
     bool beating(int run) const;
-    void playPulse(int lamp, int run);
+    void playPulse(int lamp, int run, WaitChain& waits);
+    Instant lampDelay(Instant click) const;
     void showTimeSignature(const QString& timeSig);
 
     Runtime& runtime_;
