@@ -50,6 +50,14 @@ void ExerciseContext::noteOff(pitch::NoteNumber note) {
     funzioniMM_.NoteOff(FunzioniMM::kMelodyChannel, note);
 }
 
+void ExerciseContext::planNoteOn(pitch::NoteNumber note, Instant at) {
+    funzioniMM_.planNoteOn(FunzioniMM::kMelodyChannel, note, kVelocity, at);
+}
+
+void ExerciseContext::planNoteOff(pitch::NoteNumber note, Instant at) {
+    funzioniMM_.planNoteOff(FunzioniMM::kMelodyChannel, note, at);
+}
+
 void ExerciseContext::showNote(pitch::NoteNumber note, bool pressed) {
     if (pitch::isPlayable(note))
         view_.showKey(pitch::noteIndexOf(note), pressed);

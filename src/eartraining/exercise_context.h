@@ -3,12 +3,12 @@
 #include "core/pitch.h"
 #include "eartraining/ear_prompt.h"
 #include "eartraining/score.h"
+#include "platform/runtime.h"
 
 class Dialogs;
 class EarExercise;
 class EarTrainingView;
 class FunzioniMM;
-class Runtime;
 
 /// What the exercises share: the sound, the prompt, the score, the keyboard and the window's frame.
 class ExerciseContext {
@@ -34,6 +34,9 @@ public:
     /// Notes on the melody channel, from the keyboards as in the exercises.
     void noteOn(pitch::NoteNumber note);
     void noteOff(pitch::NoteNumber note);
+    /// Hand the same to the output ahead; each is to be called at its instant all the same.
+    void planNoteOn(pitch::NoteNumber note, Instant at);
+    void planNoteOff(pitch::NoteNumber note, Instant at);
     /// A note number outside the keyboard shows nothing.
     void showNote(pitch::NoteNumber note, bool pressed);
     void markKey(pitch::NoteIndex key, bool on);

@@ -99,15 +99,25 @@ void ChordExercise::drawAndPlay() {
     playChord();
 }
 
-/// Two types cannot be excluded, so there is always one to draw.
+/// Two types cannot be excluded, so there is always one to draw. The new chord is drawn before the
+/// silence that it follows, so that it can be sent ahead.
 void ChordExercise::drawChord() {
-    silenceChord();
+    const bool silence = endChord();
     FunzioniMM& funzioniMM = context().funzioniMM();
+    int type = 0;
     do {
-        current_ = funzioniMM.RandomNoteIndex(0, chord_types::kCount - 1);
-    } while (!available(current_));
+        type = funzioniMM.RandomNoteIndex(0, chord_types::kCount - 1);
+    } while (!available(type));
     const pitch::NoteIndex root = funzioniMM.RandomNoteIndex(range_.lower(), range_.upper());
-    chord_ = chord_types::notesOf(current_, pitch::noteNumberOf(root));
+    const chord_types::Notes chord = chord_types::notesOf(type, pitch::noteNumberOf(root));
+    if (silence) {
+        const Instant start = funzioniMM.waits().afterSeconds(kSilenceSeconds);
+        for (const pitch::NoteNumber note : chord)
+            context().planNoteOn(note, start);
+        funzioniMM.waitUntil(start);
+    }
+    current_ = type;
+    chord_ = chord;
 }
 
 /// Without a range the root lies below the keyboard and nothing sounds.

@@ -2,7 +2,6 @@
 
 #include "core/funzioni_mm.h"
 #include "eartraining/exercise_context.h"
-#include "platform/runtime.h"
 
 #include <algorithm>
 
@@ -78,20 +77,34 @@ void IntervalExercise::playPair(pitch::NoteNumber lower, pitch::NoteNumber upper
     context().runtime().yield();
     if (number != intervalNumber_)
         return;
-    playMelodic();
-    if (endsWithHarmony)
-        playHarmonic();
+    playMelodic(endsWithHarmony);
 }
 
-void IntervalExercise::playMelodic() {
+void IntervalExercise::playMelodic(bool endsWithHarmony) {
+    FunzioniMM& funzioniMM = context().funzioniMM();
+    WaitChain waits = funzioniMM.waits();
+    context().planNoteOn(lower_, waits.reached());
     context().noteOn(lower_);
-    context().funzioniMM().WaitSeconds(kNoteSeconds);
+    const Instant lowerEnd = waits.afterSeconds(kNoteSeconds);
+    const Instant upperStart = waits.afterSeconds(kGapSeconds);
+    const Instant upperEnd = waits.afterSeconds(kNoteSeconds);
+    const Instant harmony = waits.afterSeconds(kPauseSeconds);
+    context().planNoteOff(lower_, lowerEnd);
+    context().planNoteOn(upper_, upperStart);
+    context().planNoteOff(upper_, upperEnd);
+    if (endsWithHarmony) {
+        context().planNoteOn(lower_, harmony);
+        context().planNoteOn(upper_, harmony);
+    }
+    funzioniMM.waitUntil(lowerEnd);
     context().noteOff(lower_);
-    context().funzioniMM().WaitSeconds(kGapSeconds);
+    funzioniMM.waitUntil(upperStart);
     context().noteOn(upper_);
-    context().funzioniMM().WaitSeconds(kNoteSeconds);
+    funzioniMM.waitUntil(upperEnd);
     context().noteOff(upper_);
-    context().funzioniMM().WaitSeconds(kPauseSeconds);
+    funzioniMM.waitUntil(harmony);
+    if (endsWithHarmony)
+        playHarmonic();
 }
 
 void IntervalExercise::playHarmonic() {

@@ -47,7 +47,7 @@ public:
 private:
     void drawAndPlay();
     void playPair(pitch::NoteNumber lower, pitch::NoteNumber upper);
-    void playMelodic();
+    void playMelodic(bool endsWithHarmony);
     void playHarmonic();
     void showPair(bool pressed);
     void endPair();

@@ -2,7 +2,6 @@
 
 #include "core/funzioni_mm.h"
 #include "eartraining/exercise_context.h"
-#include "platform/runtime.h"
 #include "platform/user_text.h"
 
 namespace {
@@ -154,12 +153,23 @@ void PitchExercise::playTest() {
         context().runtime().yield();
         if (number != testNumber_)
             return;
-        context().noteOn(reference_);
-        context().funzioniMM().WaitSeconds(kReferenceSeconds);
-        context().noteOff(reference_);
-        context().funzioniMM().WaitSeconds(kGapSeconds);
+        playReference();
     }
     play(FunzioniMM::kRandomNote);
+}
+
+void PitchExercise::playReference() {
+    FunzioniMM& funzioniMM = context().funzioniMM();
+    WaitChain waits = funzioniMM.waits();
+    context().planNoteOn(reference_, waits.reached());
+    context().noteOn(reference_);
+    const Instant end = waits.afterSeconds(kReferenceSeconds);
+    const Instant note = waits.afterSeconds(kGapSeconds);
+    context().planNoteOff(reference_, end);
+    funzioniMM.planRandomNote(waits);
+    funzioniMM.waitUntil(end);
+    context().noteOff(reference_);
+    funzioniMM.waitUntil(note);
 }
 
 void PitchExercise::play(pitch::NoteIndex key) {

@@ -48,6 +48,7 @@ private:
     void chooseReference(pitch::NoteIndex key);
     void answer(pitch::NoteIndex key);
     void playTest();
+    void playReference();
     void play(pitch::NoteIndex key);
     void mark(pitch::NoteIndex key, bool on);
 
