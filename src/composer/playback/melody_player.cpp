@@ -2,8 +2,8 @@
 
 #include "composer/melody/composition.h"
 #include "composer/playback/articulation.h"
-#include "composer/playback/play_schedule.h"
 #include "core/funzioni_mm.h"
+#include "core/wait_chain.h"
 
 #include <utility>
 
@@ -16,7 +16,7 @@ constexpr Instant kServeInterval = std::chrono::seconds(1);
 
 struct MelodyPlayer::Run {
     unsigned call;
-    PlaySchedule schedule;
+    WaitChain waits;
     Articulation articulation{};
     bool longEntry = false;
 };
@@ -31,7 +31,7 @@ void MelodyPlayer::play(std::int16_t start, std::int16_t end) {
     if (playing_)
         view_.enableCanc(false);
     view_.showEntryNumber(QStringLiteral("0"));
-    Run run{++calls_, PlaySchedule(runtime_)};
+    Run run{++calls_, WaitChain(runtime_)};
     const End howEnded = playPasses(start, end, run);
     // A later call of `play` may still be playing: the button then keeps its "Stop".
     const bool superseded = playing_ && run.call != calls_;
@@ -41,14 +41,15 @@ void MelodyPlayer::play(std::int16_t start, std::int16_t end) {
 
 MelodyPlayer::End MelodyPlayer::playPasses(std::int16_t start, std::int16_t end, Run& run) {
     int index = start;
-    Instant passStart = run.schedule.due();
+    Instant passStart = run.waits.reached();
     while (true) {
-        if (stoppedByEvents(run) || !composition_.melody.has(index))
+        run.waits.pass();
+        if (stopped(run) || !composition_.melody.has(index))
             return End::Stopped;
         if (const End howEnded = playEntry(index, run); howEnded != End::Reached)
             return howEnded;
         if (++index <= end) {
-            runtime_.blockUntil(run.schedule.endOfPause(Articulation::kGapMs));
+            runtime_.blockUntil(run.waits.afterMs(Articulation::kGapMs));
             continue;
         }
         if (!keepsLastNumber_)
@@ -56,15 +57,14 @@ MelodyPlayer::End MelodyPlayer::playPasses(std::int16_t start, std::int16_t end,
         if (!loops_ || !playing_)
             return End::Reached;
         // A range that takes no time at all would keep the processor busy for nothing.
-        if (run.schedule.due() == passStart)
-            runtime_.blockUntil(run.schedule.endOfPause(Articulation::kGapMs));
-        passStart = run.schedule.due();
+        if (run.waits.reached() == passStart)
+            runtime_.blockUntil(run.waits.afterMs(Articulation::kGapMs));
+        passStart = run.waits.reached();
         index = start;
     }
 }
 
 MelodyPlayer::End MelodyPlayer::playEntry(int index, Run& run) {
-    run.schedule.beginEntry();
     const MelodyEntry& entry = composition_.melody.entry(index);
     const pitch::NoteNumber note = entry.noteNumber();
     Articulation& articulation = run.articulation;
@@ -76,40 +76,48 @@ MelodyPlayer::End MelodyPlayer::playEntry(int index, Run& run) {
         return End::TooShort;
     run.longEntry = soundingMs + articulation.silenceMs + Articulation::kGapMs > kLongEntryMs;
     if (soundingMs > 0) {
-        beginNote(note, articulation.velocity);
-        const bool stopped = !waitUntil(run.schedule.endOfSound(soundingMs), run);
+        // Too late for most of the note to be heard, the melody goes on from here.
+        if (run.waits.delay() > std::chrono::milliseconds(soundingMs) / 2)
+            run.waits.restart();
+        beginNote(note, articulation.velocity, run.waits.reached());
+        const bool played = waitUntil(run.waits.afterMs(soundingMs), run, note);
         endNote();
-        if (stopped)
+        if (!played)
             return End::Stopped;
     }
-    const Instant end = run.schedule.endOfPause(articulation.silenceMs);
+    const Instant end = run.waits.afterMs(articulation.silenceMs);
     return waitUntil(end, run) ? End::Reached : End::Stopped;
 }
 
-/// Lets events run; whether they, or the end of the program, ended this playback.
-bool MelodyPlayer::stoppedByEvents(const Run& run) {
-    runtime_.yield();
+/// Whether the events of a pass, or the end of the program, ended this playback.
+bool MelodyPlayer::stopped(const Run& run) {
     if (runtime_.ending())
         playing_ = false;
     return !playing_ || run.call != calls_;
 }
 
-/// False if the playback was stopped meanwhile, which only a long entry allows.
-bool MelodyPlayer::waitUntil(Instant end, const Run& run) {
+/// False if the playback was stopped meanwhile, which only a long entry allows. A note that ends
+/// then is sent ahead when no more events run before.
+bool MelodyPlayer::waitUntil(Instant end, const Run& run, pitch::NoteNumber ending) {
     while (run.longEntry && end - runtime_.now() > kServeInterval) {
         runtime_.blockUntil(runtime_.now() + kServeInterval);
-        if (stoppedByEvents(run))
+        runtime_.yield();
+        if (stopped(run))
             return false;
     }
+    if (pitch::isPlayable(ending))
+        funzioniMM_.planNoteOff(FunzioniMM::kMelodyChannel, ending, end);
     runtime_.blockUntil(end);
     return true;
 }
 
 /// A note that is not on the keyboard takes its time in silence.
-void MelodyPlayer::beginNote(pitch::NoteNumber note, int velocity) {
+void MelodyPlayer::beginNote(pitch::NoteNumber note, int velocity, Instant at) {
     if (!pitch::isPlayable(note))
         return;
     sounding_ = note;
+    // Before the key is painted, which takes its time.
+    funzioniMM_.planNoteOn(FunzioniMM::kMelodyChannel, note, velocity, at);
     view_.markKey(pitch::noteIndexOf(note), true);
     funzioniMM_.NoteOn(FunzioniMM::kMelodyChannel, note, velocity);
 }

@@ -59,9 +59,9 @@ private:
 
     End playPasses(std::int16_t start, std::int16_t end, Run& run);
     End playEntry(int index, Run& run);
-    bool stoppedByEvents(const Run& run);
-    bool waitUntil(Instant end, const Run& run);
-    void beginNote(pitch::NoteNumber note, int velocity);
+    bool stopped(const Run& run);
+    bool waitUntil(Instant end, const Run& run, pitch::NoteNumber ending = pitch::kRest);
+    void beginNote(pitch::NoteNumber note, int velocity, Instant at);
     void endNote();
     void finish();
     void leaveEntry();
