@@ -14,6 +14,12 @@ constexpr double kAveragedSeconds = 2.0;
 constexpr double kSettledSeconds = 0.5;
 constexpr double kLargestRateError = 0.005;
 constexpr double kLongestLeadSeconds = 0.2;
+/// On a busy machine requests come late and are made up for by others that follow at once. A late
+/// one counts as no later than this, or it would move the line.
+constexpr double kLate = 4e5;
+/// If every request of such a time was later than this, the stream has lost time.
+constexpr double kTimeLost = 3e6;
+constexpr double kTimeLostSeconds = 0.25;
 
 }  // namespace
 
@@ -43,6 +49,9 @@ void StreamClock::request(std::int64_t now, std::int64_t frame, int count) {
 
 void StreamClock::follow(double residual, std::int64_t frame, int count) {
     const double average = kAveragedSeconds * kNanoseconds / nominalFrameTime_;
+    residual -= timeLost(residual, count);
+    if (weight_ > 0)
+        residual = std::min(residual, kLate);
     weight_ = std::min(weight_ + count, average);
     lineTime_ = instantOf(static_cast<double>(frame)) + residual * count / weight_;
     lineFrame_ = static_cast<double>(frame);
@@ -56,11 +65,26 @@ void StreamClock::follow(double residual, std::int64_t frame, int count) {
     learnLead();
 }
 
+/// Moves the line if the stream has stood still for a moment; answers by how much.
+double StreamClock::timeLost(double residual, int count) {
+    leastResidual_ = std::min(leastResidual_, residual);
+    watchedFrames_ += count;
+    if (static_cast<double>(watchedFrames_) * nominalFrameTime_ < kTimeLostSeconds * kNanoseconds)
+        return 0;
+    const double lost = leastResidual_ > kTimeLost ? leastResidual_ : 0;
+    lineTime_ += lost;
+    leastResidual_ = kDropout;
+    watchedFrames_ = 0;
+    return lost;
+}
+
 void StreamClock::start(std::int64_t now, std::int64_t frame) {
     running_ = true;
     startTime_ = now;
     startFrame_ = frame;
     leadMeasured_ = false;
+    leastResidual_ = kDropout;
+    watchedFrames_ = 0;
     // A stream that starts empty asks for its lead at once, so the frame that is asked for at its
     // due time is the one after the lead.
     lineTime_ = static_cast<double>(now);

@@ -25,6 +25,7 @@ public:
 private:
     void start(std::int64_t now, std::int64_t frame);
     void follow(double residual, std::int64_t frame, int count);
+    double timeLost(double residual, int count);
     void learnLead();
     double instantOf(double frame) const;
     /// From an instant to the (smoothed) request for its frame. It only grows, when the stream
@@ -44,4 +45,6 @@ private:
     bool leadMeasured_ = false;
     double early_ = 0;  // nanoseconds: how far before the line requests come
     int largestRequest_ = 0;
+    double leastResidual_ = 0;  // of the requests that are watched for lost time
+    int watchedFrames_ = 0;
 };

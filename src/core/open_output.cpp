@@ -12,6 +12,14 @@ constexpr bool startsSomething(std::uint32_t message) {
     return noteOn || isProgramChange(message);
 }
 
+/// The velocity of a note that sounds already cannot be changed any more.
+bool isSameNote(std::optional<std::uint32_t> sent, std::optional<std::uint32_t> message) {
+    constexpr std::uint32_t kAllButVelocity = 0xFFFF;
+    if (!sent || !message || !startsSomething(*sent) || !startsSomething(*message))
+        return sent == message;
+    return (*sent & kAllButVelocity) == (*message & kAllButVelocity);
+}
+
 }  // namespace
 
 int OpenOutput::open(int deviceId) {
@@ -80,10 +88,13 @@ void OpenOutput::planReset(Instant at) {
         planned_.push_back({std::nullopt, at});
 }
 
+/// What went out already can still be completed.
 void OpenOutput::cancelPlanned() {
-    if (!planned_.empty())
-        midiOut_.cancelPlanned(handle_);
-    planned_.clear();
+    if (planned_.empty())
+        return;
+    midiOut_.cancelPlanned(handle_);
+    const Instant now = runtime_.now();
+    std::erase_if(planned_, [now](const Planned& planned) { return planned.at > now; });
 }
 
 Instant OpenOutput::nextHeard(Instant at) const {
@@ -95,8 +106,9 @@ bool OpenOutput::completePlanned(std::optional<std::uint32_t> message) {
     if (planned_.empty())
         return false;
     const Planned next = planned_.front();
-    if (next.message != message || next.at > runtime_.now()) {
+    if (!isSameNote(next.message, message) || next.at > runtime_.now()) {
         cancelPlanned();
+        planned_.clear();
         return false;
     }
     planned_.pop_front();

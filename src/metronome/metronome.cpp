@@ -141,6 +141,7 @@ void Metronome::toggleDoubling() {
 }
 
 void Metronome::setVolume(int velocity) {
+    funzioniMM_.output().cancelPlanned();
     state_.MetroVolume = static_cast<std::int16_t>(velocity);
 }
 

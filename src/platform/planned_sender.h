@@ -37,8 +37,8 @@ public:
     /// Takes everything back and ends the thread; only what is sent now is sent after that.
     void stop();
 
-    /// Whether the last planned message that was sent was refused.
-    bool failed() const { return failed_.load(); }
+    /// The code that answered to the planned message that was sent last.
+    int plannedCode() const { return plannedCode_.load(); }
 
     /// Runs `work` while nothing is sent.
     template <typename Work>
@@ -64,7 +64,7 @@ private:
     std::mutex mutex_;
     std::condition_variable changed_;
     std::multimap<Instant, Message> planned_;
-    std::atomic<bool> failed_ = false;
+    std::atomic<int> plannedCode_ = 0;
     bool ending_ = false;
     std::thread thread_;
 };
@@ -78,6 +78,7 @@ inline void PlannedSender::stop() {
     });
     changed_.notify_one();
     thread_.join();
+    ending_ = false;
 }
 
 inline int PlannedSender::send(Message message) {
@@ -101,7 +102,7 @@ inline void PlannedSender::cancel() {
 inline void PlannedSender::sendDue() {
     while (!planned_.empty() && planned_.begin()->first <= now()) {
         const Message message = planned_.extract(planned_.begin()).mapped();
-        failed_.store(transmit_(message) != 0);
+        plannedCode_.store(transmit_(message));
     }
 }
 

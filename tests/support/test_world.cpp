@@ -58,6 +58,11 @@ bool MidiRecorder::take(MidiHandle handle, const std::string& line, Instant at) 
     return true;
 }
 
+void MidiRecorder::replug() {
+    cancelPlanned(lastHandle_);
+    ++lastHandle_;
+}
+
 bool MidiRecorder::plan(MidiHandle handle, std::uint32_t message, Instant at) {
     return take(handle, lineOf(message), at);
 }

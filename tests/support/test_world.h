@@ -45,7 +45,7 @@ public:
     /// The same without the times.
     std::vector<std::string> takeUntimed();
     /// The device goes and is back before anybody notices.
-    void replug() { ++lastHandle_; }
+    void replug();
     /// Puts a line of the test's own between the others.
     void note(const std::string& what);
 

@@ -1,6 +1,7 @@
 #include "platform/windows/midi_output.h"
 
 #include <array>
+#include <utility>
 
 namespace {
 
@@ -17,13 +18,27 @@ bool meansLoss(MMRESULT code) {
            code == MMSYSERR_INVALHANDLE || code == MIDIERR_NODEVICE;
 }
 
+MMRESULT transmit(HMIDIOUT output, PlannedSender::Message message) {
+    return message ? midiOutShortMsg(output, *message) : midiOutReset(output);
+}
+
+void prepareSendingThread() {
+    SetThreadPriority(GetCurrentThread(), THREAD_PRIORITY_TIME_CRITICAL);
+}
+
 }  // namespace
 
 MidiOutput::~MidiOutput() {
-    for (const auto& [handle, device] : open_) {
-        midiOutReset(device.output);
+    for (auto& [handle, device] : open_) {
+        end(device);
         midiOutClose(device.output);
     }
+}
+
+/// Takes back what is planned and ends every note that sounds.
+void MidiOutput::end(Device& device) {
+    device.sender->stop();
+    midiOutReset(device.output);
 }
 
 int MidiOutput::count() {
@@ -44,28 +59,52 @@ MidiOutput::Opened MidiOutput::open(int device) {
     if (code != MMSYSERR_NOERROR)
         return {static_cast<int>(code), 0};
     // Handles are never used twice, so that one kept too long cannot reach another device.
-    open_.emplace(++lastHandle_, Device{opened, device, name(device).value_or(L"")});
+    auto sender = std::make_unique<PlannedSender>(
+        [opened](PlannedSender::Message message) {
+            return static_cast<int>(transmit(opened, message));
+        },
+        prepareSendingThread);
+    open_.emplace(++lastHandle_,
+                  Device{opened, device, name(device).value_or(L""), false, std::move(sender)});
     return {0, lastHandle_};
 }
 
 int MidiOutput::send(std::uint32_t handle, std::uint32_t message) {
-    return noteLoss(handle, midiOutShortMsg(find(handle), message));
+    return send(handle, PlannedSender::Message(message));
 }
 
 int MidiOutput::reset(std::uint32_t handle) {
-    return noteLoss(handle, midiOutReset(find(handle)));
+    return send(handle, PlannedSender::Message());
 }
 
-int MidiOutput::noteLoss(std::uint32_t handle, MMRESULT code) {
+/// The calls answer a null handle with their own error.
+int MidiOutput::send(std::uint32_t handle, PlannedSender::Message message) {
     const auto found = open_.find(handle);
-    if (found != open_.end())
-        found->second.gone = meansLoss(code);
-    return static_cast<int>(code);
+    if (found == open_.end())
+        return static_cast<int>(transmit(nullptr, message));
+    const int code = found->second.sender->send(message);
+    found->second.gone = meansLoss(static_cast<MMRESULT>(code));
+    return code;
+}
+
+bool MidiOutput::plan(std::uint32_t handle, PlannedSender::Message message, Instant at) {
+    const auto found = open_.find(handle);
+    if (found == open_.end())
+        return false;
+    found->second.sender->plan(message, at);
+    return true;
+}
+
+void MidiOutput::cancelPlanned(std::uint32_t handle) {
+    if (const auto found = open_.find(handle); found != open_.end())
+        found->second.sender->cancel();
 }
 
 bool MidiOutput::gone(std::uint32_t handle) const {
     const auto found = open_.find(handle);
-    return found != open_.end() && found->second.gone;
+    return found != open_.end() &&
+           (found->second.gone ||
+            meansLoss(static_cast<MMRESULT>(found->second.sender->plannedCode())));
 }
 
 MidiOutput::Opened MidiOutput::reopen(std::uint32_t handle) {
@@ -73,7 +112,7 @@ MidiOutput::Opened MidiOutput::reopen(std::uint32_t handle) {
     if (found == open_.end())
         return {MMSYSERR_INVALHANDLE, 0};
     // The numbers of the others change when a device goes.
-    const Device old = found->second;
+    Device& old = found->second;
     int number = old.number;
     const int devices = count();
     if (number >= 0)
@@ -81,6 +120,7 @@ MidiOutput::Opened MidiOutput::reopen(std::uint32_t handle) {
             ++number;
     const Opened opened = open(number);
     if (opened.code == 0) {
+        old.sender->stop();
         midiOutClose(old.output);
         open_.erase(handle);
     }
@@ -88,8 +128,10 @@ MidiOutput::Opened MidiOutput::reopen(std::uint32_t handle) {
 }
 
 int MidiOutput::close(std::uint32_t handle) {
-    midiOutReset(find(handle));  // ends every note that sounds
-    const MMRESULT code = midiOutClose(find(handle));
+    const auto found = open_.find(handle);
+    if (found != open_.end())
+        end(found->second);
+    const MMRESULT code = midiOutClose(found == open_.end() ? nullptr : found->second.output);
     if (code == MMSYSERR_NOERROR)
         open_.erase(handle);
     return static_cast<int>(code);
@@ -100,10 +142,4 @@ std::wstring MidiOutput::errorText(int code) {
     if (midiOutGetErrorTextW(static_cast<MMRESULT>(code), text.data(), kErrorTextBuffer) != 0)
         return {};
     return text.data();
-}
-
-/// The calls answer a null handle with their own error.
-HMIDIOUT MidiOutput::find(std::uint32_t handle) const {
-    const auto found = open_.find(handle);
-    return found == open_.end() ? nullptr : found->second.output;
 }

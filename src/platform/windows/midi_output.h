@@ -1,7 +1,10 @@
 #pragma once
 
+#include "platform/planned_sender.h"
+
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <windows.h>
@@ -29,7 +32,11 @@ public:
     int reset(std::uint32_t handle);
     int close(std::uint32_t handle);
 
-    /// Whether the device of an open handle is gone, by the code of the last call for it.
+    /// Sends a message, or a reset, at an instant. False for an unknown handle.
+    bool plan(std::uint32_t handle, PlannedSender::Message message, Instant at);
+    void cancelPlanned(std::uint32_t handle);
+
+    /// Whether the device of an open handle is gone, by the codes of the last calls for it.
     bool gone(std::uint32_t handle) const;
 
     /// Opens a device that is gone again, by its name, and closes the old handle.
@@ -44,10 +51,11 @@ private:
         int number = 0;
         std::wstring name;
         bool gone = false;
+        std::unique_ptr<PlannedSender> sender;
     };
 
-    HMIDIOUT find(std::uint32_t handle) const;
-    int noteLoss(std::uint32_t handle, MMRESULT code);
+    int send(std::uint32_t handle, PlannedSender::Message message);
+    void end(Device& device);
 
     std::map<std::uint32_t, Device> open_;
     std::uint32_t lastHandle_ = 0;

@@ -24,6 +24,14 @@ int WindowsMidiOut::reset(MidiHandle handle) {
     return handle == 0 ? 0 : output_.reset(handle);
 }
 
+bool WindowsMidiOut::plan(MidiHandle handle, std::uint32_t message, Instant at) {
+    return output_.plan(handle, message, at);
+}
+
+bool WindowsMidiOut::planReset(MidiHandle handle, Instant at) {
+    return output_.plan(handle, std::nullopt, at);
+}
+
 int WindowsMidiOut::close(MidiHandle handle) {
     return output_.close(handle);
 }

@@ -11,6 +11,9 @@ public:
     MidiOpenResult open(int deviceId) override;
     int send(MidiHandle handle, std::uint32_t message) override;
     int reset(MidiHandle handle) override;
+    bool plan(MidiHandle handle, std::uint32_t message, Instant at) override;
+    bool planReset(MidiHandle handle, Instant at) override;
+    void cancelPlanned(MidiHandle handle) override { output_.cancelPlanned(handle); }
     int close(MidiHandle handle) override;
     bool gone(MidiHandle handle) const override { return output_.gone(handle); }
     MidiOpenResult reopen(MidiHandle handle) override;
