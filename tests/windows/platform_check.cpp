@@ -7,10 +7,12 @@
 #include "platform/windows/paths.h"
 #include "platform/windows/timer_resolution.h"
 
+#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <thread>
 
 namespace {
 
@@ -35,6 +37,25 @@ void checkNoOutput() {
     expect(output.open(7).code == MMSYSERR_BADDEVICEID, "an unknown number does not open");
 }
 
+Instant now() {
+    return std::chrono::duration_cast<Instant>(std::chrono::steady_clock::now().time_since_epoch());
+}
+
+/// Ten notes at tenths of a second and one that is taken back; the log has their instants.
+void checkPlanned(MidiOutput& output, std::uint32_t handle) {
+    using namespace std::chrono_literals;
+    const Instant begin = now();
+    for (int i = 1; i <= 10; ++i)
+        expect(
+            output.plan(handle, 0x642890u + static_cast<unsigned>(i) * 0x100u, begin + i * 100ms),
+            "a note is planned");
+    expect(output.plan(handle, 0x647F90, begin + 1300ms), "a note is planned");
+    std::this_thread::sleep_for(1200ms);
+    output.cancelPlanned(handle);
+    std::this_thread::sleep_for(300ms);
+    expect(!output.plan(handle + 1, 0x643C90, begin), "an unknown handle plans nothing");
+}
+
 void checkOutput() {
     MidiOutput output;
     expect(MidiOutput::count() == 1, "one output is counted");
@@ -51,6 +72,7 @@ void checkOutput() {
     expect(output.close(handle) == MMSYSERR_INVALHANDLE, "a closed handle does not close again");
     const auto again = output.open(0);
     expect(again.code == 0 && again.handle != handle, "handles are not used twice");
+    checkPlanned(output, again.handle);
 }
 
 void checkKeys() {

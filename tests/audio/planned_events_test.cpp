@@ -1,0 +1,69 @@
+#include "audio/message_timeline.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <vector>
+
+/// Random plans, sends and cancellations, against a plain list in the order of the instants.
+TEST(PlannedEvents, ComeInTheOrderOfTheirInstantsUnlessTakenBack) {
+    constexpr double kRate = 48000;
+    constexpr int kBlock = 64;
+    constexpr std::int64_t kPeriod = 5'333'333;
+    std::mt19937 random(5);
+    MessageTimeline timeline(kRate);
+    std::vector<SoundEvent> model;
+    std::uint32_t number = 0;
+    std::uint64_t unplanned = 0;
+    std::int64_t now = 1'000'000'000;
+    std::int64_t frame = 0;
+    std::size_t checked = 0;
+    for (int period = 0; period < 20000; ++period, now += kPeriod, frame += 256) {
+        SoundEvent event;
+        switch (random() % 4) {
+            case 0:
+                event.planned = true;
+                event.time = now + static_cast<std::int64_t>(random() % 400'000'000);
+                break;
+            case 1:
+                event.time = now;
+                ++unplanned;
+                break;
+            case 2:
+                if (random() % 20 == 0) {
+                    event.kind = SoundEvent::Kind::CancelPlanned;
+                    event.time = now;
+                    timeline.post(event);
+                    std::erase_if(model, [now](const SoundEvent& waiting) {
+                        return waiting.planned && waiting.time > now;
+                    });
+                }
+                [[fallthrough]];
+            default:
+                event.kind = SoundEvent::Kind::CancelPlanned;
+                break;
+        }
+        if (event.kind == SoundEvent::Kind::Message) {
+            event.message = number++;
+            ASSERT_TRUE(timeline.post(event));
+            const auto later = std::upper_bound(
+                model.begin(), model.end(), event,
+                [](const SoundEvent& a, const SoundEvent& b) { return a.time < b.time; });
+            model.insert(later, event);
+        }
+        timeline.request(now, frame, 256);
+        for (std::int64_t block = frame; block < frame + 256; block += kBlock)
+            while (const auto given = timeline.next(block, kBlock)) {
+                ASSERT_FALSE(model.empty());
+                ASSERT_EQ(given->message, model.front().message);
+                ASSERT_LT(given->time, now) << "not before its instant";
+                ASSERT_LT(now - given->time, 60'000'000);
+                model.erase(model.begin());
+                ++checked;
+            }
+    }
+    EXPECT_GT(checked, 5000U);
+    EXPECT_EQ(timeline.posted(), unplanned);
+    EXPECT_LE(unplanned - timeline.givenOut(), model.size());
+}
