@@ -78,8 +78,11 @@ std::optional<SoundEvent> MessageTimeline::next(std::int64_t frame, int blockFra
     }
     const SoundEvent event = waiting_[begin_];
     // The nearest block start, so that the rounding has no bias.
-    if (clock_.frameFor(event.time) >= static_cast<double>(frame) + blockFrames / 2.0)
+    const double due = clock_.frameFor(event.time);
+    if (due >= static_cast<double>(frame) + blockFrames / 2.0)
         return std::nullopt;
+    if (event.planned)
+        clock_.missed(event.time, static_cast<double>(frame) - due);
     ++begin_;
     if (isCounted(event))
         givenOut_.fetch_add(1);

@@ -12,6 +12,8 @@ constexpr double kDropout = 6e7;           // a request this far off the line st
 constexpr std::int64_t kFillTime = 100'000'000;
 constexpr double kAveragedSeconds = 2.0;
 constexpr double kSettledSeconds = 0.5;
+/// So long after a start the line is true enough to tell how early requests come.
+constexpr double kTrueSeconds = 5.0;
 constexpr double kLargestRateError = 0.005;
 constexpr double kLongestLeadSeconds = 0.2;
 /// On a busy machine requests come late and are made up for by others that follow at once. A late
@@ -20,6 +22,10 @@ constexpr double kLate = 4e5;
 /// If every request of such a time was later than this, the stream has lost time.
 constexpr double kTimeLost = 3e6;
 constexpr double kTimeLostSeconds = 0.25;
+/// Less than this too late is not heard.
+constexpr double kMissed = 2e6;
+constexpr double kAllowanceStep = 8e6;
+constexpr double kLargestAllowance = 2 * kAllowanceStep;
 
 }  // namespace
 
@@ -61,7 +67,9 @@ void StreamClock::follow(double residual, std::int64_t frame, int count) {
     frameTime_ += residual * count / (2 * average * average);
     frameTime_ = std::clamp(frameTime_, nominalFrameTime_ * (1 - kLargestRateError),
                             nominalFrameTime_ * (1 + kLargestRateError));
-    early_ = std::clamp(-residual, early_, kEarliestBelieved);
+    if (instantOf(static_cast<double>(frame)) - static_cast<double>(startTime_) >
+        kTrueSeconds * kNanoseconds)
+        early_ = std::clamp(-residual, early_, kEarliestBelieved);
     learnLead();
 }
 
@@ -114,7 +122,14 @@ double StreamClock::frameFor(std::int64_t time) const {
 
 double StreamClock::delayNanoseconds() const {
     // An event that arrives just after a request is first looked at by the next one.
-    return largestRequest_ * frameTime_ + early_ + kMargin;
+    return largestRequest_ * frameTime_ + early_ + kMargin + allowance_;
+}
+
+void StreamClock::missed(std::int64_t time, double frames) {
+    // What waited for the stream to start says nothing about threads.
+    if (!running_ || time < startTime_ + kFillTime || frames * frameTime_ < kMissed)
+        return;
+    allowance_ = std::min(allowance_ + kAllowanceStep, kLargestAllowance);
 }
 
 std::int64_t StreamClock::heardDelay() const {

@@ -18,6 +18,10 @@ public:
     /// The frame at which a thing of the instant `time` sounds, the constant delay included.
     double frameFor(std::int64_t time) const;
 
+    /// A thing that was known ahead, or should have been, came `frames` too late to sound at its
+    /// instant. For such things the delay grows by up to two steps, so that the next are in time.
+    void missed(std::int64_t time, double frames);
+
     /// How much later than its instant a thing is heard, in nanoseconds: the constant delay and the
     /// time that frames spend in the stream's buffers, as far as the stream has shown it.
     std::int64_t heardDelay() const;
@@ -43,7 +47,8 @@ private:
     double lead_ = 0;         // frames asked for at once by a stream that starts empty
     bool leadKnown_ = false;  // measured, not assumed
     bool leadMeasured_ = false;
-    double early_ = 0;  // nanoseconds: how far before the line requests come
+    double early_ = 0;      // nanoseconds: how far before the line requests come
+    double allowance_ = 0;  // nanoseconds added to the delay for threads that are late
     int largestRequest_ = 0;
     double leastResidual_ = 0;  // of the requests that are watched for lost time
     int watchedFrames_ = 0;
