@@ -7,6 +7,7 @@
 // onsets over the message times; what is left is the unevenness that a listener could hear.
 
 #include "figures.h"
+#include "heard.h"
 #include "platform/linux/linux_sound.h"
 #include "platform/midi_out.h"
 #include "silent_machine.h"
@@ -24,15 +25,15 @@
 namespace {
 
 using figures::Clock;
+using heard::kRate;
+using heard::Line;
+using heard::Pair;
 
-constexpr double kRate = 44100;
 constexpr std::uint32_t kClick = 0x7F4C99;  ///< channel 10, note 76, velocity 127
 constexpr int kWarmUpClicks = 30;           ///< the output learns the stream's pace in these
 constexpr double kShortest = 0.1;
 constexpr double kLongest = 0.14;
 constexpr double kSilenceBefore = 0.03;  ///< the click before is silenced this long before the next
-constexpr double kOnsetShare = 0.1;      ///< an onset is the first frame of this share of the peak
-constexpr double kSilence = 0.015;       ///< after this long below that share
 constexpr double kSearch = 0.04;         ///< an onset may be this far from where it is expected
 
 double nowSeconds() {
@@ -124,24 +125,6 @@ std::vector<double> sendClicks(MidiOut& midiOut, MidiHandle handle, int count, R
     return sent;
 }
 
-/// The instants, in seconds of the recording, at which a sound begins after silence.
-std::vector<double> onsets(const std::vector<std::int16_t>& frames) {
-    int peak = 0;
-    for (const std::int16_t frame : frames)
-        peak = std::max(peak, std::abs(static_cast<int>(frame)));
-    const int threshold = std::max(static_cast<int>(kOnsetShare * peak), 1);
-    std::vector<double> found;
-    std::size_t lastLoud = 0;
-    for (std::size_t i = 0; i < frames.size(); ++i) {
-        if (std::abs(static_cast<int>(frames[i])) < threshold)
-            continue;
-        if (found.empty() || static_cast<double>(i - lastLoud) > kSilence * kRate)
-            found.push_back(static_cast<double>(i) / kRate);
-        lastLoud = i;
-    }
-    return found;
-}
-
 std::optional<double> nearest(const std::vector<double>& sorted, double value) {
     const auto after = std::lower_bound(sorted.begin(), sorted.end(), value);
     double best = after == sorted.end() ? std::numeric_limits<double>::max() : *after;
@@ -149,11 +132,6 @@ std::optional<double> nearest(const std::vector<double>& sorted, double value) {
         best = *(after - 1);
     return std::abs(best - value) < kSearch ? std::optional(best) : std::nullopt;
 }
-
-struct Pair {
-    double sent;
-    double heard;
-};
 
 /// Each message with the onset that follows it; a message that was not heard is left out.
 std::vector<Pair> matched(const std::vector<double>& sent, const std::vector<double>& heard) {
@@ -166,35 +144,13 @@ std::vector<Pair> matched(const std::vector<double>& sent, const std::vector<dou
     return pairs;
 }
 
-struct Line {
-    double offset;
-    double slope;
-    double at(double x) const { return offset + slope * x; }
-};
-
-/// Least squares.
-Line fitted(const std::vector<Pair>& pairs) {
-    double x = 0, y = 0, xx = 0, xy = 0;
-    const auto n = static_cast<double>(pairs.size());
-    for (const Pair& pair : pairs) {
-        x += pair.sent / n;
-        y += pair.heard / n;
-    }
-    for (const Pair& pair : pairs) {
-        xx += (pair.sent - x) * (pair.sent - x);
-        xy += (pair.sent - x) * (pair.heard - y);
-    }
-    const double slope = xx > 0 ? xy / xx : 1;
-    return {y - slope * x, slope};
-}
-
 void report(const std::vector<Pair>& pairs, const std::vector<double>& sent,
             const Recorder& recorder) {
     const auto settled =
         pairs.begin() + std::min<std::ptrdiff_t>(kWarmUpClicks, std::ssize(pairs) - 2);
     const std::vector<Pair> used(settled, pairs.end());
-    const Line line = fitted(used);
-    const auto residual = [&](const Pair& pair) { return pair.heard - line.at(pair.sent); };
+    const Line line = heard::fitted(used);
+    const auto residual = [&](const Pair& pair) { return pair.heard - line.at(pair.due); };
     double squares = 0, largest = 0, largestAtFirst = 0;
     for (const Pair& pair : used) {
         squares += residual(pair) * residual(pair);
@@ -239,7 +195,7 @@ int main(int argc, char* argv[]) {
     const std::vector<double> sent =
         sendClicks(midiOut, opened.handle, clicks + kWarmUpClicks, recorder);
     recorder.stop();
-    const std::vector<Pair> pairs = matched(sent, onsets(recorder.frames()));
+    const std::vector<Pair> pairs = matched(sent, heard::onsets(recorder.frames()));
     if (pairs.size() < sent.size() / 2) {
         std::printf("only %zu of %zu clicks were recorded\n", pairs.size(), sent.size());
         return 0;

@@ -2,6 +2,7 @@
 // gets them, against the instants at which the clicks' own waits are over, and the processor's
 // share while it beats with its lamps on show.
 
+#include "busy_cores.h"
 #include "core/blocking_wait.h"
 #include "figures.h"
 #include "metronome/frmMetro.h"
@@ -15,12 +16,8 @@
 #include <QVBoxLayout>
 
 #include <cmath>
-#include <csignal>
 #include <cstdio>
 #include <numeric>
-#include <sys/prctl.h>
-#include <sys/wait.h>
-#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -51,30 +48,6 @@ public:
     void setMetronomeRunning(bool) override {}
     const QWidget& startColourSource() const override { return *this; }
     const QWidget& stopColourSource() const override { return *this; }
-};
-
-/// A process that keeps one core busy for as long as it lives.
-class BusyCore {
-public:
-    explicit BusyCore(bool on) : child_(on ? fork() : -1) {
-        if (child_ == 0) {
-            prctl(PR_SET_PDEATHSIG, SIGKILL);
-            const volatile bool busy = true;
-            while (busy) {
-            }
-        }
-    }
-    ~BusyCore() {
-        if (child_ > 0) {
-            kill(child_, SIGKILL);
-            waitpid(child_, nullptr, 0);
-        }
-    }
-    BusyCore(const BusyCore&) = delete;
-    BusyCore& operator=(const BusyCore&) = delete;
-
-private:
-    pid_t child_;
 };
 
 /// All in seconds.
@@ -189,7 +162,7 @@ int main(int argc, char* argv[]) {
         std::fputs("the count must be at least 1\n", stderr);
         return 1;
     }
-    const BusyCore load(options.isSet(busy));
+    const BusyCores load(options.isSet(busy) ? 1 : 0);
     if (!options.isSet(fast))
         run(60, false, static_cast<std::size_t>(count));
     run(200, true, static_cast<std::size_t>(count));
