@@ -1,13 +1,14 @@
 // What is heard of the program on a busy machine: how evenly its sounds follow the instants of its
 // own rules while 0, 2 and 4 busy loops at ordinary priority compete for the processors.
 //
-//   beat_bench [--quick] [--loops N] [metronome] [melody] [ear] [held] [port]
+//   beat_bench [--quick] [--loops N] [metronome] [melody] [ear] [held] [first] [port]
 //
 //   metronome   clicks at 120 a minute; beside them, on a sink of its own, the metronome of the
 //               distribution that computes its clicks in the stream (gtick), if it is installed
 //   melody      the note-ons of a melody
 //   ear         reference and note of ear training: the time from the one to the other
 //   held        the gaps in a note of the organ that is held
+//   first       the first clicks, right after the output has opened
 //   port        the metronome's note-ons as a JACK client receives them
 //
 // The sounds are recorded from null sinks of PulseAudio. Each program that sounds is a process of
@@ -204,6 +205,16 @@ void holdNote(Machine& machine, int seconds) {
     machine.funzioniMM.NoteOff(FunzioniMM::kMelodyChannel, 69);
 }
 
+void playFirst(Machine& machine, int clicks) {
+    constexpr auto kInterval = 200ms;
+    Instant next = machine.runtime.now();
+    for (int i = 0; i < clicks; ++i, next += kInterval) {
+        machine.runtime.blockUntil(next);
+        machine.funzioniMM.NoteOn(FunzioniMM::kPercussionChannel, 76, 127);
+        printDue(0.2 * i);
+    }
+}
+
 int play(int argc, char* argv[]) {
     QtRuntime::chooseEventQueue();
     QApplication app(argc, argv);
@@ -217,6 +228,8 @@ int play(int argc, char* argv[]) {
         playMelody(machine, count);
     else if (what == "held")
         holdNote(machine, count);
+    else if (what == "first")
+        playFirst(machine, count);
     else if (what == "ear")
         playEarTraining(machine, count);
     else
@@ -556,6 +569,9 @@ int main(int argc, char* argv[]) {
     for (const int loops : loads)
         if (chosen("held"))
             hear(QStringLiteral("held"), loops, quick ? 5 : 20);
+    for (const int loops : loads)
+        for (int start = 0; start < (quick ? 2 : 8) && chosen("first"); ++start)
+            hear(QStringLiteral("first"), loops, 10, 0.05);
     for (const int loops : loads)
         if (chosen("port"))
             receive(loops, quick ? 16 : 60);

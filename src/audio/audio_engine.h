@@ -43,6 +43,10 @@ public:
     /// Audio thread: the stream wants its next `frames` frames, and asks for them at `now`.
     void render(float* left, float* right, int frames, std::int64_t now);
 
+    /// Audio thread: the stream's buffers ran empty, or are of another size from now on.
+    void streamInterrupted() { timeline_.restart(); }
+    void streamResized() { timeline_.setRate(rate_); }
+
     /// Audio thread: whether nothing has sounded for a few seconds and nothing is waiting.
     bool isIdle() const;
 

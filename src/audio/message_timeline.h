@@ -16,7 +16,7 @@ class MessageTimeline {
 public:
     explicit MessageTimeline(double framesPerSecond) : clock_(framesPerSecond) {}
 
-    /// Only while no stream runs.
+    /// Consumer, or while no stream runs: forgets what is known of the stream.
     void setRate(double framesPerSecond) { clock_ = StreamClock(framesPerSecond); }
 
     /// Producer. False if the audio thread is so far behind that there is no room: the event is

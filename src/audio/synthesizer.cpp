@@ -49,6 +49,8 @@ void configure(fluid_settings_t* settings, double rate) {
     // No message sent here ever asks for chorus, which would cost time in every block.
     fluid_settings_setint(settings, "synth.chorus.active", 0);
     fluid_settings_setint(settings, "synth.lock-memory", 0);
+    // One thread at a time uses it, and that must not wait for a lock.
+    fluid_settings_setint(settings, "synth.threadsafe-api", 0);
 }
 
 }  // namespace

@@ -59,6 +59,7 @@ struct Tune::Player {
         fluid_settings_setint(settings, "synth.reverb.active", 0);
         fluid_settings_setint(settings, "synth.chorus.active", 0);
         fluid_settings_setint(settings, "synth.lock-memory", 0);
+        fluid_settings_setint(settings, "synth.threadsafe-api", 0);
         if (!counter.make())
             return false;
         due.reserve(kUsualMessages);

@@ -38,7 +38,8 @@ constexpr const char* kExplanation = QT_TRANSLATE_NOOP(
     "  --check           dice di ogni file se è una melodia valida\n"
     "  --render          suona la melodia in un file WAV, con il sintetizzatore interno\n"
     "  --export-midi     scrive la melodia in un file MIDI\n"
-    "  --list-devices    elenca le uscite MIDI; -1 è il sintetizzatore interno\n"
+    "  --list-devices    elenca le uscite MIDI; -1 è il sintetizzatore interno. Dice anche\n"
+    "                    se il sistema concede al suono una priorità in tempo reale\n"
     "  -o, --output      il file da scrivere\n"
     "  --instrument N    lo strumento, da 0 a 127, al posto di quello della melodia\n"
     "  -v, --version     la versione del programma\n"
@@ -129,6 +130,8 @@ int listDevices(const CommandMachine& machine) {
         machine.out << QString::number(id).rightJustified(3) << "  "
                     << midiOut.deviceName(id).value_or(UserText::tr("(senza nome)")) << '\n';
     }
+    if (const QString priority = machine.sound.renderingPriority(); !priority.isEmpty())
+        machine.out << UserText::tr("Priorità del suono: %1").arg(priority) << '\n';
     return kDone;
 }
 

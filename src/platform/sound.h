@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 #include <memory>
 
 class Folders;
@@ -19,6 +21,10 @@ public:
 
     /// Nothing where the system's sound has no synthesizer that can work without a device.
     virtual WaveRenderer* waveRenderer() { return nullptr; }
+
+    /// What priority the system grants to the thread that renders sound, in the user's words. Empty
+    /// where the system renders it.
+    virtual QString renderingPriority() const { return {}; }
 };
 
 /// Makes the sound of the system that the program was built for; returns at once, whatever the

@@ -6,6 +6,7 @@
 #include "audio/synthesizer.h"
 #include "platform/linux/jack_watch.h"
 #include "platform/linux/library_output.h"
+#include "platform/linux/pulse_output.h"
 
 #include <fluidsynth.h>
 
@@ -29,9 +30,13 @@ struct Driver {
     FluidSettings settings{nullptr, delete_fluid_settings};
     std::unique_ptr<fluid_audio_driver_t, decltype(&delete_fluid_audio_driver)> driver{
         nullptr, delete_fluid_audio_driver};
-    std::shared_ptr<JackWatch> jack;  // for the driver of that name
+    std::unique_ptr<PulseOutput> pulse;  // in place of a driver of the library
+    std::shared_ptr<JackWatch> jack;     // for the driver of that name
+
+    bool isOpen() const { return driver || pulse; }
 
     void close() {
+        pulse.reset();
         driver.reset();
         settings.reset();
         jack.reset();
@@ -44,10 +49,12 @@ struct Driver {
     }
 };
 
+constexpr const char* kPulseAudio = "pulseaudio";
+
 /// Whether the stream's callback may block while nothing sounds. JACK and PipeWire call it from
 /// their own real-time threads, which must not.
 bool callbackMayBlock(const std::string& driver) {
-    return driver == "pulseaudio" || driver == "alsa";
+    return driver == "alsa";
 }
 
 }  // namespace
@@ -64,6 +71,8 @@ struct AudioStream::Core {
     void close();
     void reopenAfter(Status expected);
     bool openDriver(const std::string& name);
+    bool openPulse();
+    bool waitForWork();
     static int fill(void* self, int frames, int effects, float* effectSides[], int sides,
                     float* out[]);
 
@@ -87,12 +96,20 @@ int AudioStream::Core::fill(void* self, int frames, int, float**, int sides, flo
     if (sides < 2)
         return FLUID_FAILED;
     AudioEngine& engine = *core.engine;
-    if (core.mayBlock && !core.closing.load() && engine.isIdle())
-        engine.waitForPost();
+    if (core.mayBlock)
+        core.waitForWork();
     engine.render(out[0], out[1], frames, steadyNow());
     for (int side = 2; side < sides; ++side)
         std::fill_n(out[side], frames, 0.0F);
     return FLUID_OK;
+}
+
+/// Audio thread: blocks while nothing sounds. Whether it did.
+bool AudioStream::Core::waitForWork() {
+    if (closing.load() || !engine->isIdle())
+        return false;
+    engine->waitForPost();
+    return true;
 }
 
 void AudioStream::Core::run() {
@@ -104,7 +121,7 @@ void AudioStream::Core::run() {
         lock.unlock();
         open();
         lock.lock();
-        status = output.driver ? Status::Running : Status::Failed;
+        status = output.isOpen() ? Status::Running : Status::Failed;
         changed.notify_all();
         changed.wait(lock, [this] { return quit || reopen; });
     }
@@ -116,7 +133,7 @@ void AudioStream::Core::run() {
 }
 
 void AudioStream::Core::close() {
-    if (!output.driver)
+    if (!output.isOpen())
         return;
     // The JACK library crashes on closing a client whose server is gone.
     if (output.jack && output.jack->serverGone()) {
@@ -143,6 +160,8 @@ void AudioStream::Core::prepare(double rate) {
 }
 
 bool AudioStream::Core::openDriver(const std::string& name) {
+    if (name == kPulseAudio)
+        return openPulse();
     // JACK alone insists on a rate of its own.
     output.jack = name == "jack" ? JackWatch::ofRunningServer() : nullptr;
     if (output.jack && output.jack->sampleRate() != engine->rate())
@@ -159,6 +178,20 @@ bool AudioStream::Core::openDriver(const std::string& name) {
     mayBlock = callbackMayBlock(name);
     output.driver.reset(new_fluid_audio_driver2(settings, &Core::fill, this));
     return output.driver != nullptr;
+}
+
+bool AudioStream::Core::openPulse() {
+    engine->streamResized();
+    PulseOutput::Source source;
+    source.render = [this](float* left, float* right, int frames) {
+        engine->render(left, right, frames, steadyNow());
+    };
+    source.interrupted = [this] { engine->streamInterrupted(); };
+    source.resized = [this] { engine->streamResized(); };
+    source.waitForWork = [this] { return waitForWork(); };
+    output.pulse = PulseOutput::open(std::move(source), {static_cast<int>(engine->rate()),
+                                                         setup.periodFrames, setup.periodFrames});
+    return output.pulse != nullptr;
 }
 
 AudioStream::AudioStream(std::shared_ptr<AudioEngine> engine, Setup setup)

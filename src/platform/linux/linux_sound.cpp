@@ -7,6 +7,8 @@
 #include "platform/linux/linux_midi_out.h"
 #include "platform/linux/prompt_thread.h"
 #include "platform/linux/soundfont.h"
+#include "platform/linux/thread_priority.h"
+#include "platform/user_text.h"
 
 namespace {
 
@@ -56,6 +58,21 @@ MidiOut& LinuxSound::midiOut() {
 
 Media& LinuxSound::media() {
     return parts().media;
+}
+
+QString LinuxSound::renderingPriority() const {
+    using thread_priority::Grant;
+    switch (thread_priority::probe()) {
+        case Grant::RealTimeByLimits:
+            return UserText::tr("tempo reale, concesso dai limiti dell'utente");
+        case Grant::RealTimeByRtkit:
+            return UserText::tr("tempo reale, concesso da rtkit");
+        case Grant::ShortSlice:
+            return UserText::tr("normale con attese brevi, tempo reale non concesso");
+        case Grant::None:
+            break;
+    }
+    return UserText::tr("normale, tempo reale non concesso");
 }
 
 std::unique_ptr<Sound> openSound(const Folders& folders, Runtime* runtime) {

@@ -16,6 +16,7 @@ public:
     MidiOut& midiOut() override;
     Media& media() override;
     WaveRenderer* waveRenderer() override { return &waveRenderer_; }
+    QString renderingPriority() const override;
 
 private:
     struct Parts;

@@ -28,15 +28,20 @@ constexpr int kRealTimePriority = 5;
 
 }  // namespace
 
-void wakePromptly() {
+bool wakePromptly() {
     prctl(PR_SET_TIMERSLACK, 1);
     SchedulingAttributes attributes;
     if (syscall(SYS_sched_getattr, 0, &attributes, sizeof attributes, 0) != 0 ||
         attributes.policy != SCHED_OTHER)
-        return;
+        return false;
     attributes.flags = 0;
     attributes.runtime = kSlice;
-    syscall(SYS_sched_setattr, 0, &attributes, 0);
+    if (syscall(SYS_sched_setattr, 0, &attributes, 0) != 0)
+        return false;
+    // Older kernels accept the call all the same.
+    SchedulingAttributes granted;
+    return syscall(SYS_sched_getattr, 0, &granted, sizeof granted, 0) == 0 &&
+           granted.runtime == kSlice;
 }
 
 void wakeInRealTime() {

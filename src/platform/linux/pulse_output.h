@@ -1,0 +1,46 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+/// A stereo stream to PulseAudio, or to what speaks its protocol.
+///
+/// One thread reads the server's requests, renders and writes the answer, so that a busy machine
+/// has one thread to wake for a request and not two. It asks for real-time priority. The buffers
+/// are short; when the server has run out of frames a few times they grow, once.
+class PulseOutput {
+public:
+    /// What is played. All of it is called on the stream's thread.
+    struct Source {
+        std::function<void(float* left, float* right, int frames)> render;
+        /// The buffers ran empty, or the stream moved to another device.
+        std::function<void()> interrupted;
+        /// The buffers are of another size from now on.
+        std::function<void()> resized;
+        /// Blocks while there is nothing to play. The buffers run empty meanwhile.
+        std::function<bool()> waitForWork;
+    };
+
+    struct Setup {
+        int rate;          ///< frames per second
+        int bufferFrames;  ///< between the program and the device
+        int blockFrames;   ///< rendered at once, at most
+    };
+
+    /// Answers when the stream is being played, or with nothing if there is no server. A server
+    /// that hangs holds the call up.
+    static std::unique_ptr<PulseOutput> open(Source source, const Setup& setup);
+
+    /// `waitForWork` must not block any more.
+    ~PulseOutput();
+    PulseOutput(const PulseOutput&) = delete;
+    PulseOutput& operator=(const PulseOutput&) = delete;
+
+    /// Whether the server ended the stream.
+    bool ended() const;
+
+private:
+    struct Stream;
+    explicit PulseOutput(std::unique_ptr<Stream> stream);
+    std::unique_ptr<Stream> stream_;
+};
