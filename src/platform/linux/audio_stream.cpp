@@ -88,7 +88,8 @@ struct AudioStream::Core {
     std::chrono::steady_clock::time_point attemptStarted = std::chrono::steady_clock::now();
     bool reopen = false;
     bool quit = false;
-    bool ended = false;
+    bool begun = false;
+    bool ended = true;  // of the opening thread
 };
 
 int AudioStream::Core::fill(void* self, int frames, int, float**, int sides, float* out[]) {
@@ -195,7 +196,16 @@ bool AudioStream::Core::openPulse() {
 }
 
 AudioStream::AudioStream(std::shared_ptr<AudioEngine> engine, Setup setup)
-    : core_(std::make_shared<Core>(std::move(engine), std::move(setup))) {
+    : core_(std::make_shared<Core>(std::move(engine), std::move(setup))) {}
+
+void AudioStream::begin() const {
+    {
+        const std::lock_guard lock(core_->mutex);
+        if (std::exchange(core_->begun, true))
+            return;
+        core_->ended = false;
+        core_->attemptStarted = std::chrono::steady_clock::now();
+    }
     suppressLibraryOutput();
     std::thread([core = core_] { core->run(); }).detach();
 }
@@ -210,6 +220,7 @@ AudioStream::~AudioStream() {
 }
 
 AudioStream::Status AudioStream::status() const {
+    begin();
     const std::lock_guard lock(core_->mutex);
     const bool overdue =
         core_->status == Status::Opening &&
@@ -229,12 +240,14 @@ void AudioStream::Core::reopenAfter(Status expected) {
 }
 
 bool AudioStream::stillOpening() const {
+    begin();
     const std::lock_guard lock(core_->mutex);
     return core_->status == Status::Opening &&
            std::chrono::steady_clock::now() < core_->attemptStarted + core_->setup.openTimeout;
 }
 
 AudioStream::Status AudioStream::wait(std::chrono::milliseconds most) const {
+    begin();
     std::unique_lock lock(core_->mutex);
     const auto deadline = core_->attemptStarted + std::min(most, core_->setup.openTimeout);
     core_->changed.wait_until(lock, deadline, [this] { return core_->status != Status::Opening; });
@@ -242,6 +255,7 @@ AudioStream::Status AudioStream::wait(std::chrono::milliseconds most) const {
 }
 
 void AudioStream::retry() {
+    begin();
     core_->reopenAfter(Status::Failed);
 }
 

@@ -9,6 +9,8 @@ class AudioEngine;
 
 /// Opens the machine's audio output for an engine and keeps it open. All of it happens on a thread
 /// of its own, so that neither a slow soundfont nor a sound server that hangs holds up the program.
+/// It begins with `begin` or the first question about the stream, so that it does not take the
+/// processor from the first window.
 class AudioStream {
 public:
     struct Setup {
@@ -21,11 +23,13 @@ public:
 
     enum class Status { Opening, Running, Failed };
 
-    /// Returns at once.
     AudioStream(std::shared_ptr<AudioEngine> engine, Setup setup);
     ~AudioStream();
     AudioStream(const AudioStream&) = delete;
     AudioStream& operator=(const AudioStream&) = delete;
+
+    /// Begins to open it, unless that was begun; returns at once.
+    void begin() const;
 
     /// An attempt to open that exceeds `openTimeout` counts as failed until it ends after all.
     Status status() const;

@@ -38,6 +38,8 @@ LinuxMedia::LinuxMedia(AudioEngine& engine, AudioStream& stream, const Folders& 
 LinuxMedia::~LinuxMedia() = default;
 
 int LinuxMedia::open(const QString& path, const QString& alias) {
+    // Whatever the file is, something will sound soon.
+    stream_.begin();
     if (open_)
         return toInt(SoundCode::AliasInUse);
     const auto bytes = readFile(folders_.nativePath(path));

@@ -7,7 +7,7 @@
 /// machine's MIDI ports.
 class LinuxSound : public Sound {
 public:
-    /// The audio output opens in the background, once `midiOut` or `media` is asked for.
+    /// The audio output opens in the background, with the first file or output that is opened.
     explicit LinuxSound(const Folders& folders, Runtime* runtime = nullptr);
     ~LinuxSound() override;
     LinuxSound(const LinuxSound&) = delete;

@@ -21,8 +21,12 @@ constexpr std::size_t kFrameBytes = kSides * sizeof(float);
 constexpr int kLargestBlock = 1024;
 /// A device that sleeps may take a while; what is played meanwhile waits in the buffers.
 constexpr auto kStartTimeout = std::chrono::seconds(2);
-/// After so many times without frames the buffers grow to this many of their first size.
+/// After so many dropouts, each no longer after the last than this, the buffers grow to so many
+/// times their first size. What follows at once belongs to the same dropout, and the start is
+/// uneven.
 constexpr int kDropoutsAllowed = 3;
+constexpr auto kForgotten = std::chrono::seconds(30);
+constexpr auto kSameDropout = std::chrono::milliseconds(500);
 constexpr std::uint32_t kGrowth = 10;
 
 struct FreeLoop {
@@ -51,6 +55,7 @@ struct PulseOutput::Stream {
     bool startStream();
     bool iterateUntil(const std::function<bool()>& reached);
     pa_buffer_attr buffers(std::uint32_t growth) const;
+    void started();
     void fill(std::size_t bytes);
     void dropout();
     void tell(bool playing);
@@ -65,6 +70,8 @@ struct PulseOutput::Stream {
     bool playing = false;
     bool rested = false;  // the buffers ran empty because there was nothing to play
     int dropouts = 0;
+    std::chrono::steady_clock::time_point lastDropout;
+    bool grown = false;
 
     std::thread thread;
     std::atomic<long> number = 0;
@@ -138,7 +145,7 @@ bool PulseOutput::Stream::startStream() {
     const auto on = [this](void (*set)(pa_stream*, pa_stream_notify_cb_t, void*),
                            pa_stream_notify_cb_t handler) { set(stream.get(), handler, this); };
     on(pa_stream_set_started_callback,
-       [](pa_stream*, void* self) { static_cast<Stream*>(self)->playing = true; });
+       [](pa_stream*, void* self) { static_cast<Stream*>(self)->started(); });
     on(pa_stream_set_underflow_callback,
        [](pa_stream*, void* self) { static_cast<Stream*>(self)->dropout(); });
     on(pa_stream_set_moved_callback,
@@ -152,7 +159,7 @@ bool PulseOutput::Stream::startStream() {
                                    nullptr, nullptr) < 0)
         return false;
     const auto limit = std::chrono::steady_clock::now() + kStartTimeout;
-    const auto started = [&] {
+    const auto isStarted = [&] {
         return playing || !PA_STREAM_IS_GOOD(pa_stream_get_state(stream.get())) ||
                std::chrono::steady_clock::now() >= limit;
     };
@@ -166,9 +173,14 @@ bool PulseOutput::Stream::startStream() {
     }();
     pa_time_event* timer = api->time_new(
         api, &wake, [](pa_mainloop_api*, pa_time_event*, const timeval*, void*) {}, nullptr);
-    const bool reached = iterateUntil(started);
+    const bool reached = iterateUntil(isStarted);
     api->time_free(timer);
     return reached && PA_STREAM_IS_GOOD(pa_stream_get_state(stream.get()));
+}
+
+void PulseOutput::Stream::started() {
+    playing = true;
+    lastDropout = std::chrono::steady_clock::now();
 }
 
 void PulseOutput::Stream::fill(std::size_t bytes) {
@@ -205,7 +217,13 @@ void PulseOutput::Stream::dropout() {
     if (std::exchange(rested, false))
         return;
     source.interrupted();
-    if (++dropouts != kDropoutsAllowed)
+    const auto now = std::chrono::steady_clock::now();
+    const auto since = now - std::exchange(lastDropout, now);
+    if (grown || since < kSameDropout)
+        return;
+    dropouts = since > kForgotten ? 1 : dropouts + 1;
+    grown = dropouts == kDropoutsAllowed;
+    if (!grown)
         return;
     const pa_buffer_attr attributes = buffers(kGrowth);
     if (pa_operation* change =
