@@ -61,6 +61,7 @@ constexpr int kTempo = 120;
 constexpr int kMelodyTempo = 240;
 constexpr int kWoodblock = 115;  ///< a short sound with a clear beginning
 constexpr double kFromReferenceToNote = 1.3;
+constexpr Instant kStartTune = 2200ms;  ///< before any window is used; the stream runs meanwhile
 const auto kOwnSink = QStringLiteral("cantavista_bench");
 const auto kPeerSink = QStringLiteral("cantavista_bench_peer");
 constexpr const char* kPortName = "Cantavista bench";
@@ -128,7 +129,7 @@ void playMetronome(Machine& machine, int clicks) {
     host.show();
     frame.mnuMetro_Click();
     frame.findChild<QScrollBar*>(QStringLiteral("MetroTempoS"))->setValue(kTempo);
-    machine.run(500ms);
+    machine.run(kStartTune);
     QTimer::singleShot(std::chrono::milliseconds(std::lround(1000 * kPeriod * (clicks + 0.5))),
                        &frame, &frmMetro::cmdSSmetro_Click);
     frame.cmdSSmetro_Click();
@@ -150,7 +151,7 @@ void playMelody(Machine& machine, int entries) {
     Composition composition;
     MelodyEditor(composition).open(file);
     machine.funzioniMM.chooseInstrument(kWoodblock);
-    machine.run(500ms);
+    machine.run(kStartTune);
     NoView view;
     MelodyPlayer player(machine.runtime, machine.funzioniMM, composition, view);
     player.play(0, static_cast<std::int16_t>(entries - 1));
@@ -182,7 +183,7 @@ void playEarTraining(Machine& machine, int tests) {
                    state, nullptr);
     const auto work = [&] {
         machine.funzioniMM.chooseInstrument(kWoodblock);
-        machine.run(500ms);
+        machine.run(kStartTune);
         for (const char* name : {"lb_24", "lb_36", "lblMod", "lb_24"})
             click(window, QLatin1String(name));
         machine.run(500ms);

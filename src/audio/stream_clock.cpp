@@ -61,6 +61,8 @@ void StreamClock::follow(double residual, std::int64_t frame, int count) {
     weight_ = std::min(weight_ + count, average);
     lineTime_ = instantOf(static_cast<double>(frame)) + residual * count / weight_;
     lineFrame_ = static_cast<double>(frame);
+    if (weight_ >= 2 * kSettledSeconds * kNanoseconds / nominalFrameTime_)
+        learnLead();
     if (weight_ < average)
         return;
     // Critically damped: the rate follows as fast as it can without swinging.
@@ -70,7 +72,6 @@ void StreamClock::follow(double residual, std::int64_t frame, int count) {
     if (instantOf(static_cast<double>(frame)) - static_cast<double>(startTime_) >
         kTrueSeconds * kNanoseconds)
         early_ = std::clamp(-residual, early_, kEarliestBelieved);
-    learnLead();
 }
 
 /// Moves the line if the stream has stood still for a moment; answers by how much.
@@ -109,7 +110,8 @@ void StreamClock::learnLead() {
     const double lead =
         (static_cast<double>(startTime_) - instantOf(static_cast<double>(startFrame_))) /
         frameTime_;
-    lead_ = std::clamp(lead, 0.0, kLongestLeadSeconds * kNanoseconds / frameTime_);
+    const double longest = kLongestLeadSeconds * kNanoseconds / frameTime_;
+    lead_ = std::clamp(lead, -longest, longest);
 }
 
 double StreamClock::instantOf(double frame) const {

@@ -44,7 +44,8 @@ private:
     double weight_ = 0;  // frames averaged into the line
     std::int64_t startTime_ = 0;
     std::int64_t startFrame_ = 0;
-    double lead_ = 0;         // frames asked for at once by a stream that starts empty
+    // Frames asked for at once by a stream that starts empty, less those of its pause after that.
+    double lead_ = 0;
     bool leadKnown_ = false;  // measured, not assumed
     bool leadMeasured_ = false;
     double early_ = 0;      // nanoseconds: how far before the line requests come

@@ -24,7 +24,7 @@ constexpr auto kStartTimeout = std::chrono::seconds(2);
 /// After so many dropouts, each no longer after the last than this, the buffers grow to so many
 /// times their first size. What follows at once belongs to the same dropout, and the start is
 /// uneven.
-constexpr int kDropoutsAllowed = 3;
+constexpr int kDropoutsAllowed = 2;
 constexpr auto kForgotten = std::chrono::seconds(30);
 constexpr auto kSameDropout = std::chrono::milliseconds(500);
 constexpr std::uint32_t kGrowth = 10;

@@ -7,7 +7,7 @@
 ///
 /// One thread reads the server's requests, renders and writes the answer, so that a busy machine
 /// has one thread to wake for a request and not two. It asks for real-time priority. The buffers
-/// are short; when the server has run out of frames a few times they grow, once.
+/// are short; when the server has run out of frames twice they grow, once.
 class PulseOutput {
 public:
     /// What is played. All of it is called on the stream's thread.
