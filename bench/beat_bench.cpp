@@ -557,24 +557,24 @@ int main(int argc, char* argv[]) {
     };
     for (const int loops : loads)
         if (chosen("metronome"))
-            hear(QStringLiteral("metronome"), loops, quick ? 16 : 60, kPeriod / 2);
+            hear(QStringLiteral("metronome"), loops, quick ? 12 : 60, kPeriod / 2);
     // One load tells enough of the rest in a hurry.
     if (quick && loads.size() > 1)
         loads = {2};
     for (const int loops : loads)
         if (chosen("melody"))
-            hear(QStringLiteral("melody"), loops, quick ? 60 : 200, 0.05);
+            hear(QStringLiteral("melody"), loops, quick ? 40 : 200, 0.05);
     for (const int loops : loads)
         if (chosen("ear"))
             hear(QStringLiteral("ear"), loops, quick ? 3 : 10, kFromReferenceToNote / 3);
     for (const int loops : loads)
         if (chosen("held"))
-            hear(QStringLiteral("held"), loops, quick ? 5 : 20);
+            hear(QStringLiteral("held"), loops, quick ? 3 : 20);
     for (const int loops : loads)
-        for (int start = 0; start < (quick ? 2 : 8) && chosen("first"); ++start)
+        for (int start = 0; start < (quick ? 1 : 8) && chosen("first"); ++start)
             hear(QStringLiteral("first"), loops, 10, 0.05);
     for (const int loops : loads)
         if (chosen("port"))
-            receive(loops, quick ? 16 : 60);
+            receive(loops, quick ? 12 : 60);
     return EXIT_SUCCESS;
 }
