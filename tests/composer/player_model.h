@@ -127,7 +127,6 @@ private:
         std::int64_t silence = 0;
         int velocity = 100;
         for (int i = from; !stopped(call) && i < static_cast<int>(entries.size());) {
-            due = now - due > 20 ? now : due;
             const MelodyEntry entry = entries[static_cast<std::size_t>(i)];
             say({"ne " + std::to_string(i + 1)});
             now += lateness();
@@ -149,13 +148,18 @@ private:
             if (letter != 'p' && sounding < 1)
                 return false;
             const bool isLong = heard + silence + 30 > 20000;
-            if (letter != 'p')
-                beginNote(entry.noteNumber(), velocity);
-            due += heard;
-            const bool ended = heard > 0 && wait(now + heard, isLong, call);
-            endNote();
-            due += silence;
-            if (ended || wait(due, isLong, call))
+            if (heard > 0) {
+                // Too late for most of the note, the melody goes on from here.
+                due = (now - due) * 2 > heard ? now : due;
+                beginNote(entry.noteNumber(), velocity, due);
+                due = after(due, heard);
+                const bool ended = wait(due, isLong, call);
+                endNote(ended ? now : due);
+                if (ended)
+                    return true;
+            }
+            due = after(due, silence);
+            if (wait(due, isLong, call))
                 return true;
             const bool more = ++i <= to;
             if (!more && !keepsLastNumber_)
@@ -163,7 +167,7 @@ private:
             if (!more && (!loops_ || !playing))
                 return true;
             // Between two entries, and in a pass that takes no time.
-            due += more || due == passBegan ? 30 : 0;
+            due = more || due == passBegan ? after(due, 30) : due;
             wait(due, false, call);
             passBegan = more ? passBegan : due;
             i = more ? i : from;
@@ -171,18 +175,23 @@ private:
         return true;
     }
 
-    void beginNote(int note, int velocity) {
+    /// Where a wait ends: waits follow each other, unless the clock is far behind them.
+    std::int64_t after(std::int64_t due, std::int64_t ms) const {
+        return (now - due > 500 ? now : due) + ms;
+    }
+    void beginNote(int note, int velocity, std::int64_t due) {
         if (note < 36 || note > 95)
             return;
         sounding_ = note;
         say({"mark " + std::to_string(note - 36)});
-        midi.push_back(at(now, "on 1 " + std::to_string(note) + ' ' + std::to_string(velocity)));
+        midi.push_back(at(due, "on 1 " + std::to_string(note) + ' ' + std::to_string(velocity)));
     }
-    void endNote() {
+    void endNote() { endNote(now); }
+    void endNote(std::int64_t due) {
         const int note = std::exchange(sounding_, 0);
         if (note == 0)
             return;
-        midi.push_back(at(now, "on 1 " + std::to_string(note) + " 0"));
+        midi.push_back(at(due, "on 1 " + std::to_string(note) + " 0"));
         say({"unmark " + std::to_string(note - 36)});
     }
 

@@ -10,6 +10,11 @@ namespace {
 
 constexpr double kSilenceSeconds = 0.3;
 
+/// Without a range the root lies below the keyboard and nothing sounds.
+bool sounds(const chord_types::Notes& chord) {
+    return std::all_of(chord.begin(), chord.end(), pitch::isPlayable);
+}
+
 }  // namespace
 
 ChordExercise::ChordExercise(ExerciseContext& context, chord_types::Notes& chord)
@@ -112,17 +117,18 @@ void ChordExercise::drawChord() {
     const chord_types::Notes chord = chord_types::notesOf(type, pitch::noteNumberOf(root));
     if (silence) {
         const Instant start = funzioniMM.waits().afterSeconds(kSilenceSeconds);
-        for (const pitch::NoteNumber note : chord)
-            context().planNoteOn(note, start);
+        if (sounds(chord)) {
+            for (const pitch::NoteNumber note : chord)
+                context().planNoteOn(note, start);
+        }
         funzioniMM.waitUntil(start);
     }
     current_ = type;
     chord_ = chord;
 }
 
-/// Without a range the root lies below the keyboard and nothing sounds.
 void ChordExercise::playChord() {
-    if (!std::all_of(chord_.begin(), chord_.end(), pitch::isPlayable))
+    if (!sounds(chord_))
         return;
     if (showsKeys_) {
         for (const pitch::NoteNumber note : chord_)
@@ -141,7 +147,7 @@ void ChordExercise::silenceChord() {
 /// Whether there was a chord to end.
 bool ChordExercise::endChord() {
     sounding_ = false;
-    if (!std::all_of(chord_.begin(), chord_.end(), pitch::isPlayable))
+    if (!sounds(chord_))
         return false;
     for (const pitch::NoteNumber note : chord_)
         context().showNote(note, false);
