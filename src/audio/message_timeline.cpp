@@ -35,7 +35,7 @@ bool MessageTimeline::post(const SoundEvent& event) {
 
 void MessageTimeline::request(std::int64_t now, std::int64_t frame, int count) {
     clock_.request(now, frame, count);
-    delay_.store(clock_.heardDelay());
+    delay_.store(clock_.plannedHeardDelay());
 }
 
 void MessageTimeline::takeFromQueue() {
@@ -78,11 +78,10 @@ std::optional<SoundEvent> MessageTimeline::next(std::int64_t frame, int blockFra
     }
     const SoundEvent event = waiting_[begin_];
     // The nearest block start, so that the rounding has no bias.
-    const double due = clock_.frameFor(event.time);
+    const double due =
+        event.planned ? clock_.plannedFrameFor(event.time) : clock_.frameFor(event.time);
     if (due >= static_cast<double>(frame) + blockFrames / 2.0)
         return std::nullopt;
-    if (event.planned)
-        clock_.missed(event.time, static_cast<double>(frame) - due);
     ++begin_;
     if (isCounted(event))
         givenOut_.fetch_add(1);

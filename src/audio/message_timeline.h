@@ -10,8 +10,8 @@
 #include <optional>
 
 /// Carries events from the user-interface thread to the audio thread and gives each out at a
-/// constant delay after its instant, in the order of their instants and of their arrival where
-/// these are equal. Without locks or allocation.
+/// constant delay after its instant, a longer one for what was planned, in the order of their
+/// instants and of their arrival where these are equal. Without locks or allocation.
 class MessageTimeline {
 public:
     explicit MessageTimeline(double framesPerSecond) : clock_(framesPerSecond) {}

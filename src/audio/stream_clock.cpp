@@ -11,7 +11,7 @@ constexpr double kEarliestBelieved = 3e7;  // a request further ahead than this 
 constexpr double kDropout = 6e7;           // a request this far off the line starts a new line
 constexpr std::int64_t kFillTime = 100'000'000;
 constexpr double kAveragedSeconds = 2.0;
-constexpr double kSettledSeconds = 0.5;
+constexpr double kSettledSeconds = 0.1;
 /// So long after a start the line is true enough to tell how early requests come.
 constexpr double kTrueSeconds = 5.0;
 constexpr double kLargestRateError = 0.005;
@@ -22,10 +22,9 @@ constexpr double kLate = 4e5;
 /// If every request of such a time was later than this, the stream has lost time.
 constexpr double kTimeLost = 3e6;
 constexpr double kTimeLostSeconds = 0.25;
-/// Less than this too late is not heard.
-constexpr double kMissed = 2e6;
-constexpr double kAllowanceStep = 8e6;
-constexpr double kLargestAllowance = 2 * kAllowanceStep;
+/// From an instant until what was planned for it is heard: longer than an ordinary thread sleeps on
+/// a busy machine, and than a stream needs whose buffers have grown.
+constexpr double kPlannedDelay = 1.2e8;
 
 }  // namespace
 
@@ -34,6 +33,13 @@ StreamClock::StreamClock(double framesPerSecond)
 
 void StreamClock::request(std::int64_t now, std::int64_t frame, int count) {
     largestRequest_ = std::max(largestRequest_, count);
+    const double inBurst = static_cast<double>(frame - burstFrame_) * frameTime_;
+    const bool followsAtOnce =
+        running_ && inBurst > 0 && static_cast<double>(now - burstTime_) < inBurst / 2;
+    if (!followsAtOnce) {
+        burstTime_ = now;
+        burstFrame_ = frame;
+    }
     if (!running_) {
         start(now, frame);
         return;
@@ -43,6 +49,10 @@ void StreamClock::request(std::int64_t now, std::int64_t frame, int count) {
         return;
 
     const double residual = static_cast<double>(now) - instantOf(static_cast<double>(frame));
+    if (followsAtOnce && residual < -inBurst / 2) {
+        learnEarliness(residual, frame);
+        return;
+    }
     const bool fresh = weight_ == 0;
     if (!fresh && std::abs(residual) > kDropout) {
         // So soon after a start it was the lead that was wrong, not the stream that stopped.
@@ -61,7 +71,7 @@ void StreamClock::follow(double residual, std::int64_t frame, int count) {
     weight_ = std::min(weight_ + count, average);
     lineTime_ = instantOf(static_cast<double>(frame)) + residual * count / weight_;
     lineFrame_ = static_cast<double>(frame);
-    if (weight_ >= 2 * kSettledSeconds * kNanoseconds / nominalFrameTime_)
+    if (weight_ >= kSettledSeconds * kNanoseconds / nominalFrameTime_)
         learnLead();
     if (weight_ < average)
         return;
@@ -69,6 +79,10 @@ void StreamClock::follow(double residual, std::int64_t frame, int count) {
     frameTime_ += residual * count / (2 * average * average);
     frameTime_ = std::clamp(frameTime_, nominalFrameTime_ * (1 - kLargestRateError),
                             nominalFrameTime_ * (1 + kLargestRateError));
+    learnEarliness(residual, frame);
+}
+
+void StreamClock::learnEarliness(double residual, std::int64_t frame) {
     if (instantOf(static_cast<double>(frame)) - static_cast<double>(startTime_) >
         kTrueSeconds * kNanoseconds)
         early_ = std::clamp(-residual, early_, kEarliestBelieved);
@@ -98,7 +112,7 @@ void StreamClock::start(std::int64_t now, std::int64_t frame) {
     // due time is the one after the lead.
     lineTime_ = static_cast<double>(now);
     lineFrame_ = static_cast<double>(frame) + lead_;
-    weight_ = leadKnown_ ? kSettledSeconds * kNanoseconds / nominalFrameTime_ : 0;
+    weight_ = 0;
 }
 
 void StreamClock::learnLead() {
@@ -124,16 +138,18 @@ double StreamClock::frameFor(std::int64_t time) const {
 
 double StreamClock::delayNanoseconds() const {
     // An event that arrives just after a request is first looked at by the next one.
-    return largestRequest_ * frameTime_ + early_ + kMargin + allowance_;
+    return largestRequest_ * frameTime_ + early_ + kMargin;
 }
 
-void StreamClock::missed(std::int64_t time, double frames) {
-    // What waited for the stream to start says nothing about threads.
-    if (!running_ || time < startTime_ + kFillTime || frames * frameTime_ < kMissed)
-        return;
-    allowance_ = std::min(allowance_ + kAllowanceStep, kLargestAllowance);
+double StreamClock::plannedDelayNanoseconds() const {
+    return std::max(delayNanoseconds(), kPlannedDelay - lead_ * frameTime_);
 }
 
-std::int64_t StreamClock::heardDelay() const {
-    return static_cast<std::int64_t>(delayNanoseconds() + lead_ * frameTime_);
+double StreamClock::plannedFrameFor(std::int64_t time) const {
+    const double requested = static_cast<double>(time) + plannedDelayNanoseconds();
+    return lineFrame_ + (requested - lineTime_) / frameTime_;
+}
+
+std::int64_t StreamClock::plannedHeardDelay() const {
+    return static_cast<std::int64_t>(plannedDelayNanoseconds() + lead_ * frameTime_);
 }

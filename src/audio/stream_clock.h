@@ -18,23 +18,25 @@ public:
     /// The frame at which a thing of the instant `time` sounds, the constant delay included.
     double frameFor(std::int64_t time) const;
 
-    /// A thing that was known ahead, or should have been, came `frames` too late to sound at its
-    /// instant. For such things the delay grows by up to two steps, so that the next are in time.
-    void missed(std::int64_t time, double frames);
+    /// The same for a thing that was known ahead. It is heard so much later than its instant that
+    /// neither a late thread nor a stream whose buffers grow can move it.
+    double plannedFrameFor(std::int64_t time) const;
 
-    /// How much later than its instant a thing is heard, in nanoseconds: the constant delay and the
-    /// time that frames spend in the stream's buffers, as far as the stream has shown it.
-    std::int64_t heardDelay() const;
+    /// How much later than its instant such a thing is heard, in nanoseconds, with the time that
+    /// frames spend in the stream's buffers, as far as the stream has shown it.
+    std::int64_t plannedHeardDelay() const;
 
 private:
     void start(std::int64_t now, std::int64_t frame);
     void follow(double residual, std::int64_t frame, int count);
+    void learnEarliness(double residual, std::int64_t frame);
     double timeLost(double residual, int count);
     void learnLead();
     double instantOf(double frame) const;
     /// From an instant to the (smoothed) request for its frame. It only grows, when the stream
     /// asks further ahead than ever before.
     double delayNanoseconds() const;
+    double plannedDelayNanoseconds() const;
 
     double nominalFrameTime_;  // nanoseconds
     double frameTime_;         // the same by the steady clock
@@ -48,8 +50,10 @@ private:
     double lead_ = 0;
     bool leadKnown_ = false;  // measured, not assumed
     bool leadMeasured_ = false;
-    double early_ = 0;      // nanoseconds: how far before the line requests come
-    double allowance_ = 0;  // nanoseconds added to the delay for threads that are late
+    double early_ = 0;  // nanoseconds: how far before the line requests come
+    // Of requests that follow at once only the first tells how time passes.
+    std::int64_t burstTime_ = 0;
+    std::int64_t burstFrame_ = 0;
     int largestRequest_ = 0;
     double leastResidual_ = 0;  // of the requests that are watched for lost time
     int watchedFrames_ = 0;

@@ -58,7 +58,7 @@ TEST(PlannedEvents, ComeInTheOrderOfTheirInstantsUnlessTakenBack) {
                 ASSERT_FALSE(model.empty());
                 ASSERT_EQ(given->message, model.front().message);
                 ASSERT_LT(given->time, now) << "not before its instant";
-                ASSERT_LT(now - given->time, 60'000'000);
+                ASSERT_LT(now - given->time, 160'000'000);
                 model.erase(model.begin());
                 ++checked;
             }
@@ -68,35 +68,37 @@ TEST(PlannedEvents, ComeInTheOrderOfTheirInstantsUnlessTakenBack) {
     EXPECT_LE(unplanned - timeline.givenOut(), model.size());
 }
 
-/// A thread that is late by up to 12 ms sends what is due now; keys played by hand do not count.
-TEST(PlannedEvents, AreInTimeAgainAfterSomeCameTooLate) {
-    MessageTimeline timeline(48000);
-    std::int64_t now = 1'000'000'000;
-    std::int64_t frame = 0;
-    const auto delayOf = [&](std::int64_t late, bool planned) {
-        SoundEvent event;
-        event.planned = planned;
-        event.time = now - late;
-        timeline.post(event);
-        const std::int64_t time = event.time;
-        std::int64_t heard = 0;
-        for (int period = 0; period < 20; ++period, now += 5'333'333, frame += 256) {
+/// Whatever a late thread plans, and however far ahead the stream asks, is heard in time; what is
+/// sent by hand is not held up.
+TEST(PlannedEvents, AreHeardInTimeByLateThreadsAndGrownBuffers) {
+    constexpr std::int64_t kPeriod = 5'333'333;
+    for (const int lead : {0, 1, 5}) {
+        MessageTimeline timeline(48000);
+        std::int64_t now = 1'000'000'000;
+        std::int64_t frame = 0;
+        // When an event is heard: the frames of the lead were asked for at once.
+        const auto delayOf = [&](std::int64_t late, bool planned) {
+            SoundEvent event;
+            event.planned = planned;
+            event.time = now - late;
+            timeline.post(event);
+            std::int64_t heard = 0;
+            for (int period = 0; period < 40; ++period, now += kPeriod, frame += 256) {
+                timeline.request(now, frame, 256);
+                for (std::int64_t block = frame; block < frame + 256; block += 64)
+                    while (timeline.next(block, 64))
+                        heard =
+                            now + lead * kPeriod + (block - frame) * 1'000'000 / 48 - event.time;
+            }
+            return static_cast<double>(heard) / 1e6;
+        };
+        for (; frame < lead * 256; frame += 256)
             timeline.request(now, frame, 256);
-            for (std::int64_t block = frame; block < frame + 256; block += 64)
-                while (timeline.next(block, 64))
-                    heard = now + (block - frame) * 1'000'000 / 48 - time;
-        }
-        return static_cast<double>(heard) / 1e6;
-    };
-    for (int i = 0; i < 100; ++i)
-        delayOf(100'000, false);
-    const double usual = delayOf(100'000, false);
-    delayOf(12'000'000, false);
-    EXPECT_NEAR(delayOf(100'000, false), usual, 1.4);
-    for (int i = 0; i < 3; ++i)
-        delayOf(12'000'000, true);
-    const double longer = delayOf(100'000, true);
-    EXPECT_LT(longer, usual + 18);
-    for (const std::int64_t late : {1, 4, 8, 12})
-        EXPECT_NEAR(delayOf(late * 1'000'000, true), longer, 1.4) << late;
+        for (int i = 0; i < 100; ++i)
+            delayOf(100'000, false);
+        EXPECT_LT(delayOf(100'000, false), 14 + lead * 5.4);
+        for (const std::int64_t late : {0, 20, 50, 80})
+            EXPECT_NEAR(delayOf(late * 1'000'000, true), 120, 1.4) << late << ' ' << lead;
+        EXPECT_NEAR(static_cast<double>(timeline.delay()) / 1e6, 120, 1.4);
+    }
 }
