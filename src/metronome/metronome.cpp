@@ -4,6 +4,7 @@
 #include "platform/runtime.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -56,6 +57,8 @@ void Metronome::beat() {
         state_.takePulse(pattern[i]);
         if (funzioniMM_.output().isOpen())
             playPulse(i, run, waits);
+        else
+            awaited_.reset();
     }
     if (run == unfinishedRun_)
         finish();
@@ -64,6 +67,7 @@ void Metronome::beat() {
 /// Sends the closing notes of a run, once for each stop.
 void Metronome::finish() {
     unfinishedRun_ = 0;
+    awaited_.reset();
     for (const std::int16_t note : {state_.MetroNoteA, state_.MetroNoteB, state_.MetroNoteC})
         funzioniMM_.NoteOff(FunzioniMM::kPercussionChannel, note);
     view_.darkenLamps();
@@ -99,22 +103,32 @@ void Metronome::playPulse(int lamp, int run, WaitChain& waits) {
     funzioniMM_.planReset(dark);
     funzioniMM_.planNoteOn(FunzioniMM::kPercussionChannel, state_.MetroPulseNote,
                            state_.MetroVolume, click);
+    if (const auto awaited = std::exchange(awaited_, std::nullopt)) {
+        funzioniMM_.waitUntil(std::min(awaited->heard, dark));
+        view_.lightLamp(awaited->lamp, awaited->colour);
+    }
     funzioniMM_.waitUntil(dark);
     funzioniMM_.ResetOutput();
     view_.darkenLamps();
-    funzioniMM_.waitUntil(click + lampDelay(click));
+    funzioniMM_.waitUntil(click);
     if (!beating(run)) {
         funzioniMM_.output().cancelPlanned();
         return;
     }
-    view_.lightLamp(lamp, state_.MetroPulseColour);
+    const Instant heard = click + lampDelay(click);
+    if (heard == click)
+        view_.lightLamp(lamp, state_.MetroPulseColour);
+    else
+        awaited_ = {lamp, state_.MetroPulseColour, heard};
     funzioniMM_.NoteOn(FunzioniMM::kPercussionChannel, state_.MetroPulseNote, state_.MetroVolume);
-    if (!funzioniMM_.output().isOpen())
-        view_.darkenLamps();
+    if (funzioniMM_.output().isOpen())
+        return;
+    awaited_.reset();
+    view_.darkenLamps();
 }
 
-/// How much later than its click a lamp lights: when the click is heard, but for at least half of
-/// the time until the lamps are dark again.
+/// How much later than its click a lamp lights, in the wait that follows: when the click is heard,
+/// but for at least half of the time until the lamps are dark again.
 Instant Metronome::lampDelay(Instant click) const {
     const Instant lit = secondsToInstant(std::max(0.0, state_.MetroPeriod - kDarkSeconds));
     return std::min(funzioniMM_.output().nextHeard(click) - click, lit / 2);

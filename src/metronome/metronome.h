@@ -5,6 +5,8 @@
 
 #include <QString>
 
+#include <optional>
+
 class FunzioniMM;
 class Runtime;
 
@@ -66,7 +68,15 @@ private:
     MetronomeState& state_;
     MetronomeView& view_;
 
+    /// A lamp whose click was sent and is not heard yet.
+    struct AwaitedLamp {
+        int lamp;
+        pulse_pattern::Colour colour;
+        Instant heard;
+    };
+
     int tempo_ = 60;
+    std::optional<AwaitedLamp> awaited_;
     QString shownTimeSig_;   ///< can lag behind the state until the next start
     int lastRun_ = 0;        ///< the number of the last start
     int unfinishedRun_ = 0;  ///< the run whose closing notes have not been sent yet; 0 for none
