@@ -46,7 +46,7 @@ set(allowed_platform/linux platform platform/linux audio)
 set(allowed_platform/windows platform platform/windows)
 
 set(audio_headers "^(fluidsynth|sndfile|glib)")
-set(system_headers "^(RtMidi|rtmidi|alsa/|jack/|pulse/|X11/|unistd|sys/|fcntl|pthread|windows|mmsystem)")
+set(system_headers "^(RtMidi|rtmidi|alsa/|jack/|pulse/|dbus/|X11/|unistd|sys/|fcntl|pthread|windows|mmsystem)")
 
 file(GLOB_RECURSE forms RELATIVE ${SOURCES} ${SOURCES}/*.ui)
 foreach(form IN LISTS forms)
