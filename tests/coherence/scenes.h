@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <ostream>
 #include <vector>
 
 class QWidget;
@@ -14,6 +15,11 @@ struct Scene {
     bool escCloses;                         ///< whether the Esc key closes the window in this state
     std::function<void(const Look&)> show;  ///< opens the window in that state, looks, closes it
 };
+
+/// How failures and the names of tests show a scene.
+inline void PrintTo(const Scene& scene, std::ostream* out) {
+    *out << scene.name;
+}
 
 /// Every window of the program, the larger ones in more than one state.
 const std::vector<Scene>& scenes();
