@@ -136,7 +136,7 @@ FileError MemoryFolders::checkNew(const QString& key) const {
 }
 
 FileError MemoryFolders::writeFile(const QString& path, const QByteArray& bytes) {
-    if (const FileError failure = checkNew(keyOf(path)); failure.failed())
+    if (FileError failure = checkNew(keyOf(path)); failure.failed())
         return failure;
     if (folderExists(path))
         return error(file_error::kNoAccess);
@@ -147,14 +147,14 @@ FileError MemoryFolders::writeFile(const QString& path, const QByteArray& bytes)
 
 FileError MemoryFolders::replaceFile(const QString& path, const QByteArray& bytes) {
     const QByteArray old = at(path);
-    const FileError failure = writeFile(path, bytes);
+    FileError failure = writeFile(path, bytes);
     if (!failure.failed() && !old.isNull() && old != bytes)
         trash << old;
     return failure;
 }
 
 Folders::Draft MemoryFolders::draftFile(const QString& path) {
-    if (const FileError failure = checkNew(keyOf(path)); failure.failed())
+    if (FileError failure = checkNew(keyOf(path)); failure.failed())
         return {failure, nullptr};
     if (folderExists(path))
         return {error(file_error::kNoAccess), nullptr};
@@ -166,7 +166,7 @@ FileError MemoryFolders::renameFile(const QString& from, const QString& to) {
         return error(file_error::kNotFound);
     if (fileExists(to) || folderExists(to))
         return error(file_error::kAlreadyExists);
-    if (const FileError failure = writeFile(to, at(from)); failure.failed())
+    if (FileError failure = writeFile(to, at(from)); failure.failed())
         return failure;
     return removeFile(from);
 }
@@ -183,14 +183,14 @@ FileError MemoryFolders::removeFile(const QString& path) {
 
 FileError MemoryFolders::discardFile(const QString& path) {
     const QByteArray old = at(path);
-    const FileError failure = removeFile(path);
+    FileError failure = removeFile(path);
     if (!failure.failed())
         trash << old;
     return failure;
 }
 
 FileError MemoryFolders::createFolder(const QString& path) {
-    if (const FileError failure = checkNew(keyOf(path)); failure.failed())
+    if (FileError failure = checkNew(keyOf(path)); failure.failed())
         return failure;
     if (fileExists(path) || folderExists(path))
         return error(file_error::kAlreadyExists);

@@ -190,7 +190,7 @@ QString ScriptedDialogs::nextInput(const QString& question) {
         ADD_FAILURE() << "unexpected input box: " << question.toStdString();
         return {};
     }
-    const QString answer = inputs.front();
+    QString answer = inputs.front();
     inputs.pop_front();
     return answer;
 }
