@@ -17,6 +17,7 @@
 // grain (8 ms in the evening) is below 0.01 ms and the instants of the rule make an even grid.
 
 #include "busy_cores.h"
+#include "click.h"
 #include "composer/melody/composition.h"
 #include "composer/melody/melody_editor.h"
 #include "composer/playback/articulation.h"
@@ -29,13 +30,13 @@
 #include "heard.h"
 #include "metronome/frmMetro.h"
 #include "metronome/metronome_host.h"
+#include "no_view.h"
 #include "platform/linux/linux_sound.h"
 #include "shell/application.h"
 #include "silent_machine.h"
 
 #include <QApplication>
 #include <QFile>
-#include <QMouseEvent>
 #include <QProcess>
 #include <QScrollBar>
 #include <QStandardPaths>
@@ -73,16 +74,6 @@ public:
     void setMetronomeRunning(bool) override {}
     const QWidget& startColourSource() const override { return *this; }
     const QWidget& stopColourSource() const override { return *this; }
-};
-
-class NoView : public PlayerView {
-public:
-    void showPlaying(bool) override {}
-    void enableCanc(bool) override {}
-    void showEntryNumber(const QString&) override {}
-    void showEntryName(const QString&) override {}
-    void markKey(pitch::NoteIndex, bool) override {}
-    void focusPlay() override {}
 };
 
 /// The program's real parts, with its output open.
@@ -160,17 +151,6 @@ void playMelody(Machine& machine, int entries) {
         printDue(due);
         due += static_cast<double>(totalMs(composition.melody.entry(i).quarters(), kMelodyTempo)) *
                1e-3;
-    }
-}
-
-void click(const QWidget& window, const QString& name) {
-    auto* widget = window.findChild<QWidget*>(name);
-    const QPointF place(widget->rect().center());
-    for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-        const auto buttons = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
-        QMouseEvent event(type, place, widget->mapToGlobal(place), Qt::LeftButton, buttons,
-                          Qt::NoModifier);
-        QCoreApplication::sendEvent(widget, &event);
     }
 }
 

@@ -1,6 +1,7 @@
 // From the click on a right answer to the first note-on of the next test, in the real window and
 // without the waits that belong to the exercises: the runtime's blocking waits return at once.
 
+#include "click.h"
 #include "core/services.h"
 #include "eartraining/ear_training_state.h"
 #include "eartraining/frmInto.h"
@@ -9,7 +10,6 @@
 
 #include <QApplication>
 #include <QDateTime>
-#include <QMouseEvent>
 #include <QTimer>
 
 #include <random>
@@ -54,16 +54,7 @@ public:
         window_.exec();
     }
 
-    void click(const QString& name) {
-        auto* widget = window_.findChild<QWidget*>(name);
-        const QPointF place(widget->rect().center());
-        for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-            const auto buttons = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
-            QMouseEvent event(type, place, widget->mapToGlobal(place), Qt::LeftButton, buttons,
-                              Qt::NoModifier);
-            QCoreApplication::sendEvent(widget, &event);
-        }
-    }
+    void click(const QString& name) { ::click(window_, name); }
 
     /// Clicks on the right answer and waits for the screen to settle.
     void answer(const QString& name) {

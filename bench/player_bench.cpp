@@ -8,6 +8,7 @@
 #include "composer/playback/articulation.h"
 #include "composer/playback/melody_player.h"
 #include "figures.h"
+#include "no_view.h"
 #include "silent_machine.h"
 
 #include <QApplication>
@@ -21,16 +22,6 @@ namespace {
 constexpr int kTempo = 120;
 constexpr std::array<double, 4> kDurations{0.25, 0.5, 0.375, 1};
 constexpr std::array<const char*, 4> kLetters{"n", "s", "t", "a"};
-
-class NoView : public PlayerView {
-public:
-    void showPlaying(bool) override {}
-    void enableCanc(bool) override {}
-    void showEntryNumber(const QString&) override {}
-    void showEntryName(const QString&) override {}
-    void markKey(pitch::NoteIndex, bool) override {}
-    void focusPlay() override {}
-};
 
 MelodyFile melodyOf(int entries) {
     MelodyFile file;
