@@ -9,6 +9,7 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QShortcut>
 #include <QTemporaryDir>
@@ -43,6 +44,25 @@ struct QtRuntimeTest : testing::Test {
 };
 
 }  // namespace
+
+TEST_F(QtRuntimeTest, APassTellsWhetherTheUserActed) {
+    QWidget window;
+    window.show();
+    while (runtime.pump(runtime.now()) || !window.isVisible()) {
+    }
+    const auto passWith = [&](QEvent* event) {
+        QCoreApplication::postEvent(window.windowHandle(), event);
+        return runtime.pump(runtime.now());
+    };
+    EXPECT_FALSE(passWith(new QEvent(QEvent::UpdateRequest)));
+    EXPECT_FALSE(
+        passWith(new QMouseEvent(QEvent::MouseMove, {1, 1}, {1, 1}, Qt::NoButton, {}, {})));
+    for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease, QEvent::ShortcutOverride})
+        EXPECT_TRUE(passWith(new QKeyEvent(type, Qt::Key_A, {})));
+    EXPECT_TRUE(passWith(
+        new QMouseEvent(QEvent::MouseButtonPress, {1, 1}, {1, 1}, Qt::LeftButton, {}, {})));
+    EXPECT_FALSE(runtime.pump(runtime.now()));
+}
 
 TEST_F(QtRuntimeTest, WaitsPassesAndAlarmsEndAtTheirInstant) {
     int rung = 0;

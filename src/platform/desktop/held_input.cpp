@@ -1,5 +1,7 @@
 #include "platform/desktop/held_input.h"
 
+#include "platform/desktop/user_input.h"
+
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -24,22 +26,7 @@ constexpr auto kRetry = 10ms;
 constexpr int kTries = 30;
 
 bool isHeldBack(const QEvent& event) {
-    switch (event.type()) {
-        case QEvent::MouseButtonPress:
-        case QEvent::MouseButtonRelease:
-        case QEvent::MouseButtonDblClick:
-        case QEvent::MouseMove:
-        case QEvent::Wheel:
-        case QEvent::KeyPress:
-        case QEvent::KeyRelease:
-        case QEvent::TouchBegin:
-        case QEvent::TouchUpdate:
-        case QEvent::TouchEnd:
-        case QEvent::Close:
-            return true;
-        default:
-            return false;
-    }
+    return isUserInput(event.type()) || event.type() == QEvent::MouseMove;
 }
 
 /// The release that belongs to a press; nothing for any other event.
