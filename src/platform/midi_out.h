@@ -43,7 +43,8 @@ public:
 
     /// Takes a message, or a reset, that is to be sent at an instant of the steady clock; one in
     /// the past is as soon as possible. What is planned and what is sent go out in the order of
-    /// their instants. False if the output does not take it; nothing is sent then.
+    /// their instants, so that a message may have to wait for a planned one that is heard later.
+    /// False if the output does not take it; nothing is sent then.
     virtual bool plan(MidiHandle /*handle*/, std::uint32_t /*message*/, Instant /*at*/) {
         return false;
     }
@@ -52,7 +53,7 @@ public:
     /// Takes back everything planned whose instant has not come.
     virtual void cancelPlanned(MidiHandle /*handle*/) {}
 
-    /// How much later than its instant a message is heard, as far as that is known.
+    /// How much later than its instant a planned message is heard, as far as that is known.
     virtual Instant delay(MidiHandle /*handle*/) const { return Instant{0}; }
 
     /// Closes an output; what is planned is taken back.
@@ -60,8 +61,7 @@ public:
 
     /// Whether the device of an open handle is gone: its sound server ended, its port was
     /// unplugged. It is known at the latest when a message was refused or, of a planned one, soon
-    /// after its instant. Such a handle can only be
-    /// reopened or closed.
+    /// after its instant. Such a handle can only be reopened or closed.
     virtual bool gone(MidiHandle handle) const = 0;
 
     /// Opens the device of a handle that is gone anew, if it is there again; the old handle is then

@@ -69,7 +69,7 @@ TEST(PlannedEvents, ComeInTheOrderOfTheirInstantsUnlessTakenBack) {
 }
 
 /// Whatever a late thread plans, and however far ahead the stream asks, is heard in time; what is
-/// sent by hand is not held up.
+/// sent by hand keeps its short delay where nothing planned waits before it.
 TEST(PlannedEvents, AreHeardInTimeByLateThreadsAndGrownBuffers) {
     constexpr std::int64_t kPeriod = 5'333'333;
     for (const int lead : {0, 1, 5}) {

@@ -159,3 +159,17 @@ TEST(PlannedPulses, LightTheirLampsWhenTheyAreHeard) {
         EXPECT_EQ(first[2].substr(5), " on 10 76 127") << "its click keeps its instant";
     }
 }
+
+TEST(PlannedPulses, StopWhenTheRuleStopsHoweverLateTheyAreHeard) {
+    for (int ms = 800; ms < 2400; ms += 20) {
+        const auto runWith = [ms](Instant heardLater) {
+            Beat beat;
+            beat.midi.heardLater = heardLater;
+            beat.runtime.at(std::chrono::milliseconds(ms), [&] { beat.metronome.startOrStop(); });
+            Lines lines = beat.run();
+            std::erase_if(lines, [](const auto& line) { return line.find("lamp") != line.npos; });
+            return lines;
+        };
+        EXPECT_EQ(runWith(120ms), runWith(0ms)) << ms;
+    }
+}
