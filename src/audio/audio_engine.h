@@ -43,6 +43,9 @@ public:
     /// Audio thread: the stream wants its next `frames` frames, and asks for them at `now`.
     void render(float* left, float* right, int frames, std::int64_t now);
 
+    /// Audio thread, before it renders: the next frame will be heard at `instant`.
+    void streamHeard(std::int64_t instant) { timeline_.heard(instant, delivered_); }
+
     /// Audio thread: the stream's buffers ran empty, or are of another size from now on.
     void streamInterrupted() { timeline_.restart(); }
     void streamResized() { timeline_.setRate(rate_); }

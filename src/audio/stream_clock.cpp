@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -25,6 +26,10 @@ constexpr double kTimeLostSeconds = 0.25;
 /// From an instant until what was planned for it is heard: longer than an ordinary thread sleeps on
 /// a busy machine, and than a stream needs whose buffers have grown.
 constexpr double kPlannedDelay = 1.2e8;
+/// Statements about what is heard are averaged. If they differ by more, twice in a row, the buffers
+/// are of another size.
+constexpr double kLagStep = 1e7;
+constexpr double kLagSeconds = 0.5;
 
 }  // namespace
 
@@ -101,6 +106,24 @@ double StreamClock::timeLost(double residual, int count) {
     return lost;
 }
 
+void StreamClock::heard(std::int64_t instant, std::int64_t frame) {
+    if (!running_)
+        return;
+    const double lag = static_cast<double>(instant) - instantOf(static_cast<double>(frame));
+    const double off = lag - lag_;
+    const double longest = kLagSeconds * kNanoseconds / nominalFrameTime_;
+    const double weight = std::min(static_cast<double>(frame - lagSince_), longest);
+    const double since = static_cast<double>(frame - std::exchange(lagFrame_, frame));
+    if (!lagTold_ || off * lagStep_ > 0) {
+        lag_ = lag;
+        lagSince_ = frame;
+    } else if (weight > 0 && std::abs(off) < kLagStep) {
+        lag_ += off * std::min(since / weight, 0.5);
+    }
+    lagStep_ = lagTold_ && std::abs(off) >= kLagStep ? off : 0;
+    lagTold_ = true;
+}
+
 void StreamClock::start(std::int64_t now, std::int64_t frame) {
     running_ = true;
     startTime_ = now;
@@ -142,7 +165,7 @@ double StreamClock::delayNanoseconds() const {
 }
 
 double StreamClock::plannedDelayNanoseconds() const {
-    return std::max(delayNanoseconds(), kPlannedDelay - lead_ * frameTime_);
+    return std::max(delayNanoseconds(), kPlannedDelay - heardLag());
 }
 
 double StreamClock::plannedFrameFor(std::int64_t time) const {
@@ -151,5 +174,5 @@ double StreamClock::plannedFrameFor(std::int64_t time) const {
 }
 
 std::int64_t StreamClock::plannedHeardDelay() const {
-    return static_cast<std::int64_t>(plannedDelayNanoseconds() + lead_ * frameTime_);
+    return static_cast<std::int64_t>(plannedDelayNanoseconds() + heardLag());
 }

@@ -15,6 +15,10 @@ public:
     /// The stream asks at `now` (nanoseconds of the steady clock) for `count` frames from `frame`.
     void request(std::int64_t now, std::int64_t frame, int count);
 
+    /// The sound system says that a frame not yet asked for is heard at `instant`. Where it never
+    /// does, what a stream asks for at once when it starts tells how far ahead it asks.
+    void heard(std::int64_t instant, std::int64_t frame);
+
     /// The frame at which a thing of the instant `time` sounds, the constant delay included.
     double frameFor(std::int64_t time) const;
 
@@ -37,6 +41,7 @@ private:
     /// asks further ahead than ever before.
     double delayNanoseconds() const;
     double plannedDelayNanoseconds() const;
+    double heardLag() const { return lagTold_ ? lag_ : lead_ * frameTime_; }
 
     double nominalFrameTime_;  // nanoseconds
     double frameTime_;         // the same by the steady clock
@@ -50,7 +55,13 @@ private:
     double lead_ = 0;
     bool leadKnown_ = false;  // measured, not assumed
     bool leadMeasured_ = false;
-    double early_ = 0;  // nanoseconds: how far before the line requests come
+    // From the request for a frame, by the line, until it is heard, in nanoseconds.
+    double lag_ = 0;
+    bool lagTold_ = false;
+    std::int64_t lagSince_ = 0;  // the frames of the first and the last statement averaged
+    std::int64_t lagFrame_ = 0;
+    double lagStep_ = 0;  // how far the last statement was from it, if that was far
+    double early_ = 0;    // nanoseconds: how far before the line requests come
     // Of requests that follow at once only the first tells how time passes.
     std::int64_t burstTime_ = 0;
     std::int64_t burstFrame_ = 0;

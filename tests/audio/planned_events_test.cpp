@@ -72,7 +72,9 @@ TEST(PlannedEvents, ComeInTheOrderOfTheirInstantsUnlessTakenBack) {
 /// sent by hand keeps its short delay where nothing planned waits before it.
 TEST(PlannedEvents, AreHeardInTimeByLateThreadsAndGrownBuffers) {
     constexpr std::int64_t kPeriod = 5'333'333;
-    for (const int lead : {0, 1, 5}) {
+    for (const auto& [firstLead, told] :
+         {std::pair(0, false), {1, false}, {5, false}, {1, true}, {5, true}}) {
+        int lead = firstLead;
         MessageTimeline timeline(48000);
         std::int64_t now = 1'000'000'000;
         std::int64_t frame = 0;
@@ -84,6 +86,8 @@ TEST(PlannedEvents, AreHeardInTimeByLateThreadsAndGrownBuffers) {
             timeline.post(event);
             std::int64_t heard = 0;
             for (int period = 0; period < 40; ++period, now += kPeriod, frame += 256) {
+                if (told)
+                    timeline.heard(now + lead * kPeriod, frame);
                 timeline.request(now, frame, 256);
                 for (std::int64_t block = frame; block < frame + 256; block += 64)
                     while (timeline.next(block, 64))
@@ -100,5 +104,14 @@ TEST(PlannedEvents, AreHeardInTimeByLateThreadsAndGrownBuffers) {
         for (const std::int64_t late : {0, 20, 50, 80})
             EXPECT_NEAR(delayOf(late * 1'000'000, true), 120, 1.4) << late << ' ' << lead;
         EXPECT_NEAR(static_cast<double>(timeline.delay()) / 1e6, 120, 1.4);
+        if (!told)
+            continue;
+        // The buffers grow, and lose some of what they held later on, without another word.
+        for (const int after : {9, 8, 6}) {
+            lead = after;
+            for (int i = 0; i < 10; ++i)
+                delayOf(0, true);
+            EXPECT_NEAR(delayOf(0, true), 120, 1.4) << lead;
+        }
     }
 }

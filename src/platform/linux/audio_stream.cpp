@@ -187,6 +187,7 @@ bool AudioStream::Core::openPulse() {
     source.render = [this](float* left, float* right, int frames) {
         engine->render(left, right, frames, steadyNow());
     };
+    source.latency = [this](std::int64_t latency) { engine->streamHeard(steadyNow() + latency); };
     source.interrupted = [this] { engine->streamInterrupted(); };
     source.resized = [this] { engine->streamResized(); };
     source.waitForWork = [this] { return waitForWork(); };

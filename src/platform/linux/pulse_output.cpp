@@ -56,6 +56,8 @@ struct PulseOutput::Stream {
     bool iterateUntil(const std::function<bool()>& reached);
     pa_buffer_attr buffers(std::uint32_t growth) const;
     void started();
+    void askForLatency();
+    void tellLatency();
     void fill(std::size_t bytes);
     void dropout();
     void tell(bool playing);
@@ -68,6 +70,7 @@ struct PulseOutput::Stream {
     std::array<float, kLargestBlock> left{};
     std::array<float, kLargestBlock> right{};
     bool playing = false;
+    bool latencyKnown = false;
     bool rested = false;  // the buffers ran empty because there was nothing to play
     int dropouts = 0;
     std::chrono::steady_clock::time_point lastDropout;
@@ -131,7 +134,10 @@ pa_buffer_attr PulseOutput::Stream::buffers(std::uint32_t growth) const {
     attributes.tlength =
         static_cast<std::uint32_t>(setup.bufferFrames) * growth * std::uint32_t{kFrameBytes};
     attributes.prebuf = kServersChoice;
-    attributes.minreq = kServersChoice;
+    // The server splits what is over two requests between itself and the device. It is to keep its
+    // share when the buffers grow, for its statements about latency are as coarse as that.
+    const std::uint32_t share = attributes.tlength / growth / 3;
+    attributes.minreq = growth == 1 ? kServersChoice : (attributes.tlength - share) / 2;
     attributes.fragsize = kServersChoice;
     return attributes;
 }
@@ -148,6 +154,8 @@ bool PulseOutput::Stream::startStream() {
        [](pa_stream*, void* self) { static_cast<Stream*>(self)->started(); });
     on(pa_stream_set_underflow_callback,
        [](pa_stream*, void* self) { static_cast<Stream*>(self)->dropout(); });
+    on(pa_stream_set_latency_update_callback,
+       [](pa_stream*, void* self) { static_cast<Stream*>(self)->latencyKnown = true; });
     on(pa_stream_set_moved_callback,
        [](pa_stream*, void* self) { static_cast<Stream*>(self)->source.interrupted(); });
     pa_stream_set_write_callback(
@@ -155,8 +163,9 @@ bool PulseOutput::Stream::startStream() {
         [](pa_stream*, std::size_t bytes, void* self) { static_cast<Stream*>(self)->fill(bytes); },
         this);
     const pa_buffer_attr attributes = buffers(1);
-    if (pa_stream_connect_playback(stream.get(), nullptr, &attributes, PA_STREAM_ADJUST_LATENCY,
-                                   nullptr, nullptr) < 0)
+    const auto flags = static_cast<pa_stream_flags_t>(
+        PA_STREAM_ADJUST_LATENCY | PA_STREAM_INTERPOLATE_TIMING | PA_STREAM_AUTO_TIMING_UPDATE);
+    if (pa_stream_connect_playback(stream.get(), nullptr, &attributes, flags, nullptr, nullptr) < 0)
         return false;
     const auto limit = std::chrono::steady_clock::now() + kStartTimeout;
     const auto isStarted = [&] {
@@ -181,11 +190,31 @@ bool PulseOutput::Stream::startStream() {
 void PulseOutput::Stream::started() {
     playing = true;
     lastDropout = std::chrono::steady_clock::now();
+    askForLatency();
+}
+
+/// What was known of it holds no longer.
+void PulseOutput::Stream::askForLatency() {
+    latencyKnown = false;
+    if (pa_operation* update = pa_stream_update_timing_info(stream.get(), nullptr, nullptr))
+        pa_operation_unref(update);
+}
+
+void PulseOutput::Stream::tellLatency() {
+    constexpr std::int64_t kNanosecondsPerMicrosecond = 1000;
+    pa_usec_t latency = 0;
+    int negative = 0;
+    if (latencyKnown && pa_stream_get_latency(stream.get(), &latency, &negative) == 0 &&
+        negative == 0)
+        source.latency(static_cast<std::int64_t>(latency) * kNanosecondsPerMicrosecond);
 }
 
 void PulseOutput::Stream::fill(std::size_t bytes) {
-    if (playing && source.waitForWork())
+    if (playing && source.waitForWork()) {
         rested = true;
+        askForLatency();
+    }
+    tellLatency();
     auto frames =
         static_cast<int>(std::max(bytes, pa_stream_writable_size(stream.get())) / kFrameBytes);
     while (frames > 0 && !quit) {
@@ -214,6 +243,7 @@ void PulseOutput::Stream::fill(std::size_t bytes) {
 
 /// The server has nothing to play. It is told of when frames are written again.
 void PulseOutput::Stream::dropout() {
+    latencyKnown = false;
     if (std::exchange(rested, false))
         return;
     source.interrupted();
@@ -229,6 +259,7 @@ void PulseOutput::Stream::dropout() {
     if (pa_operation* change =
             pa_stream_set_buffer_attr(stream.get(), &attributes, nullptr, nullptr))
         pa_operation_unref(change);
+    askForLatency();
     source.resized();
 }
 

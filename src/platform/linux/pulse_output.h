@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 
@@ -13,6 +14,8 @@ public:
     /// What is played. All of it is called on the stream's thread.
     struct Source {
         std::function<void(float* left, float* right, int frames)> render;
+        /// In so many nanoseconds the next frame that is rendered will be heard.
+        std::function<void(std::int64_t latency)> latency;
         /// The buffers ran empty, or the stream moved to another device.
         std::function<void()> interrupted;
         /// The buffers are of another size from now on.
