@@ -23,7 +23,7 @@ pulse_answers() {
 # Starts a JACK server without a device, under a name that no other program asks for.
 jack_up() {
     export JACK_DEFAULT_SERVER=cantavista-bench-$$
-    helper jackd -r -d dummy -r 48000 -p 128
+    helper jackd -d dummy -r 48000 -p 128
     wait_until "JACK" "${screen_children[-1]}" jack_answers
 }
 
