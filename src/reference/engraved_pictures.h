@@ -1,6 +1,6 @@
 #pragma once
 
-#include "reference/key_signatures.h"
+#include "core/key_signatures.h"
 #include "widgets/engraving.h"
 
 #include <QWidget>

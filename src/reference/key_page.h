@@ -1,6 +1,6 @@
 #pragma once
 
-#include "reference/key_signatures.h"
+#include "core/key_signatures.h"
 
 /// What the page of the keys shows: one key signature, the list of the scale's degrees, or nothing.
 /// Its buttons 1 to 15 stand for the keys, button 16 for the degrees; each shows and hides its own.

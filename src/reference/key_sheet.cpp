@@ -1,8 +1,9 @@
 #include "reference/key_sheet.h"
 
+#include "core/key_signatures.h"
 #include "platform/user_text.h"
 #include "reference/engraved_pictures.h"
-#include "reference/key_signatures.h"
+#include "reference/key_words.h"
 #include "widgets/appearance.h"
 #include "widgets/degree_label.h"
 #include "widgets/key_button.h"
@@ -50,8 +51,7 @@ QString nameOf(int index) {
 
 QString describe(const KeySignature& key) {
     return QStringLiteral("%1. %2, %3")
-        .arg(key_signatures::signsInWords(key), key_signatures::majorName(key),
-             key_signatures::minorName(key));
+        .arg(signsInWords(key), key_signatures::majorName(key), key_signatures::minorName(key));
 }
 
 QLabel* makeCentred(const QString& text, QWidget* parent) {
@@ -118,14 +118,14 @@ QWidget* KeySheet::makePicture(int index) {
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(kRowGap);
     auto* staff = new SignatureStaff(key, picture);
-    staff->setAccessibleName(key_signatures::signsInWords(key));
+    staff->setAccessibleName(signsInWords(key));
     column->addWidget(staff, 1);
     for (const QString& name : {key_signatures::majorName(key), key_signatures::minorName(key)}) {
         QLabel* label = makeCentred(name, picture);
         appearance::enlargeText(*label, kNameScale, QFont::Normal);
         column->addWidget(label);
     }
-    column->addWidget(makeCentred(key_signatures::signsInWords(key), picture));
+    column->addWidget(makeCentred(signsInWords(key), picture));
     return picture;
 }
 

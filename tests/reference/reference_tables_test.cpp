@@ -1,5 +1,5 @@
 #include "core/intervals.h"
-#include "reference/key_signatures.h"
+#include "core/key_signatures.h"
 
 #include <QStringList>
 

@@ -68,8 +68,7 @@ constexpr std::span<const Sign> signsOf(const KeySignature& key) {
     return std::span(key.isSharp() ? kSharps : kFlats).first(static_cast<std::size_t>(key.count()));
 }
 
-QString majorName(const KeySignature& key);     ///< "Re maggiore"
-QString minorName(const KeySignature& key);     ///< "Si minore"
-QString signsInWords(const KeySignature& key);  ///< "2 diesis: Fa, Do"
+QString majorName(const KeySignature& key);  ///< "Re maggiore"
+QString minorName(const KeySignature& key);  ///< "Si minore"
 
 }  // namespace key_signatures
