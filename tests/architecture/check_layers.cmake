@@ -18,6 +18,7 @@ endforeach()
 # The composer has layers of its own: logic first, then what is seen, then the window.
 set(allowed_composer/melody composer/melody core platform)
 set(allowed_composer/library composer/library ${allowed_composer/melody})
+set(allowed_composer/score composer/score ${allowed_composer/melody})
 set(allowed_composer/playback composer/playback ${allowed_composer/melody})
 set(allowed_composer/export composer/export composer/playback composer/library
     ${allowed_composer/melody})

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "core/note_values.h"
+
+#include <optional>
+#include <vector>
+
+/// Durations as notation writes them. They are counted exactly, in units of a 96th of a quarter
+/// note: every note value, dotted or in a triplet, is a whole number of them.
+namespace score {
+
+constexpr int kUnitsPerQuarter = 96;
+
+/// No longer duration is written, and no longer melody.
+constexpr int kLongestMelody = 32767 * 4 * kUnitsPerQuarter;
+
+/// The units of a duration in quarter notes. Nothing if it is not above 0, or if it is further from
+/// a whole number of units than the decimals of a melody's file explain.
+std::optional<int> unitsOf(double quarters);
+
+/// What one note or rest is written with. A value of a triplet lasts two thirds.
+struct WrittenValue {
+    note_values::Duration value = note_values::Duration::Quarter;
+    bool dotted = false;
+    bool triplet = false;
+
+    int units() const;
+
+    bool operator==(const WrittenValue&) const = default;
+};
+
+/// The single value, not of a triplet, that lasts so many units.
+std::optional<WrittenValue> plainValue(int units);
+
+/// The same of a triplet.
+std::optional<WrittenValue> tripletValue(int units);
+
+/// The fewest values that last so many units together; none if there are no such values. At most
+/// one is of a triplet, and it is the last.
+std::vector<WrittenValue> valuesOf(int units);
+
+}  // namespace score
