@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 
 namespace {
 
@@ -18,18 +19,23 @@ struct ActionName {
     Action action;
     int leastFiles;
     int mostFiles;
-    bool hasOutput;
+    bool hasOutput;  ///< and an instrument
+    bool hasBars = false;
 };
 constexpr int kAnyNumber = 1'000'000;
-constexpr std::array<ActionName, 4> kActions{{{"check", Action::Check, 1, kAnyNumber, false},
-                                              {"render", Action::Render, 1, 1, true},
-                                              {"export-midi", Action::ExportMidi, 1, 1, true},
-                                              {"list-devices", Action::ListDevices, 0, 0, false}}};
+constexpr std::array<ActionName, 5> kActions{
+    {{"check", Action::Check, 1, kAnyNumber, false},
+     {"render", Action::Render, 1, 1, true},
+     {"export-midi", Action::ExportMidi, 1, 1, true},
+     {"export-musicxml", Action::ExportMusicXml, 1, 1, true, true},
+     {"list-devices", Action::ListDevices, 0, 0, false}}};
 
 const QString kHelp = QStringLiteral("help");
 const QString kVersion = QStringLiteral("version");
 const QString kOutput = QStringLiteral("output");
 const QString kInstrument = QStringLiteral("instrument");
+const QString kMetre = QStringLiteral("metre");
+const QString kKey = QStringLiteral("key");
 
 /// Options that the windows' toolkit takes for itself, with one dash or two.
 struct ToolkitOption {
@@ -78,6 +84,8 @@ void addOptions(QCommandLineParser& parser) {
         parser.addOption(QCommandLineOption(QString::fromUtf8(action.name)));
     parser.addOption({{QStringLiteral("o"), kOutput}, {}, QStringLiteral("file")});
     parser.addOption({kInstrument, {}, QStringLiteral("n")});
+    parser.addOption({kMetre, {}, QStringLiteral("n/n")});
+    parser.addOption({kKey, {}, QStringLiteral("n")});
 }
 
 QString syntaxFault(const QCommandLineParser& parser, const QStringList& arguments) {
@@ -104,6 +112,44 @@ QString contentFault(const QCommandLineParser& parser, const ActionName& action)
         return UserText::tr("%1: manca il file da scrivere (-o)").arg(name);
     if (!action.hasOutput && (parser.isSet(kOutput) || parser.isSet(kInstrument)))
         return UserText::tr("%1: -o e --instrument non servono").arg(name);
+    if (!action.hasBars && (parser.isSet(kMetre) || parser.isSet(kKey)))
+        return UserText::tr("%1: --metre e --key non servono").arg(name);
+    return {};
+}
+
+std::optional<score::Metre> metreOf(const QString& text) {
+    for (const score::Metre& metre : score::kMetres) {
+        if (text == QStringLiteral("%1/%2").arg(metre.beats).arg(metre.beatValue))
+            return metre;
+    }
+    return std::nullopt;
+}
+
+/// "-3" is the major key with three flats, "2m" the minor key with two sharps.
+std::optional<score::Key> keyOf(QString text) {
+    score::Key key;
+    key.minor = text.endsWith(u'm');
+    if (key.minor)
+        text.chop(1);
+    bool isNumber = false;
+    key.fifths = text.toInt(&isNumber);
+    const bool isKey = isNumber && std::abs(key.fifths) <= score::Key::kMostSigns;
+    return isKey ? std::optional(key) : std::nullopt;
+}
+
+/// Reads metre and key; answers what is wrong with them.
+QString readNotation(const QCommandLineParser& parser, score::Notation& notation) {
+    if (parser.isSet(kMetre)) {
+        notation.metre = metreOf(parser.value(kMetre));
+        if (!notation.metre)
+            return UserText::tr("--metre: serve 2/4, 3/4, 4/4 o 6/8");
+    }
+    if (parser.isSet(kKey)) {
+        const std::optional<score::Key> key = keyOf(parser.value(kKey));
+        if (!key)
+            return UserText::tr("--key: serve un numero da -7 a 7, con \"m\" per il minore");
+        notation.key = *key;
+    }
     return {};
 }
 
@@ -152,6 +198,8 @@ CommandLine CommandLine::parse(const QStringList& arguments) {
         if (!isNumber || *line.instrument < 0 || *line.instrument >= instruments::kCount)
             return misused(UserText::tr("--instrument: serve un numero da 0 a 127"));
     }
+    if (const QString fault = readNotation(parser, line.notation); !fault.isEmpty())
+        return misused(fault);
     line.action = action.action;
     line.files = parser.positionalArguments();
     line.output = parser.value(kOutput);

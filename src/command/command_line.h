@@ -1,5 +1,7 @@
 #pragma once
 
+#include "composer/score/bar_view.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -7,12 +9,22 @@
 
 /// What the program was called for, when it was called for something without a window.
 struct CommandLine {
-    enum class Action { Misused, Help, Version, Check, Render, ExportMidi, ListDevices };
+    enum class Action {
+        Misused,
+        Help,
+        Version,
+        Check,
+        Render,
+        ExportMidi,
+        ExportMusicXml,
+        ListDevices,
+    };
 
     Action action = Action::Misused;
     QStringList files;
     QString output;
     std::optional<int> instrument;  ///< General MIDI program in place of the file's own
+    score::Notation notation;       ///< of a melody that is written in bars
     QString fault;                  ///< what is wrong with the arguments, for `Misused`
 
     /// Whether the arguments, the program's name first, ask for anything but the window with at

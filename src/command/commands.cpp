@@ -1,9 +1,11 @@
 #include "command/commands.h"
 
 #include "command/command_line.h"
+#include "composer/exchange/score_heading.h"
 #include "composer/export/melody_export.h"
 #include "composer/export/melody_score.h"
 #include "composer/export/midi_file_writer.h"
+#include "composer/export/notation_export.h"
 #include "composer/export/wave_file_writer.h"
 #include "composer/library/melody_names.h"
 #include "composer/library/melody_reader.h"
@@ -27,6 +29,8 @@ constexpr const char* kUsage =
                       "     cantavista --check MELODIA…\n"
                       "     cantavista --render MELODIA -o FILE.wav [--instrument N]\n"
                       "     cantavista --export-midi MELODIA -o FILE.mid [--instrument N]\n"
+                      "     cantavista --export-musicxml MELODIA -o FILE.musicxml|FILE.mxl\n"
+                      "                [--metre M] [--key T] [--instrument N]\n"
                       "     cantavista --list-devices | --version | --help\n");
 
 constexpr const char* kExplanation = QT_TRANSLATE_NOOP(
@@ -38,10 +42,15 @@ constexpr const char* kExplanation = QT_TRANSLATE_NOOP(
     "  --check           dice di ogni file se è una melodia valida\n"
     "  --render          suona la melodia in un file WAV, con il sintetizzatore interno\n"
     "  --export-midi     scrive la melodia in un file MIDI\n"
+    "  --export-musicxml scrive la melodia in battute per i programmi di notazione;\n"
+    "                    compressa, se il nome finisce in \".mxl\"\n"
     "  --list-devices    elenca le uscite MIDI; -1 è il sintetizzatore interno. Dice anche\n"
     "                    se il sistema concede al suono una priorità in tempo reale\n"
     "  -o, --output      il file da scrivere\n"
     "  --instrument N    lo strumento, da 0 a 127, al posto di quello della melodia\n"
+    "  --metre M         il tempo delle battute: 2/4, 3/4, 4/4 o 6/8; senza, 4/4\n"
+    "  --key T           la tonalità: le alterazioni in chiave, da -7 (bemolli) a 7\n"
+    "                    (diesis), con \"m\" per il modo minore; senza, Do maggiore\n"
     "  -v, --version     la versione del programma\n"
     "  -h, --help        questo testo\n"
     "\n"
@@ -83,6 +92,19 @@ QString nameOf(const QString& file) {
     return melody_names::melodyName(QFileInfo(file).fileName());
 }
 
+/// Writes the melody in bars; answers why not, or the empty text.
+QString writeBars(const CommandLine& line, const CommandMachine& machine,
+                  const Composition& composition) {
+    const score::BarView view = score::barsOf(composition.melody, line.notation);
+    if (QString fault = notation_export::faultOf(view); !fault.isEmpty())
+        return fault;
+    const ScoreHeading heading{nameOf(line.files.front()), composition.tempo,
+                               line.instrument.value_or(composition.instrument)};
+    const QByteArray bytes =
+        notation_export::bytesOf(view, heading, notation_export::musicXmlFormat(line.output));
+    return machine.folders.writeFile(pathOf(line.output), bytes).text;
+}
+
 QString writeOutput(const CommandLine& line, const CommandMachine& machine,
                     const MelodyScore& score, int tempo) {
     const QString path = pathOf(line.output);
@@ -109,10 +131,14 @@ int write(const CommandLine& line, const CommandMachine& machine) {
     if (const QString fault = load(machine.folders, file, composition); !fault.isEmpty())
         return fail(file, fault);
     const Melody& melody = composition.melody;
-    const MelodyScore score =
-        scoreOf(melody, composition.tempo, line.instrument.value_or(composition.instrument));
     if (melody.empty())
         return fail(file, UserText::tr("la melodia è vuota"));
+    if (line.action == Action::ExportMusicXml) {
+        const QString fault = writeBars(line, machine, composition);
+        return fault.isEmpty() ? kDone : fail(file, fault);
+    }
+    const MelodyScore score =
+        scoreOf(melody, composition.tempo, line.instrument.value_or(composition.instrument));
     if (score.entries == 0)
         return fail(file, melody_export::tooShort(score));
     if (const QString fault = writeOutput(line, machine, score, composition.tempo);
@@ -152,6 +178,7 @@ int run(const CommandLine& line, const CommandMachine& machine) {
             return check(line, machine);
         case Action::Render:
         case Action::ExportMidi:
+        case Action::ExportMusicXml:
             return write(line, machine);
         case Action::ListDevices:
             return listDevices(machine);

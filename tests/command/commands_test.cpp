@@ -55,6 +55,11 @@ TEST(Commands, AnswerWithTheirStatusAndSayWhy) {
         {"--export-midi buona.mel -o ./buona.mel", 1, "", "la melodia stessa"},
         {"--render buona.mel -o /dev/null", 1, "", "negato"},
         {"--export-midi --instrument 73 buona.mel -o a.mid", 0, "", ""},
+        {"--export-midi buona.mel -o x.mid --key 1", 2, "", "--metre e --key non servono"},
+        {"--export-musicxml buona.mel -o x.mid --metre 5/4", 2, "", "serve 2/4, 3/4, 4/4 o 6/8"},
+        {"--export-musicxml buona.mel -o x.mid --key 8m", 2, "", "da -7 a 7"},
+        {"--export-musicxml corta.mel -o x.mid", 1, "", "durata delle note: 2 !!!"},
+        {"--export-musicxml buona.mel -o a.xml --metre 6/8 --key -1m", 0, "", ""},
         {"--export-midi corta.mel -o corta.mid", 0, "", "La nota 2 è troppo breve"},
     };
     for (const auto& [arguments, status, outWanted, errWanted] : cases) {
@@ -73,6 +78,8 @@ TEST(Commands, AnswerWithTheirStatusAndSayWhy) {
     EXPECT_EQ(contentOf("buona.mel"), kMelody);
     EXPECT_FALSE(QFile::exists("x.mid"));
     EXPECT_TRUE(contentOf("a.mid").contains(QByteArray("\0\xC0\x49", 3)));
+    for (const char* part : {"<fifths>-1<", "<mode>minor<", "<beats>6<", "<step>D</step>"})
+        EXPECT_TRUE(contentOf("a.xml").contains(part)) << part;
     EXPECT_TRUE(contentOf("corta.mid").contains(QByteArray("\0\xC0\0", 3)));
     QDir::setCurrent(QDir::rootPath());
 }

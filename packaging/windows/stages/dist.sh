@@ -36,6 +36,7 @@ gather_licences() {
     cp assets/fonts/bravura/LICENSE* "$folder/Bravura-OFL.txt"
     cat /usr/share/doc/timgm6mb-soundfont/copyright /usr/share/common-licenses/GPL-2 \
         >"$folder/TimGM6mb.txt"
+    cp /usr/share/doc/libz-mingw-w64-dev/copyright "$folder/zlib.txt"
     cp "$work/qt/source/LICENSES/LGPL-3.0-only.txt" "$folder/Qt-LGPL-3.0.txt"
     cp "$work/qt/source/LICENSES/GPL-3.0-only.txt" "$folder/Qt-GPL-3.0.txt"
     cp "$work/qt/source/debian/copyright" "$folder/Qt-e-sue-parti.txt"

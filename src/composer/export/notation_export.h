@@ -1,0 +1,27 @@
+#pragma once
+
+#include "composer/score/bar_view.h"
+
+#include <QByteArray>
+#include <QString>
+
+struct ScoreHeading;
+
+/// A melody as a file of notes for other programs and readers.
+namespace notation_export {
+
+enum class Format {
+    MusicXml,            ///< ".musicxml"
+    CompressedMusicXml,  ///< ".mxl"
+};
+
+/// The format of a file's name: what it does not tell is plain MusicXML.
+Format musicXmlFormat(const QString& fileName);
+
+/// The bytes of a melody in bars.
+QByteArray bytesOf(const score::BarView& view, const ScoreHeading& heading, Format format);
+
+/// The message about entries that cannot be written; empty if there are none.
+QString faultOf(const score::BarView& view);
+
+}  // namespace notation_export
