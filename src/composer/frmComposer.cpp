@@ -2,7 +2,6 @@
 
 #include "composer/melody/rhythm.h"
 #include "core/funzioni_mm.h"
-#include "platform/dialogs.h"
 #include "ui_entry_palette_panel.h"
 #include "ui_frmComposer.h"
 #include "ui_playback_panel.h"
@@ -53,7 +52,7 @@ frmComposer::frmComposer(const Services& services, QWidget* parent, QString melo
       entry_(*ui_, model_, view_, presenter_, keyboard_, menu_),
       playbackControls_(services.dialogs, *ui_, model_, view_, presenter_, keyboard_, menu_),
       range_(*ui_, model_, view_, presenter_),
-      library_(model_, side_, view_, presenter_, keyboard_, menu_),
+      library_(services.dialogs, model_, side_, view_, presenter_, keyboard_, menu_),
       export_(*this, services.runtime, model_, side_, keyboard_, menu_),
       bookmarks_(model_, side_, view_, presenter_, keyboard_, menu_),
       melodyFile_(std::move(melodyFile)) {
@@ -152,9 +151,7 @@ void frmComposer::done(int result) {
     model_.playback.player().abandon();
     view_.showPlaying(false);
     keyboard_.releaseHeldKeys();
-    const bool loses = model_.editor.modified() || !model_.unsaved.othersKept();
-    if (loses &&
-        !services_.dialogs.confirm(tr("La melodia non è stata salvata. Chiudere comunque ?")))
+    if (!library_.mayClose())
         return;
     model_.unsaved.forget();
     closed_ = true;

@@ -8,10 +8,15 @@
 #include "composer/panels/browser_panel.h"
 #include "composer/side_panels.h"
 
-LibraryControls::LibraryControls(ComposerModel& model, SidePanels& side, ComposerView& view,
-                                 MelodyPresenter& presenter, ComposerKeyboard& keyboard,
-                                 ComposerMenu& menu)
-    : model_(model), side_(side), view_(view), presenter_(presenter), keyboard_(keyboard) {
+LibraryControls::LibraryControls(Dialogs& dialogs, ComposerModel& model, SidePanels& side,
+                                 ComposerView& view, MelodyPresenter& presenter,
+                                 ComposerKeyboard& keyboard, ComposerMenu& menu)
+    : dialogs_(dialogs),
+      model_(model),
+      side_(side),
+      view_(view),
+      presenter_(presenter),
+      keyboard_(keyboard) {
     const BrowserPanel* browser = &side_.browser();
     connect(browser, &BrowserPanel::playRequested, this, &LibraryControls::cmdEseguiFile_Click);
     connect(browser, &BrowserPanel::createFolderRequested, this, &LibraryControls::cmdMkdir_Click);
@@ -50,9 +55,39 @@ void LibraryControls::mnuApri_Click() {
 }
 
 void LibraryControls::mnuSalva_Click() {
+    save();
+}
+
+bool LibraryControls::save() {
     keyboard_.releaseHeldKeys();
-    if (model_.library.save(side_.browser().row()))
+    const bool saved = model_.library.save(side_.browser().row());
+    if (saved)
         showSaved();
+    return saved;
+}
+
+bool LibraryControls::mayClose() {
+    while (model_.editor.modified() || !model_.unsaved.othersKept()) {
+        switch (confirmClosing()) {
+            case Closing::Stay:
+                return false;
+            case Closing::Discard:
+                return true;
+            case Closing::Save:
+                if (!save())
+                    return false;
+        }
+    }
+    return true;
+}
+
+/// Saving is offered for the melody that is here, not for one that made way for it and could not be
+/// kept.
+Closing LibraryControls::confirmClosing() {
+    const QString question = tr("La melodia non è stata salvata. Chiudere comunque ?");
+    if (model_.editor.modified() && model_.library.canSave())
+        return dialogs_.confirmClosing(question);
+    return dialogs_.confirm(question) ? Closing::Discard : Closing::Stay;
 }
 
 void LibraryControls::mnuSaveAs_Click() {

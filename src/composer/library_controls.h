@@ -1,6 +1,7 @@
 #pragma once
 
 #include "composer/library/melody_library.h"
+#include "platform/dialogs.h"
 
 #include <QObject>
 #include <QString>
@@ -17,12 +18,16 @@ class LibraryControls : public QObject {
     Q_OBJECT
 
 public:
-    LibraryControls(ComposerModel& model, SidePanels& side, ComposerView& view,
+    LibraryControls(Dialogs& dialogs, ComposerModel& model, SidePanels& side, ComposerView& view,
                     MelodyPresenter& presenter, ComposerKeyboard& keyboard, ComposerMenu& menu);
 
     /// As the window comes up: offers what an earlier run had no time to save; unless it is here
     /// again, opens a file, if one is named.
     void openAtStart(const QString& melodyFile);
+
+    /// Whether the window may close: asks as long as that would lose something, and saves if the
+    /// user wants it. What is not saved then is given up.
+    bool mayClose();
 
 private Q_SLOTS:
     void mnuApri_Click();
@@ -35,9 +40,12 @@ private Q_SLOTS:
 
 private:
     bool offerUnsaved();
+    bool save();
+    Closing confirmClosing();
     bool showOpened(MelodyLibrary::Activated activated);
     void showSaved();
 
+    Dialogs& dialogs_;
     ComposerModel& model_;
     SidePanels& side_;
     ComposerView& view_;

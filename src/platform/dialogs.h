@@ -8,6 +8,9 @@ struct FileKind {
     QString suffix;  ///< "mid"
 };
 
+/// What a user does with a window that holds something unsaved.
+enum class Closing { Stay, Save, Discard };
+
 /// The boxes that stop the program for a word with the user. All are modal.
 class Dialogs {
 public:
@@ -22,6 +25,12 @@ public:
     /// The same for something that a No would lose: Yes is proposed, and a box that is closed
     /// without an answer means Yes.
     virtual bool offer(const QString& text) { return confirm(text); }
+
+    /// The same for a window that is to be closed: Yes discards, No stays, and a third button saves.
+    /// A box that is closed without an answer means that the window stays.
+    virtual Closing confirmClosing(const QString& text) {
+        return confirm(text) ? Closing::Discard : Closing::Stay;
+    }
 
     /// Asks for a line of text. A cancelled box answers with the empty text.
     virtual QString input(const QString& prompt, const QString& title,

@@ -107,6 +107,20 @@ TEST_F(ComposerFilesTest, ClosingAsksAboutWhatWouldBeLostAndOnlyThen) {
     EXPECT_THAT(run(fullDisk, {true}), ElementsAre(kLosesChanges)) << "it could not be kept";
 }
 
+TEST_F(ComposerFilesTest, ClosingSavesIfItIsAskedToAndStaysIfThatFails) {
+    const auto act = [](OpenComposer& composer) {
+        composer.world.dialogs.savesAtClosing = true;
+        composer.world.dialogs.inputs = {QString(), QStringLiteral("Mia")};
+        steps("lb_24 cmdInsNota")(composer);
+        composer.window.reject();
+        EXPECT_TRUE(composer.window.isVisible()) << "no name was given";
+    };
+    const std::string name = "input: Nome melodia | Salva con nome | ";
+    EXPECT_THAT(run(act), ElementsAre(name, name));
+    EXPECT_TRUE(disk.folders.at(kRoot + QStringLiteral("Mia.mel")).startsWith("60;\r\n"));
+    EXPECT_FALSE(disk.folders.fileExists(kCopy));
+}
+
 TEST_F(ComposerFilesTest, AMelodyFromElsewhereIsSavedBackWhereItIs) {
     const QString outside = QStringLiteral("C:\\Scaricati\\Tre.v2.mel");
     disk.folders.put(outside, disk.folders.at(kDue));

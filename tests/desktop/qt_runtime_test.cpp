@@ -98,7 +98,7 @@ TEST_F(QtRuntimeTest, WaitsPassesAndAlarmsEndAtTheirInstant) {
 
 TEST_F(QtRuntimeTest, BoxesProposeWhatLosesNothingAndTellWhatTheUserChose) {
     QStringList seen;
-    const auto chosen = [&](bool (Dialogs::*show)(const QString&), const QString& button) {
+    const auto chosen = [&](auto show, const QString& button) {
         inBox([&](QDialog& shown) {
             auto* box = qobject_cast<QMessageBox*>(&shown);
             seen << box->windowTitle() + " " + box->text() + " " + box->defaultButton()->text();
@@ -116,7 +116,10 @@ TEST_F(QtRuntimeTest, BoxesProposeWhatLosesNothingAndTellWhatTheUserChose) {
     EXPECT_TRUE(chosen(&Dialogs::offer, {}));
     const QString no = "Cantavista a\n<b> &No";
     const QString yes = "Cantavista a\n<b> &Sì";
-    EXPECT_EQ(seen, (QStringList{no, no, yes, yes}));
+    EXPECT_EQ(chosen(&Dialogs::confirmClosing, "Salva"), Closing::Save);
+    EXPECT_EQ(chosen(&Dialogs::confirmClosing, "&Sì"), Closing::Discard);
+    EXPECT_EQ(chosen(&Dialogs::confirmClosing, {}), Closing::Stay);
+    EXPECT_EQ(seen, (QStringList{no, no, yes, yes, no, no, no}));
     for (const bool accepted : {true, false}) {
         inBox([&](QDialog& box) { box.done(accepted); });
         EXPECT_EQ(dialogs.input("?", {}, "proposta"), accepted ? "proposta" : QString());
@@ -134,8 +137,8 @@ TEST_F(QtRuntimeTest, BoxesProposeWhatLosesNothingAndTellWhatTheUserChose) {
     };
     EXPECT_EQ(save(folder.filePath("b")), folder.filePath("b.mid").replace(u'/', u'\\'));
     EXPECT_EQ(save({}), QString());
-    EXPECT_TRUE(seen[4].endsWith("/Mia.mid"));
-    EXPECT_EQ(seen[5], folder.path() + "/Mia.mid") << "where the last file was saved";
+    EXPECT_TRUE(seen[7].endsWith("/Mia.mid"));
+    EXPECT_EQ(seen[8], folder.path() + "/Mia.mid") << "where the last file was saved";
 }
 
 TEST(EndOfTheProgram, CutsWaitsAndBoxesShortAndSavesTheWork) {

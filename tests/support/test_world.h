@@ -92,10 +92,14 @@ public:
     std::vector<std::string> lines;
     std::deque<bool> confirmations;
     std::deque<QString> inputs;
+    bool savesAtClosing = false;          ///< instead of an answer of the script
     std::function<void()> duringMessage;  ///< what happens while a message is on show
 
     void message(const QString& text) override;
     bool confirm(const QString& text) override;
+    Closing confirmClosing(const QString& text) override {
+        return savesAtClosing ? Closing::Save : Dialogs::confirmClosing(text);
+    }
     QString input(const QString& prompt, const QString& title, const QString& proposed) override;
     QString saveFile(const QString& title, const QString& proposed, const FileKind& kind) override;
 

@@ -178,6 +178,10 @@ bool MelodyLibrary::save(int row) {
                                                   : pathOf(composition_.source.name));
 }
 
+bool MelodyLibrary::canSave() const {
+    return !composition_.source.name.isEmpty() || !composition_.melody.texts().notes.isEmpty();
+}
+
 bool MelodyLibrary::saveAs(int row) {
     if (composition_.melody.texts().notes.isEmpty())
         return false;

@@ -67,6 +67,7 @@ public:
     /// Each answers whether it was done; the list has then been filled again. `row` offers its text
     /// as the name.
     bool save(int row);
+    bool canSave() const;  ///< whether `save` would have something to do
     bool saveAs(int row);
     bool createFolder();
     bool rename(int row);

@@ -66,6 +66,18 @@ bool QtDialogs::offer(const QString& text) {
                 QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes) == QMessageBox::Yes;
 }
 
+Closing QtDialogs::confirmClosing(const QString& text) {
+    switch (show(runtime_, heldInput_, text, QMessageBox::Question,
+                 QMessageBox::Yes | QMessageBox::No | QMessageBox::Save, QMessageBox::No)) {
+        case QMessageBox::Yes:
+            return Closing::Discard;
+        case QMessageBox::Save:
+            return Closing::Save;
+        default:
+            return Closing::Stay;
+    }
+}
+
 QString QtDialogs::input(const QString& prompt, const QString& title, const QString& proposed) {
     if (runtime_.ending())
         return {};

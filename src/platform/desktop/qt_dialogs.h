@@ -15,6 +15,7 @@ public:
     void message(const QString& text) override;
     bool confirm(const QString& text) override;
     bool offer(const QString& text) override;
+    Closing confirmClosing(const QString& text) override;
     QString input(const QString& prompt, const QString& title, const QString& proposed) override;
     QString saveFile(const QString& title, const QString& proposed, const FileKind& kind) override;
 
