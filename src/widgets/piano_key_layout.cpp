@@ -52,6 +52,13 @@ QRectF keyRect(int key, const QRectF& keyboard) {
     return {x - width / 2, keyboard.top(), width, kSharpLength * keyboard.height()};
 }
 
+QRectF faceRect(int key, const QRectF& keyboard) {
+    QRectF face = keyRect(key, keyboard);
+    if (!isSharp(key))
+        face.setTop(face.top() + kSharpLength * keyboard.height());
+    return face;
+}
+
 std::optional<int> keyAt(QPointF point, const QRectF& keyboard) {
     std::optional<int> found;
     for (int key = 0; key < kKeys; ++key) {

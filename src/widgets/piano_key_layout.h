@@ -18,6 +18,9 @@ bool isSharp(int key);
 /// The place of a key on a keyboard that fills `keyboard`. A natural's reaches under its sharps.
 QRectF keyRect(int key, const QRectF& keyboard);
 
+/// The part of a key's place that no other key lies over.
+QRectF faceRect(int key, const QRectF& keyboard);
+
 /// The key that is seen at a point: sharps lie over naturals.
 std::optional<int> keyAt(QPointF point, const QRectF& keyboard);
 

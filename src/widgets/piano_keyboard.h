@@ -49,6 +49,12 @@ public:
     /// The blue square on middle C.
     QRect middleCSquare() const;
 
+    /// Where the keys are, and the part of a key that no other one lies over.
+    const QRectF& keyArea() const { return keyArea_; }
+    QRect keyFace(int index) const {
+        return piano_key_layout::faceRect(index, keyArea_).toAlignedRect();
+    }
+
     int cursorKey() const { return cursor_; }
     void moveCursor(int index);
 
