@@ -2,7 +2,9 @@
 
 #include "core/pitch.h"
 #include "platform/key_codes.h"
+#include "reading/reading_statistics.h"
 
+#include <QString>
 #include <Qt>
 
 #include <algorithm>
@@ -28,6 +30,10 @@ constexpr std::array<std::array<KeyCode, 2>, pitch::kDegrees> kPolled{{
     {kKeyNumpad0 + 3, kKeyNumpad0 + 3},
     {letterKey('H'), kKeyNumpad0 + 8},
 }};
+
+/// The keys that answer a degree 0..6 in a mode, as the window names them under the button: "d", or
+/// "d / Num 4" for a letter and the keypad's 4.
+QString inWords(int degree, ReadingMode mode);
 
 /// Whether a key event's key is polled. Without NumLock the keypad's digits are cursor keys.
 constexpr bool isPolled(int qtKey, bool onKeypad) {

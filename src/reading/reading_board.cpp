@@ -1,7 +1,10 @@
 #include "reading/reading_board.h"
 
+#include "reading/answer_keys.h"
+#include "reading/reading_staff.h"
 #include "ui_reading_board.h"
 #include "widgets/appearance.h"
+#include "widgets/verdict_badge.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -22,9 +25,16 @@ void tint(QPushButton& button) {
 }  // namespace
 
 ReadingBoard::ReadingBoard(QWidget* parent)
-    : QWidget(parent), ui_(std::make_unique<Ui::ReadingBoard>()), buttons_{} {
+    : QWidget(parent),
+      ui_(std::make_unique<Ui::ReadingBoard>()),
+      buttons_{},
+      keys_{},
+      verdict_(new VerdictBadge(this)) {
     ui_->setupUi(this);
     buttons_ = {ui_->pdo, ui_->pre, ui_->pmi, ui_->pfa, ui_->psol, ui_->pla, ui_->psi};
+    keys_ = {ui_->key_pdo,  ui_->key_pre, ui_->key_pmi, ui_->key_pfa,
+             ui_->key_psol, ui_->key_pla, ui_->key_psi};
+    nameKeys(ReadingMode::Normale);
     for (QPushButton* button : buttons_) {
         appearance::enlargeText(*button, kButtonTextScale);
         tint(*button);
@@ -45,4 +55,17 @@ void ReadingBoard::nameAnswers(pitch::AnswerNames style) {
 void ReadingBoard::enableAnswers(bool on) {
     for (QPushButton* button : buttons_)
         button->setEnabled(on);
+}
+
+void ReadingBoard::nameKeys(ReadingMode mode) {
+    for (int degree = 0; degree < pitch::kDegrees; ++degree)
+        keys_[static_cast<std::size_t>(degree)]->setText(answer_keys::inWords(degree, mode));
+}
+
+void ReadingBoard::showVerdict(const std::optional<ReadingVerdict::Shown>& shown) {
+    staff().showVerdict(shown);
+    if (shown)
+        verdict_->showOver(*buttons_[static_cast<std::size_t>(shown->degree)], shown->verdict);
+    else
+        verdict_->hide();
 }

@@ -1,14 +1,18 @@
 #pragma once
 
 #include "core/pitch.h"
+#include "reading/reading_statistics.h"
+#include "reading/reading_verdict.h"
 
 #include <QWidget>
 
 #include <array>
 #include <memory>
 
+class QLabel;
 class QPushButton;
 class ReadingStaff;
+class VerdictBadge;
 
 namespace Ui {
 class ReadingBoard;
@@ -29,8 +33,14 @@ public:
 
     void nameAnswers(pitch::AnswerNames style);
     void enableAnswers(bool on);
+    /// Shows under each button the keys that answer in a mode.
+    void nameKeys(ReadingMode mode);
+    /// At the note and at the button; nothing hides it.
+    void showVerdict(const std::optional<ReadingVerdict::Shown>& shown);
 
 private:
     std::unique_ptr<Ui::ReadingBoard> ui_;
     std::array<QPushButton*, pitch::kDegrees> buttons_;
+    std::array<QLabel*, pitch::kDegrees> keys_;
+    VerdictBadge* verdict_;
 };

@@ -26,7 +26,10 @@ bool takesTyping(const QWidget& widget) {
 
 ReadingDrill::ReadingDrill(Runtime& runtime, FunzioniMM& funzioniMM, const QString& noteFolder,
                            ReadingBoard& board, ReadingControls& controls)
-    : session_(runtime, funzioniMM, noteFolder, *this), board_(board), controls_(controls) {
+    : session_(runtime, funzioniMM, noteFolder, *this),
+      board_(board),
+      controls_(controls),
+      verdict_(runtime, [this] { board_.showVerdict(verdict_.shown()); }) {
     auto& ui = controls_.ui();
     connect(ui.Start, &QPushButton::clicked, this, &ReadingDrill::Start_Click);
     connect(ui.Slider1, &QSlider::valueChanged, this, &ReadingDrill::Slider1_Change);
@@ -54,6 +57,7 @@ void ReadingDrill::nameAnswers(pitch::AnswerNames style) {
 void ReadingDrill::chooseMode(ReadingMode mode) {
     session_.setMode(mode);
     board_.enableAnswers(mode == ReadingMode::Normale);
+    board_.nameKeys(mode);
     controls_.showSpeedControls(mode == ReadingMode::Automatico);
 }
 
@@ -100,16 +104,22 @@ void ReadingDrill::Regolo_MouseDown(double y) {
 }
 
 void ReadingDrill::showNote(int step) {
+    verdict_.noteShown(step);
     board_.staff().showNote(step);
 }
 
 void ReadingDrill::Nascondinote() {
+    verdict_.noteHidden();
     board_.staff().hideNotes();
 }
 
 void ReadingDrill::showCounts(int conta, int er) {
     controls_.ui().conta->setText(QString::number(conta));
     controls_.ui().er->setText(QString::number(er));
+}
+
+void ReadingDrill::answerJudged(int degree, Verdict verdict) {
+    verdict_.judged(verdict, degree);
 }
 
 void ReadingDrill::sessionStarted() {
@@ -124,6 +134,7 @@ void ReadingDrill::sessionStarted() {
 
 void ReadingDrill::sessionStopped(const ReadingStatistics& statistics) {
     controls_.ui().Start->setText(UserText::tr("Start"));
+    verdict_.end();
     board_.staff().ruler().setEnabled(true);
     board_.enableAnswers(false);
     if (!statistics.empty())

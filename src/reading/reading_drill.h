@@ -1,6 +1,7 @@
 #pragma once
 
 #include "reading/reading_session.h"
+#include "reading/reading_verdict.h"
 
 #include <QObject>
 
@@ -41,6 +42,7 @@ private:
     void showNote(int step) override;
     void Nascondinote() override;
     void showCounts(int conta, int er) override;
+    void answerJudged(int degree, Verdict verdict) override;
     void sessionStarted() override;
     void sessionStopped(const ReadingStatistics& statistics) override;
 
@@ -50,6 +52,7 @@ private:
     ReadingSession session_;
     ReadingBoard& board_;
     ReadingControls& controls_;
+    ReadingVerdict verdict_;
     pitch::AnswerNames names_ = pitch::AnswerNames::Syllables;
     bool startEnabled_ = true;
 };

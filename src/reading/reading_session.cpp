@@ -57,9 +57,10 @@ void ReadingSession::stop() {
 void ReadingSession::answer(int degree) {
     if (mode_ != ReadingMode::Normale || !running_)
         return;
-    const bool right = staff_step::degree(stepOnShow_) == degree - 1;
+    const bool right = isAsked(degree - 1);
     if (right)
         confirmRightAnswer();
+    display_.answerJudged(degree - 1, verdictOf(right));
     checkAnswer(right);
 }
 
@@ -148,14 +149,15 @@ void ReadingSession::pollKeys() {
         const bool fresh = down && !keysDown_[degree];
         keysDown_[degree] = down;
         if (down && !answered_)
-            judgePolled(staff_step::degree(stepOnShow_) == static_cast<int>(degree), fresh);
+            judgePolled(static_cast<int>(degree), fresh);
     }
 }
 
 /// A key that stays down answers its own note whenever that is shown, but counts as a wrong answer
 /// only once for each press.
-void ReadingSession::judgePolled(bool ofNote, bool freshlyPressed) {
-    if (ofNote) {
+void ReadingSession::judgePolled(int degree, bool freshlyPressed) {
+    const bool right = isAsked(degree);
+    if (right) {
         funzioniMM_.PlaySoundFile(noteFolder_ + kRightSound, true);
         ++correct_;
         answered_ = true;
@@ -163,6 +165,12 @@ void ReadingSession::judgePolled(bool ofNote, bool freshlyPressed) {
         funzioniMM_.PlaySoundFile(noteFolder_ + kWrongSound, true);
         ++wrong_;
     }
+    if (right || freshlyPressed)
+        display_.answerJudged(degree, verdictOf(right));
+}
+
+bool ReadingSession::isAsked(int degree) const {
+    return staff_step::degree(stepOnShow_) == degree;
 }
 
 void ReadingSession::finish() {

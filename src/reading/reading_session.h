@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/verdict.h"
 #include "platform/runtime.h"
 #include "reading/reading_statistics.h"
 #include "reading/step_range_choice.h"
@@ -20,6 +21,8 @@ public:
     virtual void showNote(int step) = 0;  ///< make the picture of a step visible
     virtual void Nascondinote() = 0;      ///< hide every picture of a note
     virtual void showCounts(int conta, int er) = 0;
+    /// An answer to the note on show, by its degree 0 (Do) to 6 (Si), has been judged.
+    virtual void answerJudged(int degree, Verdict verdict) = 0;
     virtual void sessionStarted() = 0;
     /// The session is over; the statistics are shown unless they are empty.
     virtual void sessionStopped(const ReadingStatistics& statistics) = 0;
@@ -78,7 +81,8 @@ private:
     void runAutomatic();
     bool takeAnswers(Instant noteStart);
     void pollKeys();
-    void judgePolled(bool ofNote, bool freshlyPressed);
+    bool isAsked(int degree) const;
+    void judgePolled(int degree, bool freshlyPressed);
     void finish();
     void showCounts();
 

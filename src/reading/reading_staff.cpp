@@ -5,12 +5,14 @@
 #include "widgets/appearance.h"
 #include "widgets/music_font.h"
 #include "widgets/parts_accessible.h"
+#include "widgets/verdict_badge.h"
 
 #include <QEvent>
 #include <QPainter>
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -18,6 +20,8 @@ namespace {
 constexpr double kBraceRoom = 2.6;
 constexpr double kNoteRoom = 1.5;
 constexpr double kNarrowest = 19;  ///< the width that all marks need beside the ruler
+constexpr double kVerdictSize = 2.2;
+constexpr double kVerdictDistance = 1.2;  ///< from the note's ledger lines to its right
 
 /// In pixels.
 constexpr int kPadding = 8;
@@ -60,11 +64,17 @@ public:
         update();
     }
 
+    void setVerdict(Verdict verdict) {
+        if (std::exchange(verdict_, verdict) != verdict)
+            update();
+    }
+
 protected:
     void paintEvent(QPaintEvent* /*event*/) override {
         QPainter painter(this);
         painter.translate(-pos());
-        painter.setPen(palette().color(QPalette::Text));
+        painter.setPen(verdict_ == Verdict::None ? palette().color(QPalette::Text)
+                                                 : VerdictBadge::inkOf(verdict_, palette()));
         engraving::drawNote(painter, font_, engraving::onPixels(painter, stave_), x_,
                             noteAt(step_));
     }
@@ -74,10 +84,14 @@ private:
     const MusicFont& font_;
     engraving::Stave stave_;
     qreal x_ = 0;
+    Verdict verdict_ = Verdict::None;
 };
 
 ReadingStaff::ReadingStaff(QWidget* parent)
-    : QWidget(parent), font_(MusicFont::shared()), ruler_(new Regolo(this)) {
+    : QWidget(parent),
+      font_(MusicFont::shared()),
+      ruler_(new Regolo(this)),
+      verdict_(new VerdictBadge(this)) {
     installPartsAccessible<ReadingStaff, QAccessible::Graphic>();
     setAccessibleName(UserText::tr("Pentagramma"));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
@@ -111,6 +125,26 @@ void ReadingStaff::hideNotes() {
     for (NotePicture* note : notes_)
         note->setVisible(false);
     setAccessibleDescription(UserText::tr("Nessuna nota"));
+}
+
+void ReadingStaff::showVerdict(const std::optional<ReadingVerdict::Shown>& shown) {
+    for (NotePicture* note : notes_) {
+        const bool judged = shown && shown->onShow && shown->step == note->step();
+        note->setVerdict(judged ? shown->verdict : Verdict::None);
+    }
+    if (shown)
+        verdict_->showAt(*this, verdictPlace(shown->step), shown->verdict);
+    else
+        verdict_->hide();
+}
+
+QRect ReadingStaff::verdictPlace(int step) const {
+    const engraving::Stave& stave = staveOf(step);
+    const double size = kVerdictSize * stave.space;
+    const double y = stave.y(staff_layout::positionOnStave(step)) - size / 2;
+    return QRectF(noteX_ - kVerdictDistance * stave.space - size,
+                  std::clamp(y, 0.0, height() - size), size, size)
+        .toAlignedRect();
 }
 
 bool ReadingStaff::event(QEvent* event) {

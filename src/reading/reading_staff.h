@@ -1,5 +1,6 @@
 #pragma once
 
+#include "reading/reading_verdict.h"
 #include "reading/staff_layout.h"
 #include "widgets/engraving.h"
 
@@ -11,6 +12,7 @@
 class MusicFont;
 class NotePicture;
 class Regolo;
+class VerdictBadge;
 
 /// The staff of the reading drill: a card with both clefs, a picture of a note for each step, and
 /// the ruler along its right edge. It shows no note until it is told to. Its accessible description
@@ -29,6 +31,10 @@ public:
     void showNote(int step);
     void hideNotes();
 
+    /// Marks the place of the note that was answered, and gives the note the verdict's colour as
+    /// long as it is on show.
+    void showVerdict(const std::optional<ReadingVerdict::Shown>& shown);
+
     QSize sizeHint() const override { return {560, 480}; }
     QSize minimumSizeHint() const override { return {300, 300}; }
 
@@ -40,9 +46,11 @@ protected:
 private:
     void arrange();
     const engraving::Stave& staveOf(int step) const;
+    QRect verdictPlace(int step) const;
 
     const MusicFont& font_;
     Regolo* ruler_;
+    VerdictBadge* verdict_;
     std::array<NotePicture*, staff_step::kCount> notes_{};
     engraving::Stave treble_;
     engraving::Stave bass_;
