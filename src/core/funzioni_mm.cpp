@@ -128,7 +128,10 @@ void FunzioniMM::PlayNoteIndex(std::int16_t index) {
 }
 
 void FunzioniMM::planRandomNote(WaitChain& chain) {
-    const pitch::NoteIndex index = random_.between(rangeLower_, rangeUpper_);
+    planNote(random_.between(rangeLower_, rangeUpper_), chain);
+}
+
+void FunzioniMM::planNote(pitch::NoteIndex index, WaitChain& chain) {
     if (lastNoteIndex_ > -1)
         planNoteOff(kMelodyChannel, lastNoteIndex_ + pitch::kLowestNote, chain.reached());
     planNoteOn(kMelodyChannel, index + pitch::kLowestNote, kPlayerVelocity, chain.reached());

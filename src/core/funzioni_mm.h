@@ -72,6 +72,10 @@ public:
     /// is due at the end of the chain; with auto-silence on, the chain goes on to the note's end.
     void planRandomNote(WaitChain& chain);
 
+    /// The same without a draw: the next `PlayNoteIndex(kRandomNote)` plays the note that was drawn
+    /// last once more.
+    void planDrawnNote(WaitChain& chain) { planNote(drawnIndex_, chain); }
+
     /// A uniform draw, bounds included; equal bounds draw nothing.
     std::int16_t RandomNoteIndex(std::int16_t lower, std::int16_t upper);
 
@@ -123,6 +127,7 @@ private:
         Instant end;
     };
 
+    void planNote(pitch::NoteIndex index, WaitChain& chain);
     void send(std::uint32_t message);
     void ReportMidiError(const QString& operation, int code);
     void silenceLastNote();

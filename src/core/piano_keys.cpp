@@ -63,6 +63,12 @@ void PianoKeys::releaseAll() {
         end(held);
 }
 
+bool PianoKeys::sounds() const {
+    const auto sounds = [](const HeldNote& held) { return held && *held != pitch::kRest; };
+    return std::any_of(polled_.begin(), polled_.end(), sounds) ||
+           std::any_of(events_.begin(), events_.end(), sounds);
+}
+
 void PianoKeys::begin(HeldNote& held, int offset) {
     const auto note = static_cast<pitch::NoteNumber>(base_ + offset);
     // A repeated press after a change of octave would leave the first note without an end.

@@ -53,6 +53,9 @@ public:
     bool keyDown(KeyCode key);
     bool keyUp(KeyCode key);
 
+    /// Whether a held key sounds its note.
+    bool sounds() const;
+
     /// Ends every note that is held, as when the window goes.
     void releaseAll();
 

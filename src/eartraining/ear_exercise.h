@@ -2,6 +2,9 @@
 
 #include "core/pitch.h"
 #include "eartraining/exercise_code.h"
+#include "eartraining/key_span.h"
+
+#include <optional>
 
 class ExerciseContext;
 
@@ -27,6 +30,16 @@ public:
     /// Whether the panel and the start button on it are visible.
     virtual bool visible() const { return chosen_; }
     bool startVisible() const { return startVisible_; }
+
+    /// The second line beside the instruction, a literal shown by `UserText::tr`.
+    virtual const char* hint() const = 0;
+    /// The range that was chosen on the keyboard, once it has both ends.
+    virtual std::optional<KeySpan> span() const = 0;
+
+    /// Whether something has been asked that has not been answered. It is then played again in the
+    /// mode that is chosen now, and counts nothing.
+    virtual bool canHearAgain() const = 0;
+    virtual void hearAgain() = 0;
 
     /// Whether the exercise, once chosen, has the keyboard to itself: the range marks of the other
     /// exercises are removed, and `leave` tells them so.

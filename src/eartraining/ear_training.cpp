@@ -1,5 +1,6 @@
 #include "eartraining/ear_training.h"
 
+#include "core/funzioni_mm.h"
 #include "platform/runtime.h"
 
 #include <algorithm>
@@ -9,9 +10,12 @@ EarTraining::EarTraining(Runtime& runtime, FunzioniMM& funzioniMM, Dialogs& dial
     : runtime_(runtime),
       state_(state),
       context_(runtime, funzioniMM, dialogs, view),
+      guidance_(funzioniMM.output(), view),
       exercises_(context_, state),
       chosen_(exercises_.all.front()),
-      pianoKeys_(runtime, *this, PianoKeys::Backspace::Regular) {}
+      pianoKeys_(runtime, *this, PianoKeys::Backspace::Regular) {
+    context_.onChange([this] { showGuidance(); });
+}
 
 EarTraining::~EarTraining() = default;
 
@@ -32,8 +36,10 @@ void EarTraining::activate() {
     pianoKeys_.poll(true);
     while (!closed_ && !runtime_.ending()) {
         runtime_.pump(kForever);
-        if (!closed_)
-            pollKeys();
+        if (closed_)
+            break;
+        pollKeys();
+        showGuidance();
     }
     stopSounds();
     pianoKeys_.releaseAll();
@@ -60,13 +66,34 @@ void EarTraining::pollKeys() {
     }
 }
 
-bool EarTraining::anyRunning() const {
-    return std::any_of(exercises_.all.begin(), exercises_.all.end(),
-                       [](const EarExercise* exercise) { return exercise->running(); });
+EarExercise* EarTraining::runningExercise() const {
+    const auto found =
+        std::find_if(exercises_.all.begin(), exercises_.all.end(),
+                     [](const EarExercise* exercise) { return exercise->running(); });
+    return found == exercises_.all.end() ? nullptr : *found;
+}
+
+/// The pitch exercise can run while the interval chart is chosen.
+EarExercise& EarTraining::askingExercise() const {
+    EarExercise* running = runningExercise();
+    return running ? *running : *chosen_;
+}
+
+bool EarTraining::canHearAgain() const {
+    return askingExercise().canHearAgain() && !pianoKeys_.sounds();
+}
+
+void EarTraining::hearAgain() {
+    if (canHearAgain())
+        askingExercise().hearAgain();
+}
+
+void EarTraining::showGuidance() {
+    guidance_.refresh(askingExercise(), *chosen_, canHearAgain());
 }
 
 bool EarTraining::unload() {
-    if (anyRunning() || context_.prompt().keepsWindowOpen)
+    if (runningExercise() || context_.prompt().keepsWindowOpen)
         return false;
     closed_ = true;
     state_.forgetRequest();
@@ -93,6 +120,7 @@ void EarTraining::choose(EarExercise& exercise) {
 /// The others are hidden first: two panels visible at once would enlarge the window.
 void EarTraining::show(EarExercise& exercise) {
     chosen_ = &exercise;
+    context_.endVerdict();
     for (EarExercise* other : exercises_.all) {
         if (other != &exercise)
             other->setChosen(false);

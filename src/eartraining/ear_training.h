@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/piano_keys.h"
+#include "eartraining/ear_guidance.h"
 #include "eartraining/exercise_context.h"
 #include "eartraining/exercises.h"
 
@@ -29,6 +30,9 @@ public:
 
     void keyClicked(pitch::NoteIndex key);
 
+    /// Plays again what was asked, as long as no note of the keyboard sounds.
+    void hearAgain();
+
     /// Chooses an exercise, as from the window's menu.
     void choose(EarExercise& exercise);
 
@@ -41,13 +45,17 @@ private:
 
     void open(EarExercise& exercise);
     void show(EarExercise& exercise);
-    bool anyRunning() const;
+    EarExercise* runningExercise() const;
+    EarExercise& askingExercise() const;
+    bool canHearAgain() const;
+    void showGuidance();
     void pollKeys();
     void stopSounds();
 
     Runtime& runtime_;
     EarTrainingState& state_;
     ExerciseContext context_;
+    EarGuidance guidance_;
     Exercises exercises_;
     EarExercise* chosen_;
     PianoKeys pianoKeys_;

@@ -11,9 +11,18 @@ constexpr int kVelocity = 90;
 
 }  // namespace
 
+ExerciseContext::ExerciseContext(Runtime& runtime, FunzioniMM& funzioniMM, Dialogs& dialogs,
+                                 EarTrainingView& view)
+    : runtime_(runtime),
+      funzioniMM_(funzioniMM),
+      dialogs_(dialogs),
+      view_(view),
+      verdict_(runtime, [&view] { view.hideVerdict(); }) {}
+
 void ExerciseContext::setPrompt(const EarPrompt& prompt) {
     prompt_ = prompt;
     view_.showPrompt(prompt);
+    changed_();
 }
 
 void ExerciseContext::message(const char* text) {
@@ -25,17 +34,21 @@ void ExerciseContext::resetScore() {
     view_.showScore(score_);
 }
 
-void ExerciseContext::judge(bool right, bool alternateColours) {
-    const Score::Verdict verdict = right ? Score::Verdict::Right : Score::Verdict::Wrong;
+void ExerciseContext::judge(const EarExercise& exercise, int answer, bool right,
+                            bool alternateColours) {
+    const Verdict verdict = verdictOf(right);
     score_.count(verdict);
     if (alternateColours)
         score_.alternateColour(verdict);
     view_.showScore(score_);
     view_.announceVerdict(score_);
+    view_.showVerdict(exercise, answer, verdict);
+    verdict_.begin();
 }
 
 void ExerciseContext::showExercise(const EarExercise& exercise) {
     view_.showExercise(exercise);
+    changed_();
 }
 
 void ExerciseContext::focusStart(const EarExercise& exercise) {

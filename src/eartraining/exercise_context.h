@@ -1,9 +1,12 @@
 #pragma once
 
+#include "core/moment.h"
 #include "core/pitch.h"
 #include "eartraining/ear_prompt.h"
 #include "eartraining/score.h"
 #include "platform/runtime.h"
+
+#include <functional>
 
 class Dialogs;
 class EarExercise;
@@ -14,8 +17,10 @@ class FunzioniMM;
 class ExerciseContext {
 public:
     ExerciseContext(Runtime& runtime, FunzioniMM& funzioniMM, Dialogs& dialogs,
-                    EarTrainingView& view)
-        : runtime_(runtime), funzioniMM_(funzioniMM), dialogs_(dialogs), view_(view) {}
+                    EarTrainingView& view);
+
+    /// Called after the prompt or what an exercise shows has changed.
+    void onChange(std::function<void()> handler) { changed_ = std::move(handler); }
 
     Runtime& runtime() { return runtime_; }
     FunzioniMM& funzioniMM() { return funzioniMM_; }
@@ -25,8 +30,10 @@ public:
     void message(const char* text);
 
     void resetScore();
-    /// Counts an answer; the colours of the counters alternate only in the pitch exercise.
-    void judge(bool right, bool alternateColours = false);
+    /// Counts an answer and shows the verdict for a moment where it was given; the colours of the
+    /// counters alternate only in the pitch exercise.
+    void judge(const EarExercise& exercise, int answer, bool right, bool alternateColours = false);
+    void endVerdict() { verdict_.end(); }
 
     void showExercise(const EarExercise& exercise);
     void focusStart(const EarExercise& exercise);
@@ -60,6 +67,8 @@ private:
     EarTrainingView& view_;
     EarPrompt prompt_ = range_prompts::kLowerKey;
     Score score_;
+    Moment verdict_;
+    std::function<void()> changed_;
     int running_ = 0;
     bool locked_ = false;
 };

@@ -21,9 +21,18 @@ QColor promptColour(const QPalette& palette) {
 ExercisePanel::ExercisePanel(EarExercise& exercise, MenuItem menuItem, QWidget* parent)
     : QGroupBox(parent), exercise_(exercise), menuItem_(std::move(menuItem)) {}
 
-void ExercisePanel::setStartButton(QPushButton& button) {
-    startButton_ = &button;
-    connect(&button, &QPushButton::clicked, this, [this] { exercise_.startOrStop(); });
+void ExercisePanel::setButtons(QPushButton& start, QPushButton& hearAgain) {
+    startButton_ = &start;
+    hearAgainButton_ = &hearAgain;
+    hearAgain.setText(UserText::tr("Riascolta (F4)"));
+    hearAgain.setToolTip(UserText::tr("Suona di nuovo ciò che va riconosciuto"));
+    hearAgain.setEnabled(false);
+    connect(&start, &QPushButton::clicked, this, [this] { exercise_.startOrStop(); });
+    connect(&hearAgain, &QPushButton::clicked, this, &ExercisePanel::hearAgainClicked);
+}
+
+void ExercisePanel::enableHearAgain(bool on) {
+    hearAgainButton_->setEnabled(on);
 }
 
 void ExercisePanel::showState() {

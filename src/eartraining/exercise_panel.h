@@ -32,10 +32,17 @@ public:
 
     virtual void showState();
     void focusStart();
+    void enableHearAgain(bool on);
+
+    /// The button on which an answer is given; nothing for one that is given on the keyboard.
+    virtual QWidget* answerControl(int answer) const = 0;
+
+Q_SIGNALS:
+    void hearAgainClicked();
 
 protected:
-    /// To be called once, by the constructor, with the button of the form.
-    void setStartButton(QPushButton& button);
+    /// To be called once, by the constructor, with the buttons of the form.
+    void setButtons(QPushButton& start, QPushButton& hearAgain);
 
 private:
     void showRunning(bool running);
@@ -43,6 +50,7 @@ private:
     EarExercise& exercise_;
     MenuItem menuItem_;
     QPushButton* startButton_ = nullptr;
+    QPushButton* hearAgainButton_ = nullptr;
     bool showsRunning_ = false;
 };
 

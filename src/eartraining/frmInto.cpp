@@ -10,9 +10,12 @@
 #include "ui_frmInto.h"
 #include "widgets/announcement.h"
 #include "widgets/appearance.h"
+#include "widgets/keyboard_span.h"
+#include "widgets/verdict_badge.h"
 
 #include <QMenu>
 #include <QMenuBar>
+#include <QShortcut>
 
 #include <algorithm>
 
@@ -20,11 +23,12 @@ namespace {
 
 constexpr double kPromptTextScale = 1.5;
 
-void stylePrompt(QLabel& prompt) {
+/// The instruction and the line below it stand on one ground.
+void stylePrompt(QWidget& ground, QLabel& prompt) {
     appearance::enlargeText(prompt, kPromptTextScale, QFont::Normal);
-    QPalette palette = prompt.palette();
+    QPalette palette = ground.palette();
     palette.setColor(QPalette::Window, promptColour(palette));
-    prompt.setPalette(palette);
+    ground.setPalette(palette);
 }
 
 void addItem(QMenu& menu, const char* name, const QString& text, std::function<void()> handler) {
@@ -39,12 +43,14 @@ frmInto::frmInto(const Services& services, EarTrainingState& state, QWidget* par
     : QDialog(parent),
       ui_(std::make_unique<Ui::frmInto>()),
       funzioniMM_(services.funzioniMM),
+      verdict_(new VerdictBadge(this)),
       ear_(services.runtime, services.funzioniMM, services.dialogs, state, *this) {
     ui_->setupUi(this);
     resize(size().boundedTo(appearance::roomOnScreen(*this).size()));
-    stylePrompt(*ui_->lblStep);
+    stylePrompt(*ui_->prompt, *ui_->lblStep);
     appearance::keepPlace(*ui_->cmdEsci);
     ui_->keyboard->showRangeMarks(true);
+    span_ = new KeyboardSpan(*ui_->keyboard);
     addPanels();
     orderTabs();
     buildMenus();
@@ -118,6 +124,10 @@ void frmInto::connectControls() {
             [this](int key) { ear_.keyClicked(static_cast<pitch::NoteIndex>(key)); });
     connect(new MiddleCPatch(keyboard), &MiddleCPatch::doubleClicked, this, cycleOctave);
     connect(ui_->score, &ScorePanel::percentageDoubleClicked, this, cycleOctave);
+    const auto hearAgain = [this] { ear_.hearAgain(); };
+    connect(new QShortcut(Qt::Key_F4, this), &QShortcut::activated, this, hearAgain);
+    for (const ExercisePanel* panel : panels_)
+        connect(panel, &ExercisePanel::hearAgainClicked, this, hearAgain);
     connect(ui_->Fr1, &InstrumentFrame::programChosen, this, &frmInto::chooseInstrument);
     connect(ui_->cmdEsci, &QPushButton::clicked, this, &QDialog::reject);
 }
@@ -170,12 +180,27 @@ void frmInto::showPrompt(const EarPrompt& prompt) {
     announce(*ui_->lblStep);
 }
 
+void frmInto::showHint(const char* hint) {
+    ui_->lblSpiegaStep->setText(UserText::tr(hint));
+}
+
 void frmInto::showScore(const Score& score) {
     ui_->score->show(score);
 }
 
 void frmInto::announceVerdict(const Score& score) {
     ui_->score->announceVerdict(score);
+}
+
+void frmInto::showVerdict(const EarExercise& exercise, int answer, Verdict verdict) {
+    if (QWidget* control = panelOf(exercise).answerControl(answer))
+        verdict_->showOver(*control, verdict);
+    else
+        verdict_->showAt(*ui_->keyboard, ui_->keyboard->keyFace(answer), verdict);
+}
+
+void frmInto::hideVerdict() {
+    verdict_->hide();
 }
 
 void frmInto::showExercise(const EarExercise& exercise) {
@@ -197,6 +222,16 @@ void frmInto::showRangeMark(pitch::NoteIndex key, bool on) {
 void frmInto::clearRangeMarks() {
     for (int key = 0; key < PianoKeyboard::kKeys; ++key)
         ui_->keyboard->setRangeMark(key, false);
+}
+
+void frmInto::showSpan(const std::optional<KeySpan>& span) {
+    span_->setSpan(span ? std::optional(std::pair<int, int>(span->lower, span->upper))
+                        : std::nullopt);
+}
+
+void frmInto::enableHearAgain(bool on) {
+    for (ExercisePanel* panel : panels_)
+        panel->enableHearAgain(on);
 }
 
 void frmInto::showClose(bool on) {

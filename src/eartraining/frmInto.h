@@ -10,7 +10,9 @@
 
 class EarTrainingState;
 class ExercisePanel;
+class KeyboardSpan;
 class QMenu;
+class VerdictBadge;
 struct Services;
 
 namespace Ui {
@@ -45,18 +47,25 @@ private:
     void showContext(ExerciseCode exercise);
 
     void showPrompt(const EarPrompt& prompt) override;
+    void showHint(const char* hint) override;
     void showScore(const Score& score) override;
     void announceVerdict(const Score& score) override;
+    void showVerdict(const EarExercise& exercise, int answer, Verdict verdict) override;
+    void hideVerdict() override;
     void showExercise(const EarExercise& exercise) override;
     void focusStart(const EarExercise& exercise) override;
     void showKey(pitch::NoteIndex key, bool pressed) override;
     void showRangeMark(pitch::NoteIndex key, bool on) override;
     void clearRangeMarks() override;
+    void showSpan(const std::optional<KeySpan>& span) override;
+    void enableHearAgain(bool on) override;
     void showClose(bool on) override;
     void enableExerciseMenu(bool on) override;
 
     std::unique_ptr<Ui::frmInto> ui_;
     FunzioniMM& funzioniMM_;
+    KeyboardSpan* span_ = nullptr;
+    VerdictBadge* verdict_;
     EarTraining ear_;
     std::vector<ExercisePanel*> panels_;
     QMenu* exercises_ = nullptr;  ///< `Esercizio`

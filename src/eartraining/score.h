@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/verdict.h"
 #include "eartraining/ear_colours.h"
 
 #include <QString>
@@ -9,8 +10,6 @@
 /// The answers of an exercise so far, as the window shows them.
 class Score {
 public:
-    enum class Verdict { None, Right, Wrong };
-
     /// Back to zero; the last verdict and the counters' colours stay.
     void reset();
     void count(Verdict verdict);

@@ -57,12 +57,12 @@ void ScorePanel::show(const Score& score) {
             counter->setBackgroundRole(QPalette::Window);
         setBackground(*counter, colour);
     }
-    ui_->lblOk->setVisible(score.lastVerdict() == Score::Verdict::Right);
-    ui_->lblKo->setVisible(score.lastVerdict() == Score::Verdict::Wrong);
+    ui_->lblOk->setVisible(score.lastVerdict() == Verdict::Right);
+    ui_->lblKo->setVisible(score.lastVerdict() == Verdict::Wrong);
 }
 
 void ScorePanel::announceVerdict(const Score& score) {
-    if (score.lastVerdict() == Score::Verdict::Right)
+    if (score.lastVerdict() == Verdict::Right)
         announce(*ui_->lblOk, UserText::tr("Risposta esatta, %1").arg(score.percentage()));
     else
         announce(*ui_->lblKo, UserText::tr("Risposta errata, %1").arg(score.percentage()));

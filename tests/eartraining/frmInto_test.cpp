@@ -6,6 +6,7 @@
 #include "support/window_driver.h"
 #include "widgets/colour_button.h"
 #include "widgets/piano_keyboard.h"
+#include "widgets/verdict_badge.h"
 
 #include <QSlider>
 
@@ -42,6 +43,7 @@ Texts textsOf(const PlainEarTraining& ear) {
     const bool reference = ear.sound.autoSilence();
     const char* modes[] = {":", "/", "/ :"};
     return {{"lblStep", w.prompt},
+            {"lblSpiegaStep", ear.hint()},
             {"txtResatte", QString::number(w.right)},
             {"txtRerrate", QString::number(w.wrong)},
             {"lblPerc", answers == 0 ? "0" : QString::number(percent, 'f', 2) + '%'},
@@ -60,9 +62,9 @@ Texts textsOf(const PlainEarTraining& ear) {
 
 std::string look(const PlainEarTraining& ear) {
     const PlainEarTraining::Window& w = ear.w;
-    return testing::PrintToString(std::tuple(textsOf(ear), ear.menuEnabled(), w.chosen, ear.lower(),
-                                             ear.upper(), ear.notes, w.marks, w.keys,
-                                             w.interval.excluded, w.chord.excluded));
+    return testing::PrintToString(std::tuple(
+        textsOf(ear), ear.badge(), ear.canHearAgain(), ear.menuEnabled(), w.chosen, ear.lower(),
+        ear.upper(), ear.notes, w.marks, w.keys, w.interval.excluded, w.chord.excluded));
 }
 
 std::string look(frmInto& window, const FunzioniMM& sound, const EarTrainingState& state,
@@ -84,10 +86,18 @@ std::string look(frmInto& window, const FunzioniMM& sound, const EarTrainingStat
         };
     };
     const auto& keyboard = user.find<PianoKeyboard>("keyboard");
+    const VerdictBadge& badge = *window.findChild<VerdictBadge*>();
+    QString judged = badge.isHidden() ? "" : badge.parentWidget()->objectName();
+    for (int key = 0; key < 60 && judged == "keyboard"; ++key) {
+        if (badge.geometry() == keyboard.keyFace(key))
+            judged = QString("lb_%1").arg(key);
+    }
+    if (!judged.isEmpty())
+        judged += badge.accessibleName() == "Risposta esatta" ? " +" : " -";
     return testing::PrintToString(
-        std::tuple(texts, user.enabled("Esercizio"), window.property("contextNumber").toInt(),
-                   sound.rangeLower(), sound.rangeUpper(), state.chord,
-                   all(60, [&](int key) { return keyboard.rangeMark(key); }),
+        std::tuple(texts, judged, user.enabled("cmdRiascoltaNota"), user.enabled("Esercizio"),
+                   window.property("contextNumber").toInt(), sound.rangeLower(), sound.rangeUpper(),
+                   state.chord, all(60, [&](int key) { return keyboard.rangeMark(key); }),
                    all(60, [&](int key) { return keyboard.marked(key); }),
                    all(14, excluded("Il_%1")), all(4, excluded("EsclTa_%1"))));
 }
@@ -115,6 +125,10 @@ QString nextControl(const PlainEarTraining& ear, std::mt19937& random, bool atTh
                              "lblMod",       "Label7",      "lblModo",      "lblVt",
                              "lblModoVt",    "mnuNota",     "mnuRint",      "mnuRicTa",
                              "cmdReimposta", "cmdRes",      "cmdEsci",      "close"};
+    const QString again[] = {"F4", "cmdRiascoltaNota", "cmdRiascoltaIntervallo",
+                             "cmdRiascoltaAccordo"};
+    if (draw(6) == 0)
+        return again[draw(4)];
     return draw(3) ? numberedControls[std::min(draw(7), 4)]
                    : others[draw(2) ? draw(3) : draw(knows ? 14 : 16)];
 }
@@ -159,6 +173,8 @@ struct Users {
             schedule(window);
             if (act.control == "close")
                 window.close();
+            else if (act.control == "F4")
+                press(window, Qt::Key_F4);
             else if (act.control == "Il_0" && user.shown(act.control))
                 user.doubleClick(act.control);
             else if (!act.control.startsWith("mnu"))
@@ -169,6 +185,10 @@ struct Users {
                 return;
             EXPECT_EQ(look(window, world.funzioniMM, state, textsOf(plain)), act.seen) << trace();
         });
+    }
+    static void press(frmInto& window, int key) {
+        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease})
+            sendSystemKey(window, type, key);
     }
     std::string trace() const {
         QStringList controls;

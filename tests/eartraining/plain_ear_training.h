@@ -10,7 +10,8 @@ struct PlainEarTraining {
         bool sounding = false;  ///< something that has to be ended
         bool start = false;     ///< the button is visible
         bool reset = false;
-        int number = 0;  ///< of what it plays, to see whether events have replaced it
+        bool asked = false;  ///< a note, not recognised yet
+        int number = 0;      ///< of what it plays, to see whether events have replaced it
         int target = 0;
         std::set<int> excluded = {};
     };
@@ -23,6 +24,8 @@ struct PlainEarTraining {
         QString prompt = kLower;
         int right = 0, wrong = 0;
         char verdict = ' ';
+        QString judged;  ///< the control of the last answer and its verdict, as "lb_27 +"
+        Instant judgedAt{};
         bool closeButton = true, menuLocked = false;
         std::set<int> marks, keys;
         bool started = false, stopped = false;  ///< of pitches, with the reference
@@ -77,6 +80,7 @@ struct PlainEarTraining {
             endChord();
     }
     void choose(int exercise) {
+        w.judged.clear();
         if (exercise != 3) {
             w.pitch.reset = w.pitch.start = false;
             silencePitch();
@@ -101,10 +105,53 @@ struct PlainEarTraining {
         w.hasRange = false;
         w.lower = w.upper = -1;
     }
-    bool judge(bool right) {
+    bool judge(const char* controls, int answer, bool right) {
         ++(right ? w.right : w.wrong);
         w.verdict = right ? '+' : '-';
+        w.judged = QString("%1_%2 %3").arg(controls).arg(answer).arg(w.verdict);
+        w.judgedAt = world.runtime.now();
         return right;
+    }
+    QString badge() const {
+        return world.runtime.now() < w.judgedAt + std::chrono::milliseconds(800) ? w.judged : "";
+    }
+    QString hint() const {
+        const bool range = w.prompt != kLower && w.prompt != kReset;
+        if (w.pitch.running)
+            return "Clicca il tasto della nota che hai sentito; F4 la fa riascoltare";
+        if (w.interval.running)
+            return "Clicca il numero dei semitoni che hai sentito; F4 li fa riascoltare";
+        if (w.chord.running)
+            return "Clicca il tipo che hai sentito; F4 fa riascoltare l'accordo";
+        if (w.chosen == 5)
+            return w.prompt == "Riconosci intervallo suonato"
+                       ? "Premi Start per un altro intervallo, o un numero per ascoltarlo"
+                       : "Qui non serve: premi Start, o un numero per ascoltare l'intervallo";
+        if (w.chosen == 7)
+            return w.hasRange ? "Premi Start per sentire un accordo"
+                   : range
+                       ? "Va bene anche lo stesso tasto: l'accordo partirà sempre da lì"
+                       : "Clicca due tasti del pianoforte: ogni accordo partirà da uno compreso";
+        if (w.stopped)
+            return "Premi Reimposta per un altro intervallo, o Start per usare ancora questo";
+        if (w.pitch.start)
+            return "Puoi cambiarla finché vuoi; poi premi Start";
+        return complete()     ? "Clicca un tasto fra i due segnati: la senti e ti orienti da lì"
+               : upper() >= 0 ? "Almeno due semitoni più in là: in tutto tre tasti, neri compresi"
+                              : "Clicca un tasto del pianoforte: l'intervallo ne ha almeno tre";
+    }
+    bool canHearAgain() const {
+        if (w.pitch.running || w.interval.running)
+            return w.pitch.running ? w.pitch.asked : true;
+        return w.chosen == 7 && w.chord.sounding;
+    }
+    void hearAgain() {
+        if (w.pitch.running)
+            playTest(true);
+        else if (w.interval.running)
+            playInterval(w.pair[1] - 60);
+        else
+            playChord(notes);
     }
     void start(Exercise& exercise) {
         exercise.running = true;
@@ -135,8 +182,10 @@ struct PlainEarTraining {
         w.pitch.sounding = false;
         sound.PlayNoteIndex(-1);
     }
-    void playTest() {
+    void playTest(bool again = false) {
         const int number = ++w.pitch.number;
+        const pitch::NoteIndex asked = sound.drawnIndex();
+        w.pitch.asked = again;
         if (sound.autoSilence()) {
             world.runtime.yield();
             if (number != w.pitch.number)
@@ -146,7 +195,12 @@ struct PlainEarTraining {
             send({w.reference}, 0);
             sound.WaitSeconds(0.1);
         }
-        sound.PlayNoteIndex(-2);
+        sound.PlayNoteIndex(again ? asked : std::int16_t(-2));
+        if (again && sound.autoSilence()) {
+            sound.WaitSeconds(0.9);
+            sound.PlayNoteIndex(-1);
+        }
+        w.pitch.asked = true;
         w.pitch.sounding = !sound.autoSilence();
     }
     void startPitch() {
@@ -177,7 +231,7 @@ struct PlainEarTraining {
         if (w.stopped || w.interval.running || (w.started && !sound.noteDrawn()))
             return;
         if (w.started) {
-            if (judge(key == sound.drawnIndex()))
+            if (judge("lb", key, key == sound.drawnIndex()))
                 playTest();
         } else if (complete() && (key < lower || key > upper)) {
             world.dialogs.message("Scegli il riferimento all'interno dell'intervallo !!!");
@@ -257,7 +311,7 @@ struct PlainEarTraining {
     void semitones(int count) {
         if (!w.interval.running)
             playInterval(count);
-        else if (judge(count == w.interval.target))
+        else if (judge("LblSemi", count, count == w.interval.target))
             drawInterval();
     }
     void excludeInterval(int semitones) {
@@ -283,7 +337,6 @@ struct PlainEarTraining {
             sound.WaitSeconds(0.3);
     }
     void drawChord() {
-        silenceChord();
         do {
             w.chord.target = sound.random().between(0, 3);
         } while (w.chord.excluded.count(w.chord.target));
@@ -291,7 +344,11 @@ struct PlainEarTraining {
                                                     static_cast<std::int16_t>(w.upper));
         const std::pair<int, int> shapes[] = {{3, 7}, {4, 7}, {3, 6}, {4, 8}};
         const auto [middle, top] = shapes[w.chord.target];
-        notes = {root, root + middle, root + top};
+        playChord({root, root + middle, root + top});
+    }
+    void playChord(const std::vector<int>& next) {
+        silenceChord();
+        notes = next;
         if (!chordPlayable())
             return;
         if (w.showsKeys)
@@ -359,9 +416,14 @@ struct PlainEarTraining {
             {"Il", intervals, [&] { excludeInterval(i); }},
             {"lblModo Label7", intervals, [&] { w.mode = (w.mode + 1) % 3; }},
             {"ComdRacStart", chords && w.chord.start, [&] { startChord(); }},
-            {"TipoAcc", chords, [&] { judge(i == w.chord.target) ? drawChord() : void(); }},
+            {"TipoAcc", chords,
+             [&] { judge("TipoAcc", i, i == w.chord.target) ? drawChord() : void(); }},
             {"EsclTa", chords && i >= 2, [&] { toggle(w.chord.excluded, i); }},
             {"lblVt lblModoVt", chords, [&] { w.showsKeys = !w.showsKeys; }},
+            {"F4", canHearAgain(), [&] { hearAgain(); }},
+            {"cmdRiascoltaNota", pitches && canHearAgain(), [&] { hearAgain(); }},
+            {"cmdRiascoltaIntervallo", intervals && canHearAgain(), [&] { hearAgain(); }},
+            {"cmdRiascoltaAccordo", chords && canHearAgain(), [&] { hearAgain(); }},
             {"cmdRes", chords && w.chord.reset, [&] { resetChord(); }}};
         for (const auto& [names, usable, rule] : rules) {
             if (QString(names).split(' ').contains(control.section('_', 0, 0)) && usable)

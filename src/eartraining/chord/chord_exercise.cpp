@@ -81,7 +81,7 @@ void ChordExercise::startOrStop() {
 
 void ChordExercise::typeClicked(int type) {
     const bool right = type == current_;
-    context().judge(right);
+    context().judge(*this, type, right);
     if (right)
         drawAndPlay();
 }
@@ -99,23 +99,51 @@ void ChordExercise::resetRange() {
     context().setPrompt(range_prompts::kReset);
 }
 
-void ChordExercise::drawAndPlay() {
-    drawChord();
-    playChord();
+const char* ChordExercise::hint() const {
+    if (running())
+        return QT_TRANSLATE_NOOP("UserText",
+                                 "Clicca il tipo che hai sentito; F4 fa riascoltare l'accordo");
+    if (range_.complete())
+        return QT_TRANSLATE_NOOP("UserText", "Premi Start per sentire un accordo");
+    if (range_.begun())
+        return QT_TRANSLATE_NOOP("UserText",
+                                 "Va bene anche lo stesso tasto: l'accordo partirà sempre da lì");
+    return QT_TRANSLATE_NOOP(
+        "UserText", "Clicca due tasti del pianoforte: ogni accordo partirà da uno compreso");
 }
 
-/// Two types cannot be excluded, so there is always one to draw. The new chord is drawn before the
-/// silence that it follows, so that it can be sent ahead.
-void ChordExercise::drawChord() {
-    const bool silence = endChord();
+std::optional<KeySpan> ChordExercise::span() const {
+    if (!range_.complete())
+        return std::nullopt;
+    return KeySpan{range_.lower(), range_.upper()};
+}
+
+void ChordExercise::hearAgain() {
+    if (canHearAgain())
+        playChord(chord_);
+}
+
+void ChordExercise::drawAndPlay() {
     FunzioniMM& funzioniMM = context().funzioniMM();
-    int type = 0;
-    do {
-        type = funzioniMM.RandomNoteIndex(0, chord_types::kCount - 1);
-    } while (!available(type));
+    const std::int16_t type = drawType();
     const pitch::NoteIndex root = funzioniMM.RandomNoteIndex(range_.lower(), range_.upper());
-    const chord_types::Notes chord = chord_types::notesOf(type, pitch::noteNumberOf(root));
-    if (silence) {
+    playChord(chord_types::notesOf(type, pitch::noteNumberOf(root)));
+    current_ = type;
+}
+
+/// Two types cannot be excluded, so there is always one to draw.
+std::int16_t ChordExercise::drawType() {
+    std::int16_t type = 0;
+    do {
+        type = context().funzioniMM().RandomNoteIndex(0, chord_types::kCount - 1);
+    } while (!available(type));
+    return type;
+}
+
+/// A new chord is drawn before the silence that it follows, so that it can be sent ahead.
+void ChordExercise::playChord(chord_types::Notes chord) {
+    if (endChord()) {
+        FunzioniMM& funzioniMM = context().funzioniMM();
         const Instant start = funzioniMM.waits().afterSeconds(kSilenceSeconds);
         if (sounds(chord)) {
             for (const pitch::NoteNumber note : chord)
@@ -123,11 +151,7 @@ void ChordExercise::drawChord() {
         }
         funzioniMM.waitUntil(start);
     }
-    current_ = type;
     chord_ = chord;
-}
-
-void ChordExercise::playChord() {
     if (!sounds(chord_))
         return;
     if (showsKeys_) {
@@ -137,6 +161,7 @@ void ChordExercise::playChord() {
     for (const pitch::NoteNumber note : chord_)
         context().noteOn(note);
     sounding_ = true;
+    changed();
 }
 
 void ChordExercise::silenceChord() {

@@ -25,6 +25,11 @@ public:
     void startOrStop() override;
     void typeClicked(int type);
 
+    const char* hint() const override;
+    std::optional<KeySpan> span() const override;
+    bool canHearAgain() const override { return sounding_; }
+    void hearAgain() override;
+
     bool available(int type) const { return !excluded_[static_cast<std::size_t>(type)]; }
     /// Takes one of the less common types out of the draw or puts it back in.
     void toggleAvailable(int type);
@@ -44,8 +49,9 @@ public:
 private:
     void setResetVisible(bool visible);
     void drawAndPlay();
-    void drawChord();
-    void playChord();
+    std::int16_t drawType();
+    /// Plays a chord, after a silence if there was another one.
+    void playChord(chord_types::Notes chord);
     void silenceChord();
     bool endChord();
 

@@ -32,7 +32,7 @@ ChordPanel::ChordPanel(ChordExercise& exercise, QWidget* parent)
       ui_(std::make_unique<Ui::ChordPanel>()),
       chord_(exercise) {
     ui_->setupUi(this);
-    setStartButton(*ui_->ComdRacStart);
+    setButtons(*ui_->ComdRacStart, *ui_->cmdRiascoltaAccordo);
     buildTypes();
     appearance::keepPlace(*ui_->ComdRacStart);
     styleModeButtons(*ui_->lblModoVt, *ui_->lblVt);
@@ -65,6 +65,10 @@ void ChordPanel::buildTypes() {
         ui_->answers->addWidget(marker, 1, i);
         markers_[static_cast<std::size_t>(i)] = marker;
     }
+}
+
+QWidget* ChordPanel::answerControl(int answer) const {
+    return types_[static_cast<std::size_t>(answer)];
 }
 
 void ChordPanel::showState() {

@@ -21,6 +21,8 @@ public:
     ChordPanel(ChordExercise& exercise, QWidget* parent);
     ~ChordPanel() override;
 
+    QWidget* answerControl(int answer) const override;
+
 private:
     void showState() override;
     void buildTypes();

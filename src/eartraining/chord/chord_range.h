@@ -15,6 +15,7 @@ public:
     Outcome click(pitch::NoteIndex key);
     void clear() { *this = {}; }
 
+    bool begun() const { return upper_ != kUnset; }
     bool complete() const { return complete_; }
     pitch::NoteIndex lower() const { return lower_; }
     pitch::NoteIndex upper() const { return upper_; }

@@ -27,6 +27,22 @@ void IntervalExercise::startOrStop() {
         context().setPrompt(kRecognise);
 }
 
+const char* IntervalExercise::hint() const {
+    if (running())
+        return QT_TRANSLATE_NOOP(
+            "UserText", "Clicca il numero dei semitoni che hai sentito; F4 li fa riascoltare");
+    if (context().prompt() == kRecognise)
+        return QT_TRANSLATE_NOOP("UserText",
+                                 "Premi Start per un altro intervallo, o un numero per ascoltarlo");
+    return QT_TRANSLATE_NOOP("UserText",
+                             "Qui non serve: premi Start, o un numero per ascoltare l'intervallo");
+}
+
+void IntervalExercise::hearAgain() {
+    if (canHearAgain())
+        playPair(lower_, upper_);
+}
+
 void IntervalExercise::keyClicked(pitch::NoteIndex key) {
     if (!running())
         keyboardUser_.keyClicked(key);
@@ -38,7 +54,7 @@ void IntervalExercise::semitonesClicked(int semitones) {
         return;
     }
     const bool right = semitones == current_;
-    context().judge(right);
+    context().judge(*this, semitones, right);
     if (right)
         drawAndPlay();
 }

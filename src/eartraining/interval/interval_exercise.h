@@ -22,6 +22,11 @@ public:
 
     void startOrStop() override;
 
+    const char* hint() const override;
+    std::optional<KeySpan> span() const override { return keyboardUser_.span(); }
+    bool canHearAgain() const override { return running(); }
+    void hearAgain() override;
+
     bool takesKeyboard() const override { return false; }
     void keyClicked(pitch::NoteIndex key) override;
 

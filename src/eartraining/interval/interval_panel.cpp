@@ -67,7 +67,7 @@ IntervalPanel::IntervalPanel(IntervalExercise& exercise, QWidget* parent)
       ui_(std::make_unique<Ui::IntervalPanel>()),
       interval_(exercise) {
     ui_->setupUi(this);
-    setStartButton(*ui_->CmdIntStart);
+    setButtons(*ui_->CmdIntStart, *ui_->cmdRiascoltaIntervallo);
     for (int i = 0; i < kIntervals; ++i)
         ui_->chart->setColumnStretch(columnOf(i), 1);
     buildNames();
@@ -115,6 +115,10 @@ void IntervalPanel::buildButtons() {
         ui_->chart->addWidget(marker, kMarkerRow, columnOf(i));
         markers_[static_cast<std::size_t>(i)] = marker;
     }
+}
+
+QWidget* IntervalPanel::answerControl(int answer) const {
+    return semitones_[static_cast<std::size_t>(answer)];
 }
 
 void IntervalPanel::connectControls() {

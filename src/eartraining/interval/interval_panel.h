@@ -21,6 +21,8 @@ public:
     IntervalPanel(IntervalExercise& exercise, QWidget* parent);
     ~IntervalPanel() override;
 
+    QWidget* answerControl(int answer) const override;
+
 private:
     void buildNames();
     void buildButtons();

@@ -25,6 +25,8 @@ public:
 
     pitch::NoteIndex lower() const;
     pitch::NoteIndex upper() const;
+    bool begun() const { return upper() >= 0; }
+    bool complete() const { return complete_; }
     bool isEnd(pitch::NoteIndex key) const { return key == lower() || key == upper(); }
 
 private:

@@ -86,7 +86,37 @@ void PitchExercise::startOrStop() {
     setResetVisible(false);
     context().resetScore();
     context().setPrompt(kRecognise);
-    playTest();
+    playTest(false);
+}
+
+const char* PitchExercise::hint() const {
+    if (running())
+        return QT_TRANSLATE_NOOP(
+            "UserText", "Clicca il tasto della nota che hai sentito; F4 la fa riascoltare");
+    if (stopped_)
+        return QT_TRANSLATE_NOOP(
+            "UserText", "Premi Reimposta per un altro intervallo, o Start per usare ancora questo");
+    if (startVisible())
+        return QT_TRANSLATE_NOOP("UserText", "Puoi cambiarla finché vuoi; poi premi Start");
+    if (range_.complete())
+        return QT_TRANSLATE_NOOP("UserText",
+                                 "Clicca un tasto fra i due segnati: la senti e ti orienti da lì");
+    if (range_.begun())
+        return QT_TRANSLATE_NOOP(
+            "UserText", "Almeno due semitoni più in là: in tutto tre tasti, neri compresi");
+    return QT_TRANSLATE_NOOP("UserText",
+                             "Clicca un tasto del pianoforte: l'intervallo ne ha almeno tre");
+}
+
+std::optional<KeySpan> PitchExercise::span() const {
+    if (!range_.complete())
+        return std::nullopt;
+    return KeySpan{range_.lower(), range_.upper()};
+}
+
+void PitchExercise::hearAgain() {
+    if (canHearAgain())
+        playTest(true);
 }
 
 void PitchExercise::reset() {
@@ -99,6 +129,7 @@ void PitchExercise::reset() {
         mark(end, false);
     mark(pitch::noteIndexOf(reference_), false);
     forgetRange();
+    changed();
 }
 
 void PitchExercise::enter() {
@@ -140,25 +171,31 @@ void PitchExercise::stopSound() {
 
 void PitchExercise::answer(pitch::NoteIndex key) {
     const bool right = key == context().funzioniMM().drawnIndex();
-    context().judge(right, true);
+    context().judge(*this, key, right, true);
     if (right)
-        playTest();
+        playTest(false);
 }
 
 /// Events run once before the reference sounds; if they start another test or stop, this one is
 /// given up.
-void PitchExercise::playTest() {
+void PitchExercise::playTest(bool again) {
     const int number = ++testNumber_;
+    asked_ = again;
     if (withReference()) {
         context().runtime().yield();
         if (number != testNumber_)
             return;
-        playReference();
+        playReference(again);
+    } else if (again) {
+        WaitChain now = context().funzioniMM().waits();
+        context().funzioniMM().planDrawnNote(now);
     }
     play(FunzioniMM::kRandomNote);
+    asked_ = true;
+    changed();
 }
 
-void PitchExercise::playReference() {
+void PitchExercise::playReference(bool again) {
     FunzioniMM& funzioniMM = context().funzioniMM();
     WaitChain waits = funzioniMM.waits();
     context().planNoteOn(reference_, waits.reached());
@@ -166,7 +203,7 @@ void PitchExercise::playReference() {
     const Instant end = waits.afterSeconds(kReferenceSeconds);
     const Instant note = waits.afterSeconds(kGapSeconds);
     context().planNoteOff(reference_, end);
-    funzioniMM.planRandomNote(waits);
+    again ? funzioniMM.planDrawnNote(waits) : funzioniMM.planRandomNote(waits);
     funzioniMM.waitUntil(end);
     context().noteOff(reference_);
     funzioniMM.waitUntil(note);

@@ -22,6 +22,11 @@ public:
 
     void startOrStop() override;
 
+    const char* hint() const override;
+    std::optional<KeySpan> span() const override;
+    bool canHearAgain() const override { return running() && asked_; }
+    void hearAgain() override;
+
     /// Begins anew with choosing a range; no other exercise can be chosen before the next stop.
     void reset();
 
@@ -47,8 +52,9 @@ private:
     void choose(pitch::NoteIndex key);
     void chooseReference(pitch::NoteIndex key);
     void answer(pitch::NoteIndex key);
-    void playTest();
-    void playReference();
+    /// Plays a new note, or the last one again.
+    void playTest(bool again);
+    void playReference(bool again);
     void play(pitch::NoteIndex key);
     void mark(pitch::NoteIndex key, bool on);
 
@@ -58,6 +64,7 @@ private:
     bool started_ = false;
     bool stopped_ = false;  ///< the keyboard ignores clicks until a new range is asked for
     bool sounding_ = false;
+    bool asked_ = false;  ///< a note was drawn and not recognised yet
     /// Counts tests and stops, so that a test that has let events run can tell whether it was
     /// replaced meanwhile.
     int testNumber_ = 0;

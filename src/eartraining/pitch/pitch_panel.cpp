@@ -20,7 +20,7 @@ PitchPanel::PitchPanel(PitchExercise& exercise, QWidget* parent)
       ui_(std::make_unique<Ui::PitchPanel>()),
       pitch_(exercise) {
     ui_->setupUi(this);
-    setStartButton(*ui_->IntoStart);
+    setButtons(*ui_->IntoStart, *ui_->cmdRiascoltaNota);
     for (QWidget* button : {ui_->IntoStart, ui_->cmdReimposta})
         appearance::keepPlace(*button);
     styleModeButtons(*ui_->Label6, *ui_->lblMod);

@@ -18,6 +18,8 @@ public:
     PitchPanel(PitchExercise& exercise, QWidget* parent);
     ~PitchPanel() override;
 
+    QWidget* answerControl(int /*answer*/) const override { return nullptr; }
+
 private:
     void showState() override;
     void lblMod_Click();
