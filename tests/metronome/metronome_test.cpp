@@ -3,6 +3,7 @@
 #include "support/same_lines.h"
 #include "support/test_world.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <random>
@@ -10,6 +11,8 @@
 using namespace std::chrono_literals;
 
 namespace {
+
+using Lines = std::vector<std::string>;
 
 /// Writes down what the metronome shows.
 struct Trace : MidiRecorder, MetronomeView {
@@ -95,7 +98,7 @@ struct PlainMetronome {
             sound.ResetOutput();
             view.darkenLamps();
             sound.WaitSeconds(0.1);
-            if (!state.MetroRunning || mine != run)
+            if (!state.MetroRunning || mine != run || runtime.ending())
                 continue;
             view.lightLamp(i, state.MetroPulseColour);
             sound.NoteOn(10, state.MetroPulseNote, state.MetroVolume);
@@ -107,7 +110,8 @@ struct PlainMetronome {
     }
 };
 
-/// What happens, some time after what happened before; a screen reader's stop also in a wait.
+/// What happens, some time after what happened before, in a pass or, as a screen reader's press or
+/// a signal does, in a wait.
 struct Act {
     Instant delay;
     bool inWait;
@@ -145,6 +149,7 @@ struct Stage : TestWorld {
             [&] { (n % 2 ? state.MetroNoteA : state.MetroNoteC) = std::int16_t(n % 128); },
             [&] { state.MetroRunning ? metronome.startOrStop() : void(); },
             [&] { runtime.end(); },
+            [&] { midi.replug(); },
         };
         kinds[act.what]();
         view.note(testing::PrintToString(
@@ -164,13 +169,35 @@ struct Stage : TestWorld {
     }
 
     /// What is shown and kept while the acts happen, then what is sent, each with its time.
-    std::vector<std::string> play(const std::vector<Act>& all) {
+    Lines play(const std::vector<Act>& all) {
         acts = all;
         metronome.load();
         schedule();
         runtime.runActs();
-        std::vector<std::string> lines = view.take();
+        Lines lines = view.take();
         std::ranges::copy(midi.take(), std::back_inserter(lines));
+        return lines;
+    }
+};
+
+/// A run of 8 s alone, at a time of day at which waits have their coarsest grain.
+struct Beat : Stage<Metronome> {
+    explicit Beat(int tempo = 60) {
+        runtime.setWallClock(QDateTime(QDate(2004, 10, 1), QTime(23, 10)));
+        openOutput();
+        metronome.load();
+        metronome.setTempo(tempo);
+    }
+
+    /// What was sent, and of that the pulses.
+    Lines run(Instant end = 8s) {
+        runtime.at(end, [this] { metronome.startOrStop(); });
+        metronome.startOrStop();
+        return midi.take();
+    }
+    Lines pulses() {
+        Lines lines = run();
+        std::erase_if(lines, [](const auto& line) { return line.ends_with(" 0"); });
         return lines;
     }
 };
@@ -183,14 +210,55 @@ TEST(Metronome, FollowsThePlainRulesUnderRandomActs) {
         std::vector<Act> acts{{0ns, false, 0, 0}};
         for (int i = 0; i < 25; ++i) {
             const bool inWait = random() % 5 == 0;
-            acts.push_back({1ns + random() % (random() % 2 ? 4000 : 300) * 1ms, inWait,
-                            inWait          ? 10
-                            : random() % 30 ? 2 + random() % 8
-                                            : random() % 2,
+            const std::size_t kInWaits[] = {1, 4, 5, 6, 10, 12};
+            const std::size_t what = inWait          ? kInWaits[random() % std::size(kInWaits)]
+                                     : random() % 15 ? 2 + random() % 8
+                                                     : random() % 13;
+            acts.push_back({1ns + random() % (random() % 2 ? 4000 : 300) * 1ms, inWait, what,
                             static_cast<int>(random() % 1000)});
         }
-        acts.push_back({1s, false, 11, 0});
+        acts.push_back({1s, round % 2 == 0, 11, 0});
         EXPECT_TRUE(sameLines(Stage<Metronome>().play(acts), Stage<PlainMetronome>().play(acts)))
             << "round " << round;
+    }
+}
+
+TEST(Metronome, KeepsItsInstantsWhenTheThreadWakesLateButHurriesNoPulse) {
+    std::mt19937 random(1);
+    for (const int tempo : {60, 120, 200}) {
+        const Lines expected = Beat(tempo).pulses();
+        for (const Instant latest : {5ms, 60ms}) {
+            Beat late(tempo);
+            late.runtime.wakeLate([&] { return latest * (random() % 1000) / 1000; });
+            EXPECT_EQ(late.pulses(), expected) << tempo << ' ' << latest / 1ms;
+        }
+    }
+    Beat beat;
+    bool stood = false;
+    beat.runtime.wakeLate([&] {
+        const bool stands = beat.runtime.now() > 2s && !std::exchange(stood, true);
+        return stands ? 1700ms : 0ms;
+    });
+    double last = 0;
+    for (const std::string& line : beat.pulses()) {
+        if (line.ends_with("reset"))
+            continue;
+        EXPECT_GT(std::stod(line) - last, 0.98);
+        last = std::stod(line);
+    }
+    EXPECT_GT(last, 6);
+}
+
+TEST(Metronome, LightsItsLampsWhenTheyAreHeardAndStopsAllTheSame) {
+    for (const auto& [delay, lit] : {std::pair{40ms, "1.028 lamp 0"}, {900ms, "1.438 lamp 0"}}) {
+        Beat beat;
+        beat.midi.heardLater = delay;
+        beat.run();
+        EXPECT_THAT(beat.view.take(), testing::Contains(testing::StartsWith(lit)));
+    }
+    for (Instant end = 800ms; end < 2400ms; end += 20ms) {
+        Beat late;
+        late.midi.heardLater = 120ms;
+        EXPECT_EQ(late.run(end), Beat().run(end)) << end / 1ms;
     }
 }
