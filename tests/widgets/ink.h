@@ -3,6 +3,7 @@
 #include <QImage>
 #include <QRect>
 
+#include <algorithm>
 #include <vector>
 
 /// A row of inked pixels in one column of a picture.
@@ -32,7 +33,9 @@ inline std::vector<InkRun> inkRuns(const QImage& image, int x) {
 inline QRect changeBetween(const QImage& one, const QImage& other) {
     QRect around;
     for (int y = 0; y < one.height(); ++y) {
-        for (int x = 0; x < one.width(); ++x) {
+        const auto* row = one.constScanLine(y);
+        const bool same = std::equal(row, row + one.bytesPerLine(), other.constScanLine(y));
+        for (int x = 0; !same && x < one.width(); ++x) {
             if (std::abs(qGray(one.pixel(x, y)) - qGray(other.pixel(x, y))) > 60)
                 around |= QRect(x, y, 1, 1);
         }
