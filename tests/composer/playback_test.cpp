@@ -140,6 +140,59 @@ TEST(Playback, SendsAndShowsWhatItsPlainestFormDoesAtItsMilliseconds) {
     EXPECT_EQ(totalMs(1e300, 60), 864'000'000) << "no entry takes more than ten days";
 }
 
+/// What is sent and shown, and the boxes, while something happens in a pass or, as a screen
+/// reader's press or a signal does, in a wait.
+Lines playWithHappenings(unsigned seed, bool planning) {
+    Player player;
+    auto& midi = player.world.midi;
+    auto& runtime = player.world.runtime;
+    midi.takesPlans = planning;
+    std::mt19937 random(seed);
+    player.load(anyEntries(random));
+    player.setTempo(60);
+    player.setLoops(seed % 2 == 0);
+    const std::function<void()> happenings[] = {
+        [&] { player.setTempo(150); },    [&] { midi.deviceGone = true; },
+        [&] { midi.deviceGone = false; }, [&] { midi.replug(); },
+        [&] { player.abandon(); },        [&] { player.stop(); },
+        [&] { player.endProgram(); }};
+    std::vector<std::unique_ptr<Alarm>> alarms;
+    for (int i = 0; i < 4; ++i) {
+        const auto& happening = i == 0 ? happenings[6] : happenings[random() % 7];
+        const Instant when = milliseconds(random() % 32'000);
+        if (random() % 2 == 0) {
+            runtime.at(when, happening);
+            continue;
+        }
+        alarms.push_back(runtime.makeAlarm(happening));
+        alarms.back()->set(when);
+    }
+    player.clickPlay();
+    runtime.forgetActs();
+    Lines lines = midi.take();
+    for (const Lines& other : {player.world.dialogs.lines, player.view})
+        lines.insert(lines.end(), other.begin(), other.end());
+    return lines;
+}
+
+TEST(Playback, PlansNotesAndSendsTheSameAsWithoutPlanningWhateverHappens) {
+    for (unsigned seed = 0; seed < 2000; ++seed)
+        ASSERT_EQ(playWithHappenings(seed, true), playWithHappenings(seed, false)) << seed;
+    const auto sent = [](Instant latest) {
+        Player player;
+        std::mt19937 random(1);
+        player.world.runtime.wakeLate([&] { return latest * (random() % 100) / 100; });
+        player.load(Entries(9, {"62", "0,5", "s"}));
+        player.setTempo(60);
+        player.clickPlay();
+        return player.world.midi.take();
+    };
+    const Lines punctual = sent(0ms);
+    EXPECT_EQ(punctual.size(), 18U);
+    for (const Instant latest : {5ms, 25ms, 50ms})
+        EXPECT_EQ(sent(latest), punctual) << latest / 1ms;
+}
+
 TEST(Playback, DelaysThreeSecondsAndEndsEveryNote) {
     Player player;
     player.load({{"60", "1", "n"}});
