@@ -10,12 +10,16 @@
 #include "support/test_world.h"
 #include "support/window_driver.h"
 
+#include <QApplication>
+#include <QDialog>
 #include <QDir>
 #include <QFile>
 #include <QLineEdit>
 #include <QListWidget>
 
 #include <gtest/gtest.h>
+
+#include <map>
 
 using namespace std::chrono_literals;
 
@@ -37,43 +41,28 @@ void act(const WindowDriver& user, const QString& acts) {
     }
 }
 
-void close(QWidget& window) {
-    if (window.isVisible())
-        qobject_cast<QDialog*>(&window)->done(QDialog::Rejected);
-}
+/// What a user does, by the time after a modal window has opened.
+using Acts = std::map<Instant, QString>;
 
-/// What a user does at a time after a window has opened.
-struct Acts {
-    Instant at;
-    QString names;
-};
-
-/// Opens a modal window, looks at it after the acts, and ends with the last ones.
-void lookWhileOpen(TestWorld& world, QDialog& window, const std::vector<Acts>& acts,
-                   const Look& look, const QString& last = {}) {
-    const WindowDriver user(window);
-    for (const Acts& some : acts)
-        world.runtime.at(world.runtime.now() + some.at, [&] { act(user, some.names); });
-    world.runtime.at(world.runtime.now() + 6s, [&] {
-        look(window);
-        act(user, last);
-        close(window);
+/// Opens a modal window, looks at it after the acts, ends with the last ones and closes it.
+void lookAtModal(TestWorld& world, const std::function<void()>& open, const Acts& acts,
+                 const Look& look, const QString& last = {}) {
+    const Instant now = world.runtime.now();
+    const auto window = [] { return qobject_cast<QDialog*>(QApplication::activeModalWidget()); };
+    for (const auto& [after, names] : acts)
+        world.runtime.at(now + after, [&, window] { act(WindowDriver(*window()), names); });
+    world.runtime.at(now + 6s, [&, window] {
+        QDialog& shown = *window();
+        look(shown);
+        act(WindowDriver(shown), last);
+        if (shown.isVisible())
+            shown.done(QDialog::Rejected);
     });
-    window.exec();
-}
-
-/// The same for a window that is opened elsewhere, as by a menu item.
-void lookAtModal(TestWorld& world, const std::function<void()>& open, const QString& acts,
-                 const Look& look) {
-    workInModal(world.runtime, open, [&](const WindowDriver& user) {
-        act(user, acts);
-        look(user.window());
-        close(user.window());
-    });
+    open();
 }
 
 /// The composer over the example melodies, one of which is open and plays.
-auto composer(const std::vector<Acts>& acts) {
+auto composer(const Acts& acts) {
     return [acts](const Look& look) {
         TestWorld world;
         world.openOutput();
@@ -87,9 +76,10 @@ auto composer(const std::vector<Acts>& acts) {
         frmComposer window(world.services(), nullptr);
         window.resize(1180, 720);
         world.runtime.at(1ms, [] {});
-        std::vector<Acts> all = acts;
-        all.push_back({10ms, QStringLiteral("mnuApri /Esempi /Grace")});
-        lookWhileOpen(world, window, all, look);
+        Acts all = acts;
+        all[10ms] = QStringLiteral("mnuApri /Esempi /Grace");
+        lookAtModal(
+            world, [&] { window.exec(); }, all, look);
     };
 }
 
@@ -102,7 +92,8 @@ auto ear(ExerciseCode exercise, const char* acts, const char* last = "") {
         EarTrainingState state;
         state.request(exercise);
         frmInto window(world.services(), state, nullptr);
-        lookWhileOpen(world, window, {{10ms, QLatin1String(acts)}}, look, QLatin1String(last));
+        lookAtModal(
+            world, [&] { window.exec(); }, {{10ms, acts}}, look, last);
     };
 }
 
@@ -183,7 +174,7 @@ auto fromMenu(const char* item, const char* acts = "") {
         main.world.midi.devices = {QStringLiteral("Tastiera USB MIDI 1"),
                                    QStringLiteral("Modulo sonoro Porta A")};
         lookAtModal(
-            main.world, [&] { main.user.trigger(QLatin1String(item)); }, QLatin1String(acts), look);
+            main.world, [&] { main.user.trigger(QLatin1String(item)); }, {{10ms, acts}}, look);
     };
 }
 

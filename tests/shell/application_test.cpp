@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
 namespace {
 
 int lightness(QPalette::ColorRole role) {
@@ -27,8 +29,12 @@ TEST(Application, PaletteIsReadableInBothThemesAndButtonsAreItalian) {
         EXPECT_GT(std::abs(lightness(P::HighlightedText) - lightness(P::Highlight)), 50);
     }
     EXPECT_EQ(QLocale().language(), QLocale::Italian) << "without a locale of the system";
-    const QDialogButtonBox box(QDialogButtonBox::Cancel);
-    EXPECT_EQ(box.button(QDialogButtonBox::Cancel)->text().remove(u'&'), "Annulla");
+    const QDialogButtonBox box(QDialogButtonBox::Ok | QDialogButtonBox::Cancel |
+                               QDialogButtonBox::Save | QDialogButtonBox::Yes);
+    std::set<QString> texts;
+    for (QAbstractButton* button : box.buttons())
+        texts.insert(button->text().remove(u'&'));
+    EXPECT_EQ(texts, (std::set<QString>{"OK", "Annulla", "Sì", "Salva"}));
 }
 
 TEST(ClosedWindows, GetNoPresses) {

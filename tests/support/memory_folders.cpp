@@ -106,7 +106,7 @@ QStringList MemoryFolders::files(const QString& folder, const QString& pattern) 
     QStringList names;
     for (const auto& [file, content] : files_) {
         const QString name = file.section(kSlash, -1);
-        if (parentOf(file) == key && wanted.match(name).hasMatch() && (hasDriveA || key != "A:"))
+        if (parentOf(file) == key && wanted.match(name).hasMatch())
             names << name;
     }
     return names;
@@ -130,8 +130,6 @@ Folders::Content MemoryFolders::readFile(const QString& path, qint64 atMost) con
 }
 
 FileError MemoryFolders::checkNew(const QString& key) const {
-    if (key.startsWith(u"A:") && !hasDriveA)
-        return error(file_error::kNotReady);
     return folders_.contains(parentOf(key)) ? FileError{} : error(file_error::kPathNotFound);
 }
 

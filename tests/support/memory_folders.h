@@ -12,7 +12,6 @@
 /// their code points. Links do not exist.
 class MemoryFolders : public Folders {
 public:
-    bool hasDriveA = true;
     FileError writeFailure;   ///< what every further write ends with, unless it is 0
     FileError readFailure;    ///< the same for reading
     QList<QByteArray> trash;  ///< what the files held that were discarded or replaced

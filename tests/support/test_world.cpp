@@ -54,7 +54,6 @@ bool MidiRecorder::take(MidiHandle handle, const std::string& line, Instant at) 
     if (!takesPlans || handle == 0 || handle != lastHandle_ || deviceGone || sendCode != 0)
         return false;
     planned_.emplace(at, line);
-    ++plans;
     return true;
 }
 

@@ -38,7 +38,6 @@ public:
 
     bool takesPlans = true;
     Instant heardLater{0};  ///< the answer to `delay`
-    int plans = 0;          ///< how many plans were taken
 
     /// The lines since the last call.
     std::vector<std::string> take();
