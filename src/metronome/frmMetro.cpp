@@ -1,18 +1,23 @@
 #include "metronome/frmMetro.h"
 
+#include "core/tempo_names.h"
 #include "metronome/frmConfMetro.h"
 #include "metronome/metronome_host.h"
+#include "metronome/tap_input.h"
 #include "platform/user_text.h"
 #include "ui_frmMetro.h"
 #include "widgets/appearance.h"
 #include "widgets/label_button.h"
 
 #include <QEvent>
+#include <QSignalBlocker>
 
 namespace {
 
 constexpr double kTempoTextScale = 1.9;
 constexpr double kTimeSigTextScale = 1.4;
+constexpr double kNameTextScale = 1.2;
+constexpr int kTempoDigits = 3;
 
 void takeColours(QWidget& widget, const QWidget& source) {
     QPalette colours = widget.palette();
@@ -33,11 +38,13 @@ frmMetro::frmMetro(Runtime& runtime, FunzioniMM& funzioniMM, MetronomeState& sta
       metronome_(runtime, funzioniMM, state, *this) {
     ui_->setupUi(this);
     appearance::enlargeText(*ui_->lblTempo, kTempoTextScale);
+    appearance::enlargeText(*ui_->lblAndamento, kNameTextScale, QFont::Normal);
     for (QWidget* label : {ui_->lblTs, ui_->lblX12})
         appearance::enlargeText(*label, kTimeSigTextScale);
     for (QToolButton* label : {ui_->lblTs, ui_->lblX12, ui_->lblCloseMetro})
         makeLabelButton(*label, palette().color(QPalette::Link));
     connectControls();
+    connectTempo(runtime);
     metronome_.load();
     showTempo();
     hide();
@@ -54,20 +61,24 @@ void frmMetro::connectControls() {
     onClick(ui_->lblX12, &frmMetro::lblX12_Click);
     onClick(ui_->cmdSetup, &frmMetro::cmdSetup_Click);
     onClick(ui_->lblCloseMetro, &frmMetro::lblCloseMetro_Click);
-    connect(ui_->MetroTempoS, &QScrollBar::valueChanged, this, &frmMetro::MetroTempoS_Change);
     connect(ui_->MetroVol, &QScrollBar::sliderMoved, this, &frmMetro::MetroVol_Scroll);
     for (QScrollBar* bar : std::initializer_list<QScrollBar*>{ui_->MetroTempoS, ui_->MetroVol})
         bar->installEventFilter(this);
 }
 
-bool frmMetro::eventFilter(QObject* target, QEvent* event) {
-    auto* bar = qobject_cast<QScrollBar*>(target);
-    if (bar == ui_->MetroTempoS &&
-        (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut))
-        appearance::tintWithFocus(*bar);
-    // While the metronome beats, the release of a mouse button waits for the next pulse but timers
-    // do not: a short click on a bar's arrow would repeat itself until then.
-    return bar && event->type() == QEvent::Timer && state_.MetroRunning;
+void frmMetro::connectTempo(const Runtime& runtime) {
+    ui_->MetroTempoS->setRange(Metronome::kSlowest, Metronome::kFastest);
+    ui_->lblTempo->describeLine(UserText::tr("Pulsazioni al minuto"), kTempoDigits);
+    connect(ui_->MetroTempoS, &QScrollBar::valueChanged, this, &frmMetro::MetroTempoS_Change);
+    connect(ui_->lblTempo, &NumberLabel::numberTyped, this, &frmMetro::lblTempo_Typed);
+    const auto* input = new TapInput(*ui_->cmdBatti, runtime);
+    connect(input, &TapInput::tapped, this, &frmMetro::cmdBatti_Tap);
+}
+
+/// While the metronome beats, the release of a mouse button waits for the next pulse but timers do
+/// not: a short click on a bar's arrow would repeat itself until then.
+bool frmMetro::eventFilter(QObject* /*target*/, QEvent* event) {
+    return event->type() == QEvent::Timer && state_.MetroRunning;
 }
 
 void frmMetro::mnuMetro_Click() {
@@ -92,6 +103,22 @@ void frmMetro::MetroTempoS_Change() {
     showTempo();
 }
 
+void frmMetro::lblTempo_Typed(int pulsesPerMinute) {
+    setShownTempo(pulsesPerMinute);
+}
+
+void frmMetro::cmdBatti_Tap(TapTempo::Time at) {
+    if (const auto pulsesPerMinute = taps_.tap(at))
+        setShownTempo(*pulsesPerMinute);
+}
+
+void frmMetro::setShownTempo(double pulsesPerMinute) {
+    metronome_.setShownTempo(pulsesPerMinute);
+    const QSignalBlocker silent(ui_->MetroTempoS);
+    ui_->MetroTempoS->setValue(metronome_.tempo());
+    showTempo();
+}
+
 void frmMetro::lblX12_Click() {
     metronome_.toggleDoubling();
     showTempo();
@@ -111,14 +138,15 @@ void frmMetro::lblCloseMetro_Click() {
 
 void frmMetro::showTempo() {
     const bool doubled = metronome_.doubled();
-    ui_->lblTempo->setText(QString::number(metronome_.shownTempo()));
+    const int tempo = metronome_.shownTempo();
+    ui_->lblTempo->setText(QString::number(tempo));
+    ui_->lblTempo->setAccessibleName(UserText::tr("%1 pulsazioni al minuto").arg(tempo));
+    ui_->lblAndamento->setText(tempo_names::nameOf(tempo));
     ui_->lblX12->setText(doubled ? QStringLiteral("x2") : QStringLiteral("x1"));
     ui_->lblX12->setToolTip(doubled ? UserText::tr("Clicca per dimezzare la velocità")
                                     : UserText::tr("Clicca per raddoppiare la velocità"));
     ui_->lblX12->setAccessibleName(doubled ? UserText::tr("Velocità raddoppiata, x2")
                                            : UserText::tr("Velocità semplice, x1"));
-    ui_->lblTempo->setAccessibleName(
-        UserText::tr("%1 pulsazioni al minuto").arg(metronome_.shownTempo()));
 }
 
 void frmMetro::enableControls(bool on) {

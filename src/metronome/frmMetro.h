@@ -1,6 +1,7 @@
 #pragma once
 
 #include "metronome/metronome.h"
+#include "metronome/tap_tempo.h"
 
 #include <QGroupBox>
 
@@ -30,6 +31,8 @@ public:
     void cmdSSmetro_Click();
     void lblTs_Click();
     void MetroTempoS_Change();
+    void lblTempo_Typed(int pulsesPerMinute);
+    void cmdBatti_Tap(TapTempo::Time at);
     void lblX12_Click();
     void MetroVol_Scroll();
     void cmdSetup_Click();
@@ -40,6 +43,8 @@ protected:
 
 private:
     void connectControls();
+    void connectTempo(const Runtime& runtime);
+    void setShownTempo(double pulsesPerMinute);
     void enableControls(bool on);
     void showTempo();
 
@@ -55,4 +60,5 @@ private:
     MetronomeState& state_;
     MetronomeHost& host_;
     Metronome metronome_;
+    TapTempo taps_;
 };

@@ -4,6 +4,7 @@
 #include "platform/runtime.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace {
@@ -147,6 +148,11 @@ void Metronome::stepTimeSignature() {
 void Metronome::setTempo(int beatsPerMinute) {
     tempo_ = beatsPerMinute;
     state_.MetroPeriod = 60.0 / tempo_ / state_.MetroMultiplier;
+}
+
+void Metronome::setShownTempo(double pulsesPerMinute) {
+    const double tempo = std::round(pulsesPerMinute / state_.MetroMultiplier);
+    setTempo(static_cast<int>(std::clamp<double>(tempo, kSlowest, kFastest)));
 }
 
 void Metronome::toggleDoubling() {

@@ -42,13 +42,19 @@ public:
     /// Goes on to the next built-in time signature; ignored while running.
     void stepTimeSignature();
 
-    /// Beats per minute before doubling, 20..200.
+    static constexpr int kSlowest = 20;
+    static constexpr int kFastest = 200;
+
+    /// Beats per minute before doubling, `kSlowest`..`kFastest`.
     void setTempo(int beatsPerMinute);
+    /// The tempo of which the doubling makes the nearest to so many pulses per minute.
+    void setShownTempo(double pulsesPerMinute);
     void toggleDoubling();
     /// 0..127.
     void setVolume(int velocity);
 
     bool doubled() const { return state_.MetroMultiplier != 1; }
+    int tempo() const { return tempo_; }
     /// The tempo with the doubling.
     int shownTempo() const { return state_.MetroMultiplier * tempo_; }
 

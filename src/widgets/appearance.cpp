@@ -1,5 +1,7 @@
 #include "widgets/appearance.h"
 
+#include "widgets/pixel_grid.h"
+
 #include <QPainter>
 #include <QScreen>
 #include <QWidget>
@@ -8,7 +10,6 @@ namespace appearance {
 namespace {
 
 constexpr double kEdgeShare = 0.2;
-constexpr double kFocusTint = 1 / 3.0;
 constexpr QSize kWindowFrame(8, 40);
 
 }  // namespace
@@ -26,15 +27,6 @@ void keepPlace(QWidget& widget) {
     widget.setSizePolicy(policy);
 }
 
-void tintWithFocus(QWidget& bar) {
-    QPalette colours;
-    if (bar.hasFocus()) {
-        colours.setColor(QPalette::Button, mixed(colours.color(QPalette::Highlight),
-                                                 colours.color(QPalette::Button), kFocusTint));
-    }
-    bar.setPalette(colours);
-}
-
 QRect roomOnScreen(const QWidget& window) {
     const QWidget* parent = window.parentWidget();
     const QRect room = (parent ? parent : &window)->screen()->availableGeometry();
@@ -48,9 +40,9 @@ QColor cardEdge(const QWidget& widget) {
 
 void paintCard(QPainter& painter, const QWidget& widget) {
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(cardEdge(widget));
+    painter.setPen(QPen(cardEdge(widget), pixel_grid::thickness(painter, 1)));
     painter.setBrush(widget.palette().color(QPalette::Base));
-    painter.drawRoundedRect(QRectF(widget.rect()).adjusted(0.5, 0.5, -0.5, -0.5), kCardCorner,
+    painter.drawRoundedRect(pixel_grid::inside(painter, widget.rect(), 1), kCardCorner,
                             kCardCorner);
 }
 

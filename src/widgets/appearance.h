@@ -16,9 +16,6 @@ void enlargeText(QWidget& widget, double scale, QFont::Weight weight = QFont::Bo
 /// Has the layout retain a widget's place while it is hidden.
 void keepPlace(QWidget& widget);
 
-/// Tints a scroll bar that has the focus, which the style does not show.
-void tintWithFocus(QWidget& bar);
-
 /// The screen area for a window, on its parent's screen or its own, less frame and title bar.
 QRect roomOnScreen(const QWidget& window);
 

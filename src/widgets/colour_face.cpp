@@ -1,5 +1,7 @@
 #include "widgets/colour_face.h"
 
+#include "widgets/pixel_grid.h"
+
 #include <QAbstractButton>
 #include <QPainter>
 
@@ -7,12 +9,9 @@ namespace colour_face {
 namespace {
 
 constexpr double kCorner = 3;
+constexpr double kFocusLine = 3;
 constexpr int kRimDarkness = 150;    ///< of the background, in percent
 constexpr int kHoverDarkness = 106;  ///< likewise
-
-QRectF edgeOf(const QAbstractButton& button) {
-    return QRectF(button.rect()).adjusted(0.5, 0.5, -0.5, -0.5);
-}
 
 }  // namespace
 
@@ -24,16 +23,17 @@ void paint(QPainter& painter, const QAbstractButton& button, const QColor& backg
            const QBrush& face) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(face);
-    painter.setPen(background.darker(kRimDarkness));
-    painter.drawRoundedRect(edgeOf(button), kCorner, kCorner);
+    painter.setPen(QPen(background.darker(kRimDarkness), pixel_grid::thickness(painter, 1)));
+    painter.drawRoundedRect(pixel_grid::inside(painter, button.rect(), 1), kCorner, kCorner);
 }
 
 void paintFocus(QPainter& painter, const QAbstractButton& button) {
     if (!button.hasFocus())
         return;
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(button.palette().color(QPalette::Highlight), 2));
-    painter.drawRoundedRect(edgeOf(button).adjusted(1, 1, -1, -1), kCorner, kCorner);
+    painter.setPen(QPen(button.palette().color(QPalette::Highlight), kFocusLine));
+    painter.drawRoundedRect(pixel_grid::inside(painter, button.rect(), kFocusLine), kCorner,
+                            kCorner);
 }
 
 }  // namespace colour_face

@@ -19,7 +19,7 @@ constexpr double kLampShare = 0.86;
 constexpr int kRimDarkness = 160;  ///< of the lamp's colour, in percent
 constexpr double kSmallestPlace = 0.5;
 constexpr double kUsualPlace = 0.8;
-constexpr double kRowHeight = 1.5;  ///< this and the places in heights of a text line
+constexpr double kRowHeight = 2.4;  ///< this and the places in heights of a text line
 
 QColor fromBgr(Colour colour) {
     return QColor(static_cast<int>(colour & 0xFF), static_cast<int>(colour >> 8 & 0xFF),
@@ -112,13 +112,22 @@ void LampRow::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
 }
 
+/// In one row, or in two where the lamps are larger so.
 void LampRow::arrange() {
-    const double place =
-        std::min<double>(height(), width() / static_cast<double>(std::max(visible_, 1)));
+    const int count = std::max(visible_, 1);
+    const auto inRow = [count](int rows) { return (count + rows - 1) / rows; };
+    const auto placeOf = [&](int rows) {
+        return std::min(height() / static_cast<double>(rows),
+                        width() / static_cast<double>(inRow(rows)));
+    };
+    const int rows = placeOf(2) > placeOf(1) ? 2 : 1;
+    const double place = placeOf(rows);
     const int side = std::max(1, static_cast<int>(place * kLampShare));
+    const double margin = (place - side) / 2;
     for (int i = 0; i < kCount; ++i) {
-        const double left = i * place + (place - side) / 2;
-        lamps_[static_cast<std::size_t>(i)]->setGeometry(qRound(left), (height() - side) / 2, side,
-                                                         side);
+        const int row = std::min(i / inRow(rows), rows - 1);
+        const double top = row * place + (height() - rows * place) / 2;
+        lamps_[static_cast<std::size_t>(i)]->setGeometry(
+            qRound((i - row * inRow(rows)) * place + margin), qRound(top + margin), side, side);
     }
 }

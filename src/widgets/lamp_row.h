@@ -7,8 +7,8 @@
 
 class Lamp;
 
-/// A row of 20 small round lamps, `lblPuls_0` … `lblPuls_19`. The fewer are visible, the larger
-/// they are, up to the row's height. A screen reader is told each lamp's number and colour.
+/// 20 round lamps in one row or two, `lblPuls_0` … `lblPuls_19`. The fewer are visible, the larger
+/// they are, up to the widget's height. A screen reader is told each lamp's number and colour.
 class LampRow : public QWidget {
     Q_OBJECT
 

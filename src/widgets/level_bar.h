@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QScrollBar>
+#include "widgets/value_bar.h"
 
-/// A vertical scroll bar with its greatest value at the top, as seen and as moved by keys, wheel
-/// and mouse. It is tinted while it has the focus.
-class LevelBar : public QScrollBar {
+/// A vertical bar with its greatest value at the top, as seen and as moved by keys, wheel and
+/// mouse.
+class LevelBar : public ValueBar {
     Q_OBJECT
 
 public:
@@ -13,8 +13,6 @@ public:
 protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
 
 private:
     void turnMouseAction(int action);

@@ -5,6 +5,7 @@
 #include "widgets/announcement.h"
 #include "widgets/piano_key_accessible.h"
 #include "widgets/piano_key_name.h"
+#include "widgets/pixel_grid.h"
 
 #include <QAccessible>
 #include <QKeyEvent>
@@ -44,15 +45,6 @@ constexpr double kSharpBevel = 2;
 constexpr double kSharpFront = 0.1;  ///< the share of a sharp's length that is its front
 constexpr double kMarkWidth = 0.5;   ///< a range mark's share of its key
 constexpr double kDisabledOpacity = 0.5;
-
-/// The rectangle with its edges moved to device pixels, so that neighbours still meet.
-QRectF onPixels(const QPainter& painter, const QRectF& rect) {
-    const QTransform toDevice = painter.deviceTransform();
-    const QRectF device = toDevice.mapRect(rect);
-    const QPointF topLeft(std::round(device.left()), std::round(device.top()));
-    const QPointF bottomRight(std::round(device.right()), std::round(device.bottom()));
-    return toDevice.inverted().mapRect(QRectF(topLeft, bottomRight));
-}
 
 /// Square at the top, rounded at the bottom.
 QPainterPath keyShape(const QRectF& rect, double corner) {
@@ -186,7 +178,8 @@ void PianoKeyboard::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setOpacity(isEnabled() ? 1 : kDisabledOpacity);
-    painter.fillRect(onPixels(painter, keyArea_.adjusted(-kFrame, -kFrame, kFrame, kFrame)), kGap);
+    painter.fillRect(
+        pixel_grid::snapped(painter, keyArea_.adjusted(-kFrame, -kFrame, kFrame, kFrame)), kGap);
     for (const bool sharps : {false, true}) {
         for (int i = 0; i < kKeys; ++i) {
             if (isSharp(i) != sharps || !event->rect().intersects(keyWidget(i)->geometry()))
@@ -358,22 +351,22 @@ int PianoKeyboard::markRowHeight() const {
 }
 
 void PianoKeyboard::paintNatural(QPainter& painter, int index) const {
-    const qreal pixel = 1 / painter.deviceTransform().m11();
-    const QRectF key =
-        onPixels(painter, piano_key_layout::keyRect(index, keyArea_)).adjusted(0, 0, -pixel, 0);
+    const qreal pixel = pixel_grid::pixel(painter);
+    const QRectF key = pixel_grid::snapped(painter, piano_key_layout::keyRect(index, keyArea_))
+                           .adjusted(0, 0, -pixel, 0);
     const bool dark = palette().color(QPalette::Base).lightness() < 128;
     const QColor face = marked(index) ? kMarked : dark ? kIvoryInTheDark : kIvory;
     painter.fillPath(keyShape(key, kNaturalCorner), face);
     if (index == kMiddleC)
-        painter.fillRect(onPixels(painter, middleCSquare()), kMiddleCMark);
+        painter.fillRect(pixel_grid::snapped(painter, middleCSquare()), kMiddleCMark);
 }
 
 void PianoKeyboard::paintSharp(QPainter& painter, int index) const {
-    const QRectF key = onPixels(painter, piano_key_layout::keyRect(index, keyArea_));
+    const QRectF key = pixel_grid::snapped(painter, piano_key_layout::keyRect(index, keyArea_));
     painter.fillPath(keyShape(key, kSharpCorner), kEbony);
     const double front = marked(index) ? 0.5 * kSharpFront : kSharpFront;
-    const QRectF top =
-        onPixels(painter, key.adjusted(kSharpBevel, 0, -kSharpBevel, -front * key.height()));
+    const QRectF top = pixel_grid::snapped(
+        painter, key.adjusted(kSharpBevel, 0, -kSharpBevel, -front * key.height()));
     painter.fillPath(keyShape(top, kSharpCorner), marked(index) ? kMarked : kEbonyFace);
 }
 

@@ -6,6 +6,8 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QScrollBar>
+#include <QWheelEvent>
+#include <QWindow>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -92,6 +94,56 @@ TEST_F(MetronomeWindowsTest, ShowsEachPulseTheTempoAndTakesTheVolumesThumb) {
     volume.setSliderDown(true);
     volume.setSliderPosition(50);
     EXPECT_EQ(click(), "on 10 76 50");
+}
+
+TEST_F(MetronomeWindowsTest, TheTempoFollowsTheBarsKeysWhatIsTypedAndTaps) {
+    auto& bar = user.find<QScrollBar>("MetroTempoS");
+    bar.setFocus();
+    const auto turnWheel = [&](int angle) {
+        QWheelEvent event(bar.rect().center(), bar.mapToGlobal(bar.rect().center()), {}, {0, angle},
+                          {}, {}, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&bar, &event);
+    };
+    for (const int key : {Qt::Key_Right, Qt::Key_Up, Qt::Key_PageUp, Qt::Key_Left, Qt::Key_End}) {
+        const int before = bar.value();
+        user.type(key);
+        EXPECT_EQ(bar.value() > before, key != Qt::Key_Left) << key;
+    }
+    turnWheel(-120);
+    EXPECT_LT(bar.value(), 200);
+
+    quint64 now = 5000;
+    const auto tap = [&](int distance) {
+        QKeyEvent event(QEvent::KeyPress, Qt::Key_T, Qt::NoModifier, "t");
+        event.setTimestamp(now += distance);
+        QCoreApplication::sendEvent(main.windowHandle(), &event);
+    };
+    const auto typed = [&](const char* digits) {
+        user.click("lblTempo");
+        for (const char* digit = digits; *digit != 0; ++digit)
+            user.type(*digit, QString(*digit));
+        tap(600);
+        user.type(Qt::Key_Return);
+    };
+    for (const int distance : {4000, 750, 750})
+        tap(distance);
+    EXPECT_EQ(user.text("lblTempo") + user.text("lblAndamento"), "80Andante");
+    typed("126");
+    EXPECT_EQ(user.text("lblTempo") + user.text("lblAndamento"), "126Allegro");
+    user.click("lblX12");
+    typed("90");
+    EXPECT_EQ(bar.value(), 45) << "as it is to be heard";
+    for (const int distance : {4000, 200})
+        tap(distance);
+    EXPECT_EQ(user.text("lblTempo") + user.text("MetroTempoS"), "300150");
+    user.click("lblTempo");
+    user.type(Qt::Key_7, "7");
+    user.type(Qt::Key_Escape);
+    EXPECT_EQ(user.text("lblTempo"), "300");
+    user.find<QWidget>("frmMetro").hide();
+    for (const int distance : {4000, 1000})
+        tap(distance);
+    EXPECT_EQ(user.text("lblTempo"), "300") << "not while it is hidden";
 }
 
 TEST_F(MetronomeWindowsTest, ACustomSequenceIsHeardTypedAndKept) {
