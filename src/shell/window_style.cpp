@@ -1,22 +1,28 @@
 #include "shell/window_style.h"
 
-#include "widgets/appearance.h"
-#include "widgets/level_bar.h"
+#include "shell/bar_parts.h"
+#include "shell/control_painting.h"
+#include "widgets/value_bar.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QComboBox>
 #include <QIcon>
 #include <QLabel>
 #include <QPainter>
+#include <QPushButton>
 #include <QStyleOption>
+#include <QStyleOptionSlider>
 
 namespace {
 
 constexpr double kLetterSize = 0.68;  ///< of a badge's side
-constexpr double kOutlineShare = 0.38;
-constexpr double kOutlineCorner = 2;
-constexpr int kShortestSlider = 10;
+constexpr int kLowestControl = 24;
+constexpr int kValueBarExtent = 24;
+constexpr int kScrollBarExtent = 16;
+constexpr int kSliderThumb = 18;
+constexpr int kCheckBoxSide = 18;
 
 /// A disc in the accent colour with a letter.
 QIcon badge(QChar letter) {
@@ -41,13 +47,20 @@ QIcon badge(QChar letter) {
     return icon;
 }
 
-void drawOutline(QPainter& painter, const QRectF& rect, const QColor& colour) {
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(colour);
-    painter.drawRoundedRect(rect.adjusted(0.5, 0.5, -0.5, -0.5), kOutlineCorner, kOutlineCorner);
-    painter.restore();
+void drawArrow(QStyle::PrimitiveElement element, const QStyleOption& option, QPainter& painter) {
+    const double angle = element == QStyle::PE_IndicatorArrowUp      ? 0
+                         : element == QStyle::PE_IndicatorArrowRight ? 90
+                         : element == QStyle::PE_IndicatorArrowDown  ? 180
+                                                                     : -90;
+    const bool enabled = option.state.testFlag(QStyle::State_Enabled);
+    control_painting::paintArrow(
+        painter, option.rect, angle,
+        option.palette.color(enabled ? QPalette::Active : QPalette::Disabled,
+                             QPalette::ButtonText));
+}
+
+bool isValueBar(const QWidget* widget) {
+    return qobject_cast<const ValueBar*>(widget) != nullptr;
 }
 
 }  // namespace
@@ -60,12 +73,67 @@ int WindowStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWi
                : QProxyStyle::styleHint(hint, option, widget, answer);
 }
 
-/// A short bar still leaves its slider room to move.
 int WindowStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
                              const QWidget* widget) const {
-    if (metric == PM_ScrollBarSliderMin && qobject_cast<const LevelBar*>(widget))
-        return kShortestSlider;
-    return QProxyStyle::pixelMetric(metric, option, widget);
+    switch (metric) {
+        case PM_ScrollBarExtent:
+            return isValueBar(widget) ? kValueBarExtent : kScrollBarExtent;
+        case PM_SliderThickness:
+            return kLowestControl;
+        case PM_SliderControlThickness:
+        case PM_SliderLength:
+            return kSliderThumb;
+        case PM_IndicatorWidth:
+        case PM_IndicatorHeight:
+            return kCheckBoxSide;
+        default:
+            return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+}
+
+QSize WindowStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
+                                    const QSize& contents, const QWidget* widget) const {
+    const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
+    switch (type) {
+        case CT_PushButton:
+        case CT_ToolButton:
+        case CT_CheckBox:
+        case CT_ComboBox:
+        case CT_LineEdit:
+            return size.expandedTo({0, kLowestControl});
+        default:
+            return size;
+    }
+}
+
+QRect WindowStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option,
+                                  SubControl part, const QWidget* widget) const {
+    const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
+    if (control != CC_ScrollBar || !bar || !isValueBar(widget))
+        return QProxyStyle::subControlRect(control, option, part, widget);
+    const BarParts parts = valueBarParts(*bar);
+    const auto between = [bar](const QRect& from, const QRect& to) {
+        return bar->orientation == Qt::Horizontal ? QRect(QPoint(from.right() + 1, from.top()),
+                                                          QPoint(to.left() - 1, from.bottom()))
+                                                  : QRect(QPoint(from.left(), from.bottom() + 1),
+                                                          QPoint(from.right(), to.top() - 1));
+    };
+    switch (part) {
+        case SC_ScrollBarSubLine:
+            return parts.less;
+        case SC_ScrollBarAddLine:
+            return parts.more;
+        case SC_ScrollBarSlider:
+            return parts.thumb;
+        case SC_ScrollBarSubPage:
+            return between(parts.less, parts.thumb);
+        case SC_ScrollBarAddPage:
+            return between(parts.thumb, parts.more);
+        case SC_ScrollBarGroove:
+            return parts.groove;
+        default:
+            return {};
+    }
 }
 
 QIcon WindowStyle::standardIcon(StandardPixmap icon, const QStyleOption* option,
@@ -77,21 +145,80 @@ QIcon WindowStyle::standardIcon(StandardPixmap icon, const QStyleOption* option,
     return QProxyStyle::standardIcon(icon, option, widget);
 }
 
-/// Fusion's outlines are darker than the background, so that they cannot be seen on a dark one; and
-/// it does not show that a list has the focus, as it does for a line of text.
 void WindowStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
                                 QPainter* painter, const QWidget* widget) const {
+    switch (element) {
+        case PE_PanelButtonCommand:
+        case PE_PanelButtonTool:
+            control_painting::paintButton(*painter, *option, option->state.testFlag(State_On));
+            return;
+        case PE_IndicatorCheckBox:
+            control_painting::paintCheckBox(*painter, *option);
+            return;
+        case PE_FrameFocusRect:
+            // Buttons have a ring of their own.
+            if (qobject_cast<const QPushButton*>(widget) || qobject_cast<const QComboBox*>(widget))
+                return;
+            break;
+        case PE_IndicatorArrowUp:
+        case PE_IndicatorArrowRight:
+        case PE_IndicatorArrowDown:
+        case PE_IndicatorArrowLeft:
+            drawArrow(element, *option, *painter);
+            return;
+        default:
+            break;
+    }
     QProxyStyle::drawPrimitive(element, option, painter, widget);
     const bool list = element == PE_Frame && qobject_cast<const QAbstractItemView*>(widget);
     const bool label = element == PE_Frame && (qobject_cast<const QLabel*>(widget) ||
                                                qobject_cast<const QAbstractButton*>(widget));
-    const bool box = element == PE_IndicatorCheckBox || element == PE_FrameLineEdit;
-    const bool focused = option->state.testFlag(State_HasFocus);
-    const QColor background = option->palette.color(QPalette::Window);
-    if (list && focused)
-        drawOutline(*painter, option->rect, option->palette.color(QPalette::Highlight));
-    else if ((list || label || box) && !focused && background.lightness() < 128)
-        drawOutline(*painter, option->rect,
-                    appearance::mixed(option->palette.color(QPalette::WindowText), background,
-                                      kOutlineShare));
+    if (list || label || element == PE_FrameLineEdit)
+        control_painting::paintFrame(*painter, *option);
+}
+
+void WindowStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                                     QPainter* painter, const QWidget* widget) const {
+    const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
+    const auto* combo = qstyleoption_cast<const QStyleOptionComboBox*>(option);
+    if (control == CC_ScrollBar && bar)
+        drawScrollBar(*bar, *painter, widget);
+    else if (control == CC_Slider && bar)
+        drawSlider(*bar, *painter, widget);
+    else if (control == CC_ComboBox && combo && !combo->editable)
+        drawComboBox(*option, *painter, widget);
+    else
+        QProxyStyle::drawComplexControl(control, option, painter, widget);
+}
+
+void WindowStyle::drawComboBox(const QStyleOptionComplex& option, QPainter& painter,
+                               const QWidget* widget) const {
+    control_painting::paintButton(painter, option, false);
+    const bool enabled = option.state.testFlag(State_Enabled);
+    control_painting::paintArrow(
+        painter, subControlRect(CC_ComboBox, &option, SC_ComboBoxArrow, widget), 180,
+        option.palette.color(enabled ? QPalette::Active : QPalette::Disabled,
+                             QPalette::ButtonText));
+}
+
+void WindowStyle::drawSlider(const QStyleOptionSlider& option, QPainter& painter,
+                             const QWidget* widget) const {
+    QStyleOptionSlider marks(option);
+    marks.subControls = SC_SliderTickmarks;
+    QProxyStyle::drawComplexControl(CC_Slider, &marks, &painter, widget);
+    BarParts parts;
+    parts.groove = subControlRect(CC_Slider, &option, SC_SliderGroove, widget);
+    parts.thumb = subControlRect(CC_Slider, &option, SC_SliderHandle, widget);
+    control_painting::paintSlider(painter, option, parts);
+}
+
+void WindowStyle::drawScrollBar(const QStyleOptionSlider& option, QPainter& painter,
+                                const QWidget* widget) const {
+    const auto part = [&](SubControl which) {
+        return subControlRect(CC_ScrollBar, &option, which, widget);
+    };
+    control_painting::paintScrollBar(painter, option,
+                                     {part(SC_ScrollBarGroove), part(SC_ScrollBarSlider),
+                                      part(SC_ScrollBarSubLine), part(SC_ScrollBarAddLine)},
+                                     isValueBar(widget));
 }
