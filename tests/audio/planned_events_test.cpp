@@ -20,37 +20,22 @@ TEST(PlannedEvents, ComeInTheOrderOfTheirInstantsUnlessTakenBack) {
     std::int64_t frame = 0;
     std::size_t checked = 0;
     for (int period = 0; period < 20000; ++period, now += kPeriod, frame += 256) {
+        const auto what = random() % 4;
         SoundEvent event;
-        switch (random() % 4) {
-            case 0:
-                event.planned = true;
-                event.time = now + static_cast<std::int64_t>(random() % 400'000'000);
-                break;
-            case 1:
-                event.time = now;
-                ++unplanned;
-                break;
-            case 2:
-                if (random() % 20 == 0) {
-                    event.kind = SoundEvent::Kind::CancelPlanned;
-                    event.time = now;
-                    timeline.post(event);
-                    std::erase_if(model, [now](const SoundEvent& waiting) {
-                        return waiting.planned && waiting.time > now;
-                    });
-                }
-                [[fallthrough]];
-            default:
-                event.kind = SoundEvent::Kind::CancelPlanned;
-                break;
-        }
-        if (event.kind == SoundEvent::Kind::Message) {
+        event.time = now;
+        if (what < 2) {
+            event.planned = what == 0;
+            event.time += event.planned ? static_cast<std::int64_t>(random() % 400'000'000) : 0;
             event.message = number++;
+            unplanned += what;
             ASSERT_TRUE(timeline.post(event));
-            const auto later = std::upper_bound(
-                model.begin(), model.end(), event,
-                [](const SoundEvent& a, const SoundEvent& b) { return a.time < b.time; });
-            model.insert(later, event);
+            model.insert(std::ranges::upper_bound(model, event.time, {}, &SoundEvent::time), event);
+        } else if (random() % 40 == 0) {
+            event.kind = SoundEvent::Kind::CancelPlanned;
+            timeline.post(event);
+            std::erase_if(model, [now](const SoundEvent& waiting) {
+                return waiting.planned && waiting.time > now;
+            });
         }
         timeline.request(now, frame, 256);
         for (std::int64_t block = frame; block < frame + 256; block += kBlock)
