@@ -131,6 +131,7 @@ void EarTraining::show(EarExercise& exercise) {
 void EarTraining::stopSounds() {
     for (EarExercise* exercise : exercises_.all)
         exercise->stopSound();
+    showGuidance();
 }
 
 void EarTraining::noteDown(pitch::NoteNumber note) {

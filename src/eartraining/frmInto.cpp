@@ -51,6 +51,7 @@ frmInto::frmInto(const Services& services, EarTrainingState& state, QWidget* par
     appearance::keepPlace(*ui_->cmdEsci);
     ui_->keyboard->showRangeMarks(true);
     span_ = new KeyboardSpan(*ui_->keyboard);
+    connect(ui_->keyboard, &PianoKeyboard::arranged, this, &frmInto::placeVerdict);
     addPanels();
     orderTabs();
     buildMenus();
@@ -197,6 +198,13 @@ void frmInto::showVerdict(const EarExercise& exercise, int answer, Verdict verdi
         verdict_->showOver(*control, verdict);
     else
         verdict_->showAt(*ui_->keyboard, ui_->keyboard->keyFace(answer), verdict);
+    judged_ = answer;
+}
+
+/// The keyboard is of another size when a panel comes or goes.
+void frmInto::placeVerdict() {
+    if (verdict_->parentWidget() == ui_->keyboard)
+        verdict_->setGeometry(ui_->keyboard->keyFace(judged_));
 }
 
 void frmInto::hideVerdict() {

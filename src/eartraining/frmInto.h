@@ -43,6 +43,7 @@ private:
     void choose(EarExercise& exercise);
     void chooseInstrument(int program);
     void mnuSs_Click();
+    void placeVerdict();
     ExercisePanel& panelOf(const EarExercise& exercise) const;
     void showContext(ExerciseCode exercise);
 
@@ -66,6 +67,7 @@ private:
     FunzioniMM& funzioniMM_;
     KeyboardSpan* span_ = nullptr;
     VerdictBadge* verdict_;
+    int judged_ = 0;  ///< the answer that it was shown for
     EarTraining ear_;
     std::vector<ExercisePanel*> panels_;
     QMenu* exercises_ = nullptr;  ///< `Esercizio`

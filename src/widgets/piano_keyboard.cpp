@@ -339,6 +339,7 @@ void PianoKeyboard::arrange() {
             QRectF(key.center().x() - width / 2, top, width, std::max(0.0, row - 2)).toRect());
     }
     update();
+    Q_EMIT arranged();
 }
 
 void PianoKeyboard::repaintKey(int index) {

@@ -69,6 +69,7 @@ Q_SIGNALS:
     void keyUp(int index);
     void keyClick(int index);
     void keyDoubleClick(int index);
+    void arranged();  ///< the keys are in other places now
 
 protected:
     bool event(QEvent* event) override;

@@ -172,6 +172,7 @@ void ChordExercise::silenceChord() {
 /// Whether there was a chord to end.
 bool ChordExercise::endChord() {
     sounding_ = false;
+    changed();
     if (!sounds(chord_))
         return false;
     for (const pitch::NoteNumber note : chord_)
