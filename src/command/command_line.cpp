@@ -19,16 +19,19 @@ struct ActionName {
     Action action;
     int leastFiles;
     int mostFiles;
-    bool hasOutput;  ///< and an instrument
+    bool hasOutput;
+    bool hasInstrument = false;
     bool hasBars = false;
 };
 constexpr int kAnyNumber = 1'000'000;
-constexpr std::array<ActionName, 5> kActions{
-    {{"check", Action::Check, 1, kAnyNumber, false},
-     {"render", Action::Render, 1, 1, true},
-     {"export-midi", Action::ExportMidi, 1, 1, true},
-     {"export-musicxml", Action::ExportMusicXml, 1, 1, true, true},
-     {"list-devices", Action::ListDevices, 0, 0, false}}};
+constexpr auto kActions = std::to_array<ActionName>({
+    {"check", Action::Check, 1, kAnyNumber, false},
+    {"render", Action::Render, 1, 1, true, true},
+    {"export-midi", Action::ExportMidi, 1, 1, true, true},
+    {"export-musicxml", Action::ExportMusicXml, 1, 1, true, true, true},
+    {"import", Action::Import, 1, 1, true},
+    {"list-devices", Action::ListDevices, 0, 0, false},
+});
 
 const QString kHelp = QStringLiteral("help");
 const QString kVersion = QStringLiteral("version");
@@ -112,6 +115,8 @@ QString contentFault(const QCommandLineParser& parser, const ActionName& action)
         return UserText::tr("%1: manca il file da scrivere (-o)").arg(name);
     if (!action.hasOutput && (parser.isSet(kOutput) || parser.isSet(kInstrument)))
         return UserText::tr("%1: -o e --instrument non servono").arg(name);
+    if (!action.hasInstrument && parser.isSet(kInstrument))
+        return UserText::tr("%1: --instrument non serve").arg(name);
     if (!action.hasBars && (parser.isSet(kMetre) || parser.isSet(kKey)))
         return UserText::tr("%1: --metre e --key non servono").arg(name);
     return {};

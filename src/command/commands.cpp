@@ -1,12 +1,14 @@
 #include "command/commands.h"
 
 #include "command/command_line.h"
+#include "composer/exchange/melody_import.h"
 #include "composer/exchange/score_heading.h"
 #include "composer/export/melody_export.h"
 #include "composer/export/melody_score.h"
 #include "composer/export/midi_file_writer.h"
 #include "composer/export/notation_export.h"
 #include "composer/export/wave_file_writer.h"
+#include "composer/library/melody_file.h"
 #include "composer/library/melody_names.h"
 #include "composer/library/melody_reader.h"
 #include "composer/melody/melody_editor.h"
@@ -31,6 +33,7 @@ constexpr const char* kUsage =
                       "     cantavista --export-midi MELODIA -o FILE.mid [--instrument N]\n"
                       "     cantavista --export-musicxml MELODIA -o FILE.musicxml|FILE.mxl\n"
                       "                [--metre M] [--key T] [--instrument N]\n"
+                      "     cantavista --import FILE.musicxml|FILE.mxl -o MELODIA\n"
                       "     cantavista --list-devices | --version | --help\n");
 
 constexpr const char* kExplanation = QT_TRANSLATE_NOOP(
@@ -44,6 +47,7 @@ constexpr const char* kExplanation = QT_TRANSLATE_NOOP(
     "  --export-midi     scrive la melodia in un file MIDI\n"
     "  --export-musicxml scrive la melodia in battute per i programmi di notazione;\n"
     "                    compressa, se il nome finisce in \".mxl\"\n"
+    "  --import          fa una melodia di un file MusicXML a una voce\n"
     "  --list-devices    elenca le uscite MIDI; -1 è il sintetizzatore interno. Dice anche\n"
     "                    se il sistema concede al suono una priorità in tempo reale\n"
     "  -o, --output      il file da scrivere\n"
@@ -149,6 +153,32 @@ int write(const CommandLine& line, const CommandMachine& machine) {
     return kDone;
 }
 
+/// Makes a melody of a file of another program.
+int importMelody(const CommandLine& line, const CommandMachine& machine) {
+    const QString& file = line.files.front();
+    const auto tell = [&machine](const QString& about, const QString& text) {
+        machine.err << "cantavista: " << about << ": " << text << '\n';
+    };
+    if (QFileInfo::exists(line.output) && QFileInfo(file) == QFileInfo(line.output)) {
+        tell(line.output, UserText::tr("è il file da importare"));
+        return kFailed;
+    }
+    const melody_import::Outcome outcome =
+        melody_import::read(machine.folders, pathOf(file), Composition().decimalSeparator);
+    QString fault = outcome.error.failed() ? outcome.error.text : outcome.fault;
+    if (outcome.file)
+        fault =
+            machine.folders.writeFile(pathOf(line.output), melody_file::write(*outcome.file).bytes)
+                .text;
+    if (!fault.isEmpty()) {
+        tell(outcome.file ? line.output : file, fault);
+        return kFailed;
+    }
+    if (!outcome.leftOut.isEmpty())
+        tell(file, outcome.leftOut);
+    return kDone;
+}
+
 int listDevices(const CommandMachine& machine) {
     MidiOut& midiOut = machine.sound.midiOut();
     const int count = midiOut.deviceCount();
@@ -180,6 +210,8 @@ int run(const CommandLine& line, const CommandMachine& machine) {
         case Action::ExportMidi:
         case Action::ExportMusicXml:
             return write(line, machine);
+        case Action::Import:
+            return importMelody(line, machine);
         case Action::ListDevices:
             return listDevices(machine);
     }

@@ -54,6 +54,7 @@ ComposerMenu::ComposerMenu(QWidget& window)
                        file);
     exportMidi_ = add(
         {"mnuEsportaMidi", QT_TR_NOOP("Esporta MIDI…"), "", &ComposerMenu::exportMidiChosen}, file);
+    add({"mnuImporta", QT_TR_NOOP("Importa…"), "", &ComposerMenu::importChosen}, file);
     const std::array<Item, 3> others{{
         {"mnuSalvaA", QT_TR_NOOP("Salva su dischetto A:"), "", &ComposerMenu::saveToFloppyChosen,
          InContext::No, true},

@@ -24,6 +24,7 @@ Q_SIGNALS:
     void openChosen();
     void saveChosen();
     void saveAsChosen();
+    void importChosen();
     void exportAudioChosen();
     void exportMidiChosen();
     void saveToFloppyChosen();

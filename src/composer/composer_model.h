@@ -1,5 +1,6 @@
 #pragma once
 
+#include "composer/exchange/melody_import.h"
 #include "composer/export/melody_export.h"
 #include "composer/library/bookmark_commands.h"
 #include "composer/library/floppy.h"
@@ -26,6 +27,7 @@ struct ComposerModel {
           library(services, composition, editor),
           bookmarks(services.dialogs, composition, editor),
           exporter(services, composition),
+          importer(services, composition, editor),
           floppy(services, composition, library, std::move(busyPointer)),
           unsaved(services, composition, editor, library) {}
 
@@ -36,6 +38,7 @@ struct ComposerModel {
     MelodyLibrary library;
     BookmarkCommands bookmarks;
     MelodyExport exporter;
+    MelodyImport importer;
     Floppy floppy;
     UnsavedMelody unsaved;
 };

@@ -25,11 +25,16 @@ LibraryControls::LibraryControls(Dialogs& dialogs, ComposerModel& model, SidePan
     connect(&menu, &ComposerMenu::openChosen, this, &LibraryControls::mnuApri_Click);
     connect(&menu, &ComposerMenu::saveChosen, this, &LibraryControls::mnuSalva_Click);
     connect(&menu, &ComposerMenu::saveAsChosen, this, &LibraryControls::mnuSaveAs_Click);
+    connect(&menu, &ComposerMenu::importChosen, this, &LibraryControls::mnuImporta_Click);
 }
 
 void LibraryControls::openAtStart(const QString& melodyFile) {
     if (offerUnsaved() || melodyFile.isEmpty())
         return;
+    if (melody_import::isForeign(melodyFile)) {
+        importFile(melodyFile);
+        return;
+    }
     model_.unsaved.keep();
     showOpened(model_.library.openFile(melodyFile));
 }
@@ -125,14 +130,34 @@ bool LibraryControls::showOpened(MelodyLibrary::Activated activated) {
     if (activated == MelodyLibrary::Activated::Nothing ||
         activated == MelodyLibrary::Activated::Folder)
         return false;
+    showNewMelody();
+    if (!model_.composition.bookmarks.empty())
+        side_.showBookmarks(true);
+    return true;
+}
+
+/// Another melody than before.
+void LibraryControls::showNewMelody() {
     view_.showEntryNumber({});
     view_.showEntryName({});
     presenter_.presentTempoAndInstrument();
     side_.showEditFrame(false);
     presenter_.showMelody();
-    if (!model_.composition.bookmarks.empty())
-        side_.showBookmarks(true);
-    return true;
+}
+
+void LibraryControls::mnuImporta_Click() {
+    keyboard_.releaseHeldKeys();
+    const QString path = model_.importer.askFile();
+    if (!path.isEmpty())
+        importFile(path);
+}
+
+/// A melody takes the place of the one that plays.
+void LibraryControls::importFile(const QString& path) {
+    model_.playback.stop();
+    model_.unsaved.keep();
+    if (model_.importer.open(path))
+        showNewMelody();
 }
 
 void LibraryControls::cmdMkdir_Click() {

@@ -33,6 +33,7 @@ private Q_SLOTS:
     void mnuApri_Click();
     void mnuSalva_Click();
     void mnuSaveAs_Click();
+    void mnuImporta_Click();
     void cmdEseguiFile_Click(int row);
     void cmdMkdir_Click();
     void cmdDelete_Click(int row);
@@ -43,6 +44,8 @@ private:
     bool save();
     Closing confirmClosing();
     bool showOpened(MelodyLibrary::Activated activated);
+    void showNewMelody();
+    void importFile(const QString& path);
     void showSaved();
 
     Dialogs& dialogs_;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 /// A kind of file, as a user knows it.
 struct FileKind {
@@ -41,6 +42,13 @@ public:
     /// empty text.
     virtual QString saveFile(const QString& /*title*/, const QString& /*proposed*/,
                              const FileKind& /*kind*/) {
+        return {};
+    }
+
+    /// Asks for a file to read, among those with these suffixes; `kind` is what a user calls them.
+    /// The answer is as that of `saveFile`.
+    virtual QString openFile(const QString& /*title*/, const QString& /*kind*/,
+                             const QStringList& /*suffixes*/) {
         return {};
     }
 };

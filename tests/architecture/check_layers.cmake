@@ -20,7 +20,7 @@ set(allowed_composer/melody composer/melody core platform)
 set(allowed_composer/library composer/library ${allowed_composer/melody})
 set(allowed_composer/score composer/score ${allowed_composer/melody})
 set(allowed_composer/playback composer/playback ${allowed_composer/melody})
-set(allowed_composer/exchange composer/exchange ${allowed_composer/score})
+set(allowed_composer/exchange composer/exchange composer/score ${allowed_composer/library})
 set(allowed_composer/export composer/export composer/playback composer/library
     ${allowed_composer/exchange})
 set(allowed_composer/staff composer/staff ${below_subsystems})

@@ -60,6 +60,11 @@ TEST(Commands, AnswerWithTheirStatusAndSayWhy) {
         {"--export-musicxml buona.mel -o x.mid --key 8m", 2, "", "da -7 a 7"},
         {"--export-musicxml corta.mel -o x.mid", 1, "", "durata delle note: 2 !!!"},
         {"--export-musicxml buona.mel -o a.xml --metre 6/8 --key -1m", 0, "", ""},
+        {"--import a.xml -o b.mel", 0, "", ""},
+        {"--import a.xml -o ./a.xml", 1, "", "il file da importare"},
+        {"--import buona.mel -o x.mid", 1, "", "non è un file MusicXML"},
+        {"--import nulla.mxl -o x.mid", 1, "", "non trovato"},
+        {"--import a.xml -o x.mid --instrument 3", 2, "", "--instrument non serve"},
         {"--export-midi corta.mel -o corta.mid", 0, "", "La nota 2 è troppo breve"},
     };
     for (const auto& [arguments, status, outWanted, errWanted] : cases) {
@@ -80,6 +85,7 @@ TEST(Commands, AnswerWithTheirStatusAndSayWhy) {
     EXPECT_TRUE(contentOf("a.mid").contains(QByteArray("\0\xC0\x49", 3)));
     for (const char* part : {"<fifths>-1<", "<mode>minor<", "<beats>6<", "<step>D</step>"})
         EXPECT_TRUE(contentOf("a.xml").contains(part)) << part;
+    EXPECT_EQ(contentOf("b.mel"), kMelody);
     EXPECT_TRUE(contentOf("corta.mid").contains(QByteArray("\0\xC0\0", 3)));
     QDir::setCurrent(QDir::rootPath());
 }

@@ -1,38 +1,14 @@
 #include "composer/score/bar_view.h"
 
-#include "composer/melody/melody.h"
-#include "composer/melody/rhythm.h"
+#include "composer/any_melody.h"
 
 #include <gtest/gtest.h>
 
 #include <map>
-#include <random>
 
 using namespace score;
 
 namespace {
-
-/// What an entry of a random melody lasts, in 96ths of a quarter note: what the palette and the tie
-/// make and, now and then, something that no values give.
-int anyUnits(std::mt19937& random) {
-    constexpr int kTriplets[] = {256, 128, 64, 32, 16, 8, 4};
-    const int plain = 6 << random() % 7;
-    switch (random() % 8) {
-        case 0:
-            return plain + plain / 2;
-        case 1:
-            return plain + (6 << random() % 7);
-        case 2:
-            return plain * 5 + kTriplets[random() % 7];
-        case 3:
-            return random() % 40 == 0 ? 3 : 288;
-        case 4:
-        case 5:
-            return kTriplets[random() % 7];
-        default:
-            return plain;
-    }
-}
 
 /// Reads a bar's notes as a musician does: signature, then accidentals up to the bar line.
 struct Musician {
@@ -60,21 +36,11 @@ TEST(BarView, WritesEveryEntryExactlyOrListsIt) {
     std::mt19937 random(20);
     int listed = 0;
     for (int round = 0; round < 6000; ++round) {
-        Notation notation{kMetres[random() % 4], {static_cast<int>(random() % 15) - 7}};
-        notation.key.minor = random() % 2;
+        Notation notation = anyNotation(random);
         if (random() % 5 == 0)
             notation.metre.reset();
-        std::vector<int> wanted(1 + random() % 12);
-        MelodyDelta delta;
-        for (int& units : wanted) {
-            units = anyUnits(random);
-            const bool rest = random() % 4 == 0;
-            const auto note = static_cast<pitch::NoteNumber>(rest ? 0 : 36 + random() % 60);
-            delta.others.push_back(MelodyEntry::make(
-                note, units / 96.0, rest ? "p" : QString("nsta"[random() % 4]), ','));
-        }
-        Melody melody;
-        melody.exchange(delta);
+        std::vector<int> wanted;
+        const Melody melody = anyMelody(random, wanted);
         const BarView view = barsOf(melody, notation);
         if (!view.unwritable.empty()) {
             ASSERT_TRUE(view.bars.empty());

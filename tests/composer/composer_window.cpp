@@ -60,6 +60,13 @@ void OpenComposer::putMelodies() {
     world.folders.put(root + "Mie\\Tre.mel", "72;\r\n1;\r\nn;\r\n");
     world.folders.put("A:\\Sette.mel", "79;\r\n1;\r\nn;\r\n");
     world.folders.put("C:\\Musica\\x");
+    for (const char* part : {"", "<chord/>"}) {
+        world.folders.put(QStringLiteral("C:\\Musica\\Otto%1.musicxml").arg(*part ? "2" : ""),
+                          QByteArray("<score-partwise><part id='a'><measure number='1'><note>") +
+                              part +
+                              "<pitch><step>G</step><octave>4</octave></pitch><duration>1"
+                              "</duration><lyric/></note></measure></part></score-partwise>");
+    }
 }
 
 void OpenComposer::at(Instant instant, std::function<void()> act) {

@@ -184,6 +184,11 @@ QString ScriptedDialogs::saveFile(const QString& title, const QString& proposed,
     return nextInput(title);
 }
 
+QString ScriptedDialogs::openFile(const QString& title, const QString&, const QStringList&) {
+    lines.push_back("open: " + title.toStdString());
+    return nextInput(title);
+}
+
 QString ScriptedDialogs::nextInput(const QString& question) {
     if (inputs.empty()) {
         ADD_FAILURE() << "unexpected input box: " << question.toStdString();

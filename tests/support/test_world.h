@@ -85,7 +85,7 @@ public:
 };
 
 /// Answers boxes from a script and writes them down: "message: …", "confirm: …", "input: …",
-/// "save: …". Inputs answer the question for a file as well.
+/// "save: …", "open: …". Inputs answer the questions for files as well.
 class ScriptedDialogs : public Dialogs {
 public:
     std::vector<std::string> lines;
@@ -101,6 +101,8 @@ public:
     }
     QString input(const QString& prompt, const QString& title, const QString& proposed) override;
     QString saveFile(const QString& title, const QString& proposed, const FileKind& kind) override;
+    QString openFile(const QString& title, const QString& kind,
+                     const QStringList& suffixes) override;
 
 private:
     QString nextInput(const QString& question);

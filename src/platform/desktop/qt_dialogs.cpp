@@ -89,22 +89,41 @@ QString QtDialogs::input(const QString& prompt, const QString& title, const QStr
     return run(box, heldInput_) == QDialog::Accepted ? box.textValue() : QString();
 }
 
-QString QtDialogs::saveFile(const QString& title, const QString& proposed, const FileKind& kind) {
-    if (runtime_.ending())
-        return {};
+const QString& QtDialogs::lastFolder() {
     if (!QFileInfo(lastFolder_).isDir())
         lastFolder_ = QStandardPaths::writableLocation(QStandardPaths::MusicLocation);
     if (!QFileInfo(lastFolder_).isDir())
         lastFolder_ = QDir::homePath();
-    QFileDialog box(windowInFront(), title, lastFolder_,
-                    QStringLiteral("%1 (*.%2)").arg(kind.name, kind.suffix));
-    box.setAcceptMode(QFileDialog::AcceptSave);
+    return lastFolder_;
+}
+
+QString QtDialogs::fileOf(QFileDialog& box) {
     box.resize(kFileBoxSize);
-    box.setDefaultSuffix(kind.suffix);
-    box.selectFile(proposed + QLatin1Char('.') + kind.suffix);
     if (run(box, heldInput_) != QDialog::Accepted || box.selectedFiles().isEmpty())
         return {};
     QString path = box.selectedFiles().constFirst();
     lastFolder_ = QFileInfo(path).path();
     return path.replace(QLatin1Char('/'), QLatin1Char('\\'));
+}
+
+QString QtDialogs::saveFile(const QString& title, const QString& proposed, const FileKind& kind) {
+    if (runtime_.ending())
+        return {};
+    QFileDialog box(windowInFront(), title, lastFolder(),
+                    QStringLiteral("%1 (*.%2)").arg(kind.name, kind.suffix));
+    box.setAcceptMode(QFileDialog::AcceptSave);
+    box.setDefaultSuffix(kind.suffix);
+    box.selectFile(proposed + QLatin1Char('.') + kind.suffix);
+    return fileOf(box);
+}
+
+QString QtDialogs::openFile(const QString& title, const QString& kind,
+                            const QStringList& suffixes) {
+    if (runtime_.ending())
+        return {};
+    const QString patterns = QStringLiteral("*.") + suffixes.join(QStringLiteral(" *."));
+    QFileDialog box(windowInFront(), title, lastFolder(),
+                    QStringLiteral("%1 (%2)").arg(kind, patterns));
+    box.setFileMode(QFileDialog::ExistingFile);
+    return fileOf(box);
 }

@@ -3,6 +3,7 @@
 #include "platform/desktop/held_input.h"
 #include "platform/dialogs.h"
 
+class QFileDialog;
 class Runtime;
 
 /// The boxes of the desktop's toolkit, over the active window. None takes input that was meant for
@@ -18,9 +19,14 @@ public:
     Closing confirmClosing(const QString& text) override;
     QString input(const QString& prompt, const QString& title, const QString& proposed) override;
     QString saveFile(const QString& title, const QString& proposed, const FileKind& kind) override;
+    QString openFile(const QString& title, const QString& kind,
+                     const QStringList& suffixes) override;
 
 private:
+    const QString& lastFolder();
+    QString fileOf(QFileDialog& box);
+
     const Runtime& runtime_;
     HeldInput heldInput_;
-    QString lastFolder_;  ///< that a file was saved to
+    QString lastFolder_;  ///< of the file that was chosen last
 };
