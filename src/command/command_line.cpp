@@ -29,6 +29,7 @@ constexpr auto kActions = std::to_array<ActionName>({
     {"render", Action::Render, 1, 1, true, true},
     {"export-midi", Action::ExportMidi, 1, 1, true, true},
     {"export-musicxml", Action::ExportMusicXml, 1, 1, true, true, true},
+    {"export-braille", Action::ExportBraille, 1, 1, true, false, true},
     {"import", Action::Import, 1, 1, true},
     {"list-devices", Action::ListDevices, 0, 0, false},
 });
@@ -143,11 +144,15 @@ std::optional<score::Key> keyOf(QString text) {
 }
 
 /// Reads metre and key; answers what is wrong with them.
-QString readNotation(const QCommandLineParser& parser, score::Notation& notation) {
-    if (parser.isSet(kMetre)) {
+QString readNotation(const QCommandLineParser& parser, Action action, score::Notation& notation) {
+    const bool hasNoBars =
+        action == Action::ExportBraille && parser.value(kMetre) == QLatin1String("none");
+    if (hasNoBars) {
+        notation.metre.reset();
+    } else if (parser.isSet(kMetre)) {
         notation.metre = metreOf(parser.value(kMetre));
         if (!notation.metre)
-            return UserText::tr("--metre: serve 2/4, 3/4, 4/4 o 6/8");
+            return UserText::tr("--metre: serve 2/4, 3/4, 4/4 o 6/8; per il braille anche none");
     }
     if (parser.isSet(kKey)) {
         const std::optional<score::Key> key = keyOf(parser.value(kKey));
@@ -203,7 +208,7 @@ CommandLine CommandLine::parse(const QStringList& arguments) {
         if (!isNumber || *line.instrument < 0 || *line.instrument >= instruments::kCount)
             return misused(UserText::tr("--instrument: serve un numero da 0 a 127"));
     }
-    if (const QString fault = readNotation(parser, line.notation); !fault.isEmpty())
+    if (const QString fault = readNotation(parser, action.action, line.notation); !fault.isEmpty())
         return misused(fault);
     line.action = action.action;
     line.files = parser.positionalArguments();

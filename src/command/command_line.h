@@ -17,6 +17,7 @@ struct CommandLine {
         Render,
         ExportMidi,
         ExportMusicXml,
+        ExportBraille,
         Import,
         ListDevices,
     };

@@ -33,6 +33,8 @@ constexpr const char* kUsage =
                       "     cantavista --export-midi MELODIA -o FILE.mid [--instrument N]\n"
                       "     cantavista --export-musicxml MELODIA -o FILE.musicxml|FILE.mxl\n"
                       "                [--metre M] [--key T] [--instrument N]\n"
+                      "     cantavista --export-braille MELODIA -o FILE.brf|FILE.txt\n"
+                      "                [--metre M|none] [--key T]\n"
                       "     cantavista --import FILE.musicxml|FILE.mxl -o MELODIA\n"
                       "     cantavista --list-devices | --version | --help\n");
 
@@ -47,12 +49,15 @@ constexpr const char* kExplanation = QT_TRANSLATE_NOOP(
     "  --export-midi     scrive la melodia in un file MIDI\n"
     "  --export-musicxml scrive la melodia in battute per i programmi di notazione;\n"
     "                    compressa, se il nome finisce in \".mxl\"\n"
+    "  --export-braille  scrive la melodia in musica braille: \".brf\" per stampanti e\n"
+    "                    barre braille, altrimenti caratteri braille Unicode\n"
     "  --import          fa una melodia di un file MusicXML a una voce\n"
     "  --list-devices    elenca le uscite MIDI; -1 è il sintetizzatore interno. Dice anche\n"
     "                    se il sistema concede al suono una priorità in tempo reale\n"
     "  -o, --output      il file da scrivere\n"
     "  --instrument N    lo strumento, da 0 a 127, al posto di quello della melodia\n"
-    "  --metre M         il tempo delle battute: 2/4, 3/4, 4/4 o 6/8; senza, 4/4\n"
+    "  --metre M         il tempo delle battute: 2/4, 3/4, 4/4 o 6/8; senza, 4/4;\n"
+    "                    in braille anche none, senza battute\n"
     "  --key T           la tonalità: le alterazioni in chiave, da -7 (bemolli) a 7\n"
     "                    (diesis), con \"m\" per il modo minore; senza, Do maggiore\n"
     "  -v, --version     la versione del programma\n"
@@ -102,10 +107,12 @@ QString writeBars(const CommandLine& line, const CommandMachine& machine,
     const score::BarView view = score::barsOf(composition.melody, line.notation);
     if (QString fault = notation_export::faultOf(view); !fault.isEmpty())
         return fault;
+    const notation_export::Format format = line.action == Action::ExportBraille
+                                               ? notation_export::brailleFormat(line.output)
+                                               : notation_export::musicXmlFormat(line.output);
     const ScoreHeading heading{nameOf(line.files.front()), composition.tempo,
                                line.instrument.value_or(composition.instrument)};
-    const QByteArray bytes =
-        notation_export::bytesOf(view, heading, notation_export::musicXmlFormat(line.output));
+    const QByteArray bytes = notation_export::bytesOf(view, heading, format);
     return machine.folders.writeFile(pathOf(line.output), bytes).text;
 }
 
@@ -137,7 +144,7 @@ int write(const CommandLine& line, const CommandMachine& machine) {
     const Melody& melody = composition.melody;
     if (melody.empty())
         return fail(file, UserText::tr("la melodia è vuota"));
-    if (line.action == Action::ExportMusicXml) {
+    if (line.action == Action::ExportMusicXml || line.action == Action::ExportBraille) {
         const QString fault = writeBars(line, machine, composition);
         return fault.isEmpty() ? kDone : fail(file, fault);
     }
@@ -209,6 +216,7 @@ int run(const CommandLine& line, const CommandMachine& machine) {
         case Action::Render:
         case Action::ExportMidi:
         case Action::ExportMusicXml:
+        case Action::ExportBraille:
             return write(line, machine);
         case Action::Import:
             return importMelody(line, machine);

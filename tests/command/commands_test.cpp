@@ -60,6 +60,8 @@ TEST(Commands, AnswerWithTheirStatusAndSayWhy) {
         {"--export-musicxml buona.mel -o x.mid --key 8m", 2, "", "da -7 a 7"},
         {"--export-musicxml corta.mel -o x.mid", 1, "", "durata delle note: 2 !!!"},
         {"--export-musicxml buona.mel -o a.xml --metre 6/8 --key -1m", 0, "", ""},
+        {"--export-musicxml buona.mel -o x.mid --metre none", 2, "", "anche none"},
+        {"--export-braille buona.mel -o a.brf --metre none", 0, "", ""},
         {"--import a.xml -o b.mel", 0, "", ""},
         {"--import a.xml -o ./a.xml", 1, "", "il file da importare"},
         {"--import buona.mel -o x.mid", 1, "", "non è un file MusicXML"},
@@ -85,6 +87,7 @@ TEST(Commands, AnswerWithTheirStatusAndSayWhy) {
     EXPECT_TRUE(contentOf("a.mid").contains(QByteArray("\0\xC0\x49", 3)));
     for (const char* part : {"<fifths>-1<", "<mode>minor<", "<beats>6<", "<step>D</step>"})
         EXPECT_TRUE(contentOf("a.xml").contains(part)) << part;
+    EXPECT_EQ(contentOf("a.brf").simplified(), "BUONA ?7#FJ #A \"[:<K");
     EXPECT_EQ(contentOf("b.mel"), kMelody);
     EXPECT_TRUE(contentOf("corta.mid").contains(QByteArray("\0\xC0\0", 3)));
     QDir::setCurrent(QDir::rootPath());

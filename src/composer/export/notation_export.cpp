@@ -1,5 +1,7 @@
 #include "composer/export/notation_export.h"
 
+#include "composer/exchange/braille_cells.h"
+#include "composer/exchange/braille_writer.h"
 #include "composer/exchange/musicxml_writer.h"
 #include "composer/exchange/score_heading.h"
 #include "platform/user_text.h"
@@ -19,12 +21,21 @@ Format musicXmlFormat(const QString& fileName) {
                : Format::MusicXml;
 }
 
+Format brailleFormat(const QString& fileName) {
+    return fileName.endsWith(QLatin1String(".brf"), Qt::CaseInsensitive) ? Format::AsciiBraille
+                                                                         : Format::Braille;
+}
+
 QByteArray bytesOf(const score::BarView& view, const ScoreHeading& heading, Format format) {
     switch (format) {
         case Format::MusicXml:
             return musicxml::write(view, heading);
         case Format::CompressedMusicXml:
             return musicxml::writeCompressed(view, heading);
+        case Format::Braille:
+            return braille::write(view, heading).toUtf8();
+        case Format::AsciiBraille:
+            return braille::ascii(braille::write(view, heading)).replace('\n', "\r\n");
     }
     return {};
 }

@@ -13,10 +13,13 @@ namespace notation_export {
 enum class Format {
     MusicXml,            ///< ".musicxml"
     CompressedMusicXml,  ///< ".mxl"
+    Braille,             ///< Unicode cells, ".txt"
+    AsciiBraille,        ///< for embossers and displays, ".brf"
 };
 
-/// The format of a file's name: what it does not tell is plain MusicXML.
+/// The formats of a file's name: what it does not tell is plain MusicXML or Unicode braille.
 Format musicXmlFormat(const QString& fileName);
+Format brailleFormat(const QString& fileName);
 
 /// The bytes of a melody in bars.
 QByteArray bytesOf(const score::BarView& view, const ScoreHeading& heading, Format format);
