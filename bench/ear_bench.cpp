@@ -26,6 +26,9 @@ public:
     QDateTime dateTime() const override { return real_.dateTime(); }
     bool pump(Instant wakeBy) override { return real_.pump(wakeBy); }
     void blockUntil(Instant /*end*/) override {}
+    void deliver(Instant at, std::function<void()> work) override {
+        real_.deliver(at, std::move(work));
+    }
     std::unique_ptr<Alarm> makeAlarm(std::function<void()> work) override {
         return real_.makeAlarm(std::move(work));
     }

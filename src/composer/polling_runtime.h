@@ -25,6 +25,9 @@ public:
     double secondsSinceMidnight() const override { return runtime_.secondsSinceMidnight(); }
     QDateTime dateTime() const override { return runtime_.dateTime(); }
     void blockUntil(Instant end) override { runtime_.blockUntil(end); }
+    void deliver(Instant at, std::function<void()> work) override {
+        runtime_.deliver(at, std::move(work));
+    }
     std::unique_ptr<Alarm> makeAlarm(std::function<void()> work) override {
         return runtime_.makeAlarm(std::move(work));
     }

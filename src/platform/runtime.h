@@ -65,6 +65,11 @@ public:
     /// wait when the program ends.
     virtual void blockUntil(Instant end) = 0;
 
+    /// Does work as if it were user input that came at `at`: in a pass, in order with the user's
+    /// keys and clicks, and neither in a wait nor, if it came before a box opened, behind the box.
+    /// From any thread.
+    virtual void deliver(Instant at, std::function<void()> work) = 0;
+
     /// Makes an alarm that is not set yet. Within half a second of its instant it does its work,
     /// which must be short, open no box and let no events run: a note may be due.
     virtual std::unique_ptr<Alarm> makeAlarm(std::function<void()> work) = 0;

@@ -55,6 +55,9 @@ public:
     QDateTime dateTime() const override;
     bool pump(Instant wakeBy) override;
     void blockUntil(Instant end) override;
+    void deliver(Instant instant, std::function<void()> work) override {
+        at(instant, std::move(work));
+    }
     /// Goes off at its very instant, in a wait as well, but not while `advance` moves the clock.
     std::unique_ptr<Alarm> makeAlarm(std::function<void()> work) override;
     bool held(KeyCode key) const override { return held_.count(key) > 0; }

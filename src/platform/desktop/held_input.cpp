@@ -75,13 +75,17 @@ HeldInput::HeldInput() {
 HeldInput::~HeldInput() = default;
 
 HeldInput::Box::Box(HeldInput& input) : input_(input) {
-    ++input_.boxes_;
+    if (input_.boxes_++ == 0)
+        boxOpened_ = std::chrono::steady_clock::now().time_since_epoch();
     input_.take();
 }
 
 HeldInput::Box::~Box() {
-    if (--input_.boxes_ == 0 && !input_.held_.empty())
-        input_.delivery_.start(0);
+    if (--input_.boxes_ == 0) {
+        boxOpened_ = Instant::min();
+        if (!input_.held_.empty())
+            input_.delivery_.start(0);
+    }
     input_.triesLeft_ = kTries;
 }
 

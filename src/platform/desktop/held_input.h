@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/runtime.h"
+
 #include <QObject>
 #include <QPointer>
 #include <QTimer>
@@ -42,6 +44,11 @@ public:
         Pause& operator=(const Pause&) = delete;
     };
 
+    static bool paused() { return paused_ > 0; }
+
+    /// When the box on show opened, the outermost of several; long ago if there is none.
+    static Instant boxOpened() { return boxOpened_; }
+
 protected:
     bool eventFilter(QObject* target, QEvent* event) override;
 
@@ -56,6 +63,7 @@ private:
     void deliver();
 
     static inline int paused_ = 0;
+    static inline Instant boxOpened_ = Instant::min();
 
     std::vector<Held> held_;
     QTimer delivery_;

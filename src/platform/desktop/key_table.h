@@ -45,6 +45,9 @@ public:
     /// Takes the next transition of every key; answers whether there was any.
     bool advance();
 
+    /// Whether transitions wait for the loop that runs now to take them.
+    bool waits() const { return polledDepth_ == currentDepth() && !queue_.empty(); }
+
     /// The depth of event loops whose keys are polled, or `kNotPolled`; answers what it was before.
     static constexpr int kNotPolled = -1;
     int setPolledDepth(int depth);

@@ -60,16 +60,23 @@ QDateTime QtRuntime::dateTime() const {
 }
 
 bool QtRuntime::pump(Instant wakeBy) {
-    const std::uint64_t inputBefore = input_.count();
+    const std::uint64_t inputBefore = inputCount();
     const int polledBefore = keys_.setPolledDepth(KeyTable::currentDepth());
     const bool ran = processEvents(QEventLoop::AllEvents);
-    const bool keysChanged = keys_.advance();
+    const bool keysChanged = takeTurns();
     if (!ran && !keysChanged && !ending_ && now() < wakeBy) {
         sleepUntilEvent(wakeBy);
-        keys_.advance();
+        takeTurns();
     }
     keys_.setPolledDepth(polledBefore);
-    return input_.count() != inputBefore;
+    return inputCount() != inputBefore;
+}
+
+/// What was delivered comes before the keys of its pass are polled, or in the next pass if such
+/// keys were there first.
+bool QtRuntime::takeTurns() {
+    deliveries_.finishPass();
+    return keys_.advance();
 }
 
 void QtRuntime::sleepUntilEvent(Instant wakeBy) {
@@ -84,6 +91,11 @@ void QtRuntime::sleepUntilEvent(Instant wakeBy) {
 void QtRuntime::blockUntil(Instant end) {
     if (now() >= end)
         return;
+    waitWithoutInput(end);
+    deliveries_.resume();
+}
+
+void QtRuntime::waitWithoutInput(Instant end) {
     const HeldInput::Pause noInput;
     paintAndServe(end - kNoEventsStretch);
     while (!ending_ && end - now() > kServeInterval + kNoEventsStretch) {

@@ -1,11 +1,15 @@
 #pragma once
 
+#include "platform/desktop/deliveries.h"
 #include "platform/desktop/end_requests.h"
 #include "platform/desktop/input_watch.h"
 #include "platform/desktop/key_table.h"
 #include "platform/runtime.h"
 
 #include <QTimer>
+
+#include <cstdint>
+#include <utility>
 
 /// The runtime on the desktop's event queue. Made after the application object.
 class QtRuntime : public Runtime {
@@ -21,6 +25,9 @@ public:
     QDateTime dateTime() const override;
     bool pump(Instant wakeBy) override;
     void blockUntil(Instant end) override;
+    void deliver(Instant at, std::function<void()> work) override {
+        deliveries_.post(at, std::move(work));
+    }
     std::unique_ptr<Alarm> makeAlarm(std::function<void()> work) override;
     bool held(KeyCode key) const override { return keys_.held(key); }
     bool repeated(KeyCode key) const override { return keys_.repeated(key); }
@@ -28,11 +35,15 @@ public:
     bool ending() const override { return ending_; }
 
 private:
+    std::uint64_t inputCount() const { return input_.count() + deliveries_.count(); }
+    bool takeTurns();
     void sleepUntilEvent(Instant wakeBy);
+    void waitWithoutInput(Instant end);
     void paintAndServe(Instant until);
 
     KeyTable keys_;
     InputWatch input_;
+    Deliveries deliveries_{[this] { return keys_.waits(); }};
     EndRequests endRequests_;
     QTimer wakeUp_;
     QObject alarms_;  ///< owns their timers
