@@ -13,6 +13,7 @@
 #include "composer/library/melody_reader.h"
 #include "composer/melody/melody_editor.h"
 #include "platform/folders.h"
+#include "platform/midi_in.h"
 #include "platform/midi_out.h"
 #include "platform/sound.h"
 #include "platform/user_text.h"
@@ -53,7 +54,8 @@ constexpr const char* kExplanation = QT_TRANSLATE_NOOP(
     "                    barre braille, altrimenti caratteri braille Unicode\n"
     "  --import          fa una melodia di un file MusicXML a una voce\n"
     "  --list-devices    elenca le uscite MIDI; -1 è il sintetizzatore interno. Dice anche\n"
-    "                    se il sistema concede al suono una priorità in tempo reale\n"
+    "                    quali tastiere MIDI sono collegate e se il sistema concede al\n"
+    "                    suono una priorità in tempo reale\n"
     "  -o, --output      il file da scrivere\n"
     "  --instrument N    lo strumento, da 0 a 127, al posto di quello della melodia\n"
     "  --metre M         il tempo delle battute: 2/4, 3/4, 4/4 o 6/8; senza, 4/4;\n"
@@ -193,6 +195,8 @@ int listDevices(const CommandMachine& machine) {
         machine.out << QString::number(id).rightJustified(3) << "  "
                     << midiOut.deviceName(id).value_or(UserText::tr("(senza nome)")) << '\n';
     }
+    for (const QString& input : machine.sound.midiIn().inputNames())
+        machine.out << UserText::tr("Tastiera MIDI: %1").arg(input) << '\n';
     if (const QString priority = machine.sound.renderingPriority(); !priority.isEmpty())
         machine.out << UserText::tr("Priorità del suono: %1").arg(priority) << '\n';
     return kDone;

@@ -6,6 +6,7 @@
 
 class Folders;
 class Media;
+class MidiIn;
 class MidiOut;
 class Runtime;
 class WaveRenderer;
@@ -18,6 +19,9 @@ public:
 
     virtual MidiOut& midiOut() = 0;
     virtual Media& media() = 0;
+
+    /// Not touched either before it is asked for.
+    virtual MidiIn& midiIn() = 0;
 
     /// Nothing where the system's sound has no synthesizer that can work without a device.
     virtual WaveRenderer* waveRenderer() { return nullptr; }

@@ -1,10 +1,35 @@
 #include "platform/linux/jack_watch.h"
 
 #include "platform/linux/library_output.h"
+#include "platform/midi_through.h"
 
+#include <algorithm>
+#include <array>
+#include <cstdint>
 #include <jack/jack.h>
+#include <jack/midiport.h>
 #include <mutex>
+#include <unistd.h>
 #include <vector>
+
+namespace {
+
+/// The name of a device's port is often that of the driver; the device is named by an alias.
+bool passesOn(jack_client_t* client, const char* name) {
+    jack_port_t* port = jack_port_by_name(client, name);
+    const auto size = static_cast<std::size_t>(jack_port_name_size());
+    std::vector<char> first(size);
+    std::vector<char> second(size);
+    std::array<char*, 2> aliases{first.data(), second.data()};
+    const int count = port ? jack_port_get_aliases(port, aliases.data()) : 0;
+    for (int i = 0; i < count; ++i) {
+        if (midi_through::isName(aliases[static_cast<std::size_t>(i)]))
+            return true;
+    }
+    return false;
+}
+
+}  // namespace
 
 /// Every watch is kept to the end of the process: the library may write to one whose server is
 /// gone.
@@ -28,9 +53,45 @@ std::shared_ptr<JackWatch> JackWatch::start() {
         return nullptr;
     watch->client_ = client;
     jack_on_shutdown(
-        client, [](void* gone) { static_cast<std::atomic<bool>*>(gone)->store(true); },
-        &watch->gone_);
+        client,
+        [](void* context) {
+            auto* lost = static_cast<JackWatch*>(context);
+            lost->gone_.store(true);
+            lost->report();
+        },
+        watch.get());
     return watch;
+}
+
+void JackWatch::report() const {
+    constexpr std::uint64_t kOne = 1;
+    if (const int descriptor = changes_.load(); descriptor >= 0)
+        static_cast<void>(!write(descriptor, &kOne, sizeof kOne));
+}
+
+/// A client without a callback for sound has no part in the server's cycles.
+void JackWatch::reportChanges(int eventDescriptor) {
+    auto* client = static_cast<jack_client_t*>(client_);
+    const bool first = changes_.exchange(eventDescriptor) < 0;
+    if (!first || activated_)
+        return;
+    activated_ = true;
+    jack_set_port_registration_callback(
+        client, [](jack_port_id_t, int, void* watch) { static_cast<JackWatch*>(watch)->report(); },
+        this);
+    jack_activate(client);
+}
+
+std::vector<std::string> JackWatch::midiSources() const {
+    auto* client = static_cast<jack_client_t*>(client_);
+    const char** names = jack_get_ports(client, nullptr, JACK_DEFAULT_MIDI_TYPE, JackPortIsOutput);
+    std::vector<std::string> sources;
+    for (std::size_t i = 0; names && names[i]; ++i) {
+        if (!passesOn(client, names[i]))
+            sources.emplace_back(names[i]);
+    }
+    jack_free(names);
+    return sources;
 }
 
 double JackWatch::sampleRate() const {
@@ -38,12 +99,22 @@ double JackWatch::sampleRate() const {
 }
 
 std::size_t JackWatch::connectionCount(const std::string& port) const {
+    return connectionsOf(port).size();
+}
+
+bool JackWatch::isConnected(const std::string& port, const std::string& client) const {
+    const auto names = connectionsOf(port);
+    return std::any_of(names.begin(), names.end(),
+                       [&client](const std::string& name) { return name.starts_with(client); });
+}
+
+std::vector<std::string> JackWatch::connectionsOf(const std::string& port) const {
     auto* client = static_cast<jack_client_t*>(client_);
     const jack_port_t* found = jack_port_by_name(client, port.c_str());
     const char** names = found ? jack_port_get_all_connections(client, found) : nullptr;
-    std::size_t count = 0;
-    while (names && names[count])
-        ++count;
+    std::vector<std::string> connections;
+    for (std::size_t i = 0; names && names[i]; ++i)
+        connections.emplace_back(names[i]);
     jack_free(names);
-    return count;
+    return connections;
 }

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <vector>
 
 /// Notices the end of the JACK server that runs now. The library itself goes on as if nothing had
 /// happened, and crashes when a client of a server that is gone is closed.
@@ -24,11 +25,24 @@ public:
     /// new connection is in it from the beginning of the server's next cycle.
     std::size_t connectionCount(const std::string& port) const;
 
+    /// Whether a port is connected to one of a client whose name begins so.
+    bool isConnected(const std::string& port, const std::string& client) const;
+
+    /// The ports that send MIDI, but for those that only pass on what others send.
+    std::vector<std::string> midiSources() const;
+
+    /// From now on writes to an event descriptor when a port comes or goes or the server ends.
+    void reportChanges(int eventDescriptor);
+
 private:
     JackWatch() = default;
 
     static std::shared_ptr<JackWatch> start();
+    std::vector<std::string> connectionsOf(const std::string& port) const;
+    void report() const;
 
     void* client_ = nullptr;
     std::atomic<bool> gone_ = false;
+    std::atomic<int> changes_ = -1;  ///< the descriptor
+    bool activated_ = false;
 };

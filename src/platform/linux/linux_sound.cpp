@@ -37,7 +37,7 @@ struct LinuxSound::Parts {
 };
 
 LinuxSound::LinuxSound(const Folders& folders, Runtime* runtime)
-    : folders_(folders), runtime_(runtime), waveRenderer_(findSoundfont) {
+    : folders_(folders), runtime_(runtime), waveRenderer_(findSoundfont), midiIn_(runtime) {
     suppressLibraryOutput();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "audio/wave_render.h"
+#include "platform/linux/linux_midi_in.h"
 #include "platform/sound.h"
 
 /// One audio output shared by the built-in synthesizer, the tune and the short sounds, and the
@@ -15,6 +16,7 @@ public:
 
     MidiOut& midiOut() override;
     Media& media() override;
+    MidiIn& midiIn() override { return midiIn_; }
     WaveRenderer* waveRenderer() override { return &waveRenderer_; }
     QString renderingPriority() const override;
 
@@ -25,5 +27,6 @@ private:
     const Folders& folders_;
     Runtime* runtime_;
     MixerWaveRenderer waveRenderer_;
+    LinuxMidiIn midiIn_;
     std::unique_ptr<Parts> parts_;
 };

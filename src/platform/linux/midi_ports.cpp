@@ -4,60 +4,23 @@
 #include "platform/linux/jack_watch.h"
 #include "platform/linux/library_output.h"
 #include "platform/linux/prompt_thread.h"
-
-#include <RtMidi.h>
+#include "platform/linux/rtmidi_calls.h"
+#include "platform/midi_bytes.h"
 
 #include <array>
 #include <chrono>
 #include <exception>
-#include <iostream>
-#include <jack/jack.h>
-#include <optional>
-#include <sstream>
 #include <thread>
 #include <utility>
 
 namespace {
 
-constexpr const char* kClientName = "Cantavista";
-constexpr std::array kApis{RtMidi::LINUX_ALSA, RtMidi::UNIX_JACK};
+using namespace rtmidi_calls;
+
 constexpr std::int64_t kCheckInterval = 100'000'000;
 /// A cycle of JACK rarely lasts longer than 43 ms (2048 frames at 48 kHz).
 constexpr std::int64_t kConnectionTimeout = 200'000'000;
-constexpr std::uint32_t kNoteOn = 0x90;
-constexpr std::uint32_t kAllSoundsOff = 120;
-constexpr std::uint32_t kAllNotesOff = 123;
 constexpr std::uint32_t kDrumChannel = 9;
-
-/// RtMidi prints to std::cerr what it also throws or reports.
-class MutedErrorStream {
-public:
-    MutedErrorStream() : previous_(std::cerr.rdbuf(sink_.rdbuf())) {}
-    ~MutedErrorStream() { std::cerr.rdbuf(previous_); }
-    MutedErrorStream(const MutedErrorStream&) = delete;
-    MutedErrorStream& operator=(const MutedErrorStream&) = delete;
-
-private:
-    std::ostringstream sink_;
-    std::streambuf* previous_;
-};
-
-/// With a callback RtMidi reports failures to it instead of throwing.
-void noteFailure(RtMidiError::Type type, const std::string&, void* failed) {
-    if (failed && type != RtMidiError::WARNING && type != RtMidiError::DEBUG_WARNING)
-        *static_cast<bool*>(failed) = true;
-}
-
-/// Runs what RtMidi may throw out of or print from; answers whether it went well.
-template <typename Work>
-bool guarded(Work work) {
-    const MutedErrorStream muted;
-    try {
-        return work();
-    } catch (const std::exception&) {
-        return false;
-    }
-}
 
 std::unique_ptr<RtMidiOut> makeOut(RtMidi::Api api) {
     suppressLibraryOutput();
@@ -70,37 +33,12 @@ std::unique_ptr<RtMidiOut> makeOut(RtMidi::Api api) {
     return out;
 }
 
-/// Asks for the count first: without a server, asking for a name crashes.
-std::vector<std::string> portNames(RtMidiOut& out) {
-    std::vector<std::string> names;
-    guarded([&] {
-        const unsigned int count = out.getPortCount();
-        for (unsigned int i = 0; i < count; ++i)
-            names.push_back(out.getPortName(i));
-        return true;
-    });
-    return names;
-}
-
-std::optional<unsigned int> portNumber(RtMidiOut& out, const std::string& name) {
-    const auto names = portNames(out);
-    for (std::size_t i = 0; i < names.size(); ++i)
-        if (names[i] == name)
-            return static_cast<unsigned int>(i);
-    return std::nullopt;
-}
-
 /// JACK's library connects ports in the graph of the next cycle, and what is sent before that cycle
 /// reaches nobody. The first message sent is the instrument, so it is worth the wait.
 void waitForConnection(const JackWatch& jack, const std::string& port, std::size_t before) {
     const std::int64_t end = steadyNow() + kConnectionTimeout;
     while (!jack.serverGone() && jack.connectionCount(port) <= before && steadyNow() < end)
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
-}
-
-std::size_t messageBytes(std::uint32_t packed) {
-    const std::uint32_t kind = packed & 0xF0u;
-    return kind == 0xC0 || kind == 0xD0 ? 2 : 3;
 }
 
 }  // namespace
@@ -116,7 +54,7 @@ std::vector<PortAddress> listMidiPorts() {
         if (!out)
             continue;
         for (const std::string& name : portNames(*out))
-            if (!name.empty())
+            if (!name.empty() && !isOwn(name))
                 ports.push_back({api, name});
     }
     return ports;
@@ -132,14 +70,7 @@ std::unique_ptr<MidiPort> MidiPort::open(const PortAddress& address, SoundCode& 
         return nullptr;
     }
     const std::size_t connections = jack ? jack->connectionCount(address.name) : 0;
-    bool failed = false;
-    const bool opened = guarded([&] {
-        out->setErrorCallback(noteFailure, &failed);
-        out->openPort(*number, kClientName);
-        out->setErrorCallback(noteFailure);
-        return !failed && out->isPortOpen();
-    });
-    if (!opened) {
+    if (!openPort(*out, *number)) {
         code = SoundCode::DeviceBusy;
         return nullptr;
     }
@@ -192,8 +123,9 @@ bool MidiPort::transmit(PlannedSender::Message message) {
     if (message)
         return transmit(*message);
     for (std::uint32_t channel = 0; channel < 16; ++channel) {
-        const std::uint32_t off = channel == kDrumChannel ? kAllNotesOff : kAllSoundsOff;
-        if (!transmit(0xB0u | channel | off << 8))
+        const std::uint32_t off =
+            channel == kDrumChannel ? midi_bytes::kAllNotesOff : midi_bytes::kAllSoundsOff;
+        if (!transmit(midi_bytes::kController | channel | off << 8))
             return false;
     }
     sounding_.clear();
@@ -212,7 +144,7 @@ bool MidiPort::transmit(std::uint32_t packed) {
     try {
         // A failure goes to the callback, so that nothing is printed either.
         out_->setErrorCallback(noteFailure, &failed);
-        out_->sendMessage(bytes.data(), messageBytes(packed));
+        out_->sendMessage(bytes.data(), 1 + midi_bytes::dataCount(packed));
         out_->setErrorCallback(noteFailure);
     } catch (const std::exception&) {
         failed = true;
@@ -225,7 +157,7 @@ bool MidiPort::transmit(std::uint32_t packed) {
 }
 
 void MidiPort::noteSounding(std::uint32_t packed) {
-    if ((packed & 0xF0u) != kNoteOn)
+    if (midi_bytes::kindOf(packed) != midi_bytes::kNoteOn)
         return;
     const std::uint32_t noteOff = packed & 0xFFFFu;
     if (packed == noteOff)

@@ -23,7 +23,8 @@ struct PortAddress {
     bool operator==(const PortAddress&) const = default;
 };
 
-/// The machine's MIDI output ports of all systems, ALSA before JACK. Never throws.
+/// The machine's MIDI output ports of all systems, ALSA before JACK, without the program's own
+/// inputs. Never throws.
 std::vector<PortAddress> listMidiPorts();
 
 /// An open port. Never throws.
