@@ -48,12 +48,15 @@ QString answerName(int degree, AnswerNames style) {
     return UserText::tr(names[static_cast<std::size_t>(degree)]);
 }
 
+int noteNumberOfStep(int step) {
+    const int octave = step / kDegrees;
+    return kSemitones * (octave + 1) + kMajorScale[static_cast<std::size_t>(step % kDegrees)];
+}
+
 std::optional<NoteIndex> StepToNoteIndex(int step) {
     if (step < kLowestStep || step > kHighestStep)
         return std::nullopt;
-    const int octave = step / kDegrees;
-    const int offset = kMajorScale[static_cast<std::size_t>(step % kDegrees)];
-    return static_cast<NoteIndex>(kSemitones * (octave - kLowestOctave) + offset);
+    return noteIndexOf(static_cast<NoteNumber>(noteNumberOfStep(step)));
 }
 
 std::optional<int> NoteNumberToStep(int noteNumber) {

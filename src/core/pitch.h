@@ -44,6 +44,9 @@ QString NoteName(int noteNumber);
 /// The name on an answer button: "DO" … "SI" or "C" … "B" for the degrees 0..6.
 QString answerName(int degree, AnswerNames style);
 
+/// The MIDI note number of the natural note at a step, also outside of the five octaves.
+int noteNumberOfStep(int step);
+
 /// The note index of the natural note at a step 14..48; nothing for any other step.
 std::optional<NoteIndex> StepToNoteIndex(int step);
 

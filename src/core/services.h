@@ -4,6 +4,7 @@ class Dialogs;
 class Folders;
 class FunzioniMM;
 class HelpViewer;
+class MidiKeyboard;
 class MidiOut;
 class Runtime;
 class WaveRenderer;
@@ -17,4 +18,5 @@ struct Services {
     HelpViewer& help;
     FunzioniMM& funzioniMM;
     WaveRenderer* waveRenderer = nullptr;  ///< where the machine has one
+    MidiKeyboard* midiKeyboard = nullptr;  ///< where MIDI inputs are listened to
 };

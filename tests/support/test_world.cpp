@@ -209,6 +209,34 @@ Random ScriptedRandom::source() {
     };
 }
 
+void MidiInFake::plug(std::vector<MidiInput> inputs) {
+    inputs_ = std::move(inputs);
+    if (listener_)
+        listener_->inputsChanged(inputs_);
+}
+
+void MidiInFake::send(int input, std::uint32_t message, Instant at) const {
+    if (listener_)
+        listener_->received({at, input, message});
+}
+
+std::vector<QString> MidiInFake::inputNames() {
+    std::vector<QString> names;
+    for (const MidiInput& input : inputs_)
+        names.push_back(input.name);
+    return names;
+}
+
+void MidiInFake::listen(MidiInListener& listener) {
+    listener_ = &listener;
+    listener.inputsChanged(inputs_);
+}
+
+void TestWorld::plugKeyboard() {
+    midiKeyboard.listen();
+    midiIn.plug({{1, QStringLiteral("Tastiera di prova")}});
+}
+
 void TestWorld::openOutput() {
     funzioniMM.MidiOpen(kMidiMapper);
     midi.take();

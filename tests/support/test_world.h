@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/funzioni_mm.h"
+#include "core/midi_keyboard.h"
 #include "core/services.h"
 #include "platform/dialogs.h"
 #include "platform/help_viewer.h"
@@ -123,10 +124,26 @@ public:
     Random source();
 };
 
+/// Stands for the MIDI inputs: a test plugs keyboards in and sends their messages.
+class MidiInFake : public MidiIn {
+public:
+    void plug(std::vector<MidiInput> inputs);
+    void send(int input, std::uint32_t message, Instant at) const;
+
+    std::vector<QString> inputNames() override;
+    void listen(MidiInListener& listener) override;
+    void stop() override { listener_ = nullptr; }
+
+private:
+    std::vector<MidiInput> inputs_;
+    MidiInListener* listener_ = nullptr;
+};
+
 /// Everything that a window or a logic class is given, on virtual time.
 struct TestWorld {
     VirtualRuntime runtime;
     MidiRecorder midi{runtime};
+    MidiInFake midiIn;
     MediaRecorder media;
     ScriptedDialogs dialogs;
     MemoryFolders folders;
@@ -134,7 +151,19 @@ struct TestWorld {
     ScriptedRandom random;
     FunzioniMM funzioniMM{runtime, midi, media, dialogs, random.source()};
 
-    Services services() { return {runtime, midi, dialogs, folders, help, funzioniMM}; }
+    MidiKeyboard midiKeyboard{runtime, midiIn};
+
+    Services services() {
+        return {runtime, midi, dialogs, folders, help, funzioniMM, nullptr, &midiKeyboard};
+    }
+
+    /// Plugs one keyboard in, which is heard at once.
+    void plugKeyboard();
+    /// Moves a key of it now.
+    void key(int note, bool down) {
+        midiIn.send(1, 0x90u | static_cast<std::uint32_t>(note) << 8 | (down ? 0x400000u : 0u),
+                    runtime.now());
+    }
 
     /// Opens the default output and forgets that it did.
     void openOutput();
