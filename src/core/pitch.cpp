@@ -48,6 +48,13 @@ QString answerName(int degree, AnswerNames style) {
     return UserText::tr(names[static_cast<std::size_t>(degree)]);
 }
 
+std::optional<int> degreeOf(int noteNumber) {
+    const auto degree = std::find(kMajorScale.begin(), kMajorScale.end(), noteNumber % kSemitones);
+    if (degree == kMajorScale.end())
+        return std::nullopt;
+    return static_cast<int>(degree - kMajorScale.begin());
+}
+
 int noteNumberOfStep(int step) {
     const int octave = step / kDegrees;
     return kSemitones * (octave + 1) + kMajorScale[static_cast<std::size_t>(step % kDegrees)];
@@ -62,11 +69,10 @@ std::optional<NoteIndex> StepToNoteIndex(int step) {
 std::optional<int> NoteNumberToStep(int noteNumber) {
     if (!isPlayable(noteNumber))
         return std::nullopt;
-    const auto degree = std::find(kMajorScale.begin(), kMajorScale.end(), noteNumber % kSemitones);
-    if (degree == kMajorScale.end())
+    const std::optional<int> degree = degreeOf(noteNumber);
+    if (!degree)
         return std::nullopt;
-    const int octave = noteNumber / kSemitones - 1;
-    return kDegrees * octave + static_cast<int>(degree - kMajorScale.begin());
+    return kDegrees * (noteNumber / kSemitones - 1) + *degree;
 }
 
 }  // namespace pitch

@@ -44,6 +44,9 @@ QString NoteName(int noteNumber);
 /// The name on an answer button: "DO" … "SI" or "C" … "B" for the degrees 0..6.
 QString answerName(int degree, AnswerNames style);
 
+/// The degree 0..6 of a natural note in any octave; nothing for a sharp.
+std::optional<int> degreeOf(int noteNumber);
+
 /// The MIDI note number of the natural note at a step, also outside of the five octaves.
 int noteNumberOfStep(int step);
 

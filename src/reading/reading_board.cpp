@@ -64,8 +64,8 @@ void ReadingBoard::nameKeys(ReadingMode mode) {
 
 void ReadingBoard::showVerdict(const std::optional<ReadingVerdict::Shown>& shown) {
     staff().showVerdict(shown);
-    if (shown)
-        verdict_->showOver(*buttons_[static_cast<std::size_t>(shown->degree)], shown->verdict);
+    if (shown && shown->degree)
+        verdict_->showOver(*buttons_[static_cast<std::size_t>(*shown->degree)], shown->verdict);
     else
         verdict_->hide();
 }

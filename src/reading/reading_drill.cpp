@@ -8,6 +8,7 @@
 #include "reading/regolo.h"
 #include "ui_reading_controls.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QKeyEvent>
@@ -35,6 +36,8 @@ ReadingDrill::ReadingDrill(Runtime& runtime, FunzioniMM& funzioniMM, const QStri
     connect(ui.Slider1, &QSlider::valueChanged, this, &ReadingDrill::Slider1_Change);
     connect(ui.difficolt, &QComboBox::activated, this, &ReadingDrill::difficolt_Click);
     connect(&board_.staff().ruler(), &Regolo::pressed, this, &ReadingDrill::Regolo_MouseDown);
+    connect(ui.ckOttava, &QCheckBox::toggled, this,
+            [this](bool on) { session_.setExactOctave(on); });
     for (int degree = 0; degree < pitch::kDegrees; ++degree) {
         connect(board_.answerButtons()[static_cast<std::size_t>(degree)], &QPushButton::clicked,
                 this, [this, degree] { session_.answer(degree + 1); });
@@ -44,6 +47,7 @@ ReadingDrill::ReadingDrill(Runtime& runtime, FunzioniMM& funzioniMM, const QStri
     board_.enableAnswers(false);
     controls_.showSpeedControls(false);
     controls_.hideStatistics();
+    showKeyboardChoices(false);
     Nascondinote();
     showRange();
 }
@@ -64,6 +68,10 @@ void ReadingDrill::chooseMode(ReadingMode mode) {
 void ReadingDrill::enableStart(bool on) {
     startEnabled_ = on;
     controls_.ui().Start->setEnabled(on && session_.stepRange().startAllowed());
+}
+
+void ReadingDrill::showKeyboardChoices(bool on) {
+    controls_.ui().ckOttava->setVisible(on);
 }
 
 void ReadingDrill::focusStart() {
@@ -118,7 +126,7 @@ void ReadingDrill::showCounts(int conta, int er) {
     controls_.ui().er->setText(QString::number(er));
 }
 
-void ReadingDrill::answerJudged(int degree, Verdict verdict) {
+void ReadingDrill::answerJudged(std::optional<int> degree, Verdict verdict) {
     verdict_.judged(verdict, degree);
 }
 

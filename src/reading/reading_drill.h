@@ -28,6 +28,12 @@ public:
     void enableStart(bool on);
     void focusStart();
 
+    /// The keys of a MIDI keyboard, by their note number.
+    void keyDown(int note) { session_.keyDown(note); }
+    void keyUp(int note) { session_.keyUp(note); }
+    /// Offers what concerns a MIDI keyboard only where there is one.
+    void showKeyboardChoices(bool on);
+
     void Start_Click();
     void Slider1_Change();
     void difficolt_Click();
@@ -42,7 +48,7 @@ private:
     void showNote(int step) override;
     void Nascondinote() override;
     void showCounts(int conta, int er) override;
-    void answerJudged(int degree, Verdict verdict) override;
+    void answerJudged(std::optional<int> degree, Verdict verdict) override;
     void sessionStarted() override;
     void sessionStopped(const ReadingStatistics& statistics) override;
 

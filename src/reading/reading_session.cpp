@@ -35,6 +35,7 @@ void ReadingSession::start() {
     shown_ = 0;
     conta_ = 0;
     keysDown_.fill(false);
+    pianoPresses_.assign(pianoKeys_.begin(), pianoKeys_.end());
     startTime_ = runtime_.dateTime();
     running_ = true;
     stepRange_.forgetClicks();
@@ -55,12 +56,27 @@ void ReadingSession::stop() {
 }
 
 void ReadingSession::answer(int degree) {
-    if (mode_ != ReadingMode::Normale || !running_)
-        return;
-    const bool right = isAsked(degree - 1);
+    if (takesAnswers())
+        judge(degree - 1, isAsked(degree - 1));
+}
+
+void ReadingSession::keyDown(int note) {
+    pianoKeys_.insert(note);
+    if (automaticLoop_)
+        pianoPresses_.push_back(note);
+    else if (takesAnswers())
+        judge(pitch::degreeOf(note), isKeyOfNote(note));
+}
+
+bool ReadingSession::isKeyOfNote(int note) const {
+    const int asked = pitch::noteNumberOfStep(staff_step::diatonicPosition(stepOnShow_));
+    return exactOctave_ ? note == asked : (note - asked) % pitch::kSemitones == 0;
+}
+
+void ReadingSession::judge(std::optional<int> degree, bool right) {
     if (right)
         confirmRightAnswer();
-    display_.answerJudged(degree - 1, verdictOf(right));
+    display_.answerJudged(degree, verdictOf(right));
     checkAnswer(right);
 }
 
@@ -149,14 +165,25 @@ void ReadingSession::pollKeys() {
         const bool fresh = down && !keysDown_[degree];
         keysDown_[degree] = down;
         if (down && !answered_)
-            judgePolled(static_cast<int>(degree), fresh);
+            judgePolled(static_cast<int>(degree), isAsked(static_cast<int>(degree)), fresh);
+    }
+    pollPianoKeys();
+}
+
+void ReadingSession::pollPianoKeys() {
+    for (const int note : std::exchange(pianoPresses_, {})) {
+        if (!answered_)
+            judgePolled(pitch::degreeOf(note), isKeyOfNote(note), true);
+    }
+    for (const int note : pianoKeys_) {
+        if (!answered_ && isKeyOfNote(note))
+            judgePolled(pitch::degreeOf(note), true, false);
     }
 }
 
 /// A key that stays down answers its own note whenever that is shown, but counts as a wrong answer
 /// only once for each press.
-void ReadingSession::judgePolled(int degree, bool freshlyPressed) {
-    const bool right = isAsked(degree);
+void ReadingSession::judgePolled(std::optional<int> degree, bool right, bool freshlyPressed) {
     if (right) {
         funzioniMM_.PlaySoundFile(noteFolder_ + kRightSound, true);
         ++correct_;

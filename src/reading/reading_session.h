@@ -10,6 +10,9 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
+#include <set>
+#include <vector>
 
 class FunzioniMM;
 
@@ -21,8 +24,9 @@ public:
     virtual void showNote(int step) = 0;  ///< make the picture of a step visible
     virtual void Nascondinote() = 0;      ///< hide every picture of a note
     virtual void showCounts(int conta, int er) = 0;
-    /// An answer to the note on show, by its degree 0 (Do) to 6 (Si), has been judged.
-    virtual void answerJudged(int degree, Verdict verdict) = 0;
+    /// An answer to the note on show, by its degree 0 (Do) to 6 (Si), has been judged; a black key
+    /// has no degree.
+    virtual void answerJudged(std::optional<int> degree, Verdict verdict) = 0;
     virtual void sessionStarted() = 0;
     /// The session is over; the statistics are shown unless they are empty.
     virtual void sessionStopped(const ReadingStatistics& statistics) = 0;
@@ -46,6 +50,10 @@ public:
     /// file. The automatic mode never does: a note sounds until the next one is played, which there
     /// can be many unanswered notes later.
     void setAnswerWithNote(bool on) { answerWithNote_ = on; }
+
+    /// Whether a key of a MIDI keyboard has to be the very note on show; otherwise it answers in
+    /// any octave.
+    void setExactOctave(bool on) { exactOctave_ = on; }
 
     /// Notes per minute, above 0.
     void setSpeed(int notesPerMinute) { period_ = 60.0 / notesPerMinute; }
@@ -73,16 +81,26 @@ public:
     /// mode and while no session runs.
     void answer(int degree);
 
+    /// A key of a MIDI keyboard, by its note number: an answer in both modes. A black key is a
+    /// wrong one.
+    void keyDown(int note);
+    void keyUp(int note) { pianoKeys_.erase(note); }
+
 private:
     void Mostranota();
     int drawStep();
+    /// Whether an answer of the mode "normale" counts now.
+    bool takesAnswers() const { return mode_ == ReadingMode::Normale && running_; }
+    void judge(std::optional<int> degree, bool right);
     void checkAnswer(bool right);
     void confirmRightAnswer();
     void runAutomatic();
     bool takeAnswers(Instant noteStart);
     void pollKeys();
+    void pollPianoKeys();
     bool isAsked(int degree) const;
-    void judgePolled(int degree, bool freshlyPressed);
+    bool isKeyOfNote(int note) const;
+    void judgePolled(std::optional<int> degree, bool right, bool freshlyPressed);
     void finish();
     void showCounts();
 
@@ -94,6 +112,7 @@ private:
     ReadingMode mode_ = ReadingMode::Normale;
     StepRangeChoice stepRange_;
     bool answerWithNote_ = false;
+    bool exactOctave_ = false;
     double period_ = 2;
 
     bool running_ = false;
@@ -101,6 +120,8 @@ private:
     int stepOnShow_ = 0;
     bool answered_ = false;
     std::array<bool, pitch::kDegrees> keysDown_{};  ///< per degree, as of the last pass
+    std::set<int> pianoKeys_;                       ///< of a MIDI keyboard, that are down
+    std::vector<int> pianoPresses_;                 ///< the ones that went down since the last pass
     std::int16_t correct_ = 0;
     std::int16_t wrong_ = 0;
     std::int16_t shown_ = 0;

@@ -19,7 +19,7 @@ void ReadingVerdict::noteHidden() {
     changed_();
 }
 
-void ReadingVerdict::judged(Verdict verdict, int degree) {
+void ReadingVerdict::judged(Verdict verdict, std::optional<int> degree) {
     shown_ = Shown{verdict, degree, step_, true};
     moment_.begin();
     changed_();

@@ -13,9 +13,9 @@ class ReadingVerdict {
 public:
     struct Shown {
         Verdict verdict = Verdict::None;
-        int degree = 0;       ///< that was answered, 0 (Do) to 6 (Si)
-        int step = 0;         ///< that was asked for
-        bool onShow = false;  ///< the note is still the one on show
+        std::optional<int> degree;  ///< that was answered, 0 (Do) to 6 (Si), by a key of its own
+        int step = 0;               ///< that was asked for
+        bool onShow = false;        ///< the note is still the one on show
 
         bool operator==(const Shown&) const = default;
     };
@@ -29,7 +29,7 @@ public:
     void noteShown(int step);
     void noteHidden();
     /// An answer to the note on show has been judged.
-    void judged(Verdict verdict, int degree);
+    void judged(Verdict verdict, std::optional<int> degree);
     void end() { moment_.end(); }
 
 private:

@@ -26,7 +26,7 @@ struct AutomaticSession : testing::Test, ReadingDisplay {
     }
     void Nascondinote() override {}
     void showCounts(int, int) override {}
-    void answerJudged(int, Verdict) override {}
+    void answerJudged(std::optional<int>, Verdict) override {}
     void sessionStarted() override {}
     void sessionStopped(const ReadingStatistics& numbers) override { statistics = numbers; }
 };
