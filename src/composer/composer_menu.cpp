@@ -39,6 +39,7 @@ ComposerMenu::ComposerMenu(QWidget& window)
     add({"mnuMemorizza", QT_TR_NOOP("Memorizza riferimento…"), "Ctrl+B",
          &ComposerMenu::addBookmarkChosen, InContext::SameAction, true},
         edit);
+    addDirectInsertion(edit);
     const std::array<Item, 3> files{{
         {"mnuApri", QT_TR_NOOP("Apri…"), "Ctrl+O", &ComposerMenu::openChosen, InContext::OwnAction,
          true},
@@ -98,6 +99,19 @@ QAction* ComposerMenu::add(const Item& item, QMenu& menu) {
     else if (item.inContext == Item::InContext::SameAction)
         context_->addAction(action);
     return action;
+}
+
+void ComposerMenu::addDirectInsertion(QMenu& menu) {
+    menu.addSeparator();
+    directInsertion_ = menu.addAction(tr("Inserimento diretto"));
+    directInsertion_->setObjectName(QStringLiteral("mnuInsDiretto"));
+    directInsertion_->setCheckable(true);
+    directInsertion_->setStatusTip(tr("Ogni tasto della tastiera MIDI inserisce la sua nota"));
+    connect(directInsertion_, &QAction::triggered, this, &ComposerMenu::directInsertionChosen);
+}
+
+void ComposerMenu::setInsertsDirectly(bool on) {
+    directInsertion_->setChecked(on);
 }
 
 void ComposerMenu::enableUndo(bool undo, bool redo) {

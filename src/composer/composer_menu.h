@@ -19,6 +19,7 @@ public:
 
     void enableUndo(bool undo, bool redo);
     void enableExport(bool audio, bool midi);
+    void setInsertsDirectly(bool on);
 
 Q_SIGNALS:
     void openChosen();
@@ -36,11 +37,13 @@ Q_SIGNALS:
     void delayedPlayChosen();
     void organChosen();
     void pianoChosen();
+    void directInsertionChosen(bool on);
 
 private:
     struct Item;
 
     QAction* add(const Item& item, QMenu& menu);
+    void addDirectInsertion(QMenu& menu);
 
     QMenuBar* bar_;
     QMenu* context_;
@@ -48,4 +51,5 @@ private:
     QAction* redo_ = nullptr;
     QAction* exportAudio_ = nullptr;
     QAction* exportMidi_ = nullptr;
+    QAction* directInsertion_ = nullptr;
 };

@@ -10,6 +10,7 @@
 #include "composer/hand_playing.h"
 #include "composer/library_controls.h"
 #include "composer/melody_presenter.h"
+#include "composer/midi_playing.h"
 #include "composer/playback_controls.h"
 #include "composer/polling_runtime.h"
 #include "composer/range_controls.h"
@@ -67,6 +68,7 @@ private:
     ComposerKeyboard keyboard_;
     MelodyPresenter presenter_;
     EntryControls entry_;
+    MidiPlaying midi_;
     PlaybackControls playbackControls_;
     RangeControls range_;
     LibraryControls library_;
