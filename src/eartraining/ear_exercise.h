@@ -6,7 +6,11 @@
 
 #include <optional>
 
+#include <set>
+
 class ExerciseContext;
+
+using HeldKeys = std::set<pitch::NoteIndex>;
 
 /// The interface and common state of an exercise of the ear-training window, which uses exercises
 /// by this class only. One of them is chosen at a time; an exercise runs from its start to its
@@ -46,6 +50,8 @@ public:
     virtual bool takesKeyboard() const { return true; }
     /// A click on a key of the keyboard while the exercise is chosen.
     virtual void keyClicked(pitch::NoteIndex /*key*/) {}
+    /// A key of a MIDI keyboard went down; `held` are all that are down then.
+    virtual void keyPlayed(pitch::NoteIndex key, const HeldKeys& /*held*/) { keyClicked(key); }
 
     /// Begins anew when the exercise is chosen from the menu, even if it was chosen before.
     virtual void enter() = 0;

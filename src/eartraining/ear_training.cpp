@@ -106,6 +106,12 @@ void EarTraining::keyClicked(pitch::NoteIndex key) {
     chosen_->keyClicked(key);
 }
 
+void EarTraining::keyPlayed(pitch::NoteIndex key) {
+    played_.insert(key);
+    if (!closed_)
+        chosen_->keyPlayed(key, HeldKeys(played_));
+}
+
 void EarTraining::choose(EarExercise& exercise) {
     for (EarExercise* other : exercises_.all) {
         if (other != &exercise)

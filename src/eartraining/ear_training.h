@@ -33,6 +33,10 @@ public:
     /// Plays again what was asked, as long as no note of the keyboard sounds.
     void hearAgain();
 
+    /// The keys of a MIDI keyboard. They sound nothing by themselves, as a click does.
+    void keyPlayed(pitch::NoteIndex key);
+    void keyReleased(pitch::NoteIndex key) { played_.erase(key); }
+
     /// Chooses an exercise, as from the window's menu.
     void choose(EarExercise& exercise);
 
@@ -59,5 +63,6 @@ private:
     Exercises exercises_;
     EarExercise* chosen_;
     PianoKeys pianoKeys_;
+    HeldKeys played_;
     bool closed_ = false;
 };

@@ -44,7 +44,8 @@ frmInto::frmInto(const Services& services, EarTrainingState& state, QWidget* par
       ui_(std::make_unique<Ui::frmInto>()),
       funzioniMM_(services.funzioniMM),
       verdict_(new VerdictBadge(this)),
-      ear_(services.runtime, services.funzioniMM, services.dialogs, state, *this) {
+      ear_(services.runtime, services.funzioniMM, services.dialogs, state, *this),
+      keys_(services.midiKeyboard, *this, [this] { return isActiveWindow(); }) {
     ui_->setupUi(this);
     resize(size().boundedTo(appearance::roomOnScreen(*this).size()));
     stylePrompt(*ui_->prompt, *ui_->lblStep);
@@ -149,6 +150,22 @@ void frmInto::Form_Activate() {
 void frmInto::done(int result) {
     if (ear_.unload())
         QDialog::done(result);
+}
+
+void frmInto::keyDown(int note) {
+    if (!pitch::isPlayable(note))
+        return;
+    const pitch::NoteIndex key = pitch::noteIndexOf(static_cast<pitch::NoteNumber>(note));
+    ui_->keyboard->setHeld(key, true);
+    ear_.keyPlayed(key);
+}
+
+void frmInto::keyUp(int note) {
+    if (!pitch::isPlayable(note))
+        return;
+    const pitch::NoteIndex key = pitch::noteIndexOf(static_cast<pitch::NoteNumber>(note));
+    ui_->keyboard->setHeld(key, false);
+    ear_.keyReleased(key);
 }
 
 void frmInto::choose(EarExercise& exercise) {

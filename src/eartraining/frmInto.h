@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/midi_keyboard.h"
 #include "eartraining/ear_training.h"
 #include "eartraining/ear_training_view.h"
 
@@ -21,7 +22,7 @@ class frmInto;
 
 /// The ear-training window: a prompt and a score, the chosen exercise, and the piano keyboard of
 /// all exercises. It cannot be closed while an exercise runs.
-class frmInto : public QDialog, private EarTrainingView {
+class frmInto : public QDialog, private EarTrainingView, private MidiKeysListener {
     Q_OBJECT
 
 public:
@@ -47,6 +48,9 @@ private:
     ExercisePanel& panelOf(const EarExercise& exercise) const;
     void showContext(ExerciseCode exercise);
 
+    void keyDown(int note) override;
+    void keyUp(int note) override;
+
     void showPrompt(const EarPrompt& prompt) override;
     void showHint(const char* hint) override;
     void showScore(const Score& score) override;
@@ -69,6 +73,7 @@ private:
     VerdictBadge* verdict_;
     int judged_ = 0;  ///< the answer that it was shown for
     EarTraining ear_;
+    MidiKeyboard::Window keys_;
     std::vector<ExercisePanel*> panels_;
     QMenu* exercises_ = nullptr;  ///< `Esercizio`
     bool activated_ = false;

@@ -14,7 +14,7 @@ public:
         QAccessible::State state = QAccessibleWidget::state();
         state.focusable = keyboard_->isEnabled();
         state.focused = keyboard_->hasFocus() && keyboard_->cursorKey() == key_->index();
-        state.pressed = keyboard_->marked(key_->index());
+        state.pressed = keyboard_->pressed(key_->index());
         return state;
     }
 

@@ -95,9 +95,20 @@ PianoKeyboard::PianoKeyboard(QWidget* parent) : QWidget(parent), cursor_(kMiddle
 }
 
 void PianoKeyboard::setMarked(int index, bool on) {
-    if (!isKey(index) || marked(index) == on)
+    setShown(marked_, index, on);
+}
+
+void PianoKeyboard::setHeld(int index, bool on) {
+    setShown(held_, index, on);
+}
+
+void PianoKeyboard::setShown(std::array<bool, kKeys>& keys, int index, bool on) {
+    if (!isKey(index) || keys[static_cast<std::size_t>(index)] == on)
         return;
-    marked_[static_cast<std::size_t>(index)] = on;
+    const bool before = pressed(index);
+    keys[static_cast<std::size_t>(index)] = on;
+    if (pressed(index) == before)
+        return;
     repaintKey(index);
     QAccessible::State changed;
     changed.pressed = true;
@@ -107,6 +118,10 @@ void PianoKeyboard::setMarked(int index, bool on) {
 
 bool PianoKeyboard::marked(int index) const {
     return isKey(index) && marked_[static_cast<std::size_t>(index)];
+}
+
+bool PianoKeyboard::pressed(int index) const {
+    return marked(index) || (isKey(index) && held_[static_cast<std::size_t>(index)]);
 }
 
 void PianoKeyboard::setRangeMark(int index, bool on) {
@@ -356,7 +371,7 @@ void PianoKeyboard::paintNatural(QPainter& painter, int index) const {
     const QRectF key = pixel_grid::snapped(painter, piano_key_layout::keyRect(index, keyArea_))
                            .adjusted(0, 0, -pixel, 0);
     const bool dark = palette().color(QPalette::Base).lightness() < 128;
-    const QColor face = marked(index) ? kMarked : dark ? kIvoryInTheDark : kIvory;
+    const QColor face = pressed(index) ? kMarked : dark ? kIvoryInTheDark : kIvory;
     painter.fillPath(keyShape(key, kNaturalCorner), face);
     if (index == kMiddleC)
         painter.fillRect(pixel_grid::snapped(painter, middleCSquare()), kMiddleCMark);
@@ -365,10 +380,10 @@ void PianoKeyboard::paintNatural(QPainter& painter, int index) const {
 void PianoKeyboard::paintSharp(QPainter& painter, int index) const {
     const QRectF key = pixel_grid::snapped(painter, piano_key_layout::keyRect(index, keyArea_));
     painter.fillPath(keyShape(key, kSharpCorner), kEbony);
-    const double front = marked(index) ? 0.5 * kSharpFront : kSharpFront;
+    const double front = pressed(index) ? 0.5 * kSharpFront : kSharpFront;
     const QRectF top = pixel_grid::snapped(
         painter, key.adjusted(kSharpBevel, 0, -kSharpBevel, -front * key.height()));
-    painter.fillPath(keyShape(top, kSharpCorner), marked(index) ? kMarked : kEbonyFace);
+    painter.fillPath(keyShape(top, kSharpCorner), pressed(index) ? kMarked : kEbonyFace);
 }
 
 void PianoKeyboard::paintCursor(QPainter& painter) const {

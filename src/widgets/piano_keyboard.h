@@ -40,6 +40,10 @@ public:
     void setMarked(int index, bool on);
     bool marked(int index) const;
 
+    /// So does one that is held on an instrument, whether it is marked or not.
+    void setHeld(int index, bool on);
+    bool pressed(int index) const;
+
     /// The bars `lbr_0` … `lbr_59` below the naturals and above the sharps. They have room only
     /// after `showRangeMarks(true)`.
     void setRangeMark(int index, bool on);
@@ -98,6 +102,7 @@ private:
     QWidget* markWidget(int index) const { return rangeMarks_[static_cast<std::size_t>(index)]; }
     std::optional<int> keyTarget(int key) const;
 
+    void setShown(std::array<bool, kKeys>& keys, int index, bool on);
     void begin(int index, Holder holder);
     void end(bool click);
     bool heldByMouse() const;
@@ -113,6 +118,7 @@ private:
     std::array<PianoKey*, kKeys> keys_{};
     std::array<QWidget*, kKeys> rangeMarks_{};
     std::array<bool, kKeys> marked_{};
+    std::array<bool, kKeys> held_{};
     std::array<bool, kKeys> rangeMarked_{};
     QRectF keyArea_;  ///< the rectangle that the keys fill
     std::optional<Press> press_;

@@ -62,6 +62,13 @@ void ChordExercise::keyClicked(pitch::NoteIndex key) {
     }
 }
 
+void ChordExercise::keyPlayed(pitch::NoteIndex key, const HeldKeys& held) {
+    if (!range_.complete())
+        keyClicked(key);
+    else if (const std::optional<int> type = chord_types::typeOf(held))
+        typeClicked(*type);
+}
+
 void ChordExercise::startOrStop() {
     if (!range_.complete())
         return;

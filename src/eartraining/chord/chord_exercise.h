@@ -20,6 +20,9 @@ public:
 
     /// A click on a key: a bound of the range.
     void keyClicked(pitch::NoteIndex key) override;
+    /// With a complete range, three keys that are held together answer with the type of their
+    /// chord.
+    void keyPlayed(pitch::NoteIndex key, const HeldKeys& held) override;
 
     /// Only with a complete range.
     void startOrStop() override;

@@ -48,6 +48,12 @@ void IntervalExercise::keyClicked(pitch::NoteIndex key) {
         keyboardUser_.keyClicked(key);
 }
 
+void IntervalExercise::keyPlayed(pitch::NoteIndex key, const HeldKeys& /*held*/) {
+    const int semitones = pitch::noteNumberOf(key) - pitch::kMiddleC;
+    if (interval_chart::isInterval(semitones))
+        semitonesClicked(semitones);
+}
+
 void IntervalExercise::semitonesClicked(int semitones) {
     if (!running()) {
         ppSuonaInt(semitones);

@@ -29,6 +29,8 @@ public:
 
     bool takesKeyboard() const override { return false; }
     void keyClicked(pitch::NoteIndex key) override;
+    /// The distance of the key upwards from middle C is clicked.
+    void keyPlayed(pitch::NoteIndex key, const HeldKeys& held) override;
 
     /// An answer while the exercise runs; else the interval is played and its keys are shown.
     void semitonesClicked(int semitones);
