@@ -1,6 +1,7 @@
 #include "command/command_line.h"
 #include "command/commands.h"
 #include "core/funzioni_mm.h"
+#include "core/midi_keyboard.h"
 #include "core/services.h"
 #include "manual/desktop_help_viewer.h"
 #include "manual/help_files.h"
@@ -92,8 +93,10 @@ int main(int argc, char* argv[]) {
     DesktopHelpViewer help(folders, dialogs, openChm, installedHelpFolders());
     FunzioniMM funzioniMM(runtime, sound->midiOut(), sound->media(), dialogs, randomNumbers());
 
-    MainWindow window(
-        {runtime, sound->midiOut(), dialogs, folders, help, funzioniMM, sound->waveRenderer()});
+    MidiKeyboard midiKeyboard(runtime, sound->midiIn());
+
+    MainWindow window({runtime, sound->midiOut(), dialogs, folders, help, funzioniMM,
+                       sound->waveRenderer(), &midiKeyboard});
     window.openMelodyAtStart(melodyAtStart());
     window.show();
     return QApplication::exec();

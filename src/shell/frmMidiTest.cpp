@@ -2,8 +2,11 @@
 
 #include "core/funzioni_mm.h"
 #include "core/instruments.h"
+#include "core/pitch.h"
+#include "core/services.h"
 #include "platform/user_text.h"
 #include "shell/midi_test.h"
+#include "shell/status_line.h"
 #include "ui_frmMidiTest.h"
 #include "widgets/panel_text.h"
 
@@ -17,15 +20,18 @@ constexpr int kDeviceIdRole = Qt::UserRole;
 
 }  // namespace
 
-frmMidiTest::frmMidiTest(MidiOut& midiOut, FunzioniMM& funzioniMM, QWidget* parent)
+frmMidiTest::frmMidiTest(const Services& services, QWidget* parent)
     : QDialog(parent),
-      midiOut_(midiOut),
-      funzioniMM_(funzioniMM),
-      ui_(std::make_unique<Ui::frmMidiTest>()) {
+      midiOut_(services.midiOut),
+      funzioniMM_(services.funzioniMM),
+      keyboard_(services.midiKeyboard),
+      ui_(std::make_unique<Ui::frmMidiTest>()),
+      keys_(services.midiKeyboard, *this, [this] { return isActiveWindow(); }) {
     ui_->setupUi(this);
     ui_->InstrS->setMaximum(instruments::kCount - 1);
     panel_text::reserve(*ui_->lblInstr, QStringLiteral("000"), 0);
     showInstrument();
+    keyboardsChanged();
     connectControls();
 }
 
@@ -128,4 +134,18 @@ int frmMidiTest::showDeviceId(const QListWidgetItem& line) {
     const int id = line.data(kDeviceIdRole).toInt();
     ui_->lblDevID->setText(UserText::tr("Dev. ID: %1").arg(id));
     return id;
+}
+
+void frmMidiTest::keyDown(int note) {
+    lastKey_ = midi_test::keyName(note);
+    keyboardsChanged();
+}
+
+void frmMidiTest::keyboardsChanged() {
+    const QString names = status_line::keyboards(keyboard_);
+    QString text =
+        UserText::tr("Tastiere MIDI: %1").arg(names.isEmpty() ? UserText::tr("nessuna") : names);
+    if (!lastKey_.isEmpty())
+        text += UserText::tr("   ·   Ultimo tasto: %1").arg(lastKey_);
+    ui_->lblTastiere->setText(text);
 }

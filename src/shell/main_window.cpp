@@ -14,6 +14,7 @@
 #include "shell/frmMidiTest.h"
 #include "shell/status_line.h"
 #include "ui_main_window.h"
+#include "widgets/announcement.h"
 #include "widgets/appearance.h"
 
 #include <QCloseEvent>
@@ -30,7 +31,8 @@ MainWindow::MainWindow(const Services& services)
       ui_(std::make_unique<Ui::MainWindow>()),
       noteFolder_(start_up::noteFolder(services.folders.programFolder())),
       helpFile_(start_up::helpFile(services.folders.programFolder())),
-      status_(new QLabel) {
+      status_(new QLabel),
+      keys_(services.midiKeyboard, *this, [this] { return isActiveWindow(); }) {
     ui_->setupUi(this);
     resize(size().boundedTo(appearance::roomOnScreen(*this).size()));
     status_->setContentsMargins(kStatusIndent, 0, 0, 2);
@@ -100,6 +102,8 @@ void MainWindow::Form_Activate() {
         return;
     activated_ = true;
     start_up::firstActivation(services_.runtime, services_.funzioniMM, noteFolder_, *this);
+    if (services_.midiKeyboard)
+        services_.midiKeyboard->listen();
     if (!melodyAtStart_.isEmpty() && !services_.runtime.ending())
         showComposer(melodyAtStart_);
 }
@@ -156,7 +160,7 @@ void MainWindow::mnuMetro_Click() {
 }
 
 void MainWindow::mnuMidiTest_Click() {
-    frmMidiTest(services_.midiOut, services_.funzioniMM, this).exec();
+    frmMidiTest(services_, this).exec();
 }
 
 void MainWindow::Nominote1_Click() {
@@ -237,6 +241,22 @@ const QWidget& MainWindow::stopColourSource() const {
     return *ui_->cmdEsci;
 }
 
+void MainWindow::keyDown(int note) {
+    drill_->keyDown(note);
+}
+
+void MainWindow::keyUp(int note) {
+    drill_->keyUp(note);
+}
+
+/// Said where the user is, which may be in a window over this one.
+void MainWindow::keyboardsChanged() {
+    showStatus();
+    const bool any = !services_.midiKeyboard->names().isEmpty();
+    drill_->showKeyboardChoices(any);
+    announce(*status_);
+}
+
 void MainWindow::showStatus() {
-    status_->setText(status_line::text(services_.funzioniMM));
+    status_->setText(status_line::text(services_.funzioniMM, services_.midiKeyboard));
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/midi_keyboard.h"
 #include "core/pitch.h"
 #include "core/services.h"
 #include "eartraining/ear_training_state.h"
@@ -24,7 +25,10 @@ class MainWindow;
 /// The main window, `main`. It holds the note-reading drill, the metronome's frame and
 /// the menu that opens every other window; closing it ends the program, but is refused while the
 /// metronome beats.
-class MainWindow : public QMainWindow, private StartUpView, private MetronomeHost {
+class MainWindow : public QMainWindow,
+                   private StartUpView,
+                   private MetronomeHost,
+                   private MidiKeysListener {
     Q_OBJECT
 
 public:
@@ -73,6 +77,10 @@ private:
     const QWidget& startColourSource() const override;
     const QWidget& stopColourSource() const override;
 
+    void keyDown(int note) override;
+    void keyUp(int note) override;
+    void keyboardsChanged() override;
+
     Services services_;
     std::unique_ptr<Ui::MainWindow> ui_;
     std::unique_ptr<ReadingDrill> drill_;
@@ -84,5 +92,6 @@ private:
     QString melodyAtStart_;
     HelpKey helpKey_;
     QLabel* status_;
+    MidiKeyboard::Window keys_;
     bool activated_ = false;
 };

@@ -1,5 +1,6 @@
 #include "shell/midi_test.h"
 
+#include "core/pitch.h"
 #include "platform/midi_out.h"
 
 namespace midi_test {
@@ -22,6 +23,12 @@ DeviceList listDevices(MidiOut& midiOut) {
         add(id);
     list.opensFirst = k > 0 && !list.devices.empty();
     return list;
+}
+
+QString keyName(int note) {
+    const QString number = QString::number(note);
+    return pitch::isPlayable(note) ? QStringLiteral("%1 (%2)").arg(pitch::NoteName(note), number)
+                                   : number;
 }
 
 }  // namespace midi_test

@@ -26,4 +26,8 @@ struct DeviceList {
 
 DeviceList listDevices(MidiOut& midiOut);
 
+/// A key of a MIDI keyboard: the name of its note, as far as it has one, and its number, as "Do
+/// (60)".
+QString keyName(int note);
+
 }  // namespace midi_test

@@ -44,7 +44,7 @@ TEST(MidiTest, ListsTheOutputsThatTellTheirName) {
 TEST(MidiTestWindow, EachControlDoesItsPart) {
     TestWorld world;
     world.funzioniMM.setCurrentInstrument(16);
-    frmMidiTest window(world.midi, world.funzioniMM, nullptr);
+    frmMidiTest window(world.services(), nullptr);
     const auto open = [&] { window.exec(); };
     workInModal(world.runtime, open, [&](const WindowDriver& user) {
         EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("open -1", "program 16"));
@@ -98,7 +98,7 @@ TEST(MidiTestWindow, TheEndOfTheProgramEndsTheNoteAndNothingIsOpenedWithoutADevi
     world.midi.devices.clear();
     world.openOutput();
     {
-        frmMidiTest window(world.midi, world.funzioniMM, nullptr);
+        frmMidiTest window(world.services(), nullptr);
         window.show();
         QCoreApplication::processEvents();
         EXPECT_TRUE(WindowDriver(window).find<QListWidget>("LstMidiDev").selectedItems().isEmpty());
