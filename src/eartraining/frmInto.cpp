@@ -195,7 +195,7 @@ void frmInto::showContext(ExerciseCode exercise) {
 
 void frmInto::showPrompt(const EarPrompt& prompt) {
     ui_->lblStep->setText(UserText::tr(prompt.text.data()));
-    announce(*ui_->lblStep);
+    announce(ui_->lblStep->text());
 }
 
 void frmInto::showHint(const char* hint) {

@@ -62,8 +62,7 @@ void ScorePanel::show(const Score& score) {
 }
 
 void ScorePanel::announceVerdict(const Score& score) {
-    if (score.lastVerdict() == Verdict::Right)
-        announce(*ui_->lblOk, UserText::tr("Risposta esatta, %1").arg(score.percentage()));
-    else
-        announce(*ui_->lblKo, UserText::tr("Risposta errata, %1").arg(score.percentage()));
+    const bool right = score.lastVerdict() == Verdict::Right;
+    announce(right ? UserText::tr("Risposta esatta, %1").arg(score.percentage())
+                   : UserText::tr("Risposta errata, %1").arg(score.percentage()));
 }

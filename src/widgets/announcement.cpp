@@ -1,16 +1,14 @@
 #include "widgets/announcement.h"
 
+#include "widgets/announcer.h"
+
 #include <QAccessible>
 #include <QWidget>
 
-void announce(QWidget& widget) {
-    QAccessibleEvent alert(&widget, QAccessible::Alert);
-    QAccessible::updateAccessibility(&alert);
-}
-
-void announce(QWidget& widget, const QString& text) {
-    widget.setAccessibleName(text);
-    announce(widget);
+void announce(const QString& text, std::chrono::milliseconds delay) {
+    Announcer& announcer = Announcer::shared();
+    if (!text.isEmpty() && announcer.heard())
+        announcer.say(text, delay);
 }
 
 void announceCursor(const QWidget& widget, QWidget& part) {

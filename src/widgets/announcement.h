@@ -2,13 +2,13 @@
 
 #include <QString>
 
+#include <chrono>
+
 class QWidget;
 
-/// Has screen readers read out what a widget says now.
-void announce(QWidget& widget);
-
-/// The same for a widget that has no text of its own.
-void announce(QWidget& widget, const QString& text);
+/// Has a screen reader say a text, whatever has the focus, after the texts given before it and not
+/// before `delay` has passed. Without a screen reader nothing happens.
+void announce(const QString& text, std::chrono::milliseconds delay = {});
 
 /// Has screen readers follow a cursor within a widget, as if the part that the cursor is on had the
 /// focus. Nothing is announced while the widget itself does not have the focus.

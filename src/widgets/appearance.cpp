@@ -10,6 +10,7 @@ namespace appearance {
 namespace {
 
 constexpr double kEdgeShare = 0.2;
+constexpr double kFocusThickness = 2;
 constexpr QSize kWindowFrame(8, 40);
 
 }  // namespace
@@ -40,7 +41,9 @@ QColor cardEdge(const QWidget& widget) {
 
 void paintCard(QPainter& painter, const QWidget& widget) {
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(cardEdge(widget), pixel_grid::thickness(painter, 1)));
+    painter.setPen(widget.hasFocus() ? QPen(widget.palette().color(QPalette::Highlight),
+                                            pixel_grid::thickness(painter, kFocusThickness))
+                                     : QPen(cardEdge(widget), pixel_grid::thickness(painter, 1)));
     painter.setBrush(widget.palette().color(QPalette::Base));
     painter.drawRoundedRect(pixel_grid::inside(painter, widget.rect(), 1), kCardCorner,
                             kCardCorner);

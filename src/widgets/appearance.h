@@ -19,7 +19,8 @@ void keepPlace(QWidget& widget);
 /// The screen area for a window, on its parent's screen or its own, less frame and title bar.
 QRect roomOnScreen(const QWidget& window);
 
-/// The rounded card behind a stave or a page, filled with the base colour and thinly outlined.
+/// The rounded card behind a stave or a page, filled with the base colour and thinly outlined;
+/// the outline shows the focus.
 constexpr double kCardCorner = 10;
 QColor cardEdge(const QWidget& widget);
 void paintCard(QPainter& painter, const QWidget& widget);

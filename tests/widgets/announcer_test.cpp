@@ -1,0 +1,31 @@
+#include "widgets/announcer.h"
+
+#include <QCoreApplication>
+#include <QStringList>
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+TEST(Announcer, SaysEachTextOnceInOrderAndNotBeforeItsDelay) {
+    std::mt19937 random{1};
+    QElapsedTimer clock;
+    clock.start();
+    QStringList given, said;
+    QList<qint64> earliest;
+    Announcer announcer([&](const QString& text) {
+        EXPECT_GE(clock.elapsed(), earliest.at(said.size()));
+        said << text;
+    });
+    for (int i = 0; i < 400; ++i) {
+        const int delay = static_cast<int>(random() % 4);
+        given << QString::number(i);
+        earliest << clock.elapsed() + delay - 1;
+        announcer.say(given.back(), std::chrono::milliseconds(delay));
+        if (random() % 4 == 0)
+            QCoreApplication::processEvents();
+    }
+    for (int pass = 0; pass < 1000 && said.size() < given.size(); ++pass)
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+    EXPECT_EQ(said, given);
+}
