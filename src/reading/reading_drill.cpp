@@ -7,7 +7,9 @@
 #include "reading/reading_staff.h"
 #include "reading/regolo.h"
 #include "ui_reading_controls.h"
+#include "widgets/announcement.h"
 
+#include <QAbstractSpinBox>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QCoreApplication>
@@ -15,12 +17,21 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QShortcut>
 
 namespace {
 
 bool takesTyping(const QWidget& widget) {
     const auto* line = qobject_cast<const QLineEdit*>(&widget);
-    return qobject_cast<const QComboBox*>(&widget) || (line && !line->isReadOnly());
+    return qobject_cast<const QComboBox*>(&widget) ||
+           qobject_cast<const QAbstractSpinBox*>(&widget) || (line && !line->isReadOnly());
+}
+
+/// A session shows its counts in each pass, and screen readers look at whatever is set.
+void showCount(QLineEdit& counter, int count) {
+    const QString text = QString::number(count);
+    if (counter.text() != text)
+        counter.setText(text);
 }
 
 }  // namespace
@@ -43,6 +54,7 @@ ReadingDrill::ReadingDrill(Runtime& runtime, FunzioniMM& funzioniMM, const QStri
                 this, [this, degree] { session_.answer(degree + 1); });
     }
     QCoreApplication::instance()->installEventFilter(this);
+    addSpeechKeys();
 
     board_.enableAnswers(false);
     controls_.showSpeedControls(false);
@@ -50,6 +62,17 @@ ReadingDrill::ReadingDrill(Runtime& runtime, FunzioniMM& funzioniMM, const QStri
     showKeyboardChoices(false);
     Nascondinote();
     showRange();
+}
+
+void ReadingDrill::addSpeechKeys() {
+    const auto on = [this](Qt::Key key, auto text) {
+        connect(new QShortcut(key, controls_.window()), &QShortcut::activated, this,
+                [text] { announce(text()); });
+    };
+    const auto& ui = controls_.ui();
+    on(Qt::Key_F2,
+       [&ui] { return ReadingSpeech::counts(ui.conta->text().toInt(), ui.er->text().toInt()); });
+    on(Qt::Key_F3, [this] { return speech_.noteAgain(); });
 }
 
 void ReadingDrill::nameAnswers(pitch::AnswerNames style) {
@@ -109,11 +132,13 @@ void ReadingDrill::Regolo_MouseDown(double y) {
     if (const std::optional<int> step = range.click(y))
         board_.staff().ruler().hideMarker(*step);
     showRange();
+    announce(controls_.ui().lblIntervallo->text());
 }
 
 void ReadingDrill::showNote(int step) {
     verdict_.noteShown(step);
     board_.staff().showNote(step);
+    announce(speech_.note(step));
 }
 
 void ReadingDrill::Nascondinote() {
@@ -122,15 +147,17 @@ void ReadingDrill::Nascondinote() {
 }
 
 void ReadingDrill::showCounts(int conta, int er) {
-    controls_.ui().conta->setText(QString::number(conta));
-    controls_.ui().er->setText(QString::number(er));
+    showCount(*controls_.ui().conta, conta);
+    showCount(*controls_.ui().er, er);
 }
 
 void ReadingDrill::answerJudged(std::optional<int> degree, Verdict verdict) {
     verdict_.judged(verdict, degree);
+    announce(speech_.verdict(verdict == Verdict::Right), ReadingSpeech::kAfterSound);
 }
 
 void ReadingDrill::sessionStarted() {
+    speech_.start(session_.mode());
     controls_.ui().Start->setText(UserText::tr("Stop"));
     controls_.hideStatistics();
     // No range can be chosen during a session, and its staff shows nothing but the note asked for.
@@ -147,6 +174,7 @@ void ReadingDrill::sessionStopped(const ReadingStatistics& statistics) {
     board_.enableAnswers(false);
     if (!statistics.empty())
         controls_.showStatistics(statistics);
+    announce(speech_.stop(statistics));
 }
 
 bool ReadingDrill::eventFilter(QObject* target, QEvent* event) {
@@ -164,8 +192,9 @@ bool ReadingDrill::eventFilter(QObject* target, QEvent* event) {
 bool ReadingDrill::takesKey(const QWidget& focus, const QKeyEvent& key) {
     if (session_.pollsAnswers())
         return answer_keys::isPolled(key.key(), key.modifiers().testFlag(Qt::KeypadModifier));
-    const bool ofDrill = board_.isAncestorOf(&focus) || controls_.isAncestorOf(&focus);
-    if (!ofDrill || takesTyping(focus) || key.text().size() != 1)
+    // No item of the drill's own list is found by an answer's key.
+    const bool typing = takesTyping(focus) && &focus != controls_.ui().difficolt;
+    if (!session_.active() || typing || key.text().size() != 1)
         return false;
     const std::optional<int> degree = answer_keys::degreeOf(key.text().front().unicode());
     if (!degree)

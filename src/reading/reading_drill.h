@@ -1,6 +1,7 @@
 #pragma once
 
 #include "reading/reading_session.h"
+#include "reading/reading_speech.h"
 #include "reading/reading_verdict.h"
 
 #include <QObject>
@@ -11,7 +12,8 @@ class ReadingBoard;
 class ReadingControls;
 
 /// The handlers of the reading drill: it owns the session, hands on to it what the user does on the
-/// two halves of the drill, and shows what the session says.
+/// two halves of the drill, and shows and announces what the session says. F2 announces the counts,
+/// F3 the place of the note on show.
 class ReadingDrill : public QObject, private ReadingDisplay {
     Q_OBJECT
 
@@ -54,11 +56,13 @@ private:
 
     bool takesKey(const QWidget& focus, const QKeyEvent& key);
     void showRange();
+    void addSpeechKeys();
 
     ReadingSession session_;
     ReadingBoard& board_;
     ReadingControls& controls_;
     ReadingVerdict verdict_;
+    ReadingSpeech speech_;
     pitch::AnswerNames names_ = pitch::AnswerNames::Syllables;
     bool startEnabled_ = true;
 };

@@ -34,6 +34,27 @@ engraving::Note noteAt(int step) {
     return {.position = staff_layout::positionOnStave(step)};
 }
 
+/// Describes the staff when it is asked. A description that is set would change while the staff has
+/// the focus, and screen readers are not ready for that.
+class StaffAccessible : public PartsAccessible {
+public:
+    explicit StaffAccessible(ReadingStaff* staff)
+        : PartsAccessible(staff, QAccessible::Graphic), staff_(staff) {}
+
+    QString text(QAccessible::Text kind) const override {
+        return kind == QAccessible::Description ? staff_->inWords() : PartsAccessible::text(kind);
+    }
+
+private:
+    ReadingStaff* staff_;
+};
+
+QAccessibleInterface* makeInterface(const QString& className, QObject* object) {
+    if (className != QLatin1String(ReadingStaff::staticMetaObject.className()))
+        return nullptr;
+    return new StaffAccessible(qobject_cast<ReadingStaff*>(object));
+}
+
 }  // namespace
 
 /// One note with its stem and ledger lines.
@@ -92,8 +113,9 @@ ReadingStaff::ReadingStaff(QWidget* parent)
       font_(MusicFont::shared()),
       ruler_(new Regolo(this)),
       verdict_(new VerdictBadge(this)) {
-    installPartsAccessible<ReadingStaff, QAccessible::Graphic>();
+    QAccessible::installFactory(makeInterface);
     setAccessibleName(UserText::tr("Pentagramma"));
+    setFocusPolicy(Qt::TabFocus);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 
     constexpr auto kSteps = staff_step::all();
@@ -116,7 +138,7 @@ void ReadingStaff::showNote(int step) {
     for (NotePicture* note : notes_) {
         if (note->step() == step) {
             note->setVisible(true);
-            setAccessibleDescription(staff_step::placeInWords(step));
+            shown_ = step;
         }
     }
 }
@@ -124,7 +146,11 @@ void ReadingStaff::showNote(int step) {
 void ReadingStaff::hideNotes() {
     for (NotePicture* note : notes_)
         note->setVisible(false);
-    setAccessibleDescription(UserText::tr("Nessuna nota"));
+    shown_.reset();
+}
+
+QString ReadingStaff::inWords() const {
+    return shown_ ? staff_step::placeInWords(*shown_) : UserText::tr("Nessuna nota");
 }
 
 void ReadingStaff::showVerdict(const std::optional<ReadingVerdict::Shown>& shown) {

@@ -15,8 +15,8 @@ class Regolo;
 class VerdictBadge;
 
 /// The staff of the reading drill: a card with both clefs, a picture of a note for each step, and
-/// the ruler along its right edge. It shows no note until it is told to. Its accessible description
-/// tells the place of the note on show, never its name.
+/// the ruler along its right edge. It shows no note until it is told to. Screen readers that come
+/// to it are told the place of the note on show, never its name.
 class ReadingStaff : public QWidget {
     Q_OBJECT
 
@@ -34,6 +34,9 @@ public:
     /// Marks the place of the note that was answered, and gives the note the verdict's colour as
     /// long as it is on show.
     void showVerdict(const std::optional<ReadingVerdict::Shown>& shown);
+
+    /// The place of the note on show.
+    QString inWords() const;
 
     QSize sizeHint() const override { return {560, 480}; }
     QSize minimumSizeHint() const override { return {300, 300}; }
@@ -56,4 +59,5 @@ private:
     engraving::Stave bass_;
     qreal noteX_ = 0;
     std::optional<int> pointed_;
+    std::optional<int> shown_;  ///< the last note of those on show
 };

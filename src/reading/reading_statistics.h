@@ -23,4 +23,12 @@ struct ReadingStatistics {
     QString notesShown() const;    ///< `Lnmostrate`, mode "automatico"
     QString percentage() const;
     QString timeTaken() const;  ///< `Tempoimp`
+
+    /// All of it as it is said: "Risposte esatte: 3. Risposte errate: 1. 75%. 1 minuto e 5
+    /// secondi".
+    QString inWords() const;
+
+private:
+    /// What the right answers are counted against.
+    int outOf() const { return mode == ReadingMode::Normale ? correct + wrong : shown; }
 };

@@ -30,6 +30,7 @@ public:
     QAccessible::State state() const override {
         QAccessible::State state = QAccessibleWidget::state();
         state.invisible = !ruler_->isVisible();
+        state.disabled = !ruler_->isEnabled();
         state.focusable = ruler_->isEnabled();
         state.focused = ruler_->hasFocus() && ruler_->cursorStep() == marker_->step();
         state.selectable = true;

@@ -15,6 +15,7 @@ RegoloMarker::RegoloMarker(int step, QWidget* parent) : QWidget(parent), step_(s
     setObjectName(QStringLiteral("m%1").arg(step));
     setAccessibleName(staff_step::placeInWords(step));
     setAttribute(Qt::WA_TransparentForMouseEvents);
+    setEnabled(false);
 }
 
 void RegoloMarker::setTick(const QRectF& tick) {
@@ -26,7 +27,8 @@ void RegoloMarker::setTick(const QRectF& tick) {
 void RegoloMarker::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.translate(-pos());
-    painter.setPen(palette().color(QPalette::Highlight));
-    painter.setOpacity(isEnabled() ? 1 : kDisabledOpacity);
+    const QWidget& ruler = *parentWidget();
+    painter.setPen(ruler.palette().color(QPalette::Highlight));
+    painter.setOpacity(ruler.isEnabled() ? 1 : kDisabledOpacity);
     engraving::fillOnPixels(painter, tick_);
 }

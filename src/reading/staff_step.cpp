@@ -50,12 +50,18 @@ pitch::NoteIndex soundingNote(int step) {
     return pitch::StepToNoteIndex(diatonicPosition(step)).value_or(0);
 }
 
+QString clefInWords(int step) {
+    return isTreble(step) ? UserText::tr("Chiave di Sol") : UserText::tr("Chiave di Fa");
+}
+
+QString placeOnStaveInWords(int step) {
+    return placeOnSystem(step - (isTreble(step) ? kTrebleBottomLine : kBassBottomLine));
+}
+
 QString placeInWords(int step) {
     if (!carriesNote(step))
         return {};
-    if (isTreble(step))
-        return UserText::tr("Chiave di Sol, ") + placeOnSystem(step - kTrebleBottomLine);
-    return UserText::tr("Chiave di Fa, ") + placeOnSystem(step - kBassBottomLine);
+    return QStringLiteral("%1, %2").arg(clefInWords(step), placeOnStaveInWords(step));
 }
 
 }  // namespace staff_step

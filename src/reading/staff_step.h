@@ -62,4 +62,9 @@ constexpr int kBassBottomLine = grand_staff::kBassBottomStep;
 /// "Chiave di Fa, primo taglio addizionale in alto". For readers who cannot see the staff.
 QString placeInWords(int step);
 
+/// The same in two parts, for who has been told the clef already: "Chiave di Sol" and "seconda
+/// linea".
+QString clefInWords(int step);
+QString placeOnStaveInWords(int step);
+
 }  // namespace staff_step

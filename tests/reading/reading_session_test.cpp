@@ -16,6 +16,7 @@ struct AutomaticSession : testing::Test, ReadingDisplay {
     ReadingSession session{world.runtime, world.funzioniMM, "C:\\note\\", *this};
     std::vector<int> shown;
     ReadingStatistics statistics;
+    std::string judged;
 
     void showNote(int step) override {
         shown.push_back(step);
@@ -26,7 +27,9 @@ struct AutomaticSession : testing::Test, ReadingDisplay {
     }
     void Nascondinote() override {}
     void showCounts(int, int) override {}
-    void answerJudged(std::optional<int>, Verdict) override {}
+    void answerJudged(std::optional<int>, Verdict verdict) override {
+        judged += verdict == Verdict::Right ? '+' : '-';
+    }
     void sessionStarted() override {}
     void sessionStopped(const ReadingStatistics& numbers) override { statistics = numbers; }
 };
@@ -53,6 +56,7 @@ TEST_F(AutomaticSession, TakesHeldKeysOnceAndAStopThatNoPassHasSeenTakesAWrongAn
     EXPECT_THAT(world.media.lines,
                 ElementsAre("sound rko.wav 20001", "sound rok.wav 20001", "sound rok.wav 20001",
                             "sound rko.wav 20001", "sound rko.wav 20001"));
+    EXPECT_EQ(judged, "-++--");
     EXPECT_EQ(statistics.correct, 2);
     EXPECT_EQ(statistics.wrong, 2);
     EXPECT_LT(world.runtime.passes(), 40) << "a pass is taken when something happened";

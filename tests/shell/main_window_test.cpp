@@ -3,6 +3,7 @@
 #include "reading/difficulty.h"
 #include "reading/regolo.h"
 #include "reading/staff_step.h"
+#include "support/heard.h"
 #include "support/test_world.h"
 #include "support/window_driver.h"
 
@@ -90,6 +91,7 @@ struct DrillWalk : MainWindowTest {
     QList<int> clicks;
     Instant began{0};
     QStringList summary;  ///< the lines of the statistics
+    Heard heard;
 
     int draw(int count) { return static_cast<int>(random() % static_cast<unsigned>(count)); }
     int degree(int step) const { return (step < 40 ? step : step - 16) % 7; }
@@ -148,7 +150,9 @@ struct DrillWalk : MainWindowTest {
         summary.clear();
         began = world.runtime.now();
         drawNote();
+        heard.take();
         user.click("Start");
+        EXPECT_TRUE(automatic || heard.take() == QStringList(staff_step::placeInWords(asked)));
     }
     void stop() {
         session = answers = false;
@@ -169,19 +173,21 @@ struct DrillWalk : MainWindowTest {
     }
     void answer(int given, bool byButton) {
         const QWidget* focus = QApplication::focusWidget();
-        const QStringList deaf{"difficolt", "cmdEsci"};
-        const bool heard = byButton || (focus && !deaf.contains(focus->objectName()));
-        const bool takes = session && !automatic && heard;
+        const bool takes = session && !automatic && (byButton || focus);
         const bool isRight = takes && given == degree(asked);
         if (isRight)
             drawNote();
         (isRight ? right : wrong) += takes ? 1 : 0;
         world.midi.take();
         world.media.lines.clear();
+        heard.take();
         if (byButton)
             user.click(kAnswers.at(given));
         else
             type(Qt::Key_unknown, {}, QStringLiteral("d1f2g3h").at(given));
+        const QString place = staff_step::placeInWords(asked);
+        const QString words = isRight ? "Giusto, " + place : QStringLiteral("Sbagliato");
+        EXPECT_TRUE(automatic || heard.take().join(", ") == (takes ? words : QString()));
         const bool byNote = isRight && withNote;
         EXPECT_EQ(world.midi.take().size(), byNote ? 2U : 0U);
         EXPECT_EQ(world.media.lines.size(), takes && !byNote ? 1U : 0U);

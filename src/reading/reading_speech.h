@@ -1,0 +1,33 @@
+#pragma once
+
+#include "reading/reading_statistics.h"
+
+#include <QString>
+
+#include <chrono>
+#include <optional>
+
+/// What is said in the reading drill to those who do not see it. A note is told by its place, never
+/// by its name, which is what the drill asks for.
+class ReadingSpeech {
+public:
+    /// What follows an answer is said when the notes of its sound are over.
+    static constexpr std::chrono::milliseconds kAfterSound{250};
+
+    /// A session begins. In the automatic mode everything is said in fewer words, for its pace.
+    void start(ReadingMode mode);
+
+    /// A new note is on show. In the automatic mode its clef is named only when it changes.
+    QString note(int step);
+    QString verdict(bool right) const;
+
+    /// The note on show once more; nothing while there is none.
+    QString noteAgain() const;
+    /// The counters `conta` and `er`.
+    static QString counts(int conta, int er);
+    QString stop(const ReadingStatistics& statistics);
+
+private:
+    ReadingMode mode_ = ReadingMode::Normale;
+    std::optional<int> step_;
+};
