@@ -48,6 +48,16 @@ QString semitonesInWords(int semitones) {
     return semitones == 1 ? UserText::tr("1 semitono") : UserText::tr("%1 semitoni").arg(semitones);
 }
 
+QString sizeInWords(int semitones) {
+    QStringList names;
+    for (const Interval& interval : kAll) {
+        if (interval.semitones == semitones)
+            names += inWords(interval).toLower();
+    }
+    return QStringLiteral("%1, %2").arg(semitonesInWords(semitones),
+                                        names.join(UserText::tr(" o ")));
+}
+
 QString abbreviationsInWords() {
     QStringList words;
     for (const QualityName& quality : kQualities) {

@@ -56,6 +56,9 @@ QString nameOf(const Interval& interval);   ///< "3 Mag"
 QString inWords(const Interval& interval);  ///< "Terza maggiore"
 QString semitonesInWords(int semitones);    ///< "1 semitono", "3 semitoni"
 
+/// With the intervals of this size: "9 semitoni, sesta maggiore o settima diminuita".
+QString sizeInWords(int semitones);
+
 /// What the names abbreviate: "Dim = diminuita    Min = minore …".
 QString abbreviationsInWords();
 

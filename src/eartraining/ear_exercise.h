@@ -5,7 +5,6 @@
 #include "eartraining/key_span.h"
 
 #include <optional>
-
 #include <set>
 
 class ExerciseContext;

@@ -112,6 +112,11 @@ void EarTraining::keyPlayed(pitch::NoteIndex key) {
         chosen_->keyPlayed(key, HeldKeys(played_));
 }
 
+void EarTraining::startOrStop() {
+    if (chosen_->visible() && chosen_->startVisible())
+        chosen_->startOrStop();
+}
+
 void EarTraining::choose(EarExercise& exercise) {
     for (EarExercise* other : exercises_.all) {
         if (other != &exercise)

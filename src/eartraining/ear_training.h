@@ -37,6 +37,9 @@ public:
     void keyPlayed(pitch::NoteIndex key);
     void keyReleased(pitch::NoteIndex key) { played_.erase(key); }
 
+    /// As the start button of the chosen exercise, if that is to be seen.
+    void startOrStop();
+
     /// Chooses an exercise, as from the window's menu.
     void choose(EarExercise& exercise);
 

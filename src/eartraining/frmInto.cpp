@@ -16,6 +16,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QShortcut>
+#include <QToolButton>
 
 #include <algorithm>
 
@@ -57,6 +58,7 @@ frmInto::frmInto(const Services& services, EarTrainingState& state, QWidget* par
     orderTabs();
     buildMenus();
     connectControls();
+    addKeys();
     showContext(state.requested());
     ear_.load();
     ui_->keyboard->setFocus();
@@ -80,14 +82,19 @@ void frmInto::addPanels() {
     ui_->exercises->setMinimumHeight(height);
 }
 
-/// The panels are made after the form; Tab goes through the window from top to bottom.
+/// The panels are made after the form; Tab goes through the window from top to bottom. The buttons
+/// of the mode come before the others of their panel, so that what answers is next to the start.
 void frmInto::orderTabs() {
     QWidgetList parts{ui_->score};
     std::copy(panels_.rbegin(), panels_.rend(), std::back_inserter(parts));
     parts << ui_->Fr1 << ui_->keyboard << ui_->cmdEsci;
     QWidget* last = nullptr;
     for (QWidget* part : parts) {
-        for (QWidget* control : QList{part} + part->findChildren<QWidget*>()) {
+        QWidgetList controls = QList{part} + part->findChildren<QWidget*>();
+        std::stable_partition(controls.begin(), controls.end(), [](const QWidget* control) {
+            return qobject_cast<const QToolButton*>(control);
+        });
+        for (QWidget* control : controls) {
             if ((control->focusPolicy() & Qt::TabFocus) == 0)
                 continue;
             if (last)
@@ -134,6 +141,17 @@ void frmInto::connectControls() {
     connect(ui_->cmdEsci, &QPushButton::clicked, this, &QDialog::reject);
 }
 
+void frmInto::addKeys() {
+    connect(new QShortcut(Qt::CTRL | Qt::Key_Return, this), &QShortcut::activated, this,
+            [this] { ear_.startOrStop(); });
+    connect(new QShortcut(Qt::Key_F2, this), &QShortcut::activated, this,
+            [this] { announce(scoreInWords_); });
+    connect(new QShortcut(Qt::Key_F3, this), &QShortcut::activated, this, [this] {
+        announce(speech_.promptAgain());
+        announce(ui_->lblSpiegaStep->text());
+    });
+}
+
 void frmInto::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
     if (!activated_)
@@ -170,6 +188,8 @@ void frmInto::keyUp(int note) {
 
 void frmInto::choose(EarExercise& exercise) {
     showContext(exercise.code());
+    announce(panelOf(exercise).menuItem().text);
+    speech_.forgetPrompt();
     ear_.choose(exercise);
 }
 
@@ -195,19 +215,25 @@ void frmInto::showContext(ExerciseCode exercise) {
 
 void frmInto::showPrompt(const EarPrompt& prompt) {
     ui_->lblStep->setText(UserText::tr(prompt.text.data()));
-    announce(ui_->lblStep->text());
+    const QString words = speech_.prompt(prompt);
+    if (activated_)
+        announce(words);
 }
 
 void frmInto::showHint(const char* hint) {
     ui_->lblSpiegaStep->setText(UserText::tr(hint));
+    // While an exercise runs the question sounds.
+    if (activated_ && exercises_->isEnabled())
+        announce(ui_->lblSpiegaStep->text());
 }
 
 void frmInto::showScore(const Score& score) {
     ui_->score->show(score);
+    scoreInWords_ = EarSpeech::inWords(score);
 }
 
 void frmInto::announceVerdict(const Score& score) {
-    ui_->score->announceVerdict(score);
+    announce(EarSpeech::verdict(score));
 }
 
 void frmInto::showVerdict(const EarExercise& exercise, int answer, Verdict verdict) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/midi_keyboard.h"
+#include "eartraining/ear_speech.h"
 #include "eartraining/ear_training.h"
 #include "eartraining/ear_training_view.h"
 
@@ -21,7 +22,8 @@ class frmInto;
 }
 
 /// The ear-training window: a prompt and a score, the chosen exercise, and the piano keyboard of
-/// all exercises. It cannot be closed while an exercise runs.
+/// all exercises. It cannot be closed while an exercise runs. F2 announces the score, F3 the
+/// prompt; Ctrl+Return starts and stops from wherever the focus is.
 class frmInto : public QDialog, private EarTrainingView, private MidiKeysListener {
     Q_OBJECT
 
@@ -40,6 +42,7 @@ private:
     void addPanels();
     void buildMenus();
     void connectControls();
+    void addKeys();
     void orderTabs();
     void choose(EarExercise& exercise);
     void chooseInstrument(int program);
@@ -72,6 +75,8 @@ private:
     KeyboardSpan* span_ = nullptr;
     VerdictBadge* verdict_;
     int judged_ = 0;  ///< the answer that it was shown for
+    EarSpeech speech_;
+    QString scoreInWords_;
     EarTraining ear_;
     MidiKeyboard::Window keys_;
     std::vector<ExercisePanel*> panels_;

@@ -2,7 +2,6 @@
 
 #include "platform/user_text.h"
 #include "ui_score_panel.h"
-#include "widgets/announcement.h"
 #include "widgets/appearance.h"
 #include "widgets/double_click.h"
 #include "widgets/label_button.h"
@@ -59,10 +58,4 @@ void ScorePanel::show(const Score& score) {
     }
     ui_->lblOk->setVisible(score.lastVerdict() == Verdict::Right);
     ui_->lblKo->setVisible(score.lastVerdict() == Verdict::Wrong);
-}
-
-void ScorePanel::announceVerdict(const Score& score) {
-    const bool right = score.lastVerdict() == Verdict::Right;
-    announce(right ? UserText::tr("Risposta esatta, %1").arg(score.percentage())
-                   : UserText::tr("Risposta errata, %1").arg(score.percentage()));
 }

@@ -19,7 +19,6 @@ public:
     ~ScorePanel() override;
 
     void show(const Score& score);
-    void announceVerdict(const Score& score);
 
 Q_SIGNALS:
     /// By mouse, keyboard or screen reader.

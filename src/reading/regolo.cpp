@@ -183,7 +183,7 @@ void Regolo::keyPressEvent(QKeyEvent* event) {
 
 void Regolo::focusInEvent(QFocusEvent* event) {
     QWidget::focusInEvent(event);
-    announceCursor(*this, markerOf(cursor_));
+    announceCursorOnFocus(*this, [this]() -> QWidget& { return markerOf(cursor_); });
     reportPointed();
 }
 

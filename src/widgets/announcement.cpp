@@ -11,6 +11,12 @@ void announce(const QString& text, std::chrono::milliseconds delay) {
         announcer.say(text, delay);
 }
 
+/// After the toolkit has told of the focus, which comes behind the widget's own event.
+void announceCursorOnFocus(QWidget& widget, const std::function<QWidget&()>& part) {
+    QMetaObject::invokeMethod(
+        &widget, [&widget, part] { announceCursor(widget, part()); }, Qt::QueuedConnection);
+}
+
 void announceCursor(const QWidget& widget, QWidget& part) {
     if (!widget.hasFocus())
         return;

@@ -3,6 +3,7 @@
 #include <QString>
 
 #include <chrono>
+#include <functional>
 
 class QWidget;
 
@@ -13,3 +14,7 @@ void announce(const QString& text, std::chrono::milliseconds delay = {});
 /// Has screen readers follow a cursor within a widget, as if the part that the cursor is on had the
 /// focus. Nothing is announced while the widget itself does not have the focus.
 void announceCursor(const QWidget& widget, QWidget& part);
+
+/// To be called when the widget gets the focus: the part that its cursor is on then is announced
+/// after the widget itself.
+void announceCursorOnFocus(QWidget& widget, const std::function<QWidget&()>& part);

@@ -284,7 +284,7 @@ void PianoKeyboard::keyReleaseEvent(QKeyEvent* event) {
 
 void PianoKeyboard::focusInEvent(QFocusEvent* /*event*/) {
     update(keyWidget(cursor_)->geometry());
-    announceCursor(*this, *keyWidget(cursor_));
+    announceCursorOnFocus(*this, [this]() -> QWidget& { return *keyWidget(cursor_); });
 }
 
 void PianoKeyboard::focusOutEvent(QFocusEvent* /*event*/) {

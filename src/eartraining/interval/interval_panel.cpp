@@ -100,7 +100,7 @@ void IntervalPanel::buildButtons() {
         auto* button = new ColourButton(this);
         button->setObjectName(QStringLiteral("LblSemi_%1").arg(i));
         button->setText(QString::number(i));
-        button->setAccessibleName(intervals::semitonesInWords(i));
+        button->setAccessibleName(intervals::sizeInWords(i));
         button->setLines(kSemitonesLines);
         button->setColours(isConsonant(i) ? ear_colours::kConsonant : ear_colours::kDissonantButton,
                            ear_colours::kConsonantText);
