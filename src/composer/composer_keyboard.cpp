@@ -100,6 +100,7 @@ void ComposerKeyboard::semitoneKeyDown(bool upwards) {
     semitoneNote_ = static_cast<pitch::NoteNumber>(
         std::clamp<int>(note, pitch::kLowestNote, pitch::kHighestNote));
     hand_.beginNote(semitoneNote_);
+    Q_EMIT semitoneChosen();
 }
 
 void ComposerKeyboard::semitoneKeyUp() {

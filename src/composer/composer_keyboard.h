@@ -35,6 +35,7 @@ public:
 
 Q_SIGNALS:
     void stepRequested(StepMode::Direction direction);
+    void semitoneChosen();  ///< by an arrow, as the active note
 
 private:
     ComputerKeys::Focus focus() const;

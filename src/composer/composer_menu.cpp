@@ -76,6 +76,7 @@ ComposerMenu::ComposerMenu(QWidget& window)
     }};
     for (const Item& item : plays)
         add(item, play);
+    addSilence(play);
     enableUndo(false, false);
 }
 
@@ -112,6 +113,15 @@ void ComposerMenu::addDirectInsertion(QMenu& menu) {
 
 void ComposerMenu::setInsertsDirectly(bool on) {
     directInsertion_->setChecked(on);
+}
+
+void ComposerMenu::addSilence(QMenu& menu) {
+    menu.addSeparator();
+    QAction* silence = menu.addAction(tr("Silenzio"));
+    silence->setObjectName(QStringLiteral("mnuSilenzio"));
+    silence->setCheckable(true);
+    silence->setStatusTip(tr("Nessun annuncio per chi usa un lettore di schermo"));
+    connect(silence, &QAction::toggled, this, &ComposerMenu::silenceChosen);
 }
 
 void ComposerMenu::enableUndo(bool undo, bool redo) {

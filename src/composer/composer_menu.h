@@ -38,12 +38,14 @@ Q_SIGNALS:
     void organChosen();
     void pianoChosen();
     void directInsertionChosen(bool on);
+    void silenceChosen(bool silent);
 
 private:
     struct Item;
 
     QAction* add(const Item& item, QMenu& menu);
     void addDirectInsertion(QMenu& menu);
+    void addSilence(QMenu& menu);
 
     QMenuBar* bar_;
     QMenu* context_;

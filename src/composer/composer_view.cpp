@@ -68,6 +68,8 @@ void ComposerView::showStepIndex() {
 
 void ComposerView::showPlaying(bool playing) {
     ui_.playback->showPlaying(playing);
+    if (!composition_.step.active)
+        speech_.playing(playing);
     Q_EMIT playingShown();
 }
 
@@ -106,6 +108,7 @@ void ComposerView::showStepEntry(const StepEntry& entry) {
     showActiveNote();
     ui_.palette->showActiveNote(entry.noteName);
     ui_.frmModifica->showEntry(entry);
+    speech_.stepped();
 }
 
 void ComposerView::untickLoop() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "composer/composer_speech.h"
 #include "composer/playback/playback.h"
 #include "composer/playback/range_arrows.h"
 
@@ -12,12 +13,15 @@ namespace Ui {
 class frmComposer;
 }
 
-/// Shows in the window's controls what plays, the range, the active note and the current entry.
+/// Shows in the window's controls what plays, the range, the active note and the current entry, and
+/// gives the controls what they announce.
 class ComposerView : public QObject, public PlaybackView, public RangeView {
     Q_OBJECT
 
 public:
     ComposerView(Ui::frmComposer& ui, SidePanels& side, const Composition& composition);
+
+    ComposerSpeech& speech() { return speech_; }
 
     void showRange() override;
     void showActiveNote();
@@ -44,5 +48,6 @@ private:
     Ui::frmComposer& ui_;
     SidePanels& side_;
     const Composition& composition_;
+    ComposerSpeech speech_{composition_};
     int shownNumber_ = 0;  ///< of the entry in `lblNe`, 0 = none
 };

@@ -44,11 +44,13 @@ void EntryControls::connectEditFrame() {
 void EntryControls::cmdSimbNote_Click(std::uint8_t index) {
     ui_.palette->ui().cmdInsNota->setFocus();
     model_.composition.settings.chooseSymbol(index);
+    view_.speech().settings();
     ui_.palette->showSettings(model_.composition.settings);
 }
 
 void EntryControls::cmdAttrNota_Click(std::uint8_t index) {
     model_.composition.settings.clickAttribute(index);
+    view_.speech().settings();
     ui_.palette->showSettings(model_.composition.settings);
 }
 
@@ -122,12 +124,12 @@ void EntryControls::cmdCancNota_Click() {
 
 void EntryControls::mnuAnnulla_Click() {
     if (!model_.playback.player().playing())
-        presentRestored(model_.editor.undo());
+        presentRestored(model_.editor.undo(), &ComposerSpeech::undone);
 }
 
 void EntryControls::mnuRipeti_Click() {
     if (!model_.playback.player().playing())
-        presentRestored(model_.editor.redo());
+        presentRestored(model_.editor.redo(), &ComposerSpeech::redone);
 }
 
 /// Shows an insertion or a deletion at the step index: the edit frame names the note that is there
@@ -141,8 +143,9 @@ void EntryControls::presentAtStep(const EditOutcome& outcome) {
 }
 
 /// Shows what undo or redo brought back.
-void EntryControls::presentRestored(const EditOutcome& outcome) {
+void EntryControls::presentRestored(const EditOutcome& outcome, void (ComposerSpeech::*say)()) {
     presenter_.presentTempoAndInstrument();
     model_.playback.followStep(outcome.stepEntryGone);
-    presenter_.present(outcome);
+    presenter_.show(outcome);
+    (view_.speech().*say)();
 }

@@ -6,6 +6,7 @@
 
 class ComposerKeyboard;
 class ComposerMenu;
+class ComposerSpeech;
 class ComposerView;
 class MelodyPresenter;
 struct ComposerModel;
@@ -44,7 +45,7 @@ private:
     void connectPalette();
     void connectEditFrame();
     void presentAtStep(const EditOutcome& outcome);
-    void presentRestored(const EditOutcome& outcome);
+    void presentRestored(const EditOutcome& outcome, void (ComposerSpeech::*say)());
 
     Ui::frmComposer& ui_;
     ComposerModel& model_;

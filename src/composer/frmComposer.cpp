@@ -14,6 +14,7 @@
 #include <QLocale>
 #include <QMenu>
 #include <QMenuBar>
+#include <QShortcut>
 
 #include <utility>
 
@@ -65,6 +66,7 @@ frmComposer::frmComposer(const Services& services, QWidget* parent, QString melo
     appearance::enlargeText(*ui_->lblNome, 1.2);
     panel_text::reserve(*ui_->lblNt, panel_text::widestEntryNumber(), kLabelFrame);
     orderTabs();
+    addSpeech();
     connect(&menu_, &ComposerMenu::closeChosen, this, &frmComposer::reject);
     connect(&presenter_, &MelodyPresenter::messageClosed, this, &frmComposer::takeActivation);
     ui_->instrument->showProgram(composition_.instrument);
@@ -77,6 +79,18 @@ frmComposer::frmComposer(const Services& services, QWidget* parent, QString melo
 /// while the objects that answer its release are still there.
 frmComposer::~frmComposer() {
     hide();
+}
+
+void frmComposer::addSpeech() {
+    ComposerSpeech& speech = view_.speech();
+    connect(&menu_, &ComposerMenu::silenceChosen, this,
+            [&speech](bool silent) { speech.setSilent(silent); });
+    connect(&keyboard_, &ComposerKeyboard::semitoneChosen, this,
+            [&speech] { speech.activeNote(); });
+    connect(new QShortcut(Qt::Key_F2, this), &QShortcut::activated, this,
+            [&speech] { speech.readActiveEntry(); });
+    connect(new QShortcut(Qt::Key_F3, this), &QShortcut::activated, this,
+            [&speech] { speech.readMelody(); });
 }
 
 /// As large as the screen allows, with the title bar in view: without this it would be above the

@@ -29,7 +29,8 @@ class frmComposer;
 ///
 /// The window puts the form together with the classes that work on it, and decides nothing of
 /// theirs. While it is open, a loop in its activation lets events run and polls the keyboard; the
-/// player's and the arrows' loops nest in it and poll the keyboard as well.
+/// player's and the arrows' loops nest in it and poll the keyboard as well. F2 announces the entry
+/// that is worked on, F3 the whole melody.
 class frmComposer : public QDialog {
     Q_OBJECT
 
@@ -54,6 +55,7 @@ private:
     void becomeActive();
     void placeOnScreen();
     void orderTabs();
+    void addSpeech();
     void pollKeys();
 
     Services services_;

@@ -108,6 +108,7 @@ void LibraryControls::showSaved() {
     if (!model_.composition.source.outside)
         browser.select(model_.library.rowOf(model_.library.CurrentMelodyName()));
     presenter_.showMelody();
+    view_.speech().saved();
 }
 
 /// A melody takes the place of the one that plays.
@@ -143,6 +144,7 @@ void LibraryControls::showNewMelody() {
     presenter_.presentTempoAndInstrument();
     side_.showEditFrame(false);
     presenter_.showMelody();
+    view_.speech().opened();
 }
 
 void LibraryControls::mnuImporta_Click() {

@@ -31,6 +31,12 @@ MelodyPresenter::MelodyPresenter(const Services& services, Ui::frmComposer& ui, 
 }
 
 void MelodyPresenter::present(const EditOutcome& outcome) {
+    show(outcome);
+    if (outcome.changed)
+        view_.speech().changed();
+}
+
+void MelodyPresenter::show(const EditOutcome& outcome) {
     if (!outcome.message.isEmpty()) {
         keyboard_.releaseHeldKeys();
         services_.dialogs.message(outcome.message);

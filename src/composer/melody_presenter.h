@@ -24,8 +24,10 @@ public:
                     ComposerView& view, ComposerModel& model, ComposerMenu& menu,
                     ComposerKeyboard& keyboard);
 
-    /// Shows an operation's message and then everything that it may have changed.
+    /// Shows an operation's message and then everything that it may have changed, and announces it.
     void present(const EditOutcome& outcome);
+    /// The same without a word.
+    void show(const EditOutcome& outcome);
 
     /// Shows both and, where it changed, sets the instrument of the sound module.
     void presentTempoAndInstrument();

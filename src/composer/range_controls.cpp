@@ -31,10 +31,12 @@ void RangeControls::lblid_MouseDown(PlayRange::Arrow arrow) {
 void RangeControls::lblid_MouseUp() {
     model_.arrows.release();
     view_.focusPlay();
+    view_.speech().range();
 }
 
 void RangeControls::lblid_Step(PlayRange::Arrow arrow) {
     model_.arrows.step(arrow);
+    view_.speech().range();
 }
 
 void RangeControls::lblNini_Validate() {
@@ -42,6 +44,7 @@ void RangeControls::lblNini_Validate() {
     const StepMode& step = model_.composition.step;
     const std::int16_t index = step.index;
     box.setText(model_.editor.validateStart(box.text()));
+    view_.speech().range();
     if (step.frameOpen && step.index != index) {
         view_.showStepIndex();
         model_.playback.showStepPlace();
@@ -52,15 +55,20 @@ void RangeControls::lblNini_Validate() {
 void RangeControls::lblNfine_Validate() {
     QLineEdit& box = *ui_.range->ui().lblNfine;
     box.setText(model_.editor.validateEnd(box.text()));
+    view_.speech().range();
     view_.showCurrentEntry();
 }
 
 void RangeControls::lblIDs_Click(int semitones) {
     model_.editor.changeTransposition(semitones);
     ui_.range->showTransposition(model_.composition.transposition);
+    view_.speech().transposition();
 }
 
 void RangeControls::lblSemitoni_Click() {
-    presenter_.present(model_.editor.transpose());
+    const EditOutcome outcome = model_.editor.transpose();
+    presenter_.show(outcome);
+    if (outcome.changed)
+        view_.speech().transposed();
     view_.focusPlay();
 }
