@@ -1,9 +1,11 @@
 #include "metronome/frmConfMetro.h"
 
 #include "metronome/custom_sequence.h"
+#include "metronome/metronome_speech.h"
 #include "metronome/metronome_state.h"
 #include "metronome/percussion_names.h"
 #include "ui_frmConfMetro.h"
+#include "widgets/announcement.h"
 #include "widgets/appearance.h"
 #include "widgets/label_button.h"
 #include "widgets/panel_text.h"
@@ -139,6 +141,8 @@ bool frmConfMetro::eventFilter(QObject* target, QEvent* event) {
 bool frmConfMetro::txtPattern_KeyPress(const QString& typed) {
     if (const auto letter = custom_sequence::typedLetter(typed.front()))
         ui_->txtPattern->insert(*letter);
+    else
+        announce(metronome_speech::refusedLetter());
     return true;
 }
 
@@ -151,4 +155,5 @@ void frmConfMetro::Form_Unload() {
     custom_sequence::store(
         state_, {ui_->txtPattern->text(), ui_->txtTempo->text(), ui_->InstrA->currentIndex(),
                  ui_->InstrB1->currentIndex(), ui_->InstrC->currentIndex()});
+    announce(metronome_speech::stored(state_.MetroPattern, state_.MetroTimeSig));
 }

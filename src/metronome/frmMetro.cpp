@@ -3,9 +3,11 @@
 #include "core/tempo_names.h"
 #include "metronome/frmConfMetro.h"
 #include "metronome/metronome_host.h"
+#include "metronome/metronome_speech.h"
 #include "metronome/tap_input.h"
 #include "platform/user_text.h"
 #include "ui_frmMetro.h"
+#include "widgets/announcement.h"
 #include "widgets/appearance.h"
 #include "widgets/label_button.h"
 
@@ -96,11 +98,13 @@ void frmMetro::cmdSSmetro_Click() {
 
 void frmMetro::lblTs_Click() {
     metronome_.stepTimeSignature();
+    announce(metronome_speech::timeSignature(state_.MetroTimeSig));
 }
 
 void frmMetro::MetroTempoS_Change() {
     metronome_.setTempo(ui_->MetroTempoS->value());
     showTempo();
+    announce(metronome_speech::tempo(metronome_.shownTempo()));
 }
 
 void frmMetro::lblTempo_Typed(int pulsesPerMinute) {
@@ -117,11 +121,13 @@ void frmMetro::setShownTempo(double pulsesPerMinute) {
     const QSignalBlocker silent(ui_->MetroTempoS);
     ui_->MetroTempoS->setValue(metronome_.tempo());
     showTempo();
+    announce(metronome_speech::tempo(metronome_.shownTempo()));
 }
 
 void frmMetro::lblX12_Click() {
     metronome_.toggleDoubling();
     showTempo();
+    announce(metronome_speech::tempo(metronome_.shownTempo()));
 }
 
 void frmMetro::MetroVol_Scroll() {
@@ -158,17 +164,19 @@ void frmMetro::metronomeStarted() {
     host_.setMetronomeRunning(true);
     enableControls(false);
     takeColours(*ui_->cmdSSmetro, host_.startColourSource());
+    announce(metronome_speech::started(metronome_.shownTempo(), state_.MetroTimeSig));
 }
 
 void frmMetro::metronomeStopped() {
     enableControls(true);
     takeColours(*ui_->cmdSSmetro, host_.stopColourSource());
     host_.setMetronomeRunning(false);
+    announce(metronome_speech::stopped());
 }
 
 void frmMetro::showTimeSignature(const QString& timeSig) {
     ui_->lblTs->setText(QString(timeSig).replace(QLatin1Char('&'), QLatin1String("&&")));
-    ui_->lblTs->setAccessibleName(UserText::tr("Tempo %1").arg(timeSig));
+    ui_->lblTs->setAccessibleName(metronome_speech::timeSignature(timeSig));
 }
 
 void frmMetro::showLamps(int count) {

@@ -4,6 +4,7 @@
 #include "platform/user_text.h"
 #include "reference/engraved_pictures.h"
 #include "reference/key_words.h"
+#include "widgets/announcement.h"
 #include "widgets/appearance.h"
 #include "widgets/degree_label.h"
 #include "widgets/key_button.h"
@@ -52,6 +53,16 @@ QString nameOf(int index) {
 QString describe(const KeySignature& key) {
     return QStringLiteral("%1. %2, %3")
         .arg(signsInWords(key), key_signatures::majorName(key), key_signatures::minorName(key));
+}
+
+/// What a button shows.
+QString describe(int index) {
+    if (index != KeyPage::kDegrees)
+        return describe(keyOf(index));
+    QStringList degrees;
+    for (const char* degree : kDegrees)
+        degrees += UserText::tr(degree).simplified();
+    return degrees.join(QStringLiteral(", "));
 }
 
 QLabel* makeCentred(const QString& text, QWidget* parent) {
@@ -160,6 +171,7 @@ QWidget* KeySheet::makeHint() {
 void KeySheet::Ton_Click(int index) {
     page_.click(index);
     render();
+    announce(page_.isShown(index) ? describe(index) : UserText::tr("Nessuna tonalità mostrata"));
 }
 
 void KeySheet::render() {

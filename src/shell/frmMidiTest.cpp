@@ -8,6 +8,7 @@
 #include "shell/midi_test.h"
 #include "shell/status_line.h"
 #include "ui_frmMidiTest.h"
+#include "widgets/announcement.h"
 #include "widgets/panel_text.h"
 
 #include <QApplication>
@@ -93,6 +94,7 @@ void frmMidiTest::LstMidiDev_Click() {
         return;
     funzioniMM_.MidiOpen(showDeviceId(*selected.front()));
     funzioniMM_.ProgramChange(ui_->InstrS->value());
+    announce(status_line::text(funzioniMM_));
 }
 
 void frmMidiTest::cmdTest_Click() {

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QString>
+
+/// What is said of the metronome: its start and stop and what the user changes, never a pulse.
+namespace metronome_speech {
+
+QString started(int tempo, const QString& timeSig);
+QString stopped();
+QString tempo(int beatsPerMinute);
+QString timeSignature(const QString& timeSig);
+
+/// The user's own sequence: what is stored when its window closes, and a character that it refuses.
+QString stored(const QString& pattern, const QString& timeSig);
+QString refusedLetter();
+
+}  // namespace metronome_speech
