@@ -2,17 +2,21 @@
 // machine has the logging MIDI output ("output") or none ("none").
 
 #include "platform/key_places.h"
+#include "platform/midi_bytes.h"
 #include "platform/windows/media_player.h"
+#include "platform/windows/midi_inputs.h"
 #include "platform/windows/midi_output.h"
 #include "platform/windows/paths.h"
 #include "platform/windows/timer_resolution.h"
 
+#include <atomic>
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <string>
 #include <thread>
+#include <vector>
 
 namespace {
 
@@ -75,6 +79,29 @@ void checkOutput() {
     checkPlanned(output, again.handle);
 }
 
+/// The driver's fifty keys come down and up, and nothing of what it sends between them.
+void checkInputs() {
+    std::atomic<int> down = 0, up = 0, others = 0, changes = 0;
+    expect(MidiInputs::names() == std::vector<std::wstring>{L"Tastiera di prova"},
+           "the input is listed");
+    {
+        MidiInputs inputs(
+            [&](const std::vector<MidiInputs::Input>& now) {
+                changes += now.size() == 1 ? 1 : 100;
+            },
+            [&](int, std::uint32_t message) {
+                ++(!midi_bytes::isAboutKeys(message)                    ? others
+                   : midi_bytes::kindOf(message) == midi_bytes::kNoteOn ? down
+                                                                        : up);
+            });
+        SendMessageW(FindWindowW(L"Cantavista MIDI", nullptr), WM_DEVICECHANGE, 7, 0);
+        Sleep(1500);
+    }
+    std::printf("%d %d %d %d\n", down.load(), up.load(), others.load(), changes.load());
+    expect(changes == 1, "the input is told of once, however often devices change");
+    expect(down == 50 && up == 50, "every key comes down and up");
+}
+
 void checkKeys() {
     expect(keyPlaceOf(0x4B) == 75 && keyPlaceOf(0x14B) == 105, "the arrow is not the keypad's 4");
 }
@@ -121,10 +148,14 @@ int main(int count, char* arguments[]) {
     const TimerResolution resolution;
     const fs::path folder = fs::temp_directory_path() / "cantavista prova";
     fs::create_directories(folder);
-    if (count > 1 && arguments[1] == std::string("none"))
+    if (count > 1 && arguments[1] == std::string("none")) {
         checkNoOutput();
-    else
+        expect(MidiInputs::names().empty(), "no input is listed");
+        MidiInputs none([](const auto&) { expect(false, "an input came"); }, [](int, auto) {});
+    } else {
         checkOutput();
+        checkInputs();
+    }
     checkKeys();
     checkPaths(folder);
     checkMedia(folder);
