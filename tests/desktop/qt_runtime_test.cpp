@@ -19,6 +19,8 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <random>
+#include <thread>
 
 /// Exported by the toolkit for its test library: input as it comes from the system, at once.
 Q_GUI_EXPORT void qt_handleMouseEvent(QWindow* window, const QPointF& local, const QPointF& global,
@@ -94,6 +96,62 @@ TEST_F(QtRuntimeTest, WaitsPassesAndAlarmsEndAtTheirInstant) {
     const int now = QTime::currentTime().msecsSinceStartOfDay() / 1000;
     const auto second = static_cast<int>(runtime.secondsSinceMidnight());
     EXPECT_LE((second - now + kDay) % kDay, 60) << "of the local time";
+}
+
+TEST_F(QtRuntimeTest, WhatThreadsDeliverTakesItsTurnAmongTheClicks) {
+    struct : QWidget {
+        void mousePressEvent(QMouseEvent* event) override { log << int(event->timestamp()); }
+        QList<int> log;
+    } window;
+    window.show();
+    while (!window.windowHandle()->isExposed())
+        runtime.pump(runtime.now() + 10ms);
+    const auto click = [&](int millisecond) {
+        auto* press =
+            new QMouseEvent(QEvent::MouseButtonPress, {1, 1}, {1, 1}, Qt::LeftButton, {}, {});
+        press->setTimestamp(static_cast<quint64>(millisecond));
+        QCoreApplication::postEvent(window.windowHandle(), press);
+    };
+    const auto deliver = [&](Instant at, int number) {
+        std::thread([&, at] { runtime.deliver(at, [&, number] { window.log << number; }); }).join();
+    };
+    // The system counts from another time. Its first event tells which.
+    const auto zero = std::chrono::floor<std::chrono::milliseconds>(runtime.now()) - 1000ms;
+    click(1000);
+    runtime.yield();
+    std::mt19937 random(1);
+    for (int round = 0; round < 20; ++round) {
+        window.log.clear();
+        QList<int> expected, clicks;
+        const Instant begin = runtime.now();
+        runtime.blockUntil(begin + 12ms);
+        for (int at = static_cast<int>((begin - zero) / 1ms) + 1, i = 0; i < 8; ++i, ++at) {
+            expected << at;
+            if (random() % 2)
+                clicks << at;
+            else
+                deliver(zero + at * 1ms, at);
+        }
+        runtime.blockUntil(begin + 20ms);
+        EXPECT_TRUE(window.log.isEmpty()) << "a wait lets nothing through";
+        for (const int at : clicks)
+            click(at);
+        while (window.log.size() < 8)
+            runtime.pump(kForever);
+        EXPECT_EQ(window.log, expected);
+    }
+    window.log.clear();
+    const Instant before = runtime.now();
+    inBox([&](QDialog& box) {
+        deliver(before, 1);
+        runtime.blockUntil(runtime.now() + 15ms);
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(window.log.isEmpty()) << "it came before the box";
+        box.reject();
+    });
+    dialogs.message("a");
+    while (window.log.isEmpty())
+        runtime.pump(kForever);
 }
 
 TEST_F(QtRuntimeTest, BoxesProposeWhatLosesNothingAndTellWhatTheUserChose) {
