@@ -2,10 +2,12 @@
 
 #include "audio/audio_engine.h"
 #include "platform/linux/audio_stream.h"
+#include "platform/linux/midi_in_port.h"
 
 #include <RtMidi.h>
 #include <gmock/gmock.h>
 
+#include <cstdlib>
 #include <jack/jack.h>
 #include <map>
 
@@ -14,6 +16,7 @@ namespace {
 /// The MIDI ports of the machine, which stand here for those of ALSA and of a JACK server.
 struct Machine {
     std::map<RtMidi::Api, std::vector<std::string>> ports;
+    std::map<RtMidi::Api, std::vector<std::string>> sources;
     bool hasJack = false;
     bool fails = false;                 ///< to open a port and to send
     std::vector<std::string> received;  ///< "port: bytes in hexadecimal", in their order
@@ -62,12 +65,56 @@ private:
     std::string name_;
 };
 
+class FabricatedInput : public MidiInApi {
+public:
+    explicit FabricatedInput(RtMidi::Api api) : MidiInApi(1), api_(api) {}
+
+    /// Hands the bytes over as they come from the system.
+    static void send(std::vector<unsigned char> bytes) {
+        const RtMidiInData& data = lastOpened->inputData_;
+        data.userCallback(0, &bytes, data.userData);
+    }
+
+    RtMidi::Api getCurrentApi() override { return api_; }
+    void openPort(unsigned int, const std::string&) override {
+        lastOpened = this;
+        connected_ = !machine.fails;
+    }
+    unsigned int getPortCount() override {
+        return static_cast<unsigned int>(machine.sources[api_].size());
+    }
+    std::string getPortName(unsigned int number) override {
+        return machine.sources[api_].at(number);
+    }
+    void openVirtualPort(const std::string&) override {}
+    void closePort() override {}
+    void setClientName(const std::string&) override {}
+    void setPortName(const std::string&) override {}
+    void initialize(const std::string&) override {}
+
+private:
+    static inline FabricatedInput* lastOpened = nullptr;
+    RtMidi::Api api_;
+};
+
 }  // namespace
 
 // They take the place of the libraries' own.
 RtMidiOut::RtMidiOut(Api api, const std::string& /*client*/) {
     rtapi_ = new FabricatedOutput(api);
     neverClosed.push_back(this);
+}
+
+RtMidiIn::RtMidiIn(Api api, const std::string& /*client*/, unsigned int) {
+    rtapi_ = new FabricatedInput(api);
+}
+
+const char** jack_get_ports(jack_client_t*, const char*, const char*, unsigned long) {
+    const auto& names = machine.sources[RtMidi::UNIX_JACK];
+    auto** list = static_cast<const char**>(std::calloc(names.size() + 1, sizeof(char*)));
+    for (std::size_t i = 0; i < names.size(); ++i)
+        list[i] = names[i].c_str();
+    return list;
 }
 
 jack_client_t* jack_client_open(const char* /*name*/, jack_options_t, jack_status_t*, ...) {
@@ -186,4 +233,29 @@ TEST_F(LinuxMidiOutTest, APortThatGoesIsMissedAndFoundAgainByItsName) {
     machine.hasJack = true;
     EXPECT_EQ(out.send(out.reopen(jack).handle, kNoteOff), 0);
     EXPECT_THAT(received(), ElementsAre("jack:in: 90 3c 00"));
+}
+
+TEST_F(LinuxMidiOutTest, KeyboardsAreHeardOnceAndNothingThatTheProgramSends) {
+    machine.sources = {{RtMidi::LINUX_ALSA,
+                        {"Midi Through:Midi Through Port-0 14:0", "Keys 49:Keys 49 MIDI 1 20:0",
+                         "Cantavista:Cantavista 129:0"}},
+                       {RtMidi::UNIX_JACK,
+                        {"a2j:Midi-Through [14] (capture)", "Midi-Bridge:Keys 49 MIDI 1 (capture)",
+                         "Cantavista-01:Cantavista", "sender:keys"}}};
+    const std::vector<PortAddress> inputs = listMidiInputs();
+    ASSERT_EQ(inputs.size(), 2U);
+    EXPECT_EQ(displayName(inputs[0]), "Keys 49 MIDI 1");
+    EXPECT_EQ(displayName(inputs[1]), "sender:keys");
+    for (const PortAddress& input : inputs) {
+        std::vector<std::uint32_t> heard;
+        auto port =
+            MidiInPort::open(input, [&](std::uint32_t message) { heard.push_back(message); });
+        for (const auto& bytes : std::vector<std::vector<unsigned char>>{
+                 {0x90, 60}, {}, {64, 0xF8, 61, 1}, {0xF0, 1, 2}, {3, 0xF7, 4}, {0xC1, 5}})
+            FabricatedInput::send(bytes);
+        EXPECT_THAT(heard, ElementsAre(0x403C90U, 0x013D90U, 0x05C1U));
+    }
+    machine.fails = true;
+    EXPECT_FALSE(MidiInPort::open(inputs[0], {}));
+    EXPECT_FALSE(MidiInPort::open({RtMidi::LINUX_ALSA, "gone"}, {}));
 }
