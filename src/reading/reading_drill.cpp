@@ -160,6 +160,7 @@ void ReadingDrill::sessionStarted() {
     speech_.start(session_.mode());
     controls_.ui().Start->setText(UserText::tr("Stop"));
     controls_.hideStatistics();
+    Q_EMIT statisticsShown(false);
     // No range can be chosen during a session, and its staff shows nothing but the note asked for.
     board_.staff().ruler().setEnabled(false);
     board_.staff().ruler().showAllMarkers();
@@ -172,9 +173,11 @@ void ReadingDrill::sessionStopped(const ReadingStatistics& statistics) {
     verdict_.end();
     board_.staff().ruler().setEnabled(true);
     board_.enableAnswers(false);
-    if (!statistics.empty())
-        controls_.showStatistics(statistics);
     announce(speech_.stop(statistics));
+    if (statistics.empty())
+        return;
+    controls_.showStatistics(statistics);
+    Q_EMIT statisticsShown(true);
 }
 
 bool ReadingDrill::eventFilter(QObject* target, QEvent* event) {

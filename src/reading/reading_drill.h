@@ -41,6 +41,10 @@ public:
     void difficolt_Click();
     void Regolo_MouseDown(double y);
 
+Q_SIGNALS:
+    /// The statistics of a session have come or gone.
+    void statisticsShown(bool shown);
+
 protected:
     /// Hands the answer keys to the session, whichever control of the drill has the focus. A key
     /// that answers does nothing else in the window.

@@ -8,6 +8,7 @@
 #include "platform/folders.h"
 #include "platform/help_viewer.h"
 #include "platform/runtime.h"
+#include "platform/user_text.h"
 #include "reading/reading_drill.h"
 #include "reference/frmOptions.h"
 #include "shell/frmAbout.h"
@@ -16,9 +17,11 @@
 #include "ui_main_window.h"
 #include "widgets/announcement.h"
 #include "widgets/appearance.h"
+#include "widgets/label_button.h"
 
 #include <QCloseEvent>
 #include <QLabel>
+#include <QToolButton>
 
 namespace {
 
@@ -32,6 +35,7 @@ MainWindow::MainWindow(const Services& services)
       noteFolder_(start_up::noteFolder(services.folders.programFolder())),
       helpFile_(start_up::helpFile(services.folders.programFolder())),
       status_(new QLabel),
+      chooseOutput_(new QToolButton),
       keys_(services.midiKeyboard, *this, [this] { return isActiveWindow(); }) {
     ui_->setupUi(this);
     resize(size().boundedTo(appearance::roomOnScreen(*this).size()));
@@ -41,8 +45,9 @@ MainWindow::MainWindow(const Services& services)
                                             *ui_->board, *ui_->controls);
     metronomeFrame_ =
         new frmMetro(services_.runtime, services_.funzioniMM, metronomeState_, *this, ui_->centre);
-    ui_->rightColumn->insertWidget(ui_->rightColumn->indexOf(ui_->cmdEsci) - 1, metronomeFrame_);
+    ui_->rightColumn->insertWidget(ui_->rightColumn->indexOf(ui_->guide), metronomeFrame_);
     setTabOrder(&metronomeFrame_->lastControl(), ui_->cmdEsci);
+    addGuide();
     connectMenu();
     Form_Load();
 }
@@ -85,6 +90,28 @@ void MainWindow::connectMenu() {
     connect(&helpKey_, &HelpKey::pressed, this, [this] { services_.help.show(helpFile_); });
 }
 
+/// What a new user does not find by himself: the other exercises, the manual, and what to do when
+/// nothing is heard.
+void MainWindow::addGuide() {
+    std::vector<GuidePanel::Row> rows;
+    for (QAction* item : {ui_->Intonazione, ui_->mnuRint, ui_->mnuRac, ui_->mnuComposer,
+                          ui_->mnuPromemoria, ui_->mnuMetro})
+        rows.push_back({item, item->shortcut().toString(QKeySequence::NativeText)});
+    rows.push_back({ui_->mnuAiuto, QKeySequence(Qt::Key_F1).toString(QKeySequence::NativeText)});
+    ui_->guide->setRows(UserText::tr("Altri esercizi e aiuto"), rows);
+    connect(drill_.get(), &ReadingDrill::statisticsShown, ui_->guide,
+            [this](bool shown) { ui_->guide->setWanted(!shown); });
+
+    chooseOutput_->setObjectName(QStringLiteral("cmdUscita"));
+    chooseOutput_->setText(UserText::tr("Non si sente nulla? MIDI Test ..."));
+    chooseOutput_->setToolTip(
+        UserText::tr("Apre la finestra in cui si sceglie e si prova un'uscita del suono"));
+    makeLabelButton(*chooseOutput_, palette().color(QPalette::Link));
+    chooseOutput_->hide();
+    connect(chooseOutput_, &QToolButton::clicked, this, &MainWindow::mnuMidiTest_Click);
+    ui_->statusBar->addPermanentWidget(chooseOutput_);
+}
+
 void MainWindow::Form_Load() {
     services_.funzioniMM.onChange([this] { showStatus(); });
     services_.funzioniMM.setCurrentInstrument(instruments::kOrgano);
@@ -102,6 +129,8 @@ void MainWindow::Form_Activate() {
         return;
     activated_ = true;
     start_up::firstActivation(services_.runtime, services_.funzioniMM, noteFolder_, *this);
+    started_ = true;
+    showStatus();
     if (services_.midiKeyboard)
         services_.midiKeyboard->listen();
     if (!melodyAtStart_.isEmpty() && !services_.runtime.ending())
@@ -230,7 +259,8 @@ void MainWindow::focusStart() {
 void MainWindow::setMetronomeRunning(bool running) {
     for (QMenu* menu : {ui_->f1, ui_->es, ui_->Opzioni})
         menu->setEnabled(!running);
-    ui_->cmdEsci->setEnabled(!running);
+    for (QWidget* widget : std::initializer_list<QWidget*>{ui_->cmdEsci, ui_->guide, chooseOutput_})
+        widget->setEnabled(!running);
 }
 
 const QWidget& MainWindow::startColourSource() const {
@@ -258,5 +288,6 @@ void MainWindow::keyboardsChanged() {
 }
 
 void MainWindow::showStatus() {
-    status_->setText(status_line::text(services_.funzioniMM, services_.midiKeyboard));
+    status_->setText(status_line::text(services_.funzioniMM, services_.midiKeyboard, started_));
+    chooseOutput_->setVisible(started_ && !services_.funzioniMM.output().isOpen());
 }

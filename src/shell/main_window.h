@@ -15,6 +15,7 @@
 #include <memory>
 
 class QLabel;
+class QToolButton;
 class ReadingDrill;
 class frmMetro;
 
@@ -69,6 +70,7 @@ private:
     void showEarTraining(ExerciseCode exercise);
     void showComposer(const QString& melodyFile);
     void showStatus();
+    void addGuide();
 
     void enableStartUpControls(bool on) override;
     void focusStart() override;
@@ -92,6 +94,8 @@ private:
     QString melodyAtStart_;
     HelpKey helpKey_;
     QLabel* status_;
+    QToolButton* chooseOutput_;
     MidiKeyboard::Window keys_;
     bool activated_ = false;
+    bool started_ = false;  ///< the tune is over and the output was opened
 };

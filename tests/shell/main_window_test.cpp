@@ -6,6 +6,7 @@
 #include "support/heard.h"
 #include "support/test_world.h"
 #include "support/window_driver.h"
+#include "widgets/verdict_badge.h"
 
 #include <QAction>
 #include <QApplication>
@@ -92,6 +93,8 @@ struct DrillWalk : MainWindowTest {
     Instant began{0};
     QStringList summary;  ///< the lines of the statistics
     Heard heard;
+    QString judged;       ///< the last answer's button and verdict, as "pdo +"
+    Instant judgedAt{};
 
     int draw(int count) { return static_cast<int>(random() % static_cast<unsigned>(count)); }
     int degree(int step) const { return (step < 40 ? step : step - 16) % 7; }
@@ -102,7 +105,26 @@ struct DrillWalk : MainWindowTest {
     /// The number of the note of an automatic session.
     int number() const { return static_cast<int>((world.runtime.now() - began) * speed / 60s) + 1; }
 
+    void judge(int given, bool isRight) {
+        judged = kAnswers.at(given) + (isRight ? " +" : " -");
+        judgedAt = world.runtime.now();
+    }
+    /// The places that a verdict is shown at, each with its verdict.
+    QStringList badges() const {
+        QStringList places;
+        for (const VerdictBadge* badge : window->findChildren<VerdictBadge*>()) {
+            const char* sign = badge->accessibleName() == "Risposta esatta" ? " +" : " -";
+            if (!badge->isHidden())
+                places << badge->parentWidget()->objectName() + sign;
+        }
+        places.sort();
+        return places;
+    }
+
     void check() {
+        const bool moment = !judged.isEmpty() && world.runtime.now() < judgedAt + 800ms;
+        EXPECT_EQ(badges(),
+                  moment ? QStringList({judged, "staff" + judged.right(2)}) : QStringList());
         EXPECT_EQ(user.text("Start"), session ? "Stop" : "Start");
         EXPECT_EQ(user.enabled("Start"), clicks.size() != 1);
         EXPECT_EQ(user.enabled("Regolo"), !session);
@@ -112,7 +134,11 @@ struct DrillWalk : MainWindowTest {
             EXPECT_EQ(user.text("conta").toInt(), automatic ? number() : right);
             EXPECT_EQ(user.text("er").toInt(), wrong);
         }
+        const QString polled[] = {"d / Num 4", "Num 1", "f / Num 6", "Num 2",
+                                  "g / Num 7", "Num 3", "h / Num 8"};
         for (int i = 0; i < 7; ++i) {
+            EXPECT_EQ(user.text("key_" + kAnswers.at(i)),
+                      automatic ? polled[i] : QString("d1f2g3h"[i]));
             EXPECT_EQ(user.enabled(kAnswers.at(i)), answers);
             EXPECT_EQ(user.text(kAnswers.at(i)), name(14 + i));
         }
@@ -156,6 +182,7 @@ struct DrillWalk : MainWindowTest {
     }
     void stop() {
         session = answers = false;
+        judged.clear();
         const auto seconds = (world.runtime.now() - began) / 1s;
         const int notes = automatic ? number() : right + wrong;
         if (right + wrong > 0)
@@ -175,6 +202,8 @@ struct DrillWalk : MainWindowTest {
         const QWidget* focus = QApplication::focusWidget();
         const bool takes = session && !automatic && (byButton || focus);
         const bool isRight = takes && given == degree(asked);
+        if (takes)
+            judge(given, isRight);
         if (isRight)
             drawNote();
         (isRight ? right : wrong) += takes ? 1 : 0;
@@ -201,6 +230,7 @@ struct DrillWalk : MainWindowTest {
         if (automatic && answeredNote != number()) {
             const bool isRight = given == degree(noteOnShow());
             ++(isRight ? right : wrong);
+            judge(given, isRight);
             answeredNote = isRight ? number() : answeredNote;
         }
         const bool byPad = given % 2 == 1 || draw(2) == 0;
@@ -287,6 +317,7 @@ TEST_F(MainWindowTest, FourControlsRestDuringTheTuneAndInputWaits) {
     QStringList before = disabled(), during;
     auto alarm = world.runtime.makeAlarm([&] {
         during = disabled();
+        EXPECT_EQ(status(), "Uscita: in preparazione   ·   Strumento: 16-Hammond Organ");
         EXPECT_THAT(world.media.lines,
                     ElementsAre("OPEN C:\\Cantavista\\note\\ap.mid ALIAS jepa ", "PLAY jepa"));
         EXPECT_THAT(world.midi.take(), IsEmpty());
@@ -299,7 +330,8 @@ TEST_F(MainWindowTest, FourControlsRestDuringTheTuneAndInputWaits) {
     activate();
     for (const QString& name : before)
         during.removeAll(name);
-    EXPECT_THAT(during, ElementsAre("Intonazione", "Start", "cmdEsci", "mnuRint"));
+    EXPECT_THAT(during, ElementsAre("Intonazione", "Start", "cmdEsci", "guida_Intonazione",
+                                    "guida_mnuRint", "mnuRint"));
     EXPECT_EQ(disabled(), before);
     EXPECT_EQ(QApplication::focusWidget(), &user.find<QWidget>("Start"));
     EXPECT_EQ(world.media.lines.back(), "CLOSE jepa");
@@ -318,6 +350,9 @@ TEST_F(MainWindowTest, StartsWithoutTuneOrOutput) {
     EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("open -1"));
     EXPECT_THAT(world.dialogs.lines, ElementsAre("message: Operation:Open\r\nErrore di sistema 2",
                                                  testing::StartsWith("message: Errore: 53")));
+    workInModal(
+        world.runtime, [this] { user.click("cmdUscita"); },
+        [](const WindowDriver& opened) { opened.click("cmdChiudi"); });
 }
 
 TEST_F(MainWindowTest, EachMenuItemDoesItsWork) {
@@ -343,12 +378,22 @@ TEST_F(MainWindowTest, EachMenuItemDoesItsWork) {
     EXPECT_EQ(status(), "Uscita: Mapper   ·   Strumento: 0-Acoustic Grand Piano");
     choose("mnuOrgano");
     EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("program 0", "program 16"));
+    EXPECT_FALSE(user.shown("cmdUscita")) << "there is an output";
+    user.click("guida_mnuAiuto");
+    QCoreApplication::processEvents();
+    EXPECT_EQ(world.help.shown.size(), 1);
+    user.click("Start");
+    user.click("pdo");
+    EXPECT_TRUE(user.shown("guida"));
+    user.click("Start");
+    EXPECT_FALSE(user.shown("guida")) << "its place is the statistics'";
     choose("mnuLettura");
     EXPECT_EQ(QApplication::focusWidget(), &user.find<QWidget>("Start"));
     EXPECT_FALSE(user.shown("cmdSSmetro"));
     choose("mnuMetro");
     EXPECT_EQ(QApplication::focusWidget(), &user.find<QWidget>("cmdSSmetro"));
     world.runtime.runActs();
+    world.midi.take();
     choose("Esci");
     EXPECT_TRUE(world.runtime.ending() && !window->isVisible());
     EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("close"));

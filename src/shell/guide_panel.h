@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QWidget>
+
+#include <vector>
+
+class QAction;
+
+/// Names what else there is, with its shortcuts, in a place that would be empty; a click does it.
+/// It asks for no room: where it does not fit as a whole, nothing is shown.
+class GuidePanel : public QWidget {
+    Q_OBJECT
+
+public:
+    struct Row {
+        QAction* item;  ///< of the menu; the row is disabled with it
+        QString keys;
+    };
+
+    explicit GuidePanel(QWidget* parent = nullptr);
+
+    /// To be called once.
+    void setRows(const QString& title, const std::vector<Row>& rows);
+
+    /// Whether the place is free for the guide.
+    void setWanted(bool wanted);
+
+    QSize sizeHint() const override { return minimumSizeHint(); }
+    QSize minimumSizeHint() const override { return {0, 0}; }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    void arrange();
+
+    QWidget* content_;
+    bool wanted_ = true;
+};
