@@ -157,6 +157,10 @@ void FunzioniMM::waitUntil(Instant end) {
     runtime_.blockUntil(end);
 }
 
+bool FunzioniMM::waitUnless(Instant end, const std::function<bool(const QEvent&)>& ends) {
+    return runtime_.blockUnless(end, ends);
+}
+
 void FunzioniMM::MediaOpen(const QString& path) {
     if (media_.command(QStringLiteral("OPEN ") + path + QStringLiteral(" ALIAS jepa ")) != 0)
         mediaOpenFailed_ = true;

@@ -14,6 +14,7 @@
 
 class Dialogs;
 class Media;
+class QEvent;
 class Runtime;
 
 /// The sound module: the one MIDI output, the single-voice note player, the blocking wait, the
@@ -82,6 +83,8 @@ public:
     /// Waits that follow each other, to begin now, and a wait for the end of one of them.
     WaitChain waits();
     void waitUntil(Instant end);
+    /// The same, but it ends early for the user's input (see `Runtime::blockUnless`).
+    bool waitUnless(Instant end, const std::function<bool(const QEvent& input)>& ends);
 
     /// A blocking wait of more than 0 and less than 10 seconds; any other returns at once.
     void WaitSeconds(double seconds);

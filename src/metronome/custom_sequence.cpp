@@ -8,7 +8,6 @@ namespace custom_sequence {
 namespace {
 
 constexpr int kFullVelocity = 127;
-constexpr double kTestSeconds = 0.8;
 
 }  // namespace
 
@@ -24,22 +23,6 @@ void testSound(FunzioniMM& funzioniMM, int note) {
         return;
     funzioniMM.NoteOff(FunzioniMM::kMelodyChannel, pitch::kMiddleC);
     funzioniMM.NoteOn(FunzioniMM::kPercussionChannel, note, kFullVelocity);
-}
-
-void playOnce(FunzioniMM& funzioniMM, MetronomeState& state, const QString& pattern) {
-    WaitChain waits = funzioniMM.waits();
-    for (const QChar letter : pattern) {
-        state.takePulse(letter);
-        if (!funzioniMM.output().ready())
-            continue;
-        funzioniMM.planReset(waits.reached());
-        const Instant click = waits.afterSeconds(kTestSeconds);
-        funzioniMM.planNoteOn(FunzioniMM::kPercussionChannel, state.MetroPulseNote, kFullVelocity,
-                              click);
-        funzioniMM.ResetOutput();
-        funzioniMM.waitUntil(click);
-        funzioniMM.NoteOn(FunzioniMM::kPercussionChannel, state.MetroPulseNote, kFullVelocity);
-    }
 }
 
 void store(MetronomeState& state, const Result& result) {

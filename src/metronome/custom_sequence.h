@@ -38,10 +38,6 @@ std::optional<QChar> typedLetter(QChar character);
 /// Sounds one percussion note, if an output is open.
 void testSound(FunzioniMM& funzioniMM, int note);
 
-/// Plays a pattern once, a pulse every 0.8 s, and lets no input through meanwhile. The last pulse
-/// stays the state's current one.
-void playOnce(FunzioniMM& funzioniMM, MetronomeState& state, const QString& pattern);
-
 /// What the window holds when it closes.
 struct Result {
     QString pattern;

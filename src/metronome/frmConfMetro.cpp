@@ -4,6 +4,7 @@
 #include "metronome/metronome_speech.h"
 #include "metronome/metronome_state.h"
 #include "metronome/percussion_names.h"
+#include "platform/user_text.h"
 #include "ui_frmConfMetro.h"
 #include "widgets/announcement.h"
 #include "widgets/appearance.h"
@@ -11,8 +12,10 @@
 #include "widgets/panel_text.h"
 
 #include <QKeyEvent>
+#include <QMouseEvent>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -25,6 +28,10 @@ struct LetterColours {
 /// Red, green and blue in shades that can be read as text.
 constexpr LetterColours kOnLight{0xFFC40000, 0xFF007A00, 0xFF0000D0};
 constexpr LetterColours kOnDark{0xFFFF6B6B, 0xFF4FD64F, 0xFF86A0FF};
+
+QString pulseText(int pulse, int pulses) {
+    return UserText::tr("Pulsazione %1 di %2 (Esc la ferma)").arg(pulse).arg(pulses);
+}
 
 template <typename Notes>
 void fill(QComboBox& list, const Notes& notes, int chosen) {
@@ -61,8 +68,12 @@ frmConfMetro::frmConfMetro(FunzioniMM& funzioniMM, MetronomeState& state, QWidge
     : QDialog(parent),
       funzioniMM_(funzioniMM),
       state_(state),
-      ui_(std::make_unique<Ui::frmConfMetro>()) {
+      ui_(std::make_unique<Ui::frmConfMetro>()),
+      test_(funzioniMM, state, *this) {
     ui_->setupUi(this);
+    panel_text::reserve(*ui_->lblProva,
+                        pulseText(pulse_pattern::kMaxLength, pulse_pattern::kMaxLength));
+    showTesting(false);
     const bool dark = palette().color(QPalette::Window).lightness() < 128;
     const LetterColours& colours = dark ? kOnDark : kOnLight;
     makeLetter(*ui_->lblA, colours.a);
@@ -75,6 +86,7 @@ frmConfMetro::frmConfMetro(FunzioniMM& funzioniMM, MetronomeState& state, QWidge
     connectSound(ui_->InstrC, ui_->lblC, &MetronomeState::MetroNoteC);
     connect(ui_->seqPreset, &QComboBox::activated, this, &frmConfMetro::seqPreset_Click);
     connect(ui_->cmdTest, &QPushButton::clicked, this, &frmConfMetro::cmdTest_Click);
+    connect(ui_->cmdFerma, &QPushButton::clicked, this, [this] { test_.stop(); });
     connect(ui_->cmdOk, &QPushButton::clicked, this, &QDialog::accept);
 }
 
@@ -125,7 +137,40 @@ void frmConfMetro::seqPreset_Click() {
 }
 
 void frmConfMetro::cmdTest_Click() {
-    custom_sequence::playOnce(funzioniMM_, state_, ui_->txtPattern->text());
+    test_.play(ui_->txtPattern->text());
+}
+
+void frmConfMetro::showTesting(bool on) {
+    ui_->cmdFerma->setEnabled(on);
+    if (!on)
+        ui_->lblProva->clear();
+}
+
+void frmConfMetro::showPulse(int pulse, int pulses) {
+    showTesting(true);
+    ui_->lblProva->setText(pulseText(pulse, pulses));
+}
+
+void frmConfMetro::showEnd() {
+    showTesting(false);
+}
+
+/// Escape, or a press of the button, which the wait keeps from it.
+bool frmConfMetro::endsTest(const QEvent& input) {
+    if (input.type() == QEvent::KeyPress) {
+        endedByEscape_ = static_cast<const QKeyEvent&>(input).key() == Qt::Key_Escape;
+        return endedByEscape_;
+    }
+    if (input.type() != QEvent::MouseButtonPress)
+        return false;
+    const QPoint place = static_cast<const QMouseEvent&>(input).globalPosition().toPoint();
+    return ui_->cmdFerma->rect().contains(ui_->cmdFerma->mapFromGlobal(place));
+}
+
+void frmConfMetro::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape && std::exchange(endedByEscape_, false))
+        return;
+    QDialog::keyPressEvent(event);
 }
 
 bool frmConfMetro::eventFilter(QObject* target, QEvent* event) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "metronome/sequence_test.h"
+
 #include <QDialog>
 
 #include <memory>
@@ -15,7 +17,7 @@ class frmConfMetro;
 
 /// The window for a custom pulse pattern and the sounds of the pulse kinds. A sound takes effect at
 /// once, the pattern and its time signature when the window closes, in whatever way.
-class frmConfMetro : public QDialog {
+class frmConfMetro : public QDialog, private SequenceTestView {
     Q_OBJECT
 
 public:
@@ -29,6 +31,7 @@ public:
 
 protected:
     bool eventFilter(QObject* target, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     using Note = std::int16_t MetronomeState::*;
@@ -37,8 +40,15 @@ private:
     void Form_Unload();
     void connectSound(QComboBox* list, QAbstractButton* letter, Note note);
     bool txtPattern_KeyPress(const QString& typed);
+    void showTesting(bool on);
+
+    void showPulse(int pulse, int pulses) override;
+    void showEnd() override;
+    bool endsTest(const QEvent& input) override;
 
     FunzioniMM& funzioniMM_;
     MetronomeState& state_;
     std::unique_ptr<Ui::frmConfMetro> ui_;
+    SequenceTest test_;
+    bool endedByEscape_ = false;  ///< the key is still to come, and does nothing else
 };

@@ -9,6 +9,7 @@
 #include <vector>
 
 class QDateTime;
+class QEvent;
 class SavedAtEnd;
 
 /// A point on the steady clock: time since an arbitrary origin. It never goes back and never
@@ -64,6 +65,17 @@ public:
     /// order and comes with the next pass. An instant in the past returns at once, and so does a
     /// wait when the program ends.
     virtual void blockUntil(Instant end) = 0;
+
+    /// Says of an event of the user's input whether a wait is to end for it.
+    using EndsWait = std::function<bool(const QEvent& input)>;
+
+    /// The same, but the wait is over as soon as `ends` is true of what the user does, within a
+    /// tenth of a second; that comes with the next pass like all other input. Answers whether it
+    /// was.
+    virtual bool blockUnless(Instant end, const EndsWait& /*ends*/) {
+        blockUntil(end);
+        return false;
+    }
 
     /// Does work as if it were user input that came at `at`: in a pass, in order with the user's
     /// keys and clicks, and neither in a wait nor, if it came before a box opened, behind the box.

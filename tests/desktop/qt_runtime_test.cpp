@@ -281,3 +281,36 @@ TEST_F(QtRuntimeTest, NoBoxTakesTheInputThatWaitedBeforeIt) {
         EXPECT_FALSE(window.isDown());
     }
 }
+
+TEST_F(QtRuntimeTest, AWaitEndsForTheInputThatItIsToEndForAndLosesNone) {
+    QPushButton window;
+    QStringList done;
+    QObject::connect(&window, &QPushButton::clicked, [&] { done << "click"; });
+    QShortcut shortcut(Qt::Key_B, &window);
+    QObject::connect(&shortcut, &QShortcut::activated, [&] { done << "key"; });
+    window.resize(200, 100);
+    window.show();
+    window.activateWindow();
+    while (!window.windowHandle()->isExposed())
+        runtime.pump(runtime.now() + 10ms);
+    const auto use = [&] {
+        for (const bool down : {true, false}) {
+            qt_handleMouseEvent(
+                window.windowHandle(), {100, 50}, window.mapToGlobal(QPoint(100, 50)),
+                down ? Qt::LeftButton : Qt::NoButton, Qt::LeftButton,
+                down ? QEvent::MouseButtonPress : QEvent::MouseButtonRelease, Qt::NoModifier, 0);
+        }
+        sendSystemKey(window, QEvent::KeyPress, Qt::Key_B);
+        sendSystemKey(window, QEvent::KeyRelease, Qt::Key_B);
+    };
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::MouseButtonPress, QEvent::None}) {
+        const auto ends = [type](const QEvent& input) { return input.type() == type; };
+        QTimer::singleShot(0, use);
+        const bool waits = type == QEvent::None;
+        EXPECT_EQ(runtime.blockUnless(runtime.now() + (waits ? Instant(200ms) : 1h), ends), !waits);
+        EXPECT_EQ(done, QStringList()) << "nothing came through";
+        for (int i = 0; i < 100 && done.size() < 2; ++i)
+            runtime.pump(runtime.now() + 5ms);
+        EXPECT_EQ(std::exchange(done, {}), QStringList({"click", "key"}));
+    }
+}

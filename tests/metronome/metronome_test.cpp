@@ -1,7 +1,10 @@
 #include "metronome/metronome.h"
 
+#include "metronome/sequence_test.h"
 #include "support/same_lines.h"
 #include "support/test_world.h"
+
+#include <QEvent>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -228,6 +231,59 @@ TEST(Metronome, FollowsThePlainRulesUnderRandomActs) {
         acts.push_back({1s, round % 2 == 0, 11, 0});
         EXPECT_TRUE(sameLines(Stage<Metronome>().play(acts), Stage<PlainMetronome>().play(acts)))
             << "round " << round;
+    }
+}
+
+TEST(SequenceTest, SoundsAPulseEvery800MillisecondsUntilTheUserEndsIt) {
+    struct Shown : SequenceTestView {
+        std::vector<std::string> lines;
+        bool heeds = false;  ///< the input is one that ends the test
+        void showPulse(int pulse, int pulses) override {
+            lines.push_back(std::to_string(pulse) + '/' + std::to_string(pulses));
+        }
+        void showEnd() override { lines.push_back("end"); }
+        bool endsTest(const QEvent&) override { return heeds; }
+    };
+    std::mt19937 random{1};
+    for (int i = 0; i < 400; ++i) {
+        TestWorld world;
+        world.openOutput();
+        MetronomeState state;
+        Shown shown;
+        SequenceTest test(world.funzioniMM, state, shown);
+        const std::map<char, int> notes{{'a', 76}, {'b', 85}, {'c', 33}};
+        const QEvent input(QEvent::KeyPress);
+        const auto at = [](Instant instant) {
+            char text[20];
+            std::snprintf(text, sizeof text, "%.3f ", static_cast<double>(instant.count()) / 1e9);
+            return std::string(text);
+        };
+        const Instant stop = std::chrono::milliseconds(random() % 9000);
+        shown.heeds = random() % 3 > 0;
+        world.runtime.doInWait(stop, input);
+        QString pattern;
+        std::vector<std::string> heard, seen;
+        const int pulses = static_cast<int>(random() % 21);
+        int note = state.MetroPulseNote;
+        bool ended = false;
+        for (int pulse = 0; pulse < pulses; ++pulse) {
+            const char letter = "abcx"[random() % 4];
+            pattern += QLatin1Char(letter);
+            if (ended)
+                continue;
+            note = letter == 'x' ? note : notes.at(letter);
+            seen.push_back(std::to_string(pulse + 1) + '/' + std::to_string(pulses));
+            heard.push_back(at(pulse * 800ms) + "reset");
+            ended = shown.heeds && stop < (pulse + 1) * 800ms;
+            heard.push_back(ended ? at(stop) + "reset"
+                                  : at((pulse + 1) * 800ms) + "on 10 " + std::to_string(note) +
+                                        " 127");
+        }
+        seen.push_back("end");
+        test.play(pattern);
+        EXPECT_TRUE(sameLines(world.midi.take(), heard)) << pattern.toStdString();
+        EXPECT_EQ(shown.lines, seen);
+        EXPECT_EQ(state.MetroPulseNote, note);
     }
 }
 

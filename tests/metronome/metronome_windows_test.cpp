@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QWheelEvent>
@@ -176,11 +177,13 @@ TEST_F(MetronomeWindowsTest, ACustomSequenceIsHeardTypedAndKept) {
         }
         EXPECT_EQ(names.size() - names.count(""), 29U);
         window.find<QLineEdit>("txtPattern").setText("ca");
-        const Instant begin = world.runtime.now();
+        const QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+        world.runtime.doInWait(world.runtime.now() + 1s, escape);
         window.click("cmdTest");
-        EXPECT_EQ((world.runtime.now() - begin + 50ms) / 100ms, 16);
         EXPECT_THAT(world.midi.takeUntimed(),
-                    ElementsAre("reset", "on 10 51 127", "reset", "on 10 81 127"));
+                    ElementsAre("reset", "on 10 51 127", "reset", "reset"));
+        window.type(Qt::Key_Escape);
+        EXPECT_TRUE(window.window().isVisible()) << "it ended the test";
         auto& pattern = window.find<QLineEdit>("txtPattern");
         pattern.selectAll();
         for (const char* typed : {"A", "d", "B", "1", " ", "c", "b", "a", "\b", "b"})

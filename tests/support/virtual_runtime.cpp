@@ -118,6 +118,13 @@ void VirtualRuntime::blockUntil(Instant end) {
         now_ = std::max(now_, end);
 }
 
+bool VirtualRuntime::blockUnless(Instant end, const EndsWait& ends) {
+    const bool comes = inWait_.first >= now_ && inWait_.first < end;
+    const bool isOver = comes && ends(*inWait_.second);
+    blockUntil(isOver ? inWait_.first : end);
+    return isOver;
+}
+
 bool VirtualRuntime::runDueActs() {
     bool ran = false;
     while (!acts_.empty() && acts_.begin()->first <= now_) {

@@ -41,6 +41,9 @@ public:
     /// How much later than its end each wait returns, as on a busy machine.
     void wakeLate(std::function<Instant()> lateness) { lateness_ = std::move(lateness); }
 
+    /// What the user does in a wait that ends for some input.
+    void doInWait(Instant instant, const QEvent& input) { inWait_ = {instant, &input}; }
+
     /// Runs every act that is left, moving the clock to each.
     void runActs();
     void runNextAct();
@@ -55,6 +58,7 @@ public:
     QDateTime dateTime() const override;
     bool pump(Instant wakeBy) override;
     void blockUntil(Instant end) override;
+    bool blockUnless(Instant end, const EndsWait& ends) override;
     void deliver(Instant instant, std::function<void()> work) override {
         at(instant, std::move(work));
     }
@@ -83,6 +87,7 @@ private:
     std::set<KeyCode> held_;
     KeyCode repeated_ = 0;  ///< in this pass
     std::function<Instant()> lateness_ = [] { return Instant{0}; };
+    std::pair<Instant, const QEvent*> inWait_{kForever, nullptr};
     std::size_t actsRun_ = 0;
     int passes_ = 0;
     bool serving_ = false;

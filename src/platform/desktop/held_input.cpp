@@ -75,13 +75,13 @@ HeldInput::HeldInput() {
 HeldInput::~HeldInput() = default;
 
 HeldInput::Box::Box(HeldInput& input) : input_(input) {
-    if (input_.boxes_++ == 0)
+    if (boxes_++ == 0)
         boxOpened_ = std::chrono::steady_clock::now().time_since_epoch();
     input_.take();
 }
 
 HeldInput::Box::~Box() {
-    if (--input_.boxes_ == 0) {
+    if (--boxes_ == 0) {
         boxOpened_ = Instant::min();
         if (!input_.held_.empty())
             input_.delivery_.start(0);
@@ -90,10 +90,24 @@ HeldInput::Box::~Box() {
 }
 
 void HeldInput::take() {
+    takeQueue();
+    letGo();
+}
+
+bool HeldInput::collect(const std::function<bool(const QEvent&)>& wanted) {
+    const std::size_t before = held_.size();
+    takeQueue();
+    if (!held_.empty())
+        delivery_.start(0);
+    triesLeft_ = kTries;
+    return std::any_of(held_.begin() + static_cast<std::ptrdiff_t>(before), held_.end(),
+                       [&wanted](const Held& held) { return wanted(*held.event); });
+}
+
+void HeldInput::takeQueue() {
     QCoreApplication::instance()->installEventFilter(this);
     QCoreApplication::processEvents();
     QCoreApplication::instance()->removeEventFilter(this);
-    letGo();
 }
 
 bool HeldInput::eventFilter(QObject* target, QEvent* event) {
@@ -123,9 +137,9 @@ void HeldInput::letGo() {
 }
 
 void HeldInput::deliver() {
-    if (boxes_ > 0 || held_.empty())
+    if (held_.empty())
         return;
-    if (paused_ > 0) {
+    if (paused_ > 0 || boxes_ > 0) {
         delivery_.start(kRetry);
         return;
     }

@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <QTimer>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -35,6 +36,10 @@ public:
         HeldInput& input_;
     };
 
+    /// Takes the queue while no box is on show, as in a wait. It is delivered as soon as no `Pause`
+    /// is left. Answers whether `wanted` is true of anything in it.
+    bool collect(const std::function<bool(const QEvent&)>& wanted);
+
     /// While one of these exists no input is let through.
     class Pause {
     public:
@@ -59,14 +64,15 @@ private:
     };
 
     void take();
+    void takeQueue();
     void letGo();
     void deliver();
 
     static inline int paused_ = 0;
     static inline Instant boxOpened_ = Instant::min();
+    static inline int boxes_ = 0;
 
     std::vector<Held> held_;
     QTimer delivery_;
-    int boxes_ = 0;
     int triesLeft_ = 0;  ///< to find the window active again, for a shortcut
 };

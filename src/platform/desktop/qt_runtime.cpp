@@ -1,6 +1,5 @@
 #include "platform/desktop/qt_runtime.h"
 
-#include "platform/desktop/held_input.h"
 #include "platform/desktop/qt_alarm.h"
 
 #include <QAbstractEventDispatcher>
@@ -107,6 +106,18 @@ void QtRuntime::waitWithoutInput(Instant end) {
     std::this_thread::sleep_until(onSteadyClock(end - kBusyWaitStretch));
     while (now() < end) {
     }
+}
+
+/// The input has to leave the queue to be looked at, and is delivered after the wait.
+bool QtRuntime::blockUnless(Instant end, const EndsWait& ends) {
+    const HeldInput::Pause noInput;
+    while (!ending_ && end - now() > kServeInterval + kNoEventsStretch) {
+        if (heldInput_.collect(ends))
+            return true;
+        std::this_thread::sleep_for(kServeInterval);
+    }
+    blockUntil(end);
+    return false;
 }
 
 /// Lets layout and painting settle and answers the window manager; user input, a click on a

@@ -2,6 +2,7 @@
 
 #include "platform/desktop/deliveries.h"
 #include "platform/desktop/end_requests.h"
+#include "platform/desktop/held_input.h"
 #include "platform/desktop/input_watch.h"
 #include "platform/desktop/key_table.h"
 #include "platform/runtime.h"
@@ -25,6 +26,7 @@ public:
     QDateTime dateTime() const override;
     bool pump(Instant wakeBy) override;
     void blockUntil(Instant end) override;
+    bool blockUnless(Instant end, const EndsWait& ends) override;
     void deliver(Instant at, std::function<void()> work) override {
         deliveries_.post(at, std::move(work));
     }
@@ -43,6 +45,7 @@ private:
 
     KeyTable keys_;
     InputWatch input_;
+    HeldInput heldInput_;
     Deliveries deliveries_{[this] { return keys_.waits(); }};
     EndRequests endRequests_;
     QTimer wakeUp_;
