@@ -226,8 +226,7 @@ const std::vector<Scene>& scenes() {
         {"message", true, box([](Dialogs& d) { d.message("Scegli un'altra nota !!!"); })},
         {"question", true,
          box([](Dialogs& d) { d.confirm("La melodia esiste già.\r\nVuoi sostituirla ?"); })},
-        {"closing", true,
-         box([](Dialogs& d) {
+        {"closing", true, box([](Dialogs& d) {
              d.confirmClosing("La melodia non è stata salvata. Chiudere comunque ?");
          })},
         {"input", true,
