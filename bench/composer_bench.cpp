@@ -3,6 +3,7 @@
 // melody keeps its length.
 
 #include "composer/melody/melody_editor.h"
+#include "composer/notation/score_layout.h"
 #include "composer/playback/playback.h"
 
 #include <benchmark/benchmark.h>
@@ -37,6 +38,32 @@ struct Bench {
 
     Composition composition;
     MelodyEditor editor{composition};
+};
+
+/// The staff of a composition, laid out as far as it is seen.
+struct Engraving {
+    explicit Engraving(const Melody& melody) : melody_(melody), seen_(melody.changes().revision()) {
+        layout_.setSource({[&melody] { return int{melody.EntryCount()}; },
+                           [&melody](int i) {
+                               const MelodyEntry& entry = melody.entry(i);
+                               return staff_entry::Entry{entry.noteNumber(), entry.quarters()};
+                           }});
+        layout_.layOutAll();
+    }
+
+    /// What the window asks for after a change.
+    void refresh() {
+        if (const auto first = melody_.changes().firstSince(seen_)) {
+            layout_.changedFrom(*first);
+            benchmark::DoNotOptimize(layout_.systemOf(*first));
+        }
+        seen_ = melody_.changes().revision();
+    }
+
+private:
+    const Melody& melody_;
+    notation::ScoreLayout layout_;
+    ChangeLog::Revision seen_;
 };
 
 void append(benchmark::State& state) {
@@ -75,6 +102,28 @@ void insertInTheMiddle(benchmark::State& state) {
     }
 }
 
+void engraveWhatWasAppended(benchmark::State& state) {
+    Bench bench(state.range(0));
+    Engraving engraving(bench.composition.melody);
+    for ([[maybe_unused]] auto _ : state) {
+        bench.editor.insertNote();
+        engraving.refresh();
+        bench.editor.undo();
+        engraving.refresh();
+    }
+}
+
+void engraveWhatWasInsertedInTheMiddle(benchmark::State& state) {
+    Bench bench(state.range(0));
+    Engraving engraving(bench.composition.melody);
+    for ([[maybe_unused]] auto _ : state) {
+        bench.editor.insertAfter({"1/4", "1", "n"});
+        engraving.refresh();
+        bench.editor.undo();
+        engraving.refresh();
+    }
+}
+
 void step(benchmark::State& state) {
     Bench bench(state.range(0));
     Composition& composition = bench.composition;
@@ -105,6 +154,8 @@ BENCHMARK(append)->Apply(atAllLengths);
 BENCHMARK(deleteLast)->Apply(atAllLengths);
 BENCHMARK(modifyInTheMiddle)->Apply(atAllLengths);
 BENCHMARK(insertInTheMiddle)->Apply(atAllLengths);
+BENCHMARK(engraveWhatWasAppended)->Apply(atAllLengths);
+BENCHMARK(engraveWhatWasInsertedInTheMiddle)->Apply(atAllLengths);
 BENCHMARK(step)->Apply(atAllLengths);
 BENCHMARK(refresh)->Apply(atAllLengths);
 BENCHMARK(makeTheTexts)->Apply(atAllLengths);

@@ -1,5 +1,6 @@
 #include "composer/composer_view.h"
 
+#include "composer/engraved_melody.h"
 #include "composer/melody/composition.h"
 #include "composer/side_panels.h"
 #include "core/pitch.h"
@@ -9,33 +10,26 @@
 
 #include <optional>
 
-namespace {
-
-staff_entry::Entry staffEntryOf(const MelodyEntry& entry) {
-    const QChar first =
-        entry.attribute.isEmpty() ? letter::kNormale.front() : entry.attribute.front();
-    return {entry.noteNumber(), entry.quarters(), first.toLatin1()};
-}
-
-}  // namespace
-
 ComposerView::ComposerView(Ui::frmComposer& ui, SidePanels& side, const Composition& composition)
     : ui_(ui), side_(side), composition_(composition) {
-    ui_.Regolo->setSource(
-        {[this] { return int{composition_.melody.EntryCount()}; },
-         [this](int entry) { return staffEntryOf(composition_.melody.entry(entry)); }});
+    ui_.Regolo->setSource(engravedSource(composition_.melody));
 }
 
 /// An empty melody has no range to show.
 void ComposerView::showRange() {
-    const PlayRange& range = composition_.range;
-    if (composition_.melody.empty()) {
+    if (composition_.melody.empty())
         ui_.range->clearRange();
+    else
+        ui_.range->showRange(composition_.range);
+    showRangeMarks();
+}
+
+void ComposerView::showRangeMarks() {
+    const PlayRange& range = composition_.range;
+    if (composition_.melody.empty())
         ui_.Regolo->setPlayRange(-1, -1);
-        return;
-    }
-    ui_.range->showRange(range);
-    ui_.Regolo->setPlayRange(range.start(), range.end());
+    else
+        ui_.Regolo->setPlayRange(range.start(), range.end());
 }
 
 void ComposerView::showActiveNote() {
@@ -43,7 +37,30 @@ void ComposerView::showActiveNote() {
     const QString name = pitch::isPlayable(note) ? pitch::NoteName(note) : QString();
     ui_.palette->showActiveNote(name);
     ui_.frmModifica->showActiveNote(name);
-    ui_.Regolo->setActiveNote(note);
+    showPreview();
+}
+
+void ComposerView::showSettings() {
+    ui_.palette->showSettings(composition_.settings);
+    showPreview();
+}
+
+/// While the user steps, the active note is one for the entry that was stepped to.
+void ComposerView::showPreview() {
+    EntrySettings settings = composition_.settings;
+    const auto next = settings.ComputeEntry(EntrySettings::Kind::Note, Melody());
+    const bool tied = settings.attribute() == EntrySettings::Legato && !composition_.melody.empty();
+    ui_.Regolo->setPreview(
+        {{composition_.activeNote, next.duration, next.letter.front().toLatin1()},
+         tied,
+         composition_.step.active});
+}
+
+void ComposerView::showEntries() {
+    const ChangeLog& changes = composition_.melody.changes();
+    if (const auto first = changes.firstSince(shownRevision_))
+        ui_.Regolo->changedFrom(*first);
+    shownRevision_ = changes.revision();
 }
 
 /// The entry that sounds, or else the one that was stepped to, is the current one on the staff.
@@ -56,6 +73,7 @@ void ComposerView::showCurrentEntry() {
     if (current && !composition_.melody.has(*current))
         current.reset();
     ui_.Regolo->setCurrentEntry(current);
+    showPreview();
 }
 
 void ComposerView::showStepIndex() {

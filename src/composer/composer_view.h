@@ -1,6 +1,7 @@
 #pragma once
 
 #include "composer/composer_speech.h"
+#include "composer/melody/change_log.h"
 #include "composer/playback/playback.h"
 #include "composer/playback/range_arrows.h"
 
@@ -24,7 +25,14 @@ public:
     ComposerSpeech& speech() { return speech_; }
 
     void showRange() override;
+    void showRangeMarks();
     void showActiveNote();
+
+    /// Shows the palette's choice, and the note that it would insert.
+    void showSettings();
+
+    /// Shows the entries that changed since the last time.
+    void showEntries();
     void showCurrentEntry();
 
     /// After a change at the step index the edit frame names the note that now stands there.
@@ -45,9 +53,12 @@ Q_SIGNALS:
     void playingShown();  ///< the playback began or ended
 
 private:
+    void showPreview();
+
     Ui::frmComposer& ui_;
     SidePanels& side_;
     const Composition& composition_;
     ComposerSpeech speech_{composition_};
+    ChangeLog::Revision shownRevision_ = 0;
     int shownNumber_ = 0;  ///< of the entry in `lblNe`, 0 = none
 };

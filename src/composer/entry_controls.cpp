@@ -45,13 +45,13 @@ void EntryControls::cmdSimbNote_Click(std::uint8_t index) {
     ui_.palette->ui().cmdInsNota->setFocus();
     model_.composition.settings.chooseSymbol(index);
     view_.speech().settings();
-    ui_.palette->showSettings(model_.composition.settings);
+    view_.showSettings();
 }
 
 void EntryControls::cmdAttrNota_Click(std::uint8_t index) {
     model_.composition.settings.clickAttribute(index);
     view_.speech().settings();
-    ui_.palette->showSettings(model_.composition.settings);
+    view_.showSettings();
 }
 
 void EntryControls::ckConsAtt_Click() {

@@ -11,6 +11,7 @@
 
 #include <QContextMenuEvent>
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QLocale>
 #include <QMenu>
 #include <QMenuBar>
@@ -172,6 +173,14 @@ void frmComposer::done(int result) {
     model_.unsaved.forget();
     closed_ = true;
     QDialog::done(result);
+}
+
+/// The keys that no control takes.
+void frmComposer::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown)
+        ui_->Regolo->scrollPage(event->key() == Qt::Key_PageDown);
+    else
+        QDialog::keyPressEvent(event);
 }
 
 void frmComposer::contextMenuEvent(QContextMenuEvent* event) {

@@ -71,12 +71,13 @@ void MelodyPresenter::showMelody() {
     const QString count = melody.empty() ? QString() : QString::number(melody.EntryCount());
     ui_.lblNt->setText(count);
     ui_.lblNt->setAccessibleDescription(count);
-    ui_.palette->showSettings(composition.settings);
     ui_.range->showTransposition(composition.transposition);
     side_.bookmarks().showBookmarks(composition.bookmarks.items());
+    side_.showHint(melody.empty());
     showUndo();
     menu_.enableExport(model_.exporter.canExportAudio(), model_.exporter.canExportMidi());
-    ui_.Regolo->refresh();
+    view_.showEntries();
+    view_.showSettings();
     view_.showRange();
     view_.showCurrentEntry();
 }

@@ -27,6 +27,7 @@ PlaybackControls::PlaybackControls(Dialogs& dialogs, Ui::frmComposer& ui, Compos
     connect(playback.lblStep_1, &QToolButton::clicked, this,
             [this] { lblStep_Click(StepMode::Direction::Forward); });
     connect(&keyboard_, &ComposerKeyboard::stepRequested, this, &PlaybackControls::lblStep_Click);
+    connect(ui_.Regolo, &ComposerStaff::entryChosen, this, &PlaybackControls::Regolo_ChooseEntry);
     connect(playback.Slider1, &QScrollBar::valueChanged, this, &PlaybackControls::Slider1_Change);
     connect(ui_.lblNt, &QToolButton::clicked, this, &PlaybackControls::lblNt_DblClick);
     connect(ui_.instrument, &InstrumentPanel::programChosen, &presenter_,
@@ -56,6 +57,11 @@ void PlaybackControls::lblStep_Click(StepMode::Direction direction) {
         return;
     keyboard_.releaseHeldKeys();
     dialogs_.message(message);
+}
+
+void PlaybackControls::Regolo_ChooseEntry(int entry) {
+    model_.playback.stepTo(entry);
+    view_.showCurrentEntry();
 }
 
 /// The mouse leaves the focus where it was; only a user who went to the bar with Tab stays on it.

@@ -28,6 +28,7 @@ private Q_SLOTS:
     void cmdPlay_Click();
     void chekLoop_Click();
     void lblStep_Click(StepMode::Direction direction);
+    void Regolo_ChooseEntry(int entry);
     void Slider1_Change();
     void lblNt_DblClick();
     void mnuPlayRitardo_Click();

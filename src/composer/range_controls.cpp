@@ -49,6 +49,7 @@ void RangeControls::lblNini_Validate() {
         view_.showStepIndex();
         model_.playback.showStepPlace();
     }
+    view_.showRangeMarks();
     view_.showCurrentEntry();
 }
 
@@ -56,6 +57,7 @@ void RangeControls::lblNfine_Validate() {
     QLineEdit& box = *ui_.range->ui().lblNfine;
     box.setText(model_.editor.validateEnd(box.text()));
     view_.speech().range();
+    view_.showRangeMarks();
     view_.showCurrentEntry();
 }
 

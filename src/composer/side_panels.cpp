@@ -24,6 +24,15 @@ SidePanels::SidePanels(Ui::frmComposer& ui)
     connect(bookmarks_, &BookmarkPanel::hideRequested, this, [this] { showBookmarks(false); });
 }
 
+void SidePanels::showHint(bool emptyMelody) {
+    ui_.lblGuida->setText(
+        emptyMelody
+            ? tr("Per scrivere la prima nota scegli il suo valore, poi clicca un tasto del "
+                 "pianoforte o il pentagramma e premi «Ins. Nota».")
+            : tr("Qui puoi cambiare una nota già inserita: cliccala sul pentagramma, "
+                 "oppure scorri la melodia con le frecce «Passo passo» o con i tasti ← e →."));
+}
+
 void SidePanels::showEditFrame(bool on) {
     showPanel(*ui_.frmModifica, on);
 }

@@ -22,6 +22,9 @@ public:
     BrowserPanel& browser() { return *browser_; }
     BookmarkPanel& bookmarks() { return *bookmarks_; }
 
+    /// The hint: how to write the first note, or how to change one.
+    void showHint(bool emptyMelody);
+
     /// A panel that opens is scrolled into view.
     void showEditFrame(bool on);
     void showBrowser(bool on);

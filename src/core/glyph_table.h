@@ -134,6 +134,9 @@ constexpr double kStemThickness = 0.12;
 constexpr double kLedgerLineThickness = 0.16;
 constexpr double kLedgerLineExtension = 0.4;
 constexpr double kThinBarlineThickness = 0.16;
+constexpr double kBeamThickness = 0.5;
+constexpr double kBeamSpacing = 0.25;
+constexpr double kTupletBracketThickness = 0.16;
 constexpr double kTieEndpointThickness = 0.1;
 constexpr double kTieMidpointThickness = 0.22;
 

@@ -79,7 +79,7 @@ public:
         const qreal room = kNoteRoom * stave.space;
         const qreal width = engraving::headWidth(note.duration) * stave.space;
         const qreal reach =
-            std::abs(stave.y(engraving::stemEnd(note.position)) - stave.y(note.position)) + room;
+            std::abs(stave.y(engraving::stemEnd(note)) - stave.y(note.position)) + room;
         const qreal y = stave.y(note.position);
         setGeometry(QRectF(x - room, y - reach, width + 2 * room, 2 * reach).toAlignedRect());
         update();

@@ -7,7 +7,6 @@
 #include <QTransform>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <optional>
 
@@ -18,31 +17,9 @@ using glyph_table::ArticulationSign;
 using glyph_table::Glyph;
 using note_values::NoteValue;
 
-constexpr std::array<Glyph, 3> kAccidentals{Glyph::AccidentalFlat, Glyph::AccidentalNatural,
-                                            Glyph::AccidentalSharp};
-
-constexpr int kOctave = 7;
-constexpr int kWholeRestLine = 6;
 constexpr qreal kClefIndent = 0.8;
 constexpr qreal kBraceGap = 0.35;
-constexpr qreal kAccidentalGap = 0.25;
-constexpr qreal kDotGap = 0.4;
-constexpr qreal kDotDistance = 0.6;
 constexpr qreal kTripletSize = 0.8;
-constexpr qreal kSignDistance = 1.8;  ///< in half spaces
-constexpr qreal kTieOverHead = 0.45;
-constexpr qreal kTieDistance = 0.75;
-constexpr qreal kTieDepth = 0.45;
-constexpr int kTieRoom = 3;  ///< in half spaces
-
-constexpr bool hasLedgerLines(int position) {
-    return position < -1 || position > kTopLine + 1;
-}
-
-/// From a head's left edge to where its sign ends, in staff spaces: clear of the ledger lines.
-constexpr qreal accidentalGap(int position) {
-    return kAccidentalGap + (hasLedgerLines(position) ? glyph_table::kLedgerLineExtension : 0);
-}
 
 qreal widthOf(Glyph glyph) {
     return glyph_table::info(glyph).northEast.x;
@@ -105,33 +82,44 @@ void drawLedgerLines(QPainter& painter, const Stave& stave, qreal x, qreal width
         line(at);
 }
 
-/// Draws the stem with its flag, and returns how far the head must move to touch the stem, which
-/// stands on whole pixels.
-qreal drawStem(QPainter& painter, const MusicFont& font, const Stave& stave, qreal x,
-               const Note& note) {
-    const NoteValue& value = note_values::rowOf(note.duration);
-    const bool up = stemGoesUp(note.position);
-    const auto& head = glyph_table::info(value.head);
+/// The stem from the head to a position, on whole pixels.
+QRectF drawStem(QPainter& painter, const Stave& stave, qreal x, const Note& note, qreal end) {
+    const bool up = stemGoesUp(note);
+    const auto& head = glyph_table::info(note_values::rowOf(note.duration).head);
     const glyph_table::Point anchor = up ? head.stemUp : head.stemDown;
-
     const qreal thickness = glyph_table::kStemThickness * stave.space;
     const qreal edge = x + anchor.x * stave.space;
     const qreal start = stave.y(note.position) - anchor.y * stave.space;
-    const qreal flagY = stave.y(stemEnd(note.position));
-    qreal end = flagY;
-    const std::optional<Glyph> flag = up ? value.flagUp : value.flagDown;
-    if (flag) {
-        const auto& info = glyph_table::info(*flag);
-        end -= (up ? info.stemUp.y : info.stemDown.y) * stave.space;
-    }
-
-    const QRectF stem(QPointF(up ? edge - thickness : edge, std::min(start, end)),
-                      QPointF(up ? edge : edge + thickness, std::max(start, end)));
+    const QRectF stem(QPointF(up ? edge - thickness : edge, std::min(start, stave.y(end))),
+                      QPointF(up ? edge : edge + thickness, std::max(start, stave.y(end))));
     const QRectF snapped = rectOnPixels(painter, stem);
     fill(painter, snapped);
-    if (flag)
-        drawGlyph(painter, font, *flag, QPointF(snapped.left(), flagY), stave.space);
-    return up ? snapped.right() - edge : snapped.left() - edge;
+    return snapped;
+}
+
+/// Where the head must stand to touch its stem, which stands on whole pixels.
+qreal headAt(const Stave& stave, const Note& note, const QRectF& stem) {
+    const auto& head = glyph_table::info(note_values::rowOf(note.duration).head);
+    return stemGoesUp(note) ? stem.right() - head.stemUp.x * stave.space
+                            : stem.left() - head.stemDown.x * stave.space;
+}
+
+/// Draws the stem with its flag, and returns where the head must stand.
+qreal drawFlaggedStem(QPainter& painter, const MusicFont& font, const Stave& stave, qreal x,
+                      const Note& note) {
+    const NoteValue& value = note_values::rowOf(note.duration);
+    const bool up = stemGoesUp(note);
+    const std::optional<Glyph> flag = up ? value.flagUp : value.flagDown;
+    qreal end = stemEnd(note);
+    if (flag) {
+        const auto& info = glyph_table::info(*flag);
+        end += 2 * (up ? info.stemUp.y : info.stemDown.y);
+    }
+    const QRectF stem = drawStem(painter, stave, x, note, end);
+    if (flag) {
+        drawGlyph(painter, font, *flag, QPointF(stem.left(), stave.y(stemEnd(note))), stave.space);
+    }
+    return headAt(stave, note, stem);
 }
 
 /// Dots stand in a space: those of a note on a line in the space above it.
@@ -145,30 +133,13 @@ void drawDots(QPainter& painter, const MusicFont& font, const Stave& stave, qrea
     }
 }
 
-qreal dotsWidth(int dots) {
-    return dots > 0 ? kDotGap + (dots - 1) * kDotDistance + widthOf(Glyph::AugmentationDot) : 0;
-}
-
-/// From the head's left edge. The flags of a stem that goes up hang down to where the dots stand
-/// when there are many or the dots stand higher, beside a head on a line.
-qreal dotsStart(const Note& note) {
+void drawHead(QPainter& painter, const MusicFont& font, const Stave& stave, qreal x,
+              const Note& note) {
     const NoteValue& value = note_values::rowOf(note.duration);
-    const qreal head = widthOf(value.head);
-    const bool below = note.position % 2 != 0 && note.duration < Duration::ThirtySecond;
-    if (!value.flagUp || !stemGoesUp(note.position) || below)
-        return head;
-    return head + widthOf(*value.flagUp) - kDotGap / 2;
-}
-
-int articulationPosition(int head, const ArticulationSign& sign, bool above, bool tied) {
-    const int distance = sign.distance + (tied ? kTieRoom : 0);
-    const int position = above ? head + distance : head - distance;
-    const bool inStave = position >= 0 && position <= kTopLine;
-    if (!sign.small)
-        return above ? std::max(position, kTopLine + 2) : std::min(position, -2);
-    if (inStave && position % 2 == 0)
-        return above ? position + 1 : position - 1;
-    return position;
+    drawLedgerLines(painter, stave, x, headWidth(note.duration) * stave.space, note.position);
+    drawGlyph(painter, font, value.head, QPointF(x, stave.y(note.position)), stave.space);
+    drawAccidental(painter, font, stave, x, note.position, note.accidental);
+    drawDots(painter, font, stave, x + dotsStart(note) * stave.space, note.position, note.dots);
 }
 
 }  // namespace
@@ -186,11 +157,6 @@ Stave onPixels(const QPainter& painter, Stave stave) {
     stave.right = snapped.right();
     stave.bottomLine = snapped.center().y();
     return stave;
-}
-
-int stemEnd(int position) {
-    return stemGoesUp(position) ? std::max(position + kOctave, kMiddleLine)
-                                : std::min(position - kOctave, kMiddleLine);
 }
 
 void fillOnPixels(QPainter& painter, const QRectF& rect) {
@@ -227,126 +193,60 @@ void drawClef(QPainter& painter, const MusicFont& font, const Stave& stave, qrea
               QPointF(x, stave.y(g ? grand_staff::kGLine : grand_staff::kFLine)), stave.space);
 }
 
+void drawStaff(QPainter& painter, const MusicFont& font, const Stave& stave, Clef clef) {
+    drawLines(painter, stave);
+    drawClef(painter, font, stave, stave.left + kClefIndent * stave.space, clef);
+}
+
 void drawGrandStaff(QPainter& painter, const MusicFont& font, const Stave& treble,
                     const Stave& bass) {
-    drawLines(painter, treble);
-    drawLines(painter, bass);
     drawBarline(painter, treble, bass, treble.left);
     drawBrace(painter, font, treble, bass, treble.left - kBraceGap * treble.space);
-    const qreal clefX = treble.left + kClefIndent * treble.space;
-    drawClef(painter, font, treble, clefX, Clef::G);
-    drawClef(painter, font, bass, clefX, Clef::F);
+    drawStaff(painter, font, treble, Clef::G);
+    drawStaff(painter, font, bass, Clef::F);
 }
 
 void drawNote(QPainter& painter, const MusicFont& font, const Stave& stave, qreal x,
               const Note& note) {
-    const NoteValue& value = note_values::rowOf(note.duration);
-    const qreal width = headWidth(note.duration) * stave.space;
-    const qreal y = stave.y(note.position);
-    const qreal headX = value.stem ? x + drawStem(painter, font, stave, x, note) : x;
+    const bool stem = note_values::rowOf(note.duration).stem;
+    drawHead(painter, font, stave, stem ? drawFlaggedStem(painter, font, stave, x, note) : x, note);
+}
 
-    drawLedgerLines(painter, stave, headX, width, note.position);
-    drawGlyph(painter, font, value.head, QPointF(headX, y), stave.space);
-    drawAccidental(painter, font, stave, headX, note.position, note.accidental);
-    drawDots(painter, font, stave, headX + dotsStart(note) * stave.space, note.position, note.dots);
+QRectF drawBeamedNote(QPainter& painter, const MusicFont& font, const Stave& stave, qreal x,
+                      const Note& note, qreal stemEnd) {
+    const QRectF stem = drawStem(painter, stave, x, note, stemEnd);
+    drawHead(painter, font, stave, headAt(stave, note, stem), note);
+    return stem;
 }
 
 void drawRest(QPainter& painter, const MusicFont& font, const Stave& stave, qreal x,
               Duration duration, int dots) {
     const Glyph rest = note_values::rowOf(duration).rest;
-    const int position = duration == Duration::Whole ? kWholeRestLine : kMiddleLine;
-    drawGlyph(painter, font, rest, QPointF(x, stave.y(position)), stave.space);
+    drawGlyph(painter, font, rest, QPointF(x, stave.y(restLine(duration))), stave.space);
     drawDots(painter, font, stave, x + widthOf(rest) * stave.space, kMiddleLine, dots);
-}
-
-qreal headWidth(Duration duration) {
-    return widthOf(note_values::rowOf(duration).head);
-}
-
-Extent extentOf(const Note& note) {
-    const NoteValue& value = note_values::rowOf(note.duration);
-    Extent extent{0, headWidth(note.duration)};
-    if (hasLedgerLines(note.position)) {
-        extent.left = glyph_table::kLedgerLineExtension;
-        extent.right += glyph_table::kLedgerLineExtension;
-    }
-    if (note.accidental != Accidental::None) {
-        const Glyph sign = kAccidentals[static_cast<std::size_t>(note.accidental) - 1];
-        extent.left = widthOf(sign) + accidentalGap(note.position);
-    }
-    if (value.flagUp) {
-        const bool up = stemGoesUp(note.position);
-        const auto& head = glyph_table::info(value.head);
-        extent.right = std::max(extent.right, up ? head.stemUp.x + widthOf(*value.flagUp)
-                                                 : head.stemDown.x + widthOf(*value.flagDown));
-    }
-    if (note.dots > 0)
-        extent.right = std::max(extent.right, dotsStart(note) + dotsWidth(note.dots));
-    return extent;
-}
-
-qreal restWidth(Duration duration, int dots) {
-    return widthOf(note_values::rowOf(duration).rest) + dotsWidth(dots);
 }
 
 void drawAccidental(QPainter& painter, const MusicFont& font, const Stave& stave, qreal x,
                     int position, Accidental accidental) {
     if (accidental == Accidental::None)
         return;
-    const Glyph sign = kAccidentals[static_cast<std::size_t>(accidental) - 1];
+    const Glyph sign = glyphOf(accidental);
     const qreal reach = (widthOf(sign) + accidentalGap(position)) * stave.space;
     drawGlyph(painter, font, sign, QPointF(x - reach, stave.y(position)), stave.space);
 }
 
 void drawArticulation(QPainter& painter, const MusicFont& font, const Stave& stave, qreal x,
                       const Note& note, const ArticulationSign& sign, bool tied) {
-    const bool above = !stemGoesUp(note.position);
+    const bool above = !stemGoesUp(note);
     const Glyph glyph = above ? sign.above : sign.below;
     const auto& info = glyph_table::info(glyph);
     const qreal middleX = (info.southWest.x + info.northEast.x) / 2;
     const qreal middleY = (info.southWest.y + info.northEast.y) / 2;
-    const int position = articulationPosition(note.position, sign, above, tied);
+    const int position = articulationPosition(note, sign, tied);
     drawGlyph(painter, font, glyph,
               QPointF(x + (headWidth(note.duration) / 2 - middleX) * stave.space,
                       stave.y(position) + middleY * stave.space),
               stave.space);
-}
-
-void drawTie(QPainter& painter, const Stave& stave, qreal from, qreal to, const Note& note) {
-    const qreal side = stemGoesUp(note.position) ? 1 : -1;
-    const qreal space = stave.space;
-    const QPointF start(from + (headWidth(note.duration) - kTieOverHead) * space,
-                        stave.y(note.position) + side * kTieDistance * space);
-    const QPointF end(to + kTieOverHead * space, start.y());
-    const qreal third = (end.x() - start.x()) / 3;
-    const qreal thick = glyph_table::kTieMidpointThickness * space;
-    const qreal thin = glyph_table::kTieEndpointThickness * space;
-    const QPointF outer(0, side * (kTieDepth * space + thick / 2) * 4 / 3);
-    const QPointF inner(0, side * (kTieDepth * space - thick / 2) * 4 / 3);
-
-    QPainterPath path(start);
-    path.cubicTo(start + QPointF(third, 0) + outer, end - QPointF(third, 0) + outer, end);
-    path.cubicTo(end - QPointF(third, 0) + inner, start + QPointF(third, 0) + inner, start);
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setBrush(painter.pen().color());
-    painter.setPen(QPen(painter.pen().color(), thin, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter.drawPath(path);
-    painter.restore();
-}
-
-qreal signPosition(const Note& note) {
-    const NoteValue& value = note_values::rowOf(note.duration);
-    if (stemGoesUp(note.position)) {
-        qreal reach = value.stem ? stemEnd(note.position) : note.position + 1;
-        if (value.flagUp)
-            reach += 2 * glyph_table::info(*value.flagUp).northEast.y;
-        return std::max<qreal>(reach, kTopLine) + kSignDistance;
-    }
-    qreal reach = value.stem ? stemEnd(note.position) : note.position - 1;
-    if (value.flagDown)
-        reach += 2 * glyph_table::info(*value.flagDown).southWest.y;
-    return std::min<qreal>(reach, 0) - kSignDistance;
 }
 
 void drawTripletSign(QPainter& painter, const MusicFont& font, const Stave& stave, qreal middle,

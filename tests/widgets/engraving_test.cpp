@@ -1,4 +1,4 @@
-#include "widgets/engraving.h"
+#include "widgets/engraving_spans.h"
 
 #include "core/letter.h"
 #include "ink.h"

@@ -88,6 +88,7 @@ QString Melody::lastNames(int characters) const {
 }
 
 void Melody::exchange(MelodyDelta& delta) {
+    changes_.record(delta.whole ? 0 : delta.position);
     if (delta.whole) {
         std::swap(entries_, delta.others);
         std::swap(damaged_, delta.otherDamaged);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "composer/melody/change_log.h"
 #include "core/letter.h"
 #include "core/pitch.h"
 
@@ -92,9 +93,13 @@ public:
     /// takes the change back. The stretch must lie in the melody and the result must fit.
     void exchange(MelodyDelta& delta);
 
+    /// What `exchange` changed.
+    const ChangeLog& changes() const { return changes_; }
+
 private:
     std::vector<MelodyEntry> entries_;
     std::shared_ptr<const MelodyTexts> damaged_;
+    ChangeLog changes_;
 };
 
 /// What `Melody::read` found: the delta that puts it in place of an empty, undamaged melody.

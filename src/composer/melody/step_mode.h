@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <utility>
 
 /// Where the user is while going through the melody entry by entry.
 struct StepMode {
@@ -12,6 +13,7 @@ struct StepMode {
     bool active = false;
     bool frameOpen = false;  ///< the edit frame for the entry at `index` is shown, until "Play"
     std::int16_t index = 0;  ///< -1 after the first entry was deleted
+    bool outside = false;    ///< the entry was chosen by itself and is not in the range
 
     /// One step within the range, wrapping at its ends. The first step starts before the range.
     void step(Direction direction, const PlayRange& range) {
@@ -19,10 +21,20 @@ struct StepMode {
             active = true;
             index = static_cast<std::int16_t>(range.start() - 1);
         }
+        // From an entry outside of the range a step goes back into it, to the end that it wraps to.
+        if (std::exchange(outside, false))
+            index = direction == Direction::Backward ? range.start() : range.end();
         if (direction == Direction::Backward)
             index = index > range.start() ? static_cast<std::int16_t>(index - 1) : range.end();
         else
             index = index != range.end() ? static_cast<std::int16_t>(index + 1) : range.start();
+    }
+
+    /// Goes to any entry of the melody.
+    void goTo(int entry, const PlayRange& range) {
+        active = true;
+        index = static_cast<std::int16_t>(entry);
+        outside = entry < range.start() || entry > range.end();
     }
 
     /// Ends step mode and hides the edit frame.

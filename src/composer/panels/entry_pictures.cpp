@@ -1,7 +1,7 @@
 #include "composer/panels/entry_pictures.h"
 
 #include "composer/melody/entry_settings.h"
-#include "widgets/engraving.h"
+#include "widgets/engraving_spans.h"
 #include "widgets/music_font.h"
 
 #include <QPainter>

@@ -44,8 +44,20 @@ void Playback::stop() {
 QString Playback::step(StepMode::Direction direction) {
     if (composition_.melody.empty() || player_.playing())
         return {};
+    composition_.step.step(direction, composition_.range);
+    return showStep();
+}
+
+void Playback::stepTo(int entry) {
+    if (!composition_.melody.has(entry) || player_.playing())
+        return;
+    composition_.step.goTo(entry, composition_.range);
+    showStep();
+}
+
+/// Opens the edit frame and plays the entry; the message where there is none.
+QString Playback::showStep() {
     StepMode& step = composition_.step;
-    step.step(direction, composition_.range);
     step.frameOpen = true;
     view_.openEditFrame();
     if (!composition_.melody.has(step.index))

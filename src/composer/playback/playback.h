@@ -49,6 +49,9 @@ public:
     /// empty text.
     QString step(StepMode::Direction direction);
 
+    /// The same for an entry that the user chose, in the range or not.
+    void stepTo(int entry);
+
     /// Plays the entry at the step index once, as after a modification.
     void playStepEntry();
 
@@ -62,6 +65,7 @@ public:
     void showStepPlace();
 
 private:
+    QString showStep();
     void takeStepEntry();
     QString describeAnomaly() const;
 

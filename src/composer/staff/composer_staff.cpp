@@ -1,6 +1,6 @@
 #include "composer/staff/composer_staff.h"
 
-#include "composer/staff/composer_staff_cursor.h"
+#include "composer/staff/entry_in_words.h"
 #include "core/pitch.h"
 #include "platform/user_text.h"
 #include "widgets/appearance.h"
@@ -8,100 +8,97 @@
 #include "widgets/parts_accessible.h"
 #include "widgets/piano_key_name.h"
 
-#include <QAccessible>
 #include <QEvent>
-#include <QFontMetricsF>
+#include <QFontInfo>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QPainterPath>
+#include <QScrollBar>
+#include <QWheelEvent>
 
 #include <algorithm>
 
 namespace {
 
-using composer_staff_layout::Head;
-using composer_staff_painter::Staves;
+/// A staff space for reading, by the size of the text around the staff and in pixels.
+constexpr double kSpaceOfText = 0.85;
+constexpr double kSmallestSpace = 8;
 
-constexpr double kPadding = ComposerStaffView::kPadding;
-constexpr double kMarkSize = 6;  ///< in pixels
-
-constexpr int kNumbersEvery = 5;
-constexpr double kNumberSize = 0.72;  ///< of the widget's font
-
-constexpr double kColumnTint = 0.14;
-constexpr double kCurrentTint = 0.24;
 constexpr double kPointedInk = 0.5;
-constexpr double kNumberInk = 0.6;
+constexpr double kWheelStep = 6;    ///< staff spaces a notch
+constexpr double kPageShare = 0.9;  ///< of what is in view
 
-QFont numberFont(const QWidget& widget) {
-    QFont font = widget.font();
-    font.setPixelSize(std::max(8, qRound(kNumberSize * widget.fontInfo().pixelSize())));
-    return font;
-}
-
-QAccessibleInterface* makeInterface(const QString& className, QObject* object) {
-    if (className != QLatin1String(ComposerStaff::staticMetaObject.className()))
-        return nullptr;
-    return new PartsAccessible(qobject_cast<ComposerStaff*>(object), QAccessible::Graphic);
-}
+/// The card's edge is not painted over.
+constexpr int kEdge = 1;
 
 }  // namespace
 
 ComposerStaff::ComposerStaff(QWidget* parent)
     : QWidget(parent),
       font_(MusicFont::shared()),
+      bar_(new QScrollBar(Qt::Vertical, this)),
       cursor_(new ActiveNotePicture(font_, this)),
       accidental_(new ActiveSharpPicture(font_, this)) {
-    QAccessible::installFactory(makeInterface);
+    installPartsAccessible<ComposerStaff, QAccessible::Graphic>();
     // The reading drill's ruler has the same given name: they are never in one window.
     setObjectName(QStringLiteral("Regolo"));
     setAccessibleName(UserText::tr("Pentagramma della melodia"));
     setToolTip(UserText::tr("Clicca per scegliere la nota"));
     setMouseTracking(true);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-    describe();
+    bar_->setAccessibleName(UserText::tr("Scorri il pentagramma"));
+    bar_->setFocusPolicy(Qt::NoFocus);
+    bar_->setCursor(Qt::ArrowCursor);
+    bar_->hide();
+    connect(bar_, &QScrollBar::valueChanged, this, [this](int value) { scrollTo(value); });
+    setSource({[] { return 0; }, [](int) { return staff_entry::Entry(); }});
 }
 
-void ComposerStaff::setSource(ComposerStaffView::Source source) {
-    view_.setSource(std::move(source));
-    refresh();
+void ComposerStaff::setSource(const notation::Source& source) {
+    source_ = source;
+    page_.setSource(source);
+    updatePage();
 }
 
-void ComposerStaff::refresh() {
-    view_.layOutEntries(current_);
-    describe();
-    update();
+void ComposerStaff::changedFrom(int entry) {
+    page_.changedFrom(entry);
+    const int count = source_.count();
+    if (entry < count - 1)
+        page_.showEntry(entry);
+    else
+        page_.showEnd();
+    updatePage();
 }
 
 void ComposerStaff::setCurrentEntry(std::optional<int> entry) {
     if (entry == current_)
         return;
-    const ComposerStaffView::Shown* before = view_.find(current_);
-    const ComposerStaffView::Shown* after = view_.find(entry);
     current_ = entry;
-    if (!after) {
-        refresh();
-        return;
-    }
-    if (before)
-        update(view_.cellRect(*before).toAlignedRect());
-    update(view_.cellRect(*after).toAlignedRect());
-    describe();
+    if (current_)
+        page_.showEntry(*current_);
+    updatePage();
 }
 
 void ComposerStaff::setPlayRange(int first, int last) {
-    if (first == rangeFirst_ && last == rangeLast_)
+    const staff_marks::PlayRange range{first, last};
+    if (range == range_)
         return;
-    rangeFirst_ = first;
-    rangeLast_ = last;
+    range_ = range;
     update();
 }
 
-void ComposerStaff::setActiveNote(int noteNumber) {
-    activeNote_ = pitch::isPlayable(noteNumber) ? noteNumber : 0;
-    placeActiveNote();
-    describe();
+void ComposerStaff::setPreview(const Preview& preview) {
+    const bool another = preview.entry.noteNumber != preview_.entry.noteNumber;
+    preview_ = preview;
+    if (another && pitch::isPlayable(preview_.entry.noteNumber) && !preview_.overCurrent)
+        page_.showEnd();
+    updatePage();
+}
+
+void ComposerStaff::scrollPage(bool forward) {
+    const qreal step = kPageShare * page_.height();
+    scrollTo(page_.offset() + (forward ? step : -step));
 }
 
 bool ComposerStaff::event(QEvent* event) {
@@ -113,7 +110,8 @@ bool ComposerStaff::event(QEvent* event) {
     return handled;
 }
 
-void ComposerStaff::resizeEvent(QResizeEvent* /*event*/) {
+void ComposerStaff::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
     arrange();
 }
 
@@ -122,18 +120,46 @@ void ComposerStaff::hideEvent(QHideEvent* event) {
     QWidget::hideEvent(event);
 }
 
-/// The second press of a double click comes here too: every press sounds a note.
+void ComposerStaff::wheelEvent(QWheelEvent* event) {
+    const QPoint pixels = event->pixelDelta();
+    const qreal step =
+        pixels.isNull() ? event->angleDelta().y() / 120.0 * kWheelStep * page_.space() : pixels.y();
+    scrollTo(page_.offset() - step);
+    event->accept();
+}
+
+/// The second press of a double click comes here too: every press sounds a note. Beside the staves
+/// and with the middle button, the page is dragged.
 void ComposerStaff::mousePressEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton) {
+    const bool left = event->button() == Qt::LeftButton;
+    const QPointF at = event->position();
+    const bool beside = at.x() < page_.placeOf(0).x(notation::kClefRoom);
+    if (event->button() == Qt::MiddleButton || (left && beside && bar_->isVisible())) {
+        drag_ = Drag{at.y(), page_.offset()};
+        setCursor(Qt::ClosedHandCursor);
+        return;
+    }
+    if (!left) {
         QWidget::mousePressEvent(event);
         return;
     }
     release();
-    pressed_ = view_.noteAt(event->position().y());
+    if (const auto entry = page_.entryAt(at)) {
+        Q_EMIT entryChosen(*entry);
+        return;
+    }
+    const auto pointed = page_.noteAt(at);
+    if (!pointed)
+        return;
+    pressed_ = pointed->noteNumber;
     Q_EMIT noteChosen(*pressed_);
 }
 
 void ComposerStaff::mouseReleaseEvent(QMouseEvent* event) {
+    if (drag_ && !(event->buttons() & (Qt::LeftButton | Qt::MiddleButton))) {
+        drag_.reset();
+        unsetCursor();
+    }
     if (event->button() == Qt::LeftButton)
         release();
     else
@@ -141,37 +167,80 @@ void ComposerStaff::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void ComposerStaff::mouseMoveEvent(QMouseEvent* event) {
-    setPointed(view_.noteAt(event->position().y()));
+    const QPointF at = event->position();
+    if (drag_) {
+        scrollTo(drag_->offset + drag_->y - at.y());
+        return;
+    }
+    const bool onEntry = page_.entryAt(at).has_value();
+    const bool beside = at.x() < page_.placeOf(0).x(notation::kClefRoom);
+    if (beside && bar_->isVisible())
+        setCursor(Qt::OpenHandCursor);
+    else if (onEntry)
+        setCursor(Qt::PointingHandCursor);
+    else
+        unsetCursor();
+    setPointed(onEntry || beside ? std::nullopt : page_.noteAt(at), at.x());
 }
 
 void ComposerStaff::leaveEvent(QEvent* /*event*/) {
-    setPointed(std::nullopt);
+    setPointed(std::nullopt, 0);
 }
 
 void ComposerStaff::arrange() {
-    view_.resize(size(), QFontMetricsF(numberFont(*this)).height(), devicePixelRatioF());
-    placeActiveNote();
-    refresh();
+    const int barWidth = bar_->sizeHint().width();
+    bar_->setGeometry(width() - barWidth - kEdge, kEdge, barWidth, height() - 2 * kEdge);
+    const double text = fontInfo().pixelSize();
+    page_.resize(QSizeF(width() - barWidth, height()),
+                 std::max(kSmallestSpace, kSpaceOfText * text), devicePixelRatioF());
+    if (current_)
+        page_.showEntry(*current_);
+    updatePage();
 }
 
-void ComposerStaff::placeActiveNote() {
-    const bool any = activeNote_ != 0;
-    const Head head = any ? composer_staff_layout::headOf(activeNote_) : Head{};
-    if (any) {
-        const qreal x = view_.columnNoteLeft();
-        cursor_->setPlace(view_.staves().of(head.system), x, head.position);
-        accidental_->setPlace(view_.staves().of(head.system), x, head.position);
-        cursor_->setAccessibleName(noteInWords(activeNote_));
+void ComposerStaff::scrollTo(qreal offset) {
+    page_.scrollTo(offset);
+    updatePage();
+}
+
+/// Shows the page as it stands now.
+void ComposerStaff::updatePage() {
+    const QSignalBlocker blocker(bar_);
+    bar_->setRange(0, qCeil(page_.largestOffset()));
+    bar_->setPageStep(qRound(page_.height()));
+    bar_->setSingleStep(qRound(kWheelStep * page_.space()));
+    bar_->setValue(qRound(page_.offset()));
+    bar_->setVisible(page_.largestOffset() > 0);
+    placePreview();
+    describe();
+    update();
+}
+
+void ComposerStaff::placePreview() {
+    std::optional<EntryPreview> preview;
+    if (pitch::isPlayable(preview_.entry.noteNumber)) {
+        if (preview_.overCurrent && current_)
+            preview = previewOver(page_, *current_, preview_.entry.noteNumber);
+        if (!preview)
+            preview = previewAtEnd(page_, preview_.entry, preview_.tied);
     }
-    cursor_->setVisible(any);
-    accidental_->setVisible(any && head.sharp);
+    cursor_->setVisible(preview.has_value());
+    accidental_->setVisible(preview &&
+                            preview->note().note.accidental != engraving::Accidental::None);
+    if (!preview)
+        return;
+    cursor_->setAccessibleName(noteInWords(preview_.entry.noteNumber));
+    cursor_->show(*preview);
+    if (!accidental_->isHidden())
+        accidental_->show(*preview);
 }
 
-void ComposerStaff::setPointed(std::optional<int> noteNumber) {
-    if (noteNumber == pointed_)
+void ComposerStaff::setPointed(std::optional<StaffPage::Pointed> pointed, qreal x) {
+    if (pointed == pointed_ && (!pointed || x == pointedX_))
         return;
-    pointed_ = noteNumber;
-    update(view_.column().toAlignedRect());
+    pointed_ = pointed;
+    pointedX_ = x;
+    update();
 }
 
 void ComposerStaff::release() {
@@ -183,15 +252,16 @@ void ComposerStaff::release() {
 }
 
 void ComposerStaff::describe() {
-    QString words = activeNote_ == 0 ? UserText::tr("Nessuna nota attiva")
-                                     : UserText::tr("Nota attiva %1").arg(noteInWords(activeNote_));
-    const ComposerStaffView::Shown* entry = view_.find(current_);
-    if (!entry && !view_.entries().empty())
-        entry = &view_.entries().back();
-    words += entry ? UserText::tr("; voce %1: %2")
-                         .arg(entry->place.entry + 1)
-                         .arg(staff_entry::inWords(entry->engraved.entry))
-                   : UserText::tr("; melodia vuota");
+    const int active = preview_.entry.noteNumber;
+    const int count = source_.count();
+    QString words = pitch::isPlayable(active)
+                        ? UserText::tr("Nota attiva %1").arg(noteInWords(active))
+                        : UserText::tr("Nessuna nota attiva");
+    const int entry = current_ && *current_ < count ? *current_ : count - 1;
+    words += entry >= 0 ? UserText::tr("; voce %1: %2")
+                              .arg(entry + 1)
+                              .arg(staff_entry::inWords(source_.entryAt(entry)))
+                        : UserText::tr("; melodia vuota");
     if (words != accessibleDescription())
         setAccessibleDescription(words);
 }
@@ -199,84 +269,33 @@ void ComposerStaff::describe() {
 void ComposerStaff::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    paintCard(painter);
-    if (const ComposerStaffView::Shown* entry = view_.find(current_)) {
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(appearance::mixed(palette().color(QPalette::Highlight),
-                                           palette().color(QPalette::Base), kCurrentTint));
-        painter.drawRoundedRect(view_.cellRect(*entry), 4, 4);
+    appearance::paintCard(painter, *this);
+    painter.setClipRect(rect().adjusted(kEdge, kEdge, -kEdge, -kEdge) & event->rect());
+    const QColor ink = palette().color(QPalette::Text);
+    const StaffPage::View view = page_.view();
+    for (std::size_t i = view.first; i < view.end; ++i) {
+        if (current_ && page_.system(i).has(*current_))
+            staff_marks::paintCurrent(painter, *this, page_, i, *current_);
+        painter.setPen(ink);
+        score_painter::drawStaves(painter, font_, page_.system(i), page_.placeOf(i));
+        score_painter::drawSymbols(painter, font_, page_.system(i), page_.placeOf(i));
+        staff_marks::paintRange(painter, *this, page_, i, range_);
+        staff_marks::paintNumbers(painter, *this, page_, i);
     }
-    const Staves staves = composer_staff_painter::onPixels(painter, view_.staves());
-    paintPointed(painter, staves);
-    painter.setPen(palette().color(QPalette::Text));
-    composer_staff_painter::drawSystem(painter, font_, staves);
-    for (const ComposerStaffView::Shown& entry : view_.entries()) {
-        if (!event->rect().intersects(view_.cellRect(entry).toAlignedRect()))
-            continue;
-        painter.setPen(palette().color(QPalette::Text));
-        composer_staff_painter::drawEntry(painter, font_, staves, view_.leftOf(entry),
-                                          entry.engraved);
-        paintNumber(painter, entry);
-        paintRangeMarks(painter, entry);
-    }
+    paintPointed(painter);
 }
 
-void ComposerStaff::paintCard(QPainter& painter) const {
-    const QColor card = palette().color(QPalette::Base);
-    const QRectF border = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
-    QPainterPath outline;
-    outline.addRoundedRect(border, appearance::kCardCorner, appearance::kCardCorner);
-    painter.fillPath(outline, card);
-    painter.save();
-    painter.setClipPath(outline, Qt::IntersectClip);
-    painter.fillRect(view_.column().adjusted(0, 0, kPadding, 0),
-                     appearance::mixed(palette().color(QPalette::Highlight), card, kColumnTint));
-    painter.restore();
-    painter.setPen(appearance::cardEdge(*this));
-    painter.drawPath(outline);
-}
-
-void ComposerStaff::paintPointed(QPainter& painter, const Staves& staves) const {
+/// The note that a click would choose, at the pointer.
+void ComposerStaff::paintPointed(QPainter& painter) const {
     if (!pointed_)
         return;
-    const Head head = composer_staff_layout::headOf(*pointed_);
+    const auto place = page_.placeOf(pointed_->system);
+    const auto stave =
+        score_painter::staveOf(page_.system(pointed_->system), pointed_->staff, place);
+    const engraving::Note note{
+        .position = notation::headOf(pointed_->noteNumber, pointed_->staff).position};
     painter.setPen(appearance::mixed(palette().color(QPalette::Highlight),
                                      palette().color(QPalette::Base), kPointedInk));
-    engraving::drawNote(painter, font_, staves.of(head.system), view_.columnNoteLeft(),
-                        {.position = head.position});
-}
-
-void ComposerStaff::paintNumber(QPainter& painter, const ComposerStaffView::Shown& entry) const {
-    const int number = entry.place.entry + 1;
-    if (number != 1 && number % kNumbersEvery != 0)
-        return;
-    painter.setFont(numberFont(*this));
-    painter.setPen(appearance::mixed(palette().color(QPalette::Text),
-                                     palette().color(QPalette::Base), kNumberInk));
-    const QString text = QString::number(number);
-    const QFontMetricsF metrics(painter.font());
-    const qreal head = engraving::headWidth(entry.engraved.figure.values.front().duration) *
-                       view_.staves().space();
-    const qreal middle =
-        view_.leftOf(entry) + entry.engraved.cell.heads.front() * view_.staves().space() + head / 2;
-    const qreal left = std::clamp(middle - metrics.horizontalAdvance(text) / 2, kPadding,
-                                  view_.entriesRight() - metrics.horizontalAdvance(text));
-    painter.drawText(QPointF(left, height() - kPadding / 2 - metrics.descent()), text);
-}
-
-/// A small triangle at the upper edge, which points into the range.
-void ComposerStaff::paintRangeMarks(QPainter& painter,
-                                    const ComposerStaffView::Shown& entry) const {
-    const QRectF cell = view_.cellRect(entry);
-    const auto mark = [&](qreal x, qreal inwards) {
-        QPainterPath path(QPointF(x, cell.top()));
-        path.lineTo(x + inwards * kMarkSize, cell.top() + kMarkSize / 2);
-        path.lineTo(x, cell.top() + kMarkSize);
-        path.closeSubpath();
-        painter.fillPath(path, palette().color(QPalette::Highlight));
-    };
-    if (entry.place.entry == rangeFirst_)
-        mark(cell.left() + 1, 1);
-    if (entry.place.entry == rangeLast_)
-        mark(cell.right() - 1, -1);
+    const qreal x = pointedX_ - engraving::headWidth(note.duration) * place.space / 2;
+    engraving::drawNote(painter, font_, engraving::onPixels(painter, stave), x, note);
 }

@@ -1,40 +1,50 @@
 #pragma once
 
-#include "composer/staff/composer_staff_view.h"
+#include "composer/staff/composer_staff_cursor.h"
+#include "composer/staff/staff_marks.h"
+#include "composer/staff/staff_page.h"
 
 #include <QWidget>
 
 #include <optional>
 
-class ActiveNotePicture;
-class ActiveSharpPicture;
 class MusicFont;
+class QScrollBar;
 
-/// The staff of the composer, `Regolo`: a card with both clefs that shows the melody's entries
-/// around the current one, and in a column on its right the active note, `lblCursore`, with its
-/// sharp, `lblAccidente`.
+/// The staff of the composer, `Regolo`: a card with the melody as engraved systems, which is
+/// scrolled up and down. Behind the last entry, or over the one that was stepped to, stands the
+/// note that would be written, `lblCursore`, with its sharp, `lblAccidente`.
 class ComposerStaff : public QWidget {
     Q_OBJECT
 
 public:
+    /// The note that would be written.
+    struct Preview {
+        staff_entry::Entry entry;  ///< of no note 36..95 if there is no active note
+        bool tied = false;
+        bool overCurrent = false;  ///< in place of the current entry
+    };
+
     explicit ComposerStaff(QWidget* parent = nullptr);
 
-    void setSource(ComposerStaffView::Source source);
+    void setSource(const notation::Source& source);
 
-    /// To be called when the melody has changed.
-    void refresh();
+    /// To be called when the entries from one on may be others than before; they come into view.
+    void changedFrom(int entry);
 
-    /// The entry that is played or stepped to, which is highlighted and comes into view; without
-    /// one, the last entry of the melody is in view.
+    /// The entry that is played or stepped to, which is highlighted and comes into view.
     void setCurrentEntry(std::optional<int> entry);
 
     /// The entries where playing begins and ends, which are marked.
     void setPlayRange(int first, int last);
 
-    /// A note 36..95; any other number is none.
-    void setActiveNote(int noteNumber);
+    /// A note that is new comes into view.
+    void setPreview(const Preview& preview);
 
-    QSize sizeHint() const override { return {1100, 220}; }
+    /// Scrolls by what is in view.
+    void scrollPage(bool forward);
+
+    QSize sizeHint() const override { return {1100, 420}; }
     QSize minimumSizeHint() const override { return {420, 160}; }
 
 Q_SIGNALS:
@@ -42,36 +52,47 @@ Q_SIGNALS:
     void noteChosen(int noteNumber);
     void noteReleased(int noteNumber);
 
+    /// A written entry was clicked.
+    void entryChosen(int entry);
+
 protected:
     bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void hideEvent(QHideEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void leaveEvent(QEvent* event) override;
 
 private:
+    /// The page as it was when a drag of it began.
+    struct Drag {
+        qreal y = 0;
+        qreal offset = 0;
+    };
+
     void arrange();
-    void placeActiveNote();
-    void setPointed(std::optional<int> noteNumber);
+    void scrollTo(qreal offset);
+    void updatePage();
+    void placePreview();
+    void setPointed(std::optional<StaffPage::Pointed> pointed, qreal x);
     void release();
     void describe();
-
-    void paintCard(QPainter& painter) const;
-    void paintPointed(QPainter& painter, const composer_staff_painter::Staves& staves) const;
-    void paintNumber(QPainter& painter, const ComposerStaffView::Shown& entry) const;
-    void paintRangeMarks(QPainter& painter, const ComposerStaffView::Shown& entry) const;
+    void paintPointed(QPainter& painter) const;
 
     const MusicFont& font_;
+    QScrollBar* bar_;
     ActiveNotePicture* cursor_;
     ActiveSharpPicture* accidental_;
-    ComposerStaffView view_;
+    notation::Source source_;
+    StaffPage page_;
     std::optional<int> current_;
-    int rangeFirst_ = -1;
-    int rangeLast_ = -1;
-    int activeNote_ = 0;
-    std::optional<int> pointed_;
-    std::optional<int> pressed_;
+    staff_marks::PlayRange range_;
+    Preview preview_;
+    std::optional<StaffPage::Pointed> pointed_;
+    qreal pointedX_ = 0;
+    std::optional<int> pressed_;  ///< the note that the mouse holds
+    std::optional<Drag> drag_;
 };

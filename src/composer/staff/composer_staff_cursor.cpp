@@ -1,6 +1,7 @@
 #include "composer/staff/composer_staff_cursor.h"
 
 #include "platform/user_text.h"
+#include "widgets/engraving_spans.h"
 
 #include <QPainter>
 
@@ -9,9 +10,19 @@
 namespace {
 
 /// In staff spaces.
-constexpr double kNoteRoom = 0.6;
-constexpr double kSharpRoom = 1.35;
-constexpr double kSharpReach = 1.6;
+constexpr double kTieLength = 2.4;
+constexpr double kSideRoom = 0.2;
+
+/// Above and below the staff that the note stands on, as far as its ink goes.
+QRectF roomOf(const EntryPreview& preview) {
+    const notation::System& entry = preview.entry;
+    const notation::Staff staff = preview.note().staff;
+    const engraving::Stave stave = score_painter::staveOf(entry, staff, preview.place);
+    const bool treble = staff == notation::Staff::Treble;
+    const double above = engraving::kTopLine + (treble ? entry.above : entry.gap);
+    const double below = treble ? entry.gap : entry.below;
+    return {QPointF(stave.left, stave.y(above)), QPointF(stave.right, stave.y(-below))};
+}
 
 }  // namespace
 
@@ -22,34 +33,39 @@ CursorPicture::CursorPicture(const QString& name, const MusicFont& font, QWidget
     hide();
 }
 
-void CursorPicture::setPlace(const engraving::Stave& stave, qreal x, int position) {
-    place_ = {stave, x, position};
-    setGeometry(extent(place_).toAlignedRect());
+void CursorPicture::show(const EntryPreview& preview) {
+    preview_ = preview;
+    const auto [left, right] = part(preview);
+    QRectF room = roomOf(preview);
+    room.setLeft(preview.place.x(left));
+    room.setRight(preview.place.x(right));
+    setGeometry(room.toAlignedRect());
+    setVisible(true);
     update();
 }
 
 void CursorPicture::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
     painter.translate(-pos());
     painter.setPen(palette().color(QPalette::Highlight));
-    draw(painter, font_, {engraving::onPixels(painter, place_.stave), place_.x, place_.position});
+    score_painter::drawSymbols(painter, font_, preview_.entry, preview_.place);
+    if (preview_.tied) {
+        const notation::Symbol& note = preview_.note();
+        const auto stave = score_painter::staveOf(preview_.entry, note.staff, preview_.place);
+        engraving::drawTie(painter, engraving::onPixels(painter, stave),
+                           preview_.place.x(-kTieLength), preview_.place.x(0), note.note);
+    }
 }
 
 ActiveNotePicture::ActiveNotePicture(const MusicFont& font, QWidget* parent)
     : CursorPicture(QStringLiteral("lblCursore"), font, parent) {}
 
-QRectF ActiveNotePicture::extent(const Place& place) const {
-    const engraving::Stave& stave = place.stave;
-    const qreal room = kNoteRoom * stave.space;
-    const qreal end = stave.y(engraving::stemEnd(place.position));
-    const qreal y = stave.y(place.position);
-    const qreal width = engraving::headWidth(engraving::Note().duration) * stave.space;
-    return {QPointF(place.x - room, std::min(y, end) - room),
-            QPointF(place.x + width + room, std::max(y, end) + room)};
-}
-
-void ActiveNotePicture::draw(QPainter& painter, const MusicFont& font, const Place& place) const {
-    engraving::drawNote(painter, font, place.stave, place.x, {.position = place.position});
+CursorPicture::Part ActiveNotePicture::part(const EntryPreview& preview) const {
+    const notation::Symbol& note = preview.note();
+    const double ledger = glyph_table::kLedgerLineExtension + kSideRoom;
+    return {preview.tied ? -kTieLength : -ledger,
+            std::max(preview.entry.end, notation::extentOf(note).right) + kSideRoom};
 }
 
 ActiveSharpPicture::ActiveSharpPicture(const MusicFont& font, QWidget* parent)
@@ -57,13 +73,7 @@ ActiveSharpPicture::ActiveSharpPicture(const MusicFont& font, QWidget* parent)
     setAccessibleName(UserText::tr("Diesis"));
 }
 
-QRectF ActiveSharpPicture::extent(const Place& place) const {
-    const qreal width = kSharpRoom * place.stave.space;
-    const qreal reach = kSharpReach * place.stave.space;
-    return {place.x - width, place.stave.y(place.position) - reach, width, 2 * reach};
-}
-
-void ActiveSharpPicture::draw(QPainter& painter, const MusicFont& font, const Place& place) const {
-    engraving::drawAccidental(painter, font, place.stave, place.x, place.position,
-                              engraving::Accidental::Sharp);
+CursorPicture::Part ActiveSharpPicture::part(const EntryPreview& preview) const {
+    const engraving::Note& note = preview.note().note;
+    return {-engraving::extentOf(note).left - kSideRoom, -engraving::accidentalGap(note.position)};
 }

@@ -1,46 +1,40 @@
 #pragma once
 
-#include "widgets/engraving.h"
+#include "composer/staff/entry_preview.h"
 
 #include <QWidget>
 
-class MusicFont;
-
-/// A picture of the active note on the staff, in the accent colour. The mouse goes through to the
-/// staff.
+/// A picture of the note that would be inserted, in the accent colour; it shows the part of it that
+/// its geometry covers. The mouse goes through to the staff.
 class CursorPicture : public QWidget {
 public:
-    /// The stave and the note head's left edge are in the parent's coordinates.
-    void setPlace(const engraving::Stave& stave, qreal x, int position);
+    void show(const EntryPreview& preview);
 
 protected:
-    struct Place {
-        engraving::Stave stave;
-        qreal x = 0;
-        int position = 0;
-    };
-
     CursorPicture(const QString& name, const MusicFont& font, QWidget* parent);
 
     void paintEvent(QPaintEvent* event) override;
 
+    /// In staff spaces from the head's left edge.
+    struct Part {
+        double left = 0;
+        double right = 0;
+    };
+
 private:
-    /// What the picture covers.
-    virtual QRectF extent(const Place& place) const = 0;
-    virtual void draw(QPainter& painter, const MusicFont& font, const Place& place) const = 0;
+    virtual Part part(const EntryPreview& preview) const = 0;
 
     const MusicFont& font_;
-    Place place_;
+    EntryPreview preview_;
 };
 
-/// The active note with its stem and ledger lines, `lblCursore`.
+/// The note with all its signs but the sharp, `lblCursore`.
 class ActiveNotePicture : public CursorPicture {
 public:
     ActiveNotePicture(const MusicFont& font, QWidget* parent);
 
 private:
-    QRectF extent(const Place& place) const override;
-    void draw(QPainter& painter, const MusicFont& font, const Place& place) const override;
+    Part part(const EntryPreview& preview) const override;
 };
 
 /// The sharp of the active note, `lblAccidente`.
@@ -49,6 +43,5 @@ public:
     ActiveSharpPicture(const MusicFont& font, QWidget* parent);
 
 private:
-    QRectF extent(const Place& place) const override;
-    void draw(QPainter& painter, const MusicFont& font, const Place& place) const override;
+    Part part(const EntryPreview& preview) const override;
 };

@@ -39,13 +39,13 @@ Figure figureOf(double duration);
 
 bool isRest(const Entry& entry);
 
+/// The row of a letter that is engraved; null for a rest and any other letter.
+const letter::EntryLetter* engravedLetter(const Entry& entry);
+
 /// Nothing for a rest, and for a letter that has no sign or is unknown.
 std::optional<glyph_table::ArticulationSign> articulationOf(const Entry& entry);
 
 /// The sign beside a figure that is not exact: "[×0,1]", in the locale's format.
 QString durationSign(double duration);
-
-/// "Mi 4, 1/8, staccato"; a tie is "2/4 + 1/8", a dotted value "1/4 col punto".
-QString inWords(const Entry& entry);
 
 }  // namespace staff_entry

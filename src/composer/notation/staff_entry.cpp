@@ -1,11 +1,8 @@
-#include "composer/staff/staff_entry.h"
+#include "composer/notation/staff_entry.h"
 
 #include "core/pitch.h"
-#include "platform/user_text.h"
-#include "widgets/piano_key_name.h"
 
 #include <QLocale>
-#include <QStringList>
 
 #include <algorithm>
 #include <array>
@@ -43,12 +40,6 @@ constexpr double kMostQuarters =
 
 /// Durations come from texts of 15 digits, and ties add them up.
 constexpr double kTolerance = 1e-6;
-
-/// The row of a letter that is engraved; null for any other.
-const letter::EntryLetter* engravedLetter(const Entry& entry) {
-    const letter::EntryLetter* row = letter::find(entry.attribute);
-    return row && row->sign && !isRest(entry) ? row : nullptr;
-}
 
 /// Zero for a duration that is no whole number of units or more than a figure holds.
 int unitsOf(double quarters) {
@@ -90,19 +81,6 @@ Value nearestValue(double quarters) {
         ->value;
 }
 
-QString durationInWords(double duration) {
-    const Figure figure = figureOf(duration);
-    if (!figure.exact)
-        return UserText::tr("durata %1").arg(QLocale().toString(duration));
-    QStringList parts;
-    for (const Value& value : figure.values) {
-        const QString name = QString::fromUtf8(note_values::rowOf(value.duration).fraction);
-        parts += value.dots > 0 ? name + UserText::tr(" col punto") : name;
-    }
-    const QString values = parts.join(QStringLiteral(" + "));
-    return figure.triplet ? UserText::tr("terzina di ") + values : values;
-}
-
 }  // namespace
 
 Figure figureOf(double duration) {
@@ -118,6 +96,11 @@ bool isRest(const Entry& entry) {
     return !pitch::isPlayable(entry.noteNumber);
 }
 
+const letter::EntryLetter* engravedLetter(const Entry& entry) {
+    const letter::EntryLetter* row = letter::find(entry.attribute);
+    return row && row->sign && !isRest(entry) ? row : nullptr;
+}
+
 std::optional<glyph_table::ArticulationSign> articulationOf(const Entry& entry) {
     const letter::EntryLetter* row = engravedLetter(entry);
     return row ? row->sign : std::nullopt;
@@ -127,14 +110,6 @@ QString durationSign(double duration) {
     QLocale locale;
     locale.setNumberOptions(QLocale::OmitGroupSeparator);
     return QStringLiteral("[×%1]").arg(locale.toString(duration, 'g', 3));
-}
-
-QString inWords(const Entry& entry) {
-    const QString name = isRest(entry) ? UserText::tr("pausa") : noteInWords(entry.noteNumber);
-    QString words = QStringLiteral("%1, %2").arg(name, durationInWords(entry.duration));
-    if (const letter::EntryLetter* row = engravedLetter(entry))
-        words += QStringLiteral(", ") + UserText::tr(row->name);
-    return words;
 }
 
 }  // namespace staff_entry

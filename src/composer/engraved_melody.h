@@ -1,0 +1,8 @@
+#pragma once
+
+#include "composer/notation/system_layout.h"
+
+class Melody;
+
+/// The entries of a melody as they are engraved. The melody must outlive what it is used for.
+notation::Source engravedSource(const Melody& melody);

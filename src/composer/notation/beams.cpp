@@ -1,0 +1,107 @@
+#include "composer/notation/beams.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace notation {
+namespace {
+
+/// In half spaces.
+constexpr double kStem = 6.5;
+constexpr double kMoreStem = kBeamDistance;  ///< for each beam from the third on
+constexpr double kMostRise = 2;
+constexpr double kRiseShare = 0.45;
+constexpr double kMostSlope = 0.5;  ///< half spaces a staff space
+
+constexpr double kStub = 1.1;  ///< in staff spaces
+constexpr double kTolerance = 1e-6;
+
+int beamsOf(const Symbol& symbol) {
+    return static_cast<int>(symbol.value.duration) - static_cast<int>(engraving::Duration::Eighth) +
+           1;
+}
+
+double stemLength(const Symbol& symbol) {
+    return kStem + std::max(0, beamsOf(symbol) - 2) * kMoreStem;
+}
+
+/// Half spaces a staff space. A beam follows the way from the first note to the last one, but
+/// flatter; it lies level where a note between them is nearest to it.
+double slopeOf(const std::vector<Symbol>& symbols, const Span& beam, double towardsBeam) {
+    const auto height = [&](std::size_t i) { return towardsBeam * symbols[i].note.position; };
+    const double first = height(beam.first);
+    const double last = height(beam.last);
+    for (std::size_t i = beam.first + 1; i < beam.last; ++i) {
+        if (height(i) >= std::max(first, last))
+            return 0;
+    }
+    const double width = symbols[beam.last].x - symbols[beam.first].x;
+    const double rise = std::clamp((last - first) * kRiseShare, -kMostRise, kMostRise);
+    return towardsBeam * std::clamp(rise / width, -kMostSlope, kMostSlope);
+}
+
+/// A stub points to the note that it makes a beat with.
+double stubOf(const std::vector<Symbol>& symbols, const Span& beam, std::size_t i) {
+    if (i == beam.first)
+        return kStub;
+    if (i == beam.last)
+        return -kStub;
+    const double pairs = symbols[i].onset / (2 * symbols[i].length);
+    return std::abs(pairs - std::round(pairs)) < kTolerance ? kStub : -kStub;
+}
+
+void addLines(Beam& beam, const std::vector<Symbol>& symbols, int level) {
+    const auto has = [&](std::size_t i) {
+        return i <= beam.notes.last && beamsOf(symbols[i]) > level;
+    };
+    for (std::size_t i = beam.notes.first; i <= beam.notes.last; ++i) {
+        if (!has(i))
+            continue;
+        const std::size_t first = i;
+        while (has(i + 1))
+            ++i;
+        beam.lines.push_back({first, i, level, first == i ? stubOf(symbols, beam.notes, i) : 0});
+    }
+}
+
+}  // namespace
+
+void turnStems(std::vector<Symbol>& symbols, const Span& beam) {
+    int above = 0;
+    int below = 0;
+    for (std::size_t i = beam.first; i <= beam.last; ++i) {
+        above = std::max(above, symbols[i].note.position - engraving::kMiddleLine);
+        below = std::max(below, engraving::kMiddleLine - symbols[i].note.position);
+    }
+    for (std::size_t i = beam.first; i <= beam.last; ++i) {
+        symbols[i].note.stem = below > above ? engraving::Stem::Up : engraving::Stem::Down;
+        symbols[i].note.beamed = true;
+    }
+}
+
+Beam layOutBeam(std::vector<Symbol>& symbols, const Span& notes) {
+    Beam beam{notes, engraving::stemGoesUp(symbols[notes.first].note), {}};
+    const double side = beam.stemsUp ? 1 : -1;
+    const double slope = slopeOf(symbols, notes, side);
+    const double origin = symbols[notes.first].x;
+    // Far enough from every head, and no end short of the middle line.
+    double height = -1e9;
+    for (std::size_t i = notes.first; i <= notes.last; ++i) {
+        const Symbol& symbol = symbols[i];
+        const double from = side * slope * (symbol.x - origin);
+        height = std::max({height, side * symbol.note.position + stemLength(symbol) - from,
+                           side * engraving::kMiddleLine - from});
+    }
+    // Halves, so that the edges of level beams stand on lines or in the middle of a space.
+    height = std::ceil(height * 2 - kTolerance) / 2;
+    int most = 0;
+    for (std::size_t i = notes.first; i <= notes.last; ++i) {
+        symbols[i].stemEnd = side * height + slope * (symbols[i].x - origin);
+        most = std::max(most, beamsOf(symbols[i]));
+    }
+    for (int level = 0; level < most; ++level)
+        addLines(beam, symbols, level);
+    return beam;
+}
+
+}  // namespace notation

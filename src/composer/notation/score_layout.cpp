@@ -1,0 +1,71 @@
+#include "composer/notation/score_layout.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace notation {
+namespace {
+
+/// So many entries are laid out behind what is asked for.
+constexpr int kAhead = 1000;
+
+}  // namespace
+
+void ScoreLayout::setSource(Source source) {
+    source_ = std::move(source);
+    changedFrom(0);
+}
+
+void ScoreLayout::setPage(const Page& page) {
+    page_ = page;
+    changedFrom(0);
+}
+
+void ScoreLayout::changedFrom(int entry) {
+    const auto stale = std::find_if(systems_.begin(), systems_.end(),
+                                    [&](const System& system) { return entry < system.readTo; });
+    systems_.erase(stale, systems_.end());
+    tops_.resize(systems_.size());
+    systemOf(entry);
+}
+
+std::size_t ScoreLayout::systemOf(int entry) {
+    while (!complete() && (systems_.empty() || systems_.back().start.entry <= entry + kAhead))
+        append();
+    const auto after = std::upper_bound(
+        systems_.begin(), systems_.end(), entry,
+        [](int index, const System& system) { return index < system.start.entry; });
+    const auto at = after == systems_.begin() ? 0 : after - systems_.begin() - 1;
+    return static_cast<std::size_t>(at);
+}
+
+void ScoreLayout::layOutTo(double y) {
+    while (!complete() && (tops_.empty() || tops_.back() < y))
+        append();
+}
+
+void ScoreLayout::layOutAll() {
+    while (!complete())
+        append();
+}
+
+std::size_t ScoreLayout::systemAt(double y) const {
+    const auto below = std::upper_bound(tops_.begin(), tops_.end(), y);
+    return below == tops_.begin() ? 0 : static_cast<std::size_t>(below - tops_.begin() - 1);
+}
+
+double ScoreLayout::height() const {
+    const double known = tops_.back() + systems_.back().height();
+    const int laidOut = systems_.back().next.entry;
+    return complete() || laidOut == 0 ? known : known / laidOut * source_.count();
+}
+
+void ScoreLayout::append() {
+    const SystemStart start = systems_.empty() ? SystemStart{} : systems_.back().next;
+    const double top =
+        systems_.empty() ? 0 : tops_.back() + systems_.back().height() + kBetweenSystems;
+    systems_.push_back(layOutSystem(source_, start, page_));
+    tops_.push_back(top);
+}
+
+}  // namespace notation

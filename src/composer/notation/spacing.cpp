@@ -1,0 +1,68 @@
+#include "composer/notation/spacing.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace notation {
+namespace {
+
+constexpr double kShortest = 1.5;
+constexpr double kQuarterMore = 1.9;
+constexpr double kGrowth = 0.6;
+constexpr double kLeastGap = 0.3;  ///< between the ink of two symbols
+constexpr double kLedgerGap = 0.1;
+constexpr double kTieLength = 2.4;  ///< from head to head, so that the tie can be seen
+
+double leastDistance(const Symbol& symbol, const Symbol* next) {
+    const engraving::Extent extent = extentOf(symbol);
+    const double head = symbol.rest ? extent.right : engraving::headWidth(symbol.value.duration);
+    const bool ledger = !symbol.rest && engraving::ledgerLines(symbol.note.position) > 0;
+    // Ledger lines may reach into the gap before a symbol that has none.
+    const bool bare = extent.right <= head + glyph_table::kLedgerLineExtension;
+    double least = (ledger && bare ? head : extent.right) + kLeastGap;
+    if (!next)
+        return least;
+    const bool nextLedger = !next->rest && engraving::ledgerLines(next->note.position) > 0;
+    const bool sign = !next->rest && next->note.accidental != engraving::Accidental::None;
+    if (sign)
+        least += extentOf(*next).left;
+    else if (ledger && nextLedger)
+        least = std::max(least, head + 2 * glyph_table::kLedgerLineExtension + kLedgerGap);
+    return symbol.tiedToNext() ? std::max(least, kTieLength) : least;
+}
+
+}  // namespace
+
+double spaceAfter(double quarters) {
+    return kShortest + kQuarterMore * std::pow(quarters, kGrowth);
+}
+
+std::vector<Distance> distancesOf(const std::vector<Symbol>& symbols) {
+    std::vector<Distance> distances;
+    distances.reserve(symbols.size());
+    for (std::size_t i = 0; i < symbols.size(); ++i) {
+        const Symbol* next = i + 1 < symbols.size() ? &symbols[i + 1] : nullptr;
+        distances.push_back({spaceAfter(symbols[i].length), leastDistance(symbols[i], next)});
+    }
+    return distances;
+}
+
+double stretchToFill(const std::vector<Distance>& distances, double room) {
+    const auto filled = [&](double stretch) {
+        double sum = 0;
+        for (const Distance& distance : distances)
+            sum += std::max(distance.wanted * stretch, distance.least);
+        return sum;
+    };
+    double low = 0;
+    double high = 1;
+    while (filled(high) < room && high < 1e6)
+        high *= 2;
+    for (int i = 0; i < 40; ++i) {
+        const double middle = (low + high) / 2;
+        (filled(middle) < room ? low : high) = middle;
+    }
+    return low;
+}
+
+}  // namespace notation

@@ -1,0 +1,99 @@
+#pragma once
+
+#include "composer/notation/beams.h"
+#include "composer/notation/staff_entry.h"
+#include "composer/notation/symbol.h"
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+/// One system of the melody as engraved music: two staves with as many entries as its width holds.
+namespace notation {
+
+/// The melody that is laid out.
+struct Source {
+    std::function<int()> count;
+    std::function<staff_entry::Entry(int)> entryAt;  ///< 0..count - 1
+};
+
+/// In staff spaces.
+struct Page {
+    double width = 80;              ///< of a system, from its first barline to its end
+    double endRoom = 0;             ///< left free behind the last entry of the melody
+    bool roomForEveryNote = false;  ///< at the last system, above and below
+};
+
+/// All that a system depends on of those before it.
+struct SystemStart {
+    int entry = 0;
+    double onset = 0;            ///< in quarter notes from the start of the melody
+    std::optional<Staff> staff;  ///< of the entry before
+
+    bool operator==(const SystemStart&) const = default;
+};
+
+/// The bracket and the "3" over or under the symbols of a triplet.
+struct TripletBracket {
+    Span symbols;
+    Staff staff = Staff::Treble;
+    bool above = true;
+    double position = 0;
+};
+
+/// The sign of a duration that its figure does not show.
+struct DurationSign {
+    std::size_t symbol = 0;
+    double quarters = 0;
+    double position = 0;
+};
+
+struct ArticulationMark {
+    std::size_t symbol = 0;
+    glyph_table::ArticulationSign sign;
+};
+
+/// Lengths along the staves are in staff spaces from their left, heights in half spaces.
+struct System {
+    SystemStart start;
+    SystemStart next;
+    bool last = false;  ///< the melody ends with it
+    int readTo = 0;     ///< it depends on no entry from this one on
+
+    std::vector<Symbol> symbols;
+    std::vector<Beam> beams;
+    std::vector<TripletBracket> triplets;
+    std::vector<ArticulationMark> articulations;
+    std::vector<DurationSign> durationSigns;
+    double end = 0;  ///< behind the last symbol
+
+    double above = 0;  ///< from the treble staff's top line to the highest ink
+    double gap = 0;    ///< between the staves
+    double below = 0;  ///< from the bass staff's bottom line to the lowest ink
+
+    double height() const;
+    int count() const { return next.entry - start.entry; }
+    bool has(int entry) const { return entry >= start.entry && entry < next.entry; }
+
+    /// From the top of the system to a staff's bottom line.
+    double bottomLine(Staff staff) const;
+
+    /// What an entry of the system takes of its width.
+    struct Stretch {
+        double left = 0;
+        double right = 0;
+        double head = 0;  ///< the left edge of its first head
+    };
+    Stretch stretchOf(int entry) const;
+};
+
+/// Where the signs end that begin a system, and where its first symbol begins at the earliest.
+constexpr double kClefRoom = 4.4;
+constexpr double kLead = 5;
+
+System layOutSystem(const Source& source, const SystemStart& start, const Page& page);
+
+/// A single entry on a staff, without a clef, whose first head stands at 0.
+System layOutEntry(const staff_entry::Entry& entry, Staff staff);
+
+}  // namespace notation

@@ -1,0 +1,166 @@
+#include "composer/staff/score_painter.h"
+
+#include "widgets/engraving_spans.h"
+#include "widgets/music_font.h"
+
+#include <QFont>
+#include <QPainter>
+#include <QRectF>
+
+#include <algorithm>
+#include <vector>
+
+namespace score_painter {
+namespace {
+
+using engraving::Stave;
+using notation::Beam;
+using notation::Symbol;
+using notation::System;
+
+/// In staff spaces.
+constexpr double kSignSize = 1.5;
+constexpr double kSignRoom = 12;
+constexpr double kBracketOver = 0.2;  ///< beyond the heads
+
+/// Paints one system.
+class SystemPainter {
+public:
+    SystemPainter(QPainter& painter, const MusicFont& font, const System& system,
+                  const Place& place)
+        : painter_(painter),
+          font_(font),
+          system_(system),
+          place_(place),
+          treble_(onPixels(painter, staveOf(system, notation::Staff::Treble, place))),
+          bass_(onPixels(painter, staveOf(system, notation::Staff::Bass, place))) {}
+
+    void drawStaves() { engraving::drawGrandStaff(painter_, font_, treble_, bass_); }
+
+    void drawTrebleStaff() { engraving::drawStaff(painter_, font_, treble_, engraving::Clef::G); }
+
+    void drawSymbols() {
+        std::vector<QRectF> stems(system_.symbols.size());
+        for (std::size_t i = 0; i < system_.symbols.size(); ++i)
+            drawSymbol(i, stems);
+        for (const Beam& beam : system_.beams)
+            drawBeam(beam, stems);
+        for (const notation::ArticulationMark& mark : system_.articulations) {
+            const Symbol& symbol = system_.symbols[mark.symbol];
+            engraving::drawArticulation(painter_, font_, of(symbol), place_.x(symbol.x),
+                                        symbol.note, mark.sign, symbol.tiedToNext());
+        }
+        for (const notation::TripletBracket& bracket : system_.triplets)
+            drawBracket(bracket);
+        for (const notation::DurationSign& sign : system_.durationSigns)
+            drawDurationSign(sign);
+    }
+
+private:
+    const Stave& of(const Symbol& symbol) const { return of(symbol.staff); }
+    const Stave& of(notation::Staff staff) const {
+        return staff == notation::Staff::Treble ? treble_ : bass_;
+    }
+
+    void drawSymbol(std::size_t i, std::vector<QRectF>& stems) {
+        const Symbol& symbol = system_.symbols[i];
+        const qreal x = place_.x(symbol.x);
+        if (symbol.rest) {
+            engraving::drawRest(painter_, font_, of(symbol), x, symbol.value.duration,
+                                symbol.value.dots);
+        } else if (symbol.note.beamed) {
+            stems[i] = engraving::drawBeamedNote(painter_, font_, of(symbol), x, symbol.note,
+                                                 symbol.stemEnd);
+        } else {
+            engraving::drawNote(painter_, font_, of(symbol), x, symbol.note);
+        }
+        if (symbol.tiedToNext() && i + 1 < system_.symbols.size()) {
+            engraving::drawTie(painter_, of(symbol), x, place_.x(system_.symbols[i + 1].x),
+                               symbol.note);
+        }
+    }
+
+    void drawBeam(const Beam& beam, const std::vector<QRectF>& stems) {
+        const Symbol& first = system_.symbols[beam.notes.first];
+        const Symbol& last = system_.symbols[beam.notes.last];
+        const Stave& stave = of(first);
+        const qreal left = stems[beam.notes.first].left();
+        const qreal slope = (stave.y(last.stemEnd) - stave.y(first.stemEnd)) /
+                            (stems[beam.notes.last].right() - left);
+        for (const Beam::Line& line : beam.lines) {
+            qreal from = stems[line.first].left();
+            qreal to = stems[line.last].right();
+            if (line.stub < 0)
+                from = to + line.stub * stave.space;
+            else if (line.stub > 0)
+                to = from + line.stub * stave.space;
+            const qreal inwards =
+                (beam.stemsUp ? 1 : -1) * line.level * notation::kBeamDistance * stave.space / 2;
+            const auto at = [&](qreal x) {
+                return QPointF(x, stave.y(first.stemEnd) + inwards + slope * (x - left));
+            };
+            engraving::drawBeam(painter_, stave, at(from), at(to), beam.stemsUp);
+        }
+    }
+
+    void drawBracket(const notation::TripletBracket& bracket) {
+        const Symbol& first = system_.symbols[bracket.symbols.first];
+        const Symbol& last = system_.symbols[bracket.symbols.last];
+        const double width = last.rest ? engraving::restWidth(last.value.duration)
+                                       : engraving::headWidth(last.value.duration);
+        const Stave& stave = of(bracket.staff);
+        if (bracket.symbols.first == bracket.symbols.last) {
+            engraving::drawTripletSign(painter_, font_, stave, place_.x(first.x + width / 2),
+                                       bracket.position);
+            return;
+        }
+        engraving::drawTripletBracket(painter_, font_, stave, place_.x(first.x - kBracketOver),
+                                      place_.x(last.x + width + kBracketOver), bracket.position,
+                                      bracket.above);
+    }
+
+    void drawDurationSign(const notation::DurationSign& sign) {
+        const Symbol& symbol = system_.symbols[sign.symbol];
+        const Stave& stave = of(symbol);
+        QFont small = painter_.font();
+        small.setPixelSize(std::max(7, qRound(kSignSize * stave.space)));
+        painter_.save();
+        painter_.setFont(small);
+        const qreal room = kSignRoom * stave.space;
+        const qreal middle = place_.x(symbol.x + engraving::headWidth(symbol.value.duration) / 2);
+        painter_.drawText(QRectF(middle - room / 2, stave.y(sign.position) - room / 2, room, room),
+                          Qt::AlignCenter, staff_entry::durationSign(sign.quarters));
+        painter_.restore();
+    }
+
+    QPainter& painter_;
+    const MusicFont& font_;
+    const System& system_;
+    Place place_;
+    Stave treble_;
+    Stave bass_;
+};
+
+}  // namespace
+
+Stave staveOf(const System& system, notation::Staff staff, const Place& place) {
+    return {place.left, place.left + place.width,
+            place.top + system.bottomLine(staff) * place.space / 2, place.space};
+}
+
+void drawStaves(QPainter& painter, const MusicFont& font, const System& system,
+                const Place& place) {
+    SystemPainter(painter, font, system, place).drawStaves();
+}
+
+void drawTrebleStaff(QPainter& painter, const MusicFont& font, const System& system,
+                     const Place& place) {
+    SystemPainter(painter, font, system, place).drawTrebleStaff();
+}
+
+void drawSymbols(QPainter& painter, const MusicFont& font, const System& system,
+                 const Place& place) {
+    SystemPainter(painter, font, system, place).drawSymbols();
+}
+
+}  // namespace score_painter

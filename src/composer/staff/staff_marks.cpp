@@ -1,0 +1,87 @@
+#include "composer/staff/staff_marks.h"
+
+#include "composer/staff/staff_page.h"
+#include "widgets/appearance.h"
+#include "widgets/engraving.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+#include <QPainterPath>
+#include <QWidget>
+
+#include <algorithm>
+
+namespace staff_marks {
+namespace {
+
+constexpr int kNumbersEvery = 5;
+constexpr double kNumberSize = 0.72;  ///< of the widget's font
+constexpr double kNumberInk = 0.72;
+constexpr double kCurrentTint = 0.24;
+
+/// In staff spaces.
+constexpr double kFlag = 1.4;
+constexpr double kLine = 0.2;
+constexpr double kOver = 2.2;  ///< from the treble staff to the flag's top
+
+}  // namespace
+
+QFont numberFont(const QWidget& widget) {
+    QFont font = widget.font();
+    font.setPixelSize(std::max(9, qRound(kNumberSize * widget.fontInfo().pixelSize())));
+    return font;
+}
+
+void paintNumbers(QPainter& painter, const QWidget& widget, const StaffPage& page,
+                  std::size_t system) {
+    painter.setFont(numberFont(widget));
+    painter.setPen(appearance::mixed(widget.palette().color(QPalette::Text),
+                                     widget.palette().color(QPalette::Base), kNumberInk));
+    const QFontMetricsF metrics(painter.font());
+    const notation::System& shown = page.system(system);
+    const auto place = page.placeOf(system);
+    const qreal baseline = place.top + shown.height() * place.space / 2 + metrics.ascent();
+    for (const notation::Symbol& symbol : shown.symbols) {
+        const int number = symbol.entry + 1;
+        const bool first = symbol.entry == shown.start.entry;
+        if (!symbol.opensEntry || (!first && number % kNumbersEvery != 0))
+            continue;
+        const QString text = QString::number(number);
+        const double middle = symbol.x + engraving::headWidth(symbol.value.duration) / 2;
+        painter.drawText(QPointF(place.x(middle) - metrics.horizontalAdvance(text) / 2, baseline),
+                         text);
+    }
+}
+
+void paintRange(QPainter& painter, const QWidget& widget, const StaffPage& page, std::size_t system,
+                const PlayRange& range) {
+    const notation::System& shown = page.system(system);
+    const auto place = page.placeOf(system);
+    const qreal space = place.space;
+    const qreal top = place.top + (shown.above / 2 - kOver) * space;
+    const qreal bottom = place.top + shown.bottomLine(notation::Staff::Bass) * space / 2 + space;
+    painter.setPen(widget.palette().color(QPalette::Highlight));
+    const auto mark = [&](qreal x, qreal inwards) {
+        engraving::fillOnPixels(painter,
+                                QRectF(x - kLine * space / 2, top, kLine * space, bottom - top));
+        QPainterPath flag(QPointF(x, top));
+        flag.lineTo(x + inwards * kFlag * space, top + kFlag * space / 2);
+        flag.lineTo(x, top + kFlag * space);
+        flag.closeSubpath();
+        painter.fillPath(flag, painter.pen().color());
+    };
+    if (shown.has(range.first))
+        mark(page.rectOf(system, range.first).left(), 1);
+    if (shown.has(range.last))
+        mark(page.rectOf(system, range.last).right(), -1);
+}
+
+void paintCurrent(QPainter& painter, const QWidget& widget, const StaffPage& page,
+                  std::size_t system, int entry) {
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(appearance::mixed(widget.palette().color(QPalette::Highlight),
+                                       widget.palette().color(QPalette::Base), kCurrentTint));
+    painter.drawRoundedRect(page.rectOf(system, entry), 4, 4);
+}
+
+}  // namespace staff_marks

@@ -1,0 +1,255 @@
+#include "composer/notation/score_layout.h"
+
+#include <gmock/gmock.h>
+
+#include <cmath>
+#include <random>
+#include <set>
+
+namespace {
+
+using namespace notation;
+using staff_entry::Entry;
+using staff_entry::Figure;
+
+/// "2 8": a half tied to an eighth; "4." is dotted, "3:8" a triplet, "~" stands before a figure
+/// that is not exact.
+std::string written(const Figure& figure) {
+    std::string text = figure.exact ? "" : "~";
+    text += figure.triplet ? "3:" : "";
+    for (const staff_entry::Value& value : figure.values) {
+        text += &value == &figure.values.front() ? "" : " ";
+        text += std::to_string(1 << static_cast<int>(value.duration));
+        text += value.dots > 0 ? "." : "";
+    }
+    return text;
+}
+
+double quartersOf(const Figure& figure) {
+    double sum = 0;
+    for (const staff_entry::Value& value : figure.values)
+        sum += 4.0 / (1 << static_cast<int>(value.duration)) * (value.dots == 1 ? 1.5 : 1);
+    return figure.triplet ? sum * 2 / 3 : sum;
+}
+
+TEST(StaffEntry, DurationsAreEngravedAsAMusicianWritesThem) {
+    const std::vector<std::pair<double, const char*>> cases{
+        {3, "2."},        {1.25, "4 16"},   {5, "1 4"},          {8, "1 1"},
+        {0.1875, "32."},  {2.5, "2 8"},     {24, "1 1 1 1 1 1"}, {0.15625, "64 64."},
+        {8.0 / 3, "3:1"}, {1.0 / 3, "3:8"}, {5.0 / 3, "3:2 8"},  {0.1, "~64."},
+        {0, "~64"},       {1e300, "~1."}};
+    for (const auto& [duration, figure] : cases)
+        EXPECT_EQ(written(staff_entry::figureOf(duration)), figure) << duration;
+    for (int i = 1; i <= 37 * 96; ++i) {
+        const double duration = i / 96.0;
+        const Figure figure = staff_entry::figureOf(duration);
+        ASSERT_TRUE(!figure.values.empty() && figure.values.size() <= 6) << duration;
+        ASSERT_EQ(figure.triplet, figure.exact && i % 3 != 0) << duration;
+        if (figure.exact)
+            ASSERT_NEAR(quartersOf(figure), duration, 1e-9) << written(figure);
+        else
+            ASSERT_TRUE(i % 3 != 0 || duration > 4 || i == 3) << duration;
+    }
+}
+
+/// A melody that changes at random, and its layout.
+struct Melodies {
+    explicit Melodies(unsigned seed) : random(seed) {
+        layout.setSource({[this] { return static_cast<int>(entries.size()); },
+                          [this](int i) {
+                              ++asked;
+                              return entries.at(static_cast<std::size_t>(i));
+                          }});
+    }
+
+    int draw(int below) { return static_cast<int>(random() % static_cast<unsigned>(below)); }
+
+    Entry entry() {
+        constexpr std::array kDurations{1.,   1.,     .5,       .5,        .5,    .25, .25,
+                                        .75,  1. / 3, 2. / 3,   1. / 6,    .0625, 2.,  1.25,
+                                        .375, 4.,     .1 + .07, .5 + .125, 5. / 3};
+        const int around = draw(9) == 0 ? 36 + draw(60) : 55 + draw(20);
+        const double duration = kDurations[static_cast<std::size_t>(draw(kDurations.size()))];
+        return draw(8) == 0 ? Entry{0, duration, 'p'} : Entry{around, duration, "nsta"[draw(4)]};
+    }
+
+    /// Replaces some entries by others; the first that changed.
+    int change() {
+        const int count = static_cast<int>(entries.size());
+        const int at = draw(2) == 0 ? count : draw(count + 1);
+        const int removed = std::min(draw(3), count - at);
+        entries.erase(entries.begin() + at, entries.begin() + at + removed);
+        for (int inserted = draw(4); inserted > 0; --inserted)
+            entries.insert(entries.begin() + at, entry());
+        return at;
+    }
+
+    std::mt19937 random;
+    std::vector<Entry> entries;
+    ScoreLayout layout;
+    int asked = 0;
+};
+
+/// The rules of a system in their plainest form.
+void expectEngraved(const System& system, const Page& page) {
+    const auto& symbols = system.symbols;
+    const auto sharesBeam = [&](std::size_t a, std::size_t b) {
+        return std::any_of(system.beams.begin(), system.beams.end(), [&](const Beam& beam) {
+            return beam.notes.first <= a && b <= beam.notes.last;
+        });
+    };
+    const auto sharesTriplet = [&](std::size_t a, std::size_t b) {
+        return std::any_of(system.triplets.begin(), system.triplets.end(), [&](const auto& t) {
+            return t.symbols.first <= a && b <= t.symbols.last;
+        });
+    };
+    for (std::size_t i = 0; i < symbols.size(); ++i) {
+        const Symbol& symbol = symbols[i];
+        ASSERT_EQ(symbol.triplet, sharesTriplet(i, i));
+        ASSERT_LE(symbol.x, page.width);
+        if (!symbol.rest) {
+            const int position = symbol.note.position;
+            ASSERT_TRUE(symbol.staff == Staff::Treble ? position >= -5 : position <= 13)
+                << "no more than two ledger lines between the staves";
+        }
+        if (i + 1 == symbols.size())
+            continue;
+        const Symbol& next = symbols[i + 1];
+        const double beat = std::floor(symbol.onset + 1e-6);
+        const bool together = symbol.triplet || next.triplet
+                                  ? sharesTriplet(i, i + 1)
+                                  : std::floor(next.onset + 1e-6) == beat;
+        const bool flagged = symbol.flagged() && next.flagged();
+        ASSERT_EQ(sharesBeam(i, i + 1), flagged && together && symbol.staff == next.staff) << i;
+        // Ink keeps clear of ink.
+        const double sign = next.rest || next.note.accidental == engraving::Accidental::None
+                                ? 0
+                                : extentOf(next).left;
+        const double head = symbol.rest ? extentOf(symbol).right : 1.18;
+        ASSERT_GE(next.x - symbol.x, head + sign) << i;
+    }
+    for (const Beam& beam : system.beams) {
+        const Symbol& first = symbols[beam.notes.first];
+        const Symbol& last = symbols[beam.notes.last];
+        const double slope = (last.stemEnd - first.stemEnd) / (last.x - first.x);
+        for (std::size_t i = beam.notes.first; i <= beam.notes.last; ++i) {
+            const Symbol& symbol = symbols[i];
+            ASSERT_NEAR(symbol.stemEnd, first.stemEnd + slope * (symbol.x - first.x), 1e-9);
+            const double length = (beam.stemsUp ? 1 : -1) * (symbol.stemEnd - symbol.note.position);
+            const int lines = static_cast<int>(symbol.value.duration) - 2;
+            ASSERT_GE(length, 4 + 1.5 * (lines - 1)) << "the lines are clear of the head";
+            int covered = 0;
+            for (const Beam::Line& line : beam.lines)
+                covered += line.first <= i && i <= line.last ? 1 : 0;
+            ASSERT_EQ(covered, lines);
+        }
+    }
+}
+
+TEST(ScoreLayout, AfterEveryChangeItIsWhatANewOneWouldBe) {
+    Melodies melody(7);
+    for (int turn = 0; turn < 300; ++turn) {
+        if (turn % 50 == 0) {
+            const double width = 30 + melody.draw(90);
+            melody.layout.setPage({width, 6.0 * melody.draw(2), melody.draw(2) == 0});
+        }
+        const int first = melody.change();
+        melody.layout.changedFrom(first);
+        melody.layout.layOutAll();
+        ScoreLayout fresh;
+        fresh.setSource({[&] { return static_cast<int>(melody.entries.size()); },
+                         [&](int i) { return melody.entries.at(static_cast<std::size_t>(i)); }});
+        fresh.setPage(melody.layout.page());
+        fresh.layOutAll();
+
+        const auto& systems = melody.layout.systems();
+        const Page& page = melody.layout.page();
+        ASSERT_EQ(systems.size(), fresh.systems().size()) << turn;
+        int next = 0;
+        for (std::size_t i = 0; i < systems.size(); ++i) {
+            const System& system = systems[i];
+            const System& other = fresh.systems()[i];
+            SCOPED_TRACE(turn);
+            ASSERT_EQ(system.start, other.start);
+            ASSERT_EQ(system.height(), other.height());
+            ASSERT_EQ(system.symbols.size(), other.symbols.size());
+            for (std::size_t s = 0; s < system.symbols.size(); ++s) {
+                ASSERT_EQ(system.symbols[s].x, other.symbols[s].x);
+                ASSERT_EQ(system.symbols[s].stemEnd, other.symbols[s].stemEnd);
+                ASSERT_EQ(system.symbols[s].staff, other.symbols[s].staff);
+            }
+            ASSERT_EQ(system.start.entry, next) << "every entry once";
+            next = system.next.entry;
+            ASSERT_EQ(system.last, i + 1 == systems.size());
+            if (system.last)
+                ASSERT_LE(system.end, std::max(kLead, page.width - page.endRoom) + 1e-6);
+            else
+                ASSERT_NEAR(system.end, page.width, 1e-6) << "full lines";
+            ASSERT_NO_FATAL_FAILURE(expectEngraved(system, page));
+        }
+        ASSERT_EQ(next, static_cast<int>(melody.entries.size()));
+    }
+}
+
+TEST(ScoreLayout, AChangeCostsTheSameAtAnyLength) {
+    Melodies melody(3);
+    for (int i = 0; i < 32767; ++i)
+        melody.entries.push_back(melody.entry());
+    melody.layout.setPage({80, 6, true});
+    EXPECT_LT(melody.asked, 3000) << "what is far away waits until it is asked for";
+    for (const int at : {0, 9, 16000, 32000, 32766}) {
+        melody.layout.layOutAll();
+        melody.entries[static_cast<std::size_t>(at)] = {64, 0.5, 'n'};
+        melody.asked = 0;
+        melody.layout.changedFrom(at);
+        EXPECT_LT(melody.asked, 3000) << at;
+        EXPECT_TRUE(melody.layout.systems()[melody.layout.systemOf(at)].has(at));
+    }
+}
+
+/// What a musician expects of the distances, of notes that nothing stands beside.
+TEST(ScoreLayout, EqualValuesStandEquallyFarApartAndLongerOnesFarther) {
+    Melodies melody(5);
+    for (int i = 0; i < 300; ++i) {
+        constexpr std::array kNaturals{60, 62, 64, 65, 67, 69, 57, 84};
+        const double duration = std::ldexp(4, -melody.draw(4));
+        melody.entries.push_back(
+            {kNaturals[static_cast<std::size_t>(melody.draw(8))], duration, 'n'});
+    }
+    melody.layout.setPage({90, 0, false});
+    melody.layout.layOutAll();
+    for (const System& system : melody.layout.systems()) {
+        std::map<double, std::set<int>> distances;
+        for (std::size_t i = 0; i + 1 < system.symbols.size(); ++i) {
+            const double distance = system.symbols[i + 1].x - system.symbols[i].x;
+            distances[system.symbols[i].length].insert(
+                static_cast<int>(std::lround(distance * 1e4)));
+        }
+        int shorter = 0;
+        for (const auto& [length, found] : distances) {
+            EXPECT_EQ(found.size(), 1U) << length;
+            EXPECT_GT(*found.begin(), shorter) << length;
+            shorter = *found.begin();
+        }
+    }
+}
+
+TEST(ScoreLayout, APhraseThatDipsBelowMiddleCStaysOnItsStaff) {
+    const auto stavesOf = [](const std::vector<int>& notes) {
+        std::string staves;
+        const Source source{[&] { return static_cast<int>(notes.size()); },
+                            [&](int i) {
+                                return Entry{notes[static_cast<std::size_t>(i)], 1};
+                            }};
+        for (const Symbol& symbol : layOutSystem(source, {}, {200}).symbols)
+            staves += symbol.staff == Staff::Treble ? 't' : 'b';
+        return staves;
+    };
+    EXPECT_EQ(stavesOf({60, 62, 60, 55, 60, 60, 55, 60}), "tttttttt");
+    EXPECT_EQ(stavesOf({48, 52, 60, 62, 60, 57, 55}), "bbbbbbb");
+    EXPECT_EQ(stavesOf({67, 64, 60, 0, 52, 50, 48, 0, 67}), "ttttbbbbt") << "a rest goes with "
+                                                                            "what is before it";
+    EXPECT_EQ(stavesOf({72, 48, 72}), "tbt");
+}
+
+}  // namespace
