@@ -24,6 +24,18 @@ bool isArrow(int key) {
     return key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down;
 }
 
+/// Enter and its like mean something in these controls.
+bool takesEnter(const QWidget* widget) {
+    return qobject_cast<const QLineEdit*>(widget) || qobject_cast<const QComboBox*>(widget) ||
+           qobject_cast<const QAbstractItemView*>(widget) ||
+           qobject_cast<const PianoKeyboard*>(widget) ||
+           qobject_cast<const DoubleClickLabel*>(widget);
+}
+
+bool isEntryKey(int key) {
+    return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Delete;
+}
+
 bool takesText(const QWidget* widget) {
     return qobject_cast<const QLineEdit*>(widget) || qobject_cast<const QComboBox*>(widget);
 }
@@ -39,6 +51,15 @@ ComposerKeyboard::ComposerKeyboard(QDialog& window, Ui::frmComposer& ui, const R
 /// Sees a key before its control does. What is typed is noted here, because the focus may have
 /// moved on by the time that the keys are polled.
 bool ComposerKeyboard::eventFilter(QObject* target, QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto* focused = qobject_cast<QWidget*>(target);
+        const int pressed = static_cast<QKeyEvent*>(event)->key();
+        if (!focused || focused->window() != &window_ || !isEntryKey(pressed) ||
+            !takesEnter(focused))
+            return false;
+        event->accept();
+        return true;
+    }
     if (event->type() != QEvent::KeyPress)
         return false;
     const auto& key = *static_cast<QKeyEvent*>(event);

@@ -13,8 +13,14 @@
 EntryControls::EntryControls(Ui::frmComposer& ui, ComposerModel& model, ComposerView& view,
                              MelodyPresenter& presenter, ComposerKeyboard& keyboard,
                              ComposerMenu& menu)
-    : ui_(ui), model_(model), view_(view), presenter_(presenter), keyboard_(keyboard) {
+    : ui_(ui),
+      model_(model),
+      view_(view),
+      presenter_(presenter),
+      keyboard_(keyboard),
+      entryMenu_(menu.bar()) {
     connectPalette();
+    connectMenu();
     connectEditFrame();
     connect(&menu, &ComposerMenu::undoChosen, this, &EntryControls::mnuAnnulla_Click);
     connect(&menu, &ComposerMenu::redoChosen, this, &EntryControls::mnuRipeti_Click);
@@ -32,6 +38,16 @@ void EntryControls::connectPalette() {
     connect(palette.cmdInsPausa, &QPushButton::clicked, this, &EntryControls::cmdInsPausa_Click);
     connect(palette.cmdCanc, &QPushButton::clicked, this, &EntryControls::cmdCanc_Click);
     connect(palette.cmdReset, &QPushButton::clicked, this, &EntryControls::cmdReset_Click);
+}
+
+/// A menu item is a click on its button, which may be disabled.
+void EntryControls::connectMenu() {
+    auto& palette = ui_.palette->ui();
+    connect(&entryMenu_, &EntryMenu::noteChosen, palette.cmdInsNota, &QPushButton::click);
+    connect(&entryMenu_, &EntryMenu::restChosen, palette.cmdInsPausa, &QPushButton::click);
+    connect(&entryMenu_, &EntryMenu::deletionChosen, palette.cmdCanc, &QPushButton::click);
+    connect(&entryMenu_, &EntryMenu::symbolChosen, this, &EntryControls::cmdSimbNote_Click);
+    connect(&entryMenu_, &EntryMenu::attributeChosen, this, &EntryControls::cmdAttrNota_Click);
 }
 
 void EntryControls::connectEditFrame() {

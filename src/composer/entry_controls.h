@@ -1,5 +1,7 @@
 #pragma once
 
+#include "composer/entry_menu.h"
+
 #include <QObject>
 
 #include <cstdint>
@@ -43,6 +45,7 @@ private Q_SLOTS:
 
 private:
     void connectPalette();
+    void connectMenu();
     void connectEditFrame();
     void presentAtStep(const EditOutcome& outcome);
     void presentRestored(const EditOutcome& outcome, void (ComposerSpeech::*say)());
@@ -52,4 +55,5 @@ private:
     ComposerView& view_;
     MelodyPresenter& presenter_;
     ComposerKeyboard& keyboard_;
+    EntryMenu entryMenu_;
 };

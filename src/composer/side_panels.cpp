@@ -28,7 +28,7 @@ void SidePanels::showHint(bool emptyMelody) {
     ui_.lblGuida->setText(
         emptyMelody
             ? tr("Per scrivere la prima nota scegli il suo valore, poi clicca un tasto del "
-                 "pianoforte o il pentagramma e premi «Ins. Nota».")
+                 "pianoforte o il pentagramma e premi «Ins. Nota», oppure il tasto Invio.")
             : tr("Qui puoi cambiare una nota già inserita: cliccala sul pentagramma, "
                  "oppure scorri la melodia con le frecce «Passo passo» o con i tasti ← e →."));
 }
