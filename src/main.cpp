@@ -1,5 +1,6 @@
 #include "command/command_line.h"
 #include "command/commands.h"
+#include "composer/melody_sheet.h"
 #include "core/funzioni_mm.h"
 #include "core/midi_keyboard.h"
 #include "core/services.h"
@@ -40,18 +41,30 @@ QStringList argumentsOf(int argc, char* argv[]) {
     return arguments;
 }
 
+/// What a command needs of the toolkit: sheet music has fonts, but no display.
+std::unique_ptr<QCoreApplication> commandApplication(int& argc, char* argv[]) {
+    if (CommandLine::parse(argumentsOf(argc, argv)).action != CommandLine::Action::ExportPdf)
+        return std::make_unique<QCoreApplication>(argc, argv);
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen;windows");
+    return std::make_unique<QGuiApplication>(argc, argv);
+}
+
 /// Without a window, a display or the program's own folder.
 int runCommand(int argc, char* argv[]) {
     // A command's messages are its own: the toolkit may find fault with a plain terminal's locale.
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
-    QCoreApplication app(argc, argv);
-    application::translate(app);
+    const std::unique_ptr<QCoreApplication> app = commandApplication(argc, argv);
+    application::translate(*app);
     DesktopFolders folders(DesktopFolders::ProgramFolder::Unused);
     const std::unique_ptr<Sound> sound = openSound(folders);
     QTextStream out(stdout);
     QTextStream err(stderr);
-    return commands::run(CommandLine::parse(QCoreApplication::arguments()),
-                         {folders, *sound, out, err});
+    return commands::run(
+        CommandLine::parse(QCoreApplication::arguments()),
+        {folders, *sound, out, err, [](const Composition& composition, const QString& title) {
+             return sheet_painter::pdf(sheetOf(composition, title), sheet_painter::usualPaper());
+         }});
 }
 
 /// Where no display answers the toolkit gives up: the last word is the program's own.

@@ -28,6 +28,7 @@ constexpr auto kActions = std::to_array<ActionName>({
     {"check", Action::Check, 1, kAnyNumber, false},
     {"render", Action::Render, 1, 1, true, true},
     {"export-midi", Action::ExportMidi, 1, 1, true, true},
+    {"export-pdf", Action::ExportPdf, 1, 1, true},
     {"export-musicxml", Action::ExportMusicXml, 1, 1, true, true, true},
     {"export-braille", Action::ExportBraille, 1, 1, true, false, true},
     {"import", Action::Import, 1, 1, true},

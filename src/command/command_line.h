@@ -16,6 +16,7 @@ struct CommandLine {
         Check,
         Render,
         ExportMidi,
+        ExportPdf,
         ExportMusicXml,
         ExportBraille,
         Import,

@@ -32,6 +32,7 @@ constexpr const char* kUsage =
                       "     cantavista --check MELODIA…\n"
                       "     cantavista --render MELODIA -o FILE.wav [--instrument N]\n"
                       "     cantavista --export-midi MELODIA -o FILE.mid [--instrument N]\n"
+                      "     cantavista --export-pdf MELODIA -o FILE.pdf\n"
                       "     cantavista --export-musicxml MELODIA -o FILE.musicxml|FILE.mxl\n"
                       "                [--metre M] [--key T] [--instrument N]\n"
                       "     cantavista --export-braille MELODIA -o FILE.brf|FILE.txt\n"
@@ -48,6 +49,7 @@ constexpr const char* kExplanation = QT_TRANSLATE_NOOP(
     "  --check           dice di ogni file se è una melodia valida\n"
     "  --render          suona la melodia in un file WAV, con il sintetizzatore interno\n"
     "  --export-midi     scrive la melodia in un file MIDI\n"
+    "  --export-pdf      scrive lo spartito della melodia in un file PDF\n"
     "  --export-musicxml scrive la melodia in battute per i programmi di notazione;\n"
     "                    compressa, se il nome finisce in \".mxl\"\n"
     "  --export-braille  scrive la melodia in musica braille: \".brf\" per stampanti e\n"
@@ -146,6 +148,11 @@ int write(const CommandLine& line, const CommandMachine& machine) {
     const Melody& melody = composition.melody;
     if (melody.empty())
         return fail(file, UserText::tr("la melodia è vuota"));
+    if (line.action == Action::ExportPdf) {
+        const QByteArray bytes = machine.makePdf(composition, nameOf(file));
+        const QString fault = machine.folders.writeFile(pathOf(line.output), bytes).text;
+        return fault.isEmpty() ? kDone : fail(line.output, fault);
+    }
     if (line.action == Action::ExportMusicXml || line.action == Action::ExportBraille) {
         const QString fault = writeBars(line, machine, composition);
         return fault.isEmpty() ? kDone : fail(file, fault);
@@ -219,6 +226,7 @@ int run(const CommandLine& line, const CommandMachine& machine) {
             return check(line, machine);
         case Action::Render:
         case Action::ExportMidi:
+        case Action::ExportPdf:
         case Action::ExportMusicXml:
         case Action::ExportBraille:
             return write(line, machine);

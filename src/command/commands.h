@@ -1,9 +1,15 @@
 #pragma once
 
+#include <QByteArray>
+#include <QString>
+
+#include <functional>
+
 class Folders;
 class QTextStream;
 class Sound;
 struct CommandLine;
+struct Composition;
 
 /// What the commands work with. Only the list of devices touches a device.
 struct CommandMachine {
@@ -11,6 +17,8 @@ struct CommandMachine {
     Sound& sound;
     QTextStream& out;
     QTextStream& err;
+    /// Makes a PDF document of a composition under a title.
+    std::function<QByteArray(const Composition&, const QString& title)> makePdf = {};
 };
 
 namespace commands {

@@ -55,6 +55,8 @@ ComposerMenu::ComposerMenu(QWidget& window)
                        file);
     exportMidi_ = add(
         {"mnuEsportaMidi", QT_TR_NOOP("Esporta MIDI…"), "", &ComposerMenu::exportMidiChosen}, file);
+    exportPdf_ = add(
+        {"mnuEsportaPdf", QT_TR_NOOP("Esporta PDF…"), "", &ComposerMenu::exportPdfChosen}, file);
     add({"mnuImporta", QT_TR_NOOP("Importa…"), "", &ComposerMenu::importChosen}, file);
     const std::array<Item, 3> others{{
         {"mnuSalvaA", QT_TR_NOOP("Salva su dischetto A:"), "", &ComposerMenu::saveToFloppyChosen,
@@ -132,4 +134,5 @@ void ComposerMenu::enableUndo(bool undo, bool redo) {
 void ComposerMenu::enableExport(bool audio, bool midi) {
     exportAudio_->setEnabled(audio);
     exportMidi_->setEnabled(midi);
+    exportPdf_->setEnabled(midi);
 }

@@ -18,7 +18,10 @@ public:
     QMenu& context() { return *context_; }
 
     void enableUndo(bool undo, bool redo);
+
+    /// Sheet music can be made of what a MIDI file can be made of.
     void enableExport(bool audio, bool midi);
+
     void setInsertsDirectly(bool on);
 
 Q_SIGNALS:
@@ -28,6 +31,7 @@ Q_SIGNALS:
     void importChosen();
     void exportAudioChosen();
     void exportMidiChosen();
+    void exportPdfChosen();
     void saveToFloppyChosen();
     void copyFromFloppyChosen();
     void closeChosen();
@@ -54,4 +58,5 @@ private:
     QAction* exportAudio_ = nullptr;
     QAction* exportMidi_ = nullptr;
     QAction* directInsertion_ = nullptr;
+    QAction* exportPdf_ = nullptr;
 };

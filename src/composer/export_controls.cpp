@@ -5,6 +5,7 @@
 #include "composer/composer_model.h"
 #include "composer/export_progress.h"
 #include "composer/frmCopyFromA.h"
+#include "composer/melody_sheet.h"
 #include "composer/panels/browser_panel.h"
 #include "composer/side_panels.h"
 
@@ -13,6 +14,7 @@ ExportControls::ExportControls(QWidget& window, Runtime& runtime, ComposerModel&
     : window_(window), runtime_(runtime), model_(model), side_(side), keyboard_(keyboard) {
     connect(&menu, &ComposerMenu::exportAudioChosen, this, &ExportControls::mnuEsportaAudio_Click);
     connect(&menu, &ComposerMenu::exportMidiChosen, this, &ExportControls::mnuEsportaMidi_Click);
+    connect(&menu, &ComposerMenu::exportPdfChosen, this, &ExportControls::mnuEsportaPdf_Click);
     connect(&menu, &ComposerMenu::saveToFloppyChosen, this, &ExportControls::mnuSalvaA_Click);
     connect(&menu, &ComposerMenu::copyFromFloppyChosen, this, &ExportControls::mnuCopyFromA_Click);
 }
@@ -28,6 +30,14 @@ void ExportControls::mnuEsportaMidi_Click() {
     keyboard_.releaseHeldKeys();
     model_.playback.stop();
     model_.exporter.exportMidi();
+}
+
+void ExportControls::mnuEsportaPdf_Click() {
+    keyboard_.releaseHeldKeys();
+    model_.playback.stop();
+    model_.exporter.exportPdf([this](const QString& title) {
+        return sheet_painter::pdf(sheetOf(model_.composition, title), sheet_painter::usualPaper());
+    });
 }
 
 void ExportControls::mnuSalvaA_Click() {

@@ -20,6 +20,7 @@ public:
 private Q_SLOTS:
     void mnuEsportaAudio_Click();
     void mnuEsportaMidi_Click();
+    void mnuEsportaPdf_Click();
     void mnuSalvaA_Click();
     void mnuCopyFromA_Click();
 

@@ -67,6 +67,9 @@ TEST(Commands, AnswerWithTheirStatusAndSayWhy) {
         {"--import buona.mel -o x.mid", 1, "", "non è un file MusicXML"},
         {"--import nulla.mxl -o x.mid", 1, "", "non trovato"},
         {"--import a.xml -o x.mid --instrument 3", 2, "", "--instrument non serve"},
+        {"--export-pdf buona.mel -o a.pdf", 0, "", ""},
+        {"--export-pdf buona.mel -o x.pdf --instrument 3", 2, "", "--instrument non serve"},
+        {"--export-pdf vuota.mel -o x.pdf", 1, "", "vuota"},
         {"--export-midi corta.mel -o corta.mid", 0, "", "La nota 2 è troppo breve"},
     };
     for (const auto& [arguments, status, outWanted, errWanted] : cases) {
@@ -76,7 +79,9 @@ TEST(Commands, AnswerWithTheirStatusAndSayWhy) {
         QString err;
         QTextStream outStream(&out);
         QTextStream errStream(&err);
-        const CommandMachine machine{folders, *sound, outStream, errStream};
+        const CommandMachine machine{
+            folders, *sound, outStream, errStream,
+            [](const Composition&, const QString& title) { return title.toUtf8(); }};
         EXPECT_EQ(commands::run(CommandLine::parse(words), machine), status) << arguments;
         for (const auto& [text, wanted] : {std::pair{out, outWanted}, {err, errWanted}})
             EXPECT_TRUE(*wanted ? text.contains(QRegularExpression(wanted)) : text.isEmpty())
@@ -89,6 +94,7 @@ TEST(Commands, AnswerWithTheirStatusAndSayWhy) {
         EXPECT_TRUE(contentOf("a.xml").contains(part)) << part;
     EXPECT_EQ(contentOf("a.brf").simplified(), "BUONA ?7#FJ #A \"[:<K");
     EXPECT_EQ(contentOf("b.mel"), kMelody);
+    EXPECT_EQ(contentOf("a.pdf"), "buona");
     EXPECT_TRUE(contentOf("corta.mid").contains(QByteArray("\0\xC0\0", 3)));
     QDir::setCurrent(QDir::rootPath());
 }

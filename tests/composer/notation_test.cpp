@@ -1,4 +1,5 @@
 #include "composer/notation/score_layout.h"
+#include "composer/notation/sheet_layout.h"
 
 #include <gmock/gmock.h>
 
@@ -146,6 +147,22 @@ void expectEngraved(const System& system, const Page& page) {
     }
 }
 
+/// Every system is on one page, below the one before it and, with it, within the page.
+void expectPages(const ScoreLayout& score, double height) {
+    const bool bass = usesBass(score);
+    std::size_t next = 0;
+    for (const SheetPage& page : pagesOf(score, height, 9)) {
+        ASSERT_EQ(page.first, next);
+        double free = next == 0 ? 9 : 0;
+        for (const double top : page.tops) {
+            ASSERT_GE(top, free);
+            free = top + printedHeight(score.systems()[next++], bass);
+            ASSERT_TRUE(free <= height || page.tops.size() == 1);
+        }
+    }
+    ASSERT_EQ(next, score.systems().size());
+}
+
 TEST(ScoreLayout, AfterEveryChangeItIsWhatANewOneWouldBe) {
     Melodies melody(7);
     for (int turn = 0; turn < 300; ++turn) {
@@ -188,6 +205,7 @@ TEST(ScoreLayout, AfterEveryChangeItIsWhatANewOneWouldBe) {
             ASSERT_NO_FATAL_FAILURE(expectEngraved(system, page));
         }
         ASSERT_EQ(next, static_cast<int>(melody.entries.size()));
+        ASSERT_NO_FATAL_FAILURE(expectPages(melody.layout, 25 + melody.draw(120)));
     }
 }
 

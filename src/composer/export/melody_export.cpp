@@ -100,6 +100,17 @@ void MelodyExport::exportMidi() {
     report(error.failed() ? melody_names::failureText(error) : QString(), path, played);
 }
 
+void MelodyExport::exportPdf(const std::function<QByteArray(const QString& title)>& makePdf) {
+    const FileKind kind{UserText::tr("File PDF"), QStringLiteral("pdf")};
+    const QString path = dialogs_.saveFile(UserText::tr("Esporta PDF"), proposedName(), kind);
+    if (path.isEmpty())
+        return;
+    const FileError error = folders_.writeFile(path, makePdf(proposedName()));
+    dialogs_.message(error.failed()
+                         ? melody_names::failureText(error)
+                         : UserText::tr("Esportato: %1").arg(melody_names::lastPart(path)));
+}
+
 void MelodyExport::exportAudio(const wave_file::Progress& progress) {
     if (!canExportAudio())
         return;

@@ -2,7 +2,10 @@
 
 #include "composer/export/wave_file_writer.h"
 
+#include <QByteArray>
 #include <QString>
+
+#include <functional>
 
 class Dialogs;
 class Folders;
@@ -13,8 +16,8 @@ struct FileKind;
 struct MelodyScore;
 struct Services;
 
-/// The composition as sound or as a MIDI file, for other programs. Asks where to, and reports what
-/// went wrong.
+/// The composition as sound, as a MIDI file or as sheet music, for other programs. Asks where to,
+/// and reports what went wrong.
 class MelodyExport {
 public:
     MelodyExport(const Services& services, const Composition& composition);
@@ -24,6 +27,9 @@ public:
     bool canExportAudio() const;
 
     void exportMidi();
+
+    /// `makePdf` is given the sheet's title.
+    void exportPdf(const std::function<QByteArray(const QString& title)>& makePdf);
 
     /// `progress` interrupts it by answering false.
     void exportAudio(const wave_file::Progress& progress);
