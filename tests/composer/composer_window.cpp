@@ -131,8 +131,7 @@ void OpenComposer::step(const QString& what) {
     } else {
         const QKeySequence keys(what);
         ASSERT_FALSE(keys.isEmpty()) << what.toStdString();
-        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease})
-            sendSystemKey(window, type, keys[0].key(), keys[0].keyboardModifiers());
+        user.type(keys[0].key(), {}, keys[0].keyboardModifiers());
     }
 }
 

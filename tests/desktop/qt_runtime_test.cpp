@@ -255,8 +255,7 @@ TEST_F(QtRuntimeTest, NoBoxTakesTheInputThatWaitedBeforeIt) {
     for (const auto& show : boxes) {
         clicks = shortcuts = 0;
         const auto wait = [&] {
-            for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease})
-                sendSystemKey(window, type, Qt::Key_B, Qt::ControlModifier);
+            WindowDriver(window).type(Qt::Key_B, {}, Qt::ControlModifier);
             click();
             mouse(QEvent::MouseButtonPress);  // let go while the box is on show
         };

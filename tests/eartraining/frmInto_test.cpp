@@ -175,7 +175,7 @@ struct Users {
             if (act.control == "close")
                 window.close();
             else if (act.control == "F4")
-                press(window, Qt::Key_F4);
+                user.type(Qt::Key_F4);
             else if (act.control == "Il_0" && user.shown(act.control))
                 user.doubleClick(act.control);
             else if (!act.control.startsWith("mnu"))
@@ -186,10 +186,6 @@ struct Users {
                 return;
             EXPECT_EQ(look(window, world.funzioniMM, state, textsOf(plain)), act.seen) << trace();
         });
-    }
-    static void press(frmInto& window, int key) {
-        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease})
-            sendSystemKey(window, type, key);
     }
     std::string trace() const {
         QStringList controls;

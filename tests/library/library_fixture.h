@@ -5,8 +5,6 @@
 #include "composer/melody/melody_editor.h"
 #include "support/test_world.h"
 
-#include <gtest/gtest.h>
-
 #include <string>
 #include <utility>
 #include <vector>
@@ -16,7 +14,7 @@ using Lines = std::vector<std::string>;
 const QString kRoot = QStringLiteral("C:\\Cantavista\\Melodie\\");
 
 /// A library over folders in memory, and the boxes in which it speaks.
-struct LibraryFixture : testing::Test {
+struct OpenLibrary {
     TestWorld world;
     MemoryFolders& folders = world.folders;
     Composition composition;

@@ -21,7 +21,7 @@ const QByteArray kMelody = "60;62;\r\n1;1;\r\nn;n;\r\n 90 \r\n 40 \r\n1 \xF7 2 \
 const char* const kInvalid = "message: Nome non valido !!!";
 const char* const kUnknown = "message: Nome con carattere non consentito !!!";
 
-struct LibraryTest : LibraryFixture {
+struct LibraryTest : testing::Test, OpenLibrary {
     void fill(std::initializer_list<const char*> paths) {
         for (const char* path : paths)
             folders.put(kRoot + path, kMelody);

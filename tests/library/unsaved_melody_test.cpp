@@ -4,6 +4,8 @@
 
 #include <QMap>
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <array>
 #include <map>
@@ -17,15 +19,11 @@ namespace {
 const QString kProgramFolder = QStringLiteral("C:\\Cantavista\\");
 
 /// A composer without its window, over files that outlive it.
-struct Composer {
-    TestWorld world;
-    Composition composition;
-    MelodyEditor editor{composition};
-    MelodyLibrary library{world.services(), composition, editor};
+struct Composer : OpenLibrary {
     std::unique_ptr<UnsavedMelody> unsaved;
 
-    explicit Composer(const MemoryFolders& folders) {
-        world.folders = folders;
+    explicit Composer(const MemoryFolders& files) {
+        folders = files;
         unsaved = std::make_unique<UnsavedMelody>(world.services(), composition, editor, library);
         library.fill();
     }

@@ -27,11 +27,6 @@ struct HelpWindowTest : testing::Test {
     }
 
     QString page() const { return browser.source().fileName(); }
-
-    void key(int key, Qt::KeyboardModifiers modifiers = {}) const {
-        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease})
-            sendSystemKey(help, type, key, modifiers);
-    }
 };
 
 }  // namespace
@@ -57,8 +52,8 @@ TEST_F(HelpWindowTest, TheContentsOpenEveryPageAlsoBesideModalWindows) {
 
 TEST_F(HelpWindowTest, ButtonsAndKeysMoveThroughThePagesAndSizeTheirLetters) {
     browser.setFocus();
-    key(Qt::Key_Tab);
-    key(Qt::Key_Return);
+    driver.type(Qt::Key_Tab);
+    driver.type(Qt::Key_Return);
     const QString linked = page();
     const QString first = QStringLiteral("index.html");
     EXPECT_NE(linked, first);
@@ -82,7 +77,7 @@ TEST_F(HelpWindowTest, ButtonsAndKeysMoveThroughThePagesAndSizeTheirLetters) {
         if (*button)
             driver.click(button);
         else
-            key(keys.key(), keys.keyboardModifiers());
+            driver.type(keys.key(), {}, keys.keyboardModifiers());
         EXPECT_EQ(page(), file);
         EXPECT_EQ(contents.currentItem()->text(0), browser.documentTitle());
         EXPECT_EQ(driver.enabled("cmdIndietro"), back) << qPrintable(file);
@@ -91,14 +86,14 @@ TEST_F(HelpWindowTest, ButtonsAndKeysMoveThroughThePagesAndSizeTheirLetters) {
     }
     browser.zoomBy(99);
     EXPECT_EQ(browser.font().pointSize() - usual, 12);
-    key(Qt::Key_Escape);
+    driver.type(Qt::Key_Escape);
     EXPECT_FALSE(help.isVisible());
 }
 
 TEST_F(HelpWindowTest, SearchListsThePagesOpensThemAndMarksTheWords) {
     auto& results = driver.find<QListWidget>("risultati");
     for (const char* question : {"supercalifragilistico", "CANTAVISTA_HOME", "MELODIA", ""}) {
-        key(Qt::Key_F, Qt::ControlModifier);
+        driver.type(Qt::Key_F, {}, Qt::ControlModifier);
         driver.type(Qt::Key_Delete);
         driver.type(Qt::Key_unknown, question);
         const auto found = help.pages().search(question);

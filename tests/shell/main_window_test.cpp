@@ -52,11 +52,6 @@ struct MainWindowTest : testing::Test {
         return shown;
     }
 
-    void type(int key, Qt::KeyboardModifiers modifiers, const QString& text = {}) {
-        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease})
-            sendSystemKey(*window, type, key, modifiers, text);
-    }
-
     /// By its shortcut where it has one.
     void choose(const QString& item) {
         window->activateWindow();
@@ -64,7 +59,7 @@ struct MainWindowTest : testing::Test {
         const QKeySequence keys = user.find<QAction>(item).shortcut();
         if (keys.isEmpty())
             return user.trigger(item);
-        type(keys[0].key(), keys[0].keyboardModifiers());
+        user.type(keys[0].key(), {}, keys[0].keyboardModifiers());
     }
 
     QString status() const {
@@ -213,7 +208,7 @@ struct DrillWalk : MainWindowTest {
         if (byButton)
             user.click(kAnswers.at(given));
         else
-            type(Qt::Key_unknown, {}, QStringLiteral("d1f2g3h").at(given));
+            user.type(Qt::Key_unknown, QStringLiteral("d1f2g3h").at(given));
         const QString place = staff_step::placeInWords(asked);
         const QString words = isRight ? "Giusto, " + place : QStringLiteral("Sbagliato");
         EXPECT_TRUE(automatic || heard.take().join(", ") == (takes ? words : QString()));
@@ -405,8 +400,8 @@ TEST_F(MainWindowTest, F1OpensHelpFromAnywhereOnce) {
     user.trigger("mnuAiuto");
     QCoreApplication::processEvents();
     user.find<QMenu>("es").popup({});
-    type(Qt::Key_F1, {});
+    user.type(Qt::Key_F1);
     EXPECT_FALSE(QApplication::activePopupWidget()) << "an open menu would hold the mouse";
-    type(Qt::Key_F1, Qt::ShiftModifier);
+    user.type(Qt::Key_F1, {}, Qt::ShiftModifier);
     EXPECT_EQ(world.help.shown, QStringList(2, "C:\\Cantavista\\cantavista.chm"));
 }

@@ -53,11 +53,9 @@ void WindowDriver::trigger(const QString& action) const {
     find<QAction>(action).trigger();
 }
 
-void WindowDriver::type(int key, const QString& text) const {
-    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-        QKeyEvent event(type, key, Qt::NoModifier, text);
-        QCoreApplication::sendEvent(window_.windowHandle(), &event);
-    }
+void WindowDriver::type(int key, const QString& text, Qt::KeyboardModifiers modifiers) const {
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease})
+        sendSystemKey(window_, type, key, modifiers, text);
 }
 
 QString WindowDriver::text(const QString& name) const {

@@ -41,8 +41,8 @@ public:
     void trigger(const QString& action) const;
     void close() const { window_.close(); }
 
-    /// Types a key into the window, to whichever control has the focus.
-    void type(int key, const QString& text = {}) const;
+    /// Types a key into the window, as it comes from the system.
+    void type(int key, const QString& text = {}, Qt::KeyboardModifiers modifiers = {}) const;
 
     QString text(const QString& name) const;  ///< caption, text or number of a control
     bool shown(const QString& name) const;    ///< visible as soon as its window is
