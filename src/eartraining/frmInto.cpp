@@ -13,6 +13,7 @@
 #include "widgets/keyboard_span.h"
 #include "widgets/verdict_badge.h"
 
+#include <QKeyEvent>
 #include <QMenu>
 #include <QMenuBar>
 #include <QShortcut>
@@ -134,7 +135,6 @@ void frmInto::connectControls() {
     connect(new MiddleCPatch(keyboard), &MiddleCPatch::doubleClicked, this, cycleOctave);
     connect(ui_->score, &ScorePanel::percentageDoubleClicked, this, cycleOctave);
     const auto hearAgain = [this] { ear_.hearAgain(); };
-    connect(new QShortcut(Qt::Key_F4, this), &QShortcut::activated, this, hearAgain);
     for (const ExercisePanel* panel : panels_)
         connect(panel, &ExercisePanel::hearAgainClicked, this, hearAgain);
     connect(ui_->Fr1, &InstrumentFrame::programChosen, this, &frmInto::chooseInstrument);
@@ -150,6 +150,14 @@ void frmInto::addKeys() {
         announce(speech_.promptAgain());
         announce(ui_->lblSpiegaStep->text());
     });
+}
+
+/// Not a shortcut: one that is held down would repeat itself.
+void frmInto::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_F4 && event->modifiers() == Qt::NoModifier)
+        ear_.hearAgain();
+    else
+        QDialog::keyPressEvent(event);
 }
 
 void frmInto::showEvent(QShowEvent* event) {
