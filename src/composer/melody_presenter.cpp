@@ -71,7 +71,7 @@ void MelodyPresenter::showMelody() {
     const QString count = melody.empty() ? QString() : QString::number(melody.EntryCount());
     ui_.lblNt->setText(count);
     ui_.lblNt->setAccessibleDescription(count);
-    ui_.range->showTransposition(composition.transposition);
+    ui_.range->showTransposition(composition.transposition, model_.editor.transpositionHint());
     side_.bookmarks().showBookmarks(composition.bookmarks.items());
     side_.showHint(melody.empty());
     showUndo();

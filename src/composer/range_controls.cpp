@@ -63,7 +63,8 @@ void RangeControls::lblNfine_Validate() {
 
 void RangeControls::lblIDs_Click(int semitones) {
     model_.editor.changeTransposition(semitones);
-    ui_.range->showTransposition(model_.composition.transposition);
+    ui_.range->showTransposition(model_.composition.transposition,
+                                 model_.editor.transpositionHint());
     view_.speech().transposition();
 }
 

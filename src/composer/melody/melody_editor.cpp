@@ -184,6 +184,13 @@ void MelodyEditor::changeTransposition(int semitones) {
                    Composition::kLargestTransposition);
 }
 
+QString MelodyEditor::transpositionHint() const {
+    if (composition_.melody.empty())
+        return {};
+    return composition_.transposition == 0 ? UserText::tr("Scegli i semitoni")
+                                           : UserText::tr("Ora clicca il numero");
+}
+
 EditOutcome MelodyEditor::transpose() {
     const int semitones = std::exchange(composition_.transposition, 0);
     std::vector<MelodyEntry> entries = composition_.melody.entries();

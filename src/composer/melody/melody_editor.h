@@ -64,6 +64,9 @@ public:
     /// Moves the amount of transposition by a semitone within -12..12; an empty melody has none.
     void changeTransposition(int semitones);
 
+    /// How to go on with the transposition; empty where there is nothing to transpose.
+    QString transpositionHint() const;
+
     /// Transposes the melody by the amount, which then returns to 0. If a note would leave the five
     /// octaves nothing changes and a message says so.
     EditOutcome transpose();

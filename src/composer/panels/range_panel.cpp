@@ -29,7 +29,8 @@ RangePanel::RangePanel(QWidget* parent) : QWidget(parent), ui_(std::make_unique<
     appearance::enlargeText(*ui_->lblSemitoni, 1.2);
     panel_text::reserve(*ui_->lblSemitoni, QString::number(-Composition::kLargestTransposition));
     makeLabelButton(*ui_->lblSemitoni, palette().color(QPalette::Link));
-    showTransposition(0);
+    panel_text::reserveWidest(*ui_->lblSpiegaTrasposizione, {UserText::tr("Ora clicca il numero")});
+    showTransposition(0, {});
     const auto arrows = arrowsOf(*ui_);
     for (std::size_t i = 0; i < arrows.size(); ++i) {
         arrows[i]->installEventFilter(this);
@@ -67,7 +68,8 @@ void RangePanel::clearRange() {
     ui_->lblNfine->clear();
 }
 
-void RangePanel::showTransposition(int semitones) {
+void RangePanel::showTransposition(int semitones, const QString& hint) {
     ui_->lblSemitoni->setText(QString::number(semitones));
     ui_->lblSemitoni->setAccessibleName(UserText::tr("Traspone di %1 semitoni").arg(semitones));
+    ui_->lblSpiegaTrasposizione->setText(hint);
 }

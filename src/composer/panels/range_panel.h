@@ -22,7 +22,7 @@ public:
 
     void showRange(const PlayRange& range);
     void clearRange();
-    void showTransposition(int semitones);
+    void showTransposition(int semitones, const QString& hint);
 
 Q_SIGNALS:
     /// An arrow went down; it went up, or lost the mouse or the focus.
