@@ -19,7 +19,7 @@ void GuidePanel::setRows(const QString& title, const std::vector<Row>& rows) {
     grid->setVerticalSpacing(2);
     grid->setColumnStretch(0, 1);
     auto* heading = new QLabel(title, content_);
-    heading->setObjectName(QStringLiteral("lblGuida"));
+    heading->setObjectName(QStringLiteral("lblAltro"));
     grid->addWidget(heading, 0, 0, 1, 2);
     for (const Row& row : rows) {
         const int line = grid->rowCount();
