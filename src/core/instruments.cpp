@@ -2,6 +2,9 @@
 
 #include "platform/user_text.h"
 
+#include <QStringList>
+
+#include <algorithm>
 #include <array>
 
 namespace instruments {
@@ -138,6 +141,24 @@ constexpr std::array<const char*, kCount> kNames{
     QT_TRANSLATE_NOOP("UserText", "Gunshot"),
 };
 
+constexpr std::array<const char*, kFamilies> kFamilyNames{
+    QT_TRANSLATE_NOOP("UserText", "Pianoforti"),
+    QT_TRANSLATE_NOOP("UserText", "Percussioni intonate"),
+    QT_TRANSLATE_NOOP("UserText", "Organi"),
+    QT_TRANSLATE_NOOP("UserText", "Chitarre"),
+    QT_TRANSLATE_NOOP("UserText", "Bassi"),
+    QT_TRANSLATE_NOOP("UserText", "Archi"),
+    QT_TRANSLATE_NOOP("UserText", "Insiemi e voci"),
+    QT_TRANSLATE_NOOP("UserText", "Ottoni"),
+    QT_TRANSLATE_NOOP("UserText", "Ance"),
+    QT_TRANSLATE_NOOP("UserText", "Flauti"),
+    QT_TRANSLATE_NOOP("UserText", "Sintetizzatori"),
+    QT_TRANSLATE_NOOP("UserText", "Tappeti sonori"),
+    QT_TRANSLATE_NOOP("UserText", "Effetti sintetici"),
+    QT_TRANSLATE_NOOP("UserText", "Strumenti etnici"),
+    QT_TRANSLATE_NOOP("UserText", "Percussioni"),
+    QT_TRANSLATE_NOOP("UserText", "Rumori")};
+
 }  // namespace
 
 QString InstrumentName(int program) {
@@ -148,6 +169,24 @@ QString InstrumentName(int program) {
 
 QString caption(int program) {
     return QString::number(program) + QLatin1Char('-') + InstrumentName(program);
+}
+
+QString familyName(int family) {
+    return UserText::tr(kFamilyNames[static_cast<std::size_t>(family)]);
+}
+
+std::vector<int> find(const QString& words) {
+    const QStringList all = words.split(u' ', Qt::SkipEmptyParts);
+    std::vector<int> found;
+    for (int program = 0; program < kCount; ++program) {
+        const QString names =
+            caption(program) + QLatin1Char('\n') + familyName(program / kProgramsInFamily);
+        if (std::all_of(all.begin(), all.end(), [&names](const QString& word) {
+                return names.contains(word, Qt::CaseInsensitive);
+            }))
+            found.push_back(program);
+    }
+    return found;
 }
 
 }  // namespace instruments

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <vector>
+
 /// The instrument catalogue: the melodic programs 0..127 of General MIDI, in the program's own
 /// wording.
 namespace instruments {
@@ -15,5 +17,16 @@ QString InstrumentName(int program);
 
 /// The caption of a program, such as "16-Hammond Organ".
 QString caption(int program);
+
+/// General MIDI has the programs in families of eight.
+constexpr int kProgramsInFamily = 8;
+constexpr int kFamilies = kCount / kProgramsInFamily;
+
+/// The Italian name of a family 0..15.
+QString familyName(int family);
+
+/// The programs of which the caption or the family's name contains every word of a text, in upper
+/// or lower case; all programs for an empty text.
+std::vector<int> find(const QString& words);
 
 }  // namespace instruments

@@ -2,6 +2,7 @@
 
 #include "core/instruments.h"
 #include "ui_instrument_frame.h"
+#include "widgets/instrument_button.h"
 
 #include <QSignalBlocker>
 
@@ -23,6 +24,7 @@ InstrumentFrame::InstrumentFrame(QWidget* parent)
     ui_->setupUi(this);
     ui_->lblInstr->setMinimumWidth(widestCaption(ui_->lblInstr->fontMetrics()));
     connect(ui_->InstrS, &QSlider::valueChanged, this, &InstrumentFrame::programChosen);
+    connect(ui_->cmdStrumento, &InstrumentButton::programChosen, ui_->InstrS, &QSlider::setValue);
     connect(ui_->cmdOk, &QPushButton::clicked, this, &QWidget::hide);
     hide();
 }
@@ -38,5 +40,6 @@ void InstrumentFrame::open(int program) {
 void InstrumentFrame::showProgram(int program) {
     const QSignalBlocker blocker(ui_->InstrS);
     ui_->InstrS->setValue(program);
+    ui_->cmdStrumento->setProgram(program);
     ui_->lblInstr->setText(instruments::caption(program));
 }

@@ -9,6 +9,7 @@
 #include "shell/status_line.h"
 #include "ui_frmMidiTest.h"
 #include "widgets/announcement.h"
+#include "widgets/instrument_button.h"
 #include "widgets/panel_text.h"
 
 #include <QApplication>
@@ -53,6 +54,7 @@ void frmMidiTest::connectControls() {
     connect(ui_->cmdTest, &QPushButton::clicked, this, &frmMidiTest::cmdTest_Click);
     connect(ui_->cmdOff, &QPushButton::clicked, this, &frmMidiTest::cmdOff_Click);
     connect(ui_->InstrS, &QSlider::valueChanged, this, &frmMidiTest::InstrS_Change);
+    connect(ui_->cmdStrumento, &InstrumentButton::programChosen, ui_->InstrS, &QSlider::setValue);
     connect(ui_->cmdChiudi, &QPushButton::clicked, this, &QDialog::accept);
 }
 
@@ -127,6 +129,7 @@ void frmMidiTest::showInstrument() {
 }
 
 void frmMidiTest::nameInstrument(int program) {
+    ui_->cmdStrumento->setProgram(program);
     ui_->lblInstr->setText(QString::number(program));
     ui_->lblNomeInstr->setText(instruments::InstrumentName(program));
 }

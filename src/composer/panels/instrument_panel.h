@@ -4,13 +4,12 @@
 
 #include <memory>
 
-class QMenu;
-
 namespace Ui {
 class InstrumentPanel;
 }
 
-/// The instrument's slider with its caption, and a menu of all instruments by family.
+/// The instrument's slider with its caption, and a button that opens the list of all
+/// instruments.
 class InstrumentPanel : public QWidget {
     Q_OBJECT
 
@@ -25,7 +24,5 @@ Q_SIGNALS:
     void programChosen(int program);  ///< 0..127 of General MIDI
 
 private:
-    void fillFamily(QMenu& menu, int firstProgram);
-
     std::unique_ptr<Ui::InstrumentPanel> ui_;
 };
