@@ -1,6 +1,7 @@
 #include "eartraining/exercise_panel.h"
 
 #include "platform/user_text.h"
+#include "widgets/action_icon.h"
 #include "widgets/appearance.h"
 
 #include <QPushButton>
@@ -23,6 +24,7 @@ ExercisePanel::ExercisePanel(EarExercise& exercise, MenuItem menuItem, QWidget* 
 
 void ExercisePanel::setButtons(QPushButton& start, QPushButton& hearAgain) {
     startButton_ = &start;
+    setActionIcon(start, ActionIcon::Play);
     hearAgainButton_ = &hearAgain;
     hearAgain.setText(UserText::tr("Riascolta (F4)"));
     hearAgain.setToolTip(UserText::tr("Suona di nuovo ciò che va riconosciuto"));
@@ -48,6 +50,7 @@ void ExercisePanel::focusStart() {
 
 void ExercisePanel::showRunning(bool running) {
     showsRunning_ = running;
+    setActionIcon(*startButton_, running ? ActionIcon::Stop : ActionIcon::Play);
     startButton_->setText(running ? UserText::tr("Stop") : UserText::tr("Start"));
     QPalette colours = startButton_->palette();
     colours.setColor(QPalette::Button,

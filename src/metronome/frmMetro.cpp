@@ -7,6 +7,7 @@
 #include "metronome/tap_input.h"
 #include "platform/user_text.h"
 #include "ui_frmMetro.h"
+#include "widgets/action_icon.h"
 #include "widgets/announcement.h"
 #include "widgets/appearance.h"
 #include "widgets/label_button.h"
@@ -39,6 +40,8 @@ frmMetro::frmMetro(Runtime& runtime, FunzioniMM& funzioniMM, MetronomeState& sta
       host_(host),
       metronome_(runtime, funzioniMM, state, *this) {
     ui_->setupUi(this);
+    setActionIcon(*ui_->cmdSSmetro, ActionIcon::Play);
+    setActionIcon(*ui_->cmdSetup, ActionIcon::Settings);
     appearance::enlargeText(*ui_->lblTempo, kTempoTextScale);
     appearance::enlargeText(*ui_->lblAndamento, kNameTextScale, QFont::Normal);
     for (QWidget* label : {ui_->lblTs, ui_->lblX12})
@@ -165,11 +168,13 @@ void frmMetro::metronomeStarted() {
     enableControls(false);
     takeColours(*ui_->cmdSSmetro, host_.startColourSource());
     announce(metronome_speech::started(metronome_.shownTempo(), state_.MetroTimeSig));
+    setActionIcon(*ui_->cmdSSmetro, ActionIcon::Stop);
 }
 
 void frmMetro::metronomeStopped() {
     enableControls(true);
     takeColours(*ui_->cmdSSmetro, host_.stopColourSource());
+    setActionIcon(*ui_->cmdSSmetro, ActionIcon::Play);
     host_.setMetronomeRunning(false);
     announce(metronome_speech::stopped());
 }

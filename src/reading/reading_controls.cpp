@@ -3,6 +3,7 @@
 #include "platform/user_text.h"
 #include "reading/difficulty.h"
 #include "ui_reading_controls.h"
+#include "widgets/action_icon.h"
 #include "widgets/appearance.h"
 
 namespace {
@@ -15,6 +16,7 @@ constexpr double kStartTextScale = 1.2;
 ReadingControls::ReadingControls(QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::ReadingControls>()) {
     ui_->setupUi(this);
+    setActionIcon(*ui_->Start, ActionIcon::Play);
     for (const difficulty::Item& item : difficulty::kItems)
         ui_->difficolt->addItem(UserText::tr(item.text));
     ui_->difficolt->setMaxVisibleItems(static_cast<int>(difficulty::kItems.size()));

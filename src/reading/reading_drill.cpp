@@ -7,6 +7,7 @@
 #include "reading/reading_staff.h"
 #include "reading/regolo.h"
 #include "ui_reading_controls.h"
+#include "widgets/action_icon.h"
 #include "widgets/announcement.h"
 
 #include <QAbstractSpinBox>
@@ -159,6 +160,7 @@ void ReadingDrill::answerJudged(std::optional<int> degree, Verdict verdict) {
 void ReadingDrill::sessionStarted() {
     speech_.start(session_.mode());
     controls_.ui().Start->setText(UserText::tr("Stop"));
+    setActionIcon(*controls_.ui().Start, ActionIcon::Stop);
     controls_.hideStatistics();
     Q_EMIT statisticsShown(false);
     // No range can be chosen during a session, and its staff shows nothing but the note asked for.
@@ -170,6 +172,7 @@ void ReadingDrill::sessionStarted() {
 
 void ReadingDrill::sessionStopped(const ReadingStatistics& statistics) {
     controls_.ui().Start->setText(UserText::tr("Start"));
+    setActionIcon(*controls_.ui().Start, ActionIcon::Play);
     verdict_.end();
     board_.staff().ruler().setEnabled(true);
     board_.enableAnswers(false);

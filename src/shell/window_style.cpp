@@ -15,10 +15,13 @@
 #include <QStyleOption>
 #include <QStyleOptionSlider>
 
+#include <algorithm>
+
 namespace {
 
 constexpr double kLetterSize = 0.68;  ///< of a badge's side
 constexpr int kLowestControl = 24;
+constexpr int kIconButtonMargin = 9;  ///< the toolkit would make a short text's button wider
 constexpr int kValueBarExtent = 24;
 constexpr int kScrollBarExtent = 16;
 constexpr int kSliderThumb = 18;
@@ -94,8 +97,13 @@ int WindowStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
 QSize WindowStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
                                     const QSize& contents, const QWidget* widget) const {
     const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
+    const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
     switch (type) {
         case CT_PushButton:
+            if (button && !button->icon.isNull())
+                return {contents.width() + 2 * kIconButtonMargin,
+                        std::max(size.height(), kLowestControl)};
+            [[fallthrough]];
         case CT_ToolButton:
         case CT_CheckBox:
         case CT_ComboBox:

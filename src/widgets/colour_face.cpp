@@ -10,7 +10,7 @@ namespace {
 
 constexpr double kCorner = 3;
 constexpr double kFocusLine = 3;
-constexpr int kRimDarkness = 150;    ///< of the background, in percent
+constexpr int kRimDarkness = 180;    ///< of the background, in percent
 constexpr int kHoverDarkness = 106;  ///< likewise
 
 }  // namespace

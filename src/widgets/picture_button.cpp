@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr double kSizeInLines = 2.8;
+constexpr double kSizeInLines = 2.5;
 constexpr int kMargin = 3;
 
 }  // namespace
@@ -36,6 +36,7 @@ void PictureButton::paintEvent(QPaintEvent* /*event*/) {
     QStyleOptionToolButton option;
     initStyleOption(&option);
     option.state.setFlag(QStyle::State_On, false);
+    option.state.setFlag(QStyle::State_Raised);
     option.state.setFlag(QStyle::State_HasFocus, false);
     painter.drawComplexControl(QStyle::CC_ToolButton, option);
     if (isChecked())

@@ -1,6 +1,7 @@
 #include "composer/panels/bookmark_panel.h"
 
 #include "ui_bookmark_panel.h"
+#include "widgets/action_icon.h"
 
 #include <QKeyEvent>
 
@@ -14,6 +15,10 @@ BookmarkPanel::BookmarkPanel(QWidget* parent)
     : QGroupBox(parent), ui_(std::make_unique<Ui::BookmarkPanel>()) {
     using Direction = BookmarkCommands::Direction;
     ui_->setupUi(this);
+    setActionIcon(*ui_->cmdPlayBm, ActionIcon::Play);
+    setActionIcon(*ui_->cmdRenameBm, ActionIcon::Edit);
+    setActionIcon(*ui_->cmdModBm, ActionIcon::Update);
+    setActionIcon(*ui_->cmdDelBm, ActionIcon::Delete);
     ui_->lstBookMark->setMinimumHeight(kFewestRows * fontMetrics().lineSpacing());
     connect(ui_->lstBookMark, &QListWidget::itemDoubleClicked, this, &BookmarkPanel::play);
     connect(ui_->cmdPlayBm, &QPushButton::clicked, this, &BookmarkPanel::play);

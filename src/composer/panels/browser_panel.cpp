@@ -3,6 +3,7 @@
 #include "composer/library/melody_library.h"
 #include "platform/user_text.h"
 #include "ui_browser_panel.h"
+#include "widgets/action_icon.h"
 
 #include <QHelpEvent>
 #include <QKeyEvent>
@@ -61,6 +62,9 @@ void PathLabel::paintEvent(QPaintEvent*) {
 BrowserPanel::BrowserPanel(QWidget* parent)
     : QGroupBox(parent), ui_(std::make_unique<Ui::BrowserPanel>()) {
     ui_->setupUi(this);
+    setActionIcon(*ui_->cmdEseguiFile, ActionIcon::Play);
+    setActionIcon(*ui_->cmdMkdir, ActionIcon::NewFolder);
+    setActionIcon(*ui_->cmdDelete, ActionIcon::Delete);
     ui_->List1->setItemDelegate(new ElidedRows(ui_->List1));
     ui_->List1->setMinimumHeight(kFewestRows * fontMetrics().lineSpacing());
     connect(ui_->List1, &QListWidget::itemDoubleClicked, this, &BrowserPanel::play);

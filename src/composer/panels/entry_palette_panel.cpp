@@ -3,6 +3,7 @@
 #include "composer/panels/entry_pictures.h"
 #include "platform/user_text.h"
 #include "ui_entry_palette_panel.h"
+#include "widgets/action_icon.h"
 #include "widgets/appearance.h"
 #include "widgets/panel_text.h"
 #include "widgets/picture_button.h"
@@ -48,6 +49,10 @@ EntryPalettePanel::EntryPalettePanel(QWidget* parent)
         caption->setMinimumHeight(ui_->ckConsAtt->sizeHint().height());
     appearance::enlargeText(*ui_->lblActNote, kActiveNoteTextScale);
     panel_text::reserve(*ui_->lblActNote, panel_text::widestNoteName(), kLabelFrame);
+    setActionIcon(*ui_->cmdInsNota, ActionIcon::Note);
+    setActionIcon(*ui_->cmdInsPausa, ActionIcon::Rest);
+    setActionIcon(*ui_->cmdCanc, ActionIcon::Backspace);
+    setActionIcon(*ui_->cmdReset, ActionIcon::Clear);
     for (QWidget* button :
          {static_cast<QWidget*>(ui_->cmdInsNota), static_cast<QWidget*>(ui_->cmdInsPausa),
           static_cast<QWidget*>(ui_->cmdCanc), static_cast<QWidget*>(ui_->cmdReset),

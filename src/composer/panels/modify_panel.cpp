@@ -4,6 +4,7 @@
 #include "core/letter.h"
 #include "platform/user_text.h"
 #include "ui_modify_panel.h"
+#include "widgets/action_icon.h"
 #include "widgets/appearance.h"
 
 #include <QStringList>
@@ -26,6 +27,9 @@ QString lettersInWords() {
 ModifyPanel::ModifyPanel(QWidget* parent)
     : QGroupBox(parent), ui_(std::make_unique<Ui::ModifyPanel>()) {
     ui_->setupUi(this);
+    setActionIcon(*ui_->cmdModifica_0, ActionIcon::Edit);
+    setActionIcon(*ui_->cmdInsertNote, ActionIcon::Insert);
+    setActionIcon(*ui_->cmdCancNota, ActionIcon::Delete);
     for (const rhythm::NamedDuration& value : rhythm::namedValues())
         ui_->cmbDurata->addItem(value.name);
     ui_->cmbDurata->addItem(UserText::tr(rhythm::kNoValueName));

@@ -3,6 +3,7 @@
 #include "composer/melody/composition.h"
 #include "platform/user_text.h"
 #include "ui_playback_panel.h"
+#include "widgets/action_icon.h"
 #include "widgets/appearance.h"
 #include "widgets/panel_text.h"
 
@@ -11,7 +12,7 @@
 namespace {
 
 constexpr double kTempoTextScale = 1.5;
-constexpr int kPlayFrame = 36;
+constexpr int kPlayFrame = 52;
 
 }  // namespace
 
@@ -19,6 +20,7 @@ PlaybackPanel::PlaybackPanel(QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::PlaybackPanel>()) {
     ui_->setupUi(this);
     appearance::enlargeText(*ui_->cmdPlay, 1);
+    setActionIcon(*ui_->cmdPlay, ActionIcon::Play);
     panel_text::reserve(*ui_->cmdPlay, UserText::tr("Stop"), kPlayFrame);
     panel_text::reserve(*ui_->lblNe, panel_text::widestEntryNumber());
     panel_text::reserve(*ui_->lblPnn, panel_text::widestNoteName());
@@ -31,6 +33,7 @@ PlaybackPanel::PlaybackPanel(QWidget* parent)
 PlaybackPanel::~PlaybackPanel() = default;
 
 void PlaybackPanel::showPlaying(bool playing) {
+    setActionIcon(*ui_->cmdPlay, playing ? ActionIcon::Stop : ActionIcon::Play);
     ui_->cmdPlay->setText(playing ? UserText::tr("Stop") : UserText::tr("Play"));
 }
 
