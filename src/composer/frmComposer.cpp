@@ -8,6 +8,7 @@
 #include "ui_range_panel.h"
 #include "widgets/appearance.h"
 #include "widgets/panel_text.h"
+#include "widgets/room_scale.h"
 
 #include <QContextMenuEvent>
 #include <QGuiApplication>
@@ -73,6 +74,7 @@ frmComposer::frmComposer(const Services& services, QWidget* parent, QString melo
     ui_->instrument->showProgram(composition_.instrument);
     view_.showActiveNote();
     presenter_.showMelody();
+    new RoomScale(*this, kSize);
     placeOnScreen();
 }
 

@@ -4,9 +4,16 @@
 #include "composer/panels/browser_panel.h"
 #include "ui_frmComposer.h"
 
+#include <QEvent>
 #include <QStyle>
 
 #include <algorithm>
+
+namespace {
+
+constexpr int kLeastLines = 10;  ///< of text that are in view at least
+
+}  // namespace
 
 SidePanels::SidePanels(Ui::frmComposer& ui)
     : ui_(ui), browser_(new BrowserPanel), bookmarks_(new BookmarkPanel) {
@@ -14,14 +21,26 @@ SidePanels::SidePanels(Ui::frmComposer& ui)
         ui_.sidePanels->addWidget(panel);
         panel->hide();
     }
+    fit();
+    ui_.side->installEventFilter(this);
+    showEditFrame(false);
+    connect(browser_, &BrowserPanel::hideRequested, this, [this] { showBrowser(false); });
+    connect(bookmarks_, &BookmarkPanel::hideRequested, this, [this] { showBookmarks(false); });
+}
+
+/// Another type makes the panels wider; they have their new size afterwards.
+bool SidePanels::eventFilter(QObject* /*target*/, QEvent* event) {
+    if (event->type() == QEvent::FontChange)
+        QMetaObject::invokeMethod(this, &SidePanels::fit, Qt::QueuedConnection);
+    return false;
+}
+
+void SidePanels::fit() {
     const int content =
         std::max({ui_.frmModifica->sizeHint().width(), browser_->minimumSizeHint().width(),
                   bookmarks_->minimumSizeHint().width()});
     ui_.side->setFixedWidth(content + ui_.side->style()->pixelMetric(QStyle::PM_ScrollBarExtent));
-    ui_.side->setMinimumHeight(ui_.frmModifica->sizeHint().height());
-    showEditFrame(false);
-    connect(browser_, &BrowserPanel::hideRequested, this, [this] { showBrowser(false); });
-    connect(bookmarks_, &BookmarkPanel::hideRequested, this, [this] { showBookmarks(false); });
+    ui_.side->setMinimumHeight(kLeastLines * ui_.side->fontMetrics().height());
 }
 
 void SidePanels::showHint(bool emptyMelody) {

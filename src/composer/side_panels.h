@@ -11,8 +11,9 @@ class frmComposer;
 
 /// The column beside the staff with the edit frame, the browser and the bookmarks.
 ///
-/// It keeps its width whether a panel is open or not, so that opening one moves nothing else;
-/// panels that have no room below each other are scrolled. While none is open, a hint stands there.
+/// It keeps its width, which hangs on the type alone, whether a panel is open or not, so that
+/// opening one moves nothing else; panels that have no room below each other are scrolled. While
+/// none is open, a hint stands there.
 class SidePanels : public QObject {
     Q_OBJECT
 
@@ -30,7 +31,11 @@ public:
     void showBrowser(bool on);
     void showBookmarks(bool on);
 
+protected:
+    bool eventFilter(QObject* target, QEvent* event) override;
+
 private:
+    void fit();
     void showPanel(QWidget& panel, bool on);
 
     Ui::frmComposer& ui_;

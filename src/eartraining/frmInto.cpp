@@ -11,6 +11,7 @@
 #include "widgets/announcement.h"
 #include "widgets/appearance.h"
 #include "widgets/keyboard_span.h"
+#include "widgets/room_scale.h"
 #include "widgets/verdict_badge.h"
 
 #include <QKeyEvent>
@@ -49,7 +50,8 @@ frmInto::frmInto(const Services& services, EarTrainingState& state, QWidget* par
       ear_(services.runtime, services.funzioniMM, services.dialogs, state, *this),
       keys_(services.midiKeyboard, *this, [this] { return isActiveWindow(); }) {
     ui_->setupUi(this);
-    resize(size().boundedTo(appearance::roomOnScreen(*this).size()));
+    const QSize made = size();
+    resize(made.boundedTo(appearance::roomOnScreen(*this).size()));
     stylePrompt(*ui_->prompt, *ui_->lblStep);
     appearance::keepPlace(*ui_->cmdEsci);
     ui_->keyboard->showRangeMarks(true);
@@ -63,6 +65,7 @@ frmInto::frmInto(const Services& services, EarTrainingState& state, QWidget* par
     showContext(state.requested());
     ear_.load();
     ui_->keyboard->setFocus();
+    new RoomScale(*this, made);
 }
 
 /// When the program ends the window is destroyed without having been closed.
@@ -96,7 +99,7 @@ void frmInto::orderTabs() {
             return qobject_cast<const QToolButton*>(control);
         });
         for (QWidget* control : controls) {
-            if ((control->focusPolicy() & Qt::TabFocus) == 0)
+            if ((control->focusPolicy() & Qt::TabFocus) == 0 || control->window() != this)
                 continue;
             if (last)
                 setTabOrder(last, control);

@@ -3,6 +3,7 @@
 #include "platform/user_text.h"
 #include "ui_frmOptions.h"
 #include "widgets/appearance.h"
+#include "widgets/room_scale.h"
 
 frmOptions::frmOptions(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmOptions>()) {
     ui_->setupUi(this);
@@ -12,6 +13,7 @@ frmOptions::frmOptions(QWidget* parent) : QDialog(parent), ui_(std::make_unique<
                 [this, index] { cmdSel_Click(index); });
     }
     connect(ui_->cmdOk, &QPushButton::clicked, this, &frmOptions::cmdOk_Click);
+    new RoomScale(*this, sizeHint());
 }
 
 frmOptions::~frmOptions() = default;

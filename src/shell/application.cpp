@@ -21,7 +21,7 @@ struct Colours {
 };
 
 constexpr Colours kLight{0xFFF3F1EC, 0xFF23272B, 0xFFFFFEFB, 0xFFF0EEE8, 0xFF1C1F22, 0xFFE9E6DF,
-                         0xFF23272B, 0xFF1F6F86, 0xFFFFFFFF, 0xFF757A80, 0xFF9A9C9E, 0xFFFFFBEA};
+                         0xFF23272B, 0xFF1F6F86, 0xFFFFFFFF, 0xFF6A6F75, 0xFF9A9C9E, 0xFFFFFBEA};
 constexpr Colours kDark{0xFF23262A, 0xFFE6E4DF, 0xFF1A1C1F, 0xFF2A2D32, 0xFFEDEBE6, 0xFF33373D,
                         0xFFE6E4DF, 0xFF4BA3BC, 0xFF0E1113, 0xFF8E9399, 0xFF9A9FA5, 0xFF3A3F46};
 
@@ -72,6 +72,10 @@ void chooseLocale() {
 
 }  // namespace
 
+void showTheme(Theme theme) {
+    QApplication::setPalette(paletteOf(theme == Theme::Dark ? kDark : kLight));
+}
+
 void translate(QCoreApplication& app) {
     const QString program = QCoreApplication::applicationDirPath();
     QString buttons = QStringLiteral("qtbase_it");
@@ -97,9 +101,9 @@ void prepare(QApplication& app) {
     QApplication::setDesktopFileName(QStringLiteral("cantavista"));
     QApplication::setWindowIcon(icon());
     chooseLocale();
-    const bool dark = desktopIsDark();
+    const Theme theme = desktopIsDark() ? Theme::Dark : Theme::Light;
     QApplication::setStyle(new WindowStyle);
-    QApplication::setPalette(paletteOf(dark ? kDark : kLight));
+    showTheme(theme);
     translate(app);
     app.installEventFilter(new ClosedWindows(&app));
 }

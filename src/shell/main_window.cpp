@@ -18,6 +18,7 @@
 #include "widgets/announcement.h"
 #include "widgets/appearance.h"
 #include "widgets/label_button.h"
+#include "widgets/room_scale.h"
 
 #include <QCloseEvent>
 #include <QLabel>
@@ -38,18 +39,20 @@ MainWindow::MainWindow(const Services& services)
       chooseOutput_(new QToolButton),
       keys_(services.midiKeyboard, *this, [this] { return isActiveWindow(); }) {
     ui_->setupUi(this);
-    resize(size().boundedTo(appearance::roomOnScreen(*this).size()));
+    const QSize made = size();
+    resize(made.boundedTo(appearance::roomOnScreen(*this).size()));
     status_->setContentsMargins(kStatusIndent, 0, 0, 2);
     ui_->statusBar->addWidget(status_, 1);
     drill_ = std::make_unique<ReadingDrill>(services_.runtime, services_.funzioniMM, noteFolder_,
                                             *ui_->board, *ui_->controls);
     metronomeFrame_ =
         new frmMetro(services_.runtime, services_.funzioniMM, metronomeState_, *this, ui_->centre);
-    ui_->rightColumn->insertWidget(ui_->rightColumn->indexOf(ui_->guide), metronomeFrame_);
+    ui_->tools->insertWidget(ui_->tools->indexOf(ui_->guide), metronomeFrame_);
     setTabOrder(&metronomeFrame_->lastControl(), ui_->cmdEsci);
     addGuide();
     connectMenu();
     Form_Load();
+    new RoomScale(*this, made);
 }
 
 /// When the system ends the program the window is destroyed without having been closed.
@@ -186,6 +189,7 @@ void MainWindow::mnuPromemoria_Click() {
 
 void MainWindow::mnuMetro_Click() {
     metronomeFrame_->mnuMetro_Click();
+    ui_->toolArea->reveal(*metronomeFrame_);
 }
 
 void MainWindow::mnuMidiTest_Click() {

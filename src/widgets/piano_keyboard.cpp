@@ -45,6 +45,7 @@ constexpr double kSharpBevel = 2;
 constexpr double kSharpFront = 0.1;  ///< the share of a sharp's length that is its front
 constexpr double kMarkWidth = 0.5;   ///< a range mark's share of its key
 constexpr double kDisabledOpacity = 0.5;
+constexpr double kLongestKey = 6;  ///< in widths of a natural, about as on a piano
 
 /// Square at the top, rounded at the bottom.
 QPainterPath keyShape(const QRectF& rect, double corner) {
@@ -345,11 +346,14 @@ bool PianoKeyboard::heldByMouse() const {
 void PianoKeyboard::arrange() {
     const double row = markRowHeight();
     keyArea_ = QRectF(rect()).adjusted(kFrame, kFrame + row, -kFrame, -kFrame - row);
+    const double longest = kLongestKey * keyArea_.width() / piano_key_layout::kNaturals;
+    const double spare = std::max(0.0, keyArea_.height() - longest) / 2;
+    keyArea_.adjust(0, spare, 0, -spare);
     for (int i = 0; i < kKeys; ++i) {
         const QRectF key = piano_key_layout::keyRect(i, keyArea_);
         keyWidget(i)->setGeometry(key.toAlignedRect());
         const double width = kMarkWidth * key.width();
-        const double top = isSharp(i) ? 1 : height() - row + 1;
+        const double top = isSharp(i) ? keyArea_.top() - row : keyArea_.bottom() + kFrame + 1;
         markWidget(i)->setGeometry(
             QRectF(key.center().x() - width / 2, top, width, std::max(0.0, row - 2)).toRect());
     }

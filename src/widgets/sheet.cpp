@@ -8,8 +8,8 @@
 namespace {
 
 constexpr double kHeadingScale = 1.2;
-constexpr int kHeadingRoom = 28;  ///< besides a line of text
-constexpr int kMargin = 24;
+constexpr int kHeadingRoom = 24;  ///< besides a line of text
+constexpr int kMargin = 18;
 
 }  // namespace
 

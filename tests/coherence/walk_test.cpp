@@ -1,4 +1,6 @@
+#include "coherence/contrast.h"
 #include "coherence/scenes.h"
+#include "shell/application.h"
 #include "support/window_driver.h"
 
 #include <QAbstractButton>
@@ -16,7 +18,9 @@
 
 namespace {
 
-constexpr QSize kSmallScreen(1366, 728);  ///< without its panel
+/// The smallest screen at 200 %, 1920 × 1080, less a window's frame and title bar.
+constexpr QSize kSmallScreen(952, 500);
+constexpr QSize kLargeScreen(1920, 1050);
 constexpr double kLargeText = 1.5;
 constexpr int kFrame = 4;  ///< that every style leaves around a text
 
@@ -114,9 +118,10 @@ struct EveryWindow : testing::TestWithParam<Scene> {};
 
 }  // namespace
 
-TEST_P(EveryWindow, IsNamedHasItsOwnKeysAndIsSeenWholeInSmallAndLargeText) {
+TEST_P(EveryWindow, IsNamedHasItsOwnKeysAndIsSeenWholeAndWell) {
     const QFont font = QApplication::font();
     for (const double scale : {kLargeText, 1.0}) {
+        application::showTheme(scale == 1 ? application::Theme::Dark : application::Theme::Light);
         QFont scaled = font;
         scaled.setPointSizeF(font.pointSizeF() * scale);
         QApplication::setFont(scaled);
@@ -128,10 +133,19 @@ TEST_P(EveryWindow, IsNamedHasItsOwnKeysAndIsSeenWholeInSmallAndLargeText) {
             for (QWidget* widget : widgetsOf(window))
                 EXPECT_FALSE(lacksName(*widget)) << widget->objectName().toStdString();
             EXPECT_EQ(doubledKeys(window), QStringList());
+            EXPECT_EQ(pale(window), QStringList());
             window.resize(window.minimumSizeHint().expandedTo(window.minimumSize()));
             settle();
             EXPECT_EQ(clipped(window), QStringList());
-            EXPECT_TRUE(scale > 1 || window.size().boundedTo(kSmallScreen) == window.size());
+            if (scale == 1) {
+                EXPECT_LE(window.width(), kSmallScreen.width());
+                EXPECT_LE(window.height(), kSmallScreen.height());
+            }
+            if (window.maximumWidth() > kLargeScreen.width()) {
+                window.resize(kLargeScreen);
+                settle();
+                EXPECT_EQ(clipped(window), QStringList()) << "maximised";
+            }
             WindowDriver(window).type(Qt::Key_Escape);
             settle();
             EXPECT_EQ(window.isVisible(), !GetParam().escCloses);
