@@ -96,7 +96,7 @@ void frmMidiTest::LstMidiDev_Click() {
         return;
     funzioniMM_.MidiOpen(showDeviceId(*selected.front()));
     funzioniMM_.ProgramChange(ui_->InstrS->value());
-    announce(status_line::text(funzioniMM_));
+    announce(status_line::text(funzioniMM_, nullptr, true));
 }
 
 void frmMidiTest::cmdTest_Click() {
@@ -142,15 +142,14 @@ int frmMidiTest::showDeviceId(const QListWidgetItem& line) {
 }
 
 void frmMidiTest::keyDown(int note) {
-    lastKey_ = midi_test::keyName(note);
+    lastKey_ = UserText::tr("Ultimo tasto: %1").arg(midi_test::keyName(note));
     keyboardsChanged();
+    announce(lastKey_);
 }
 
 void frmMidiTest::keyboardsChanged() {
-    const QString names = status_line::keyboards(keyboard_);
-    QString text =
-        UserText::tr("Tastiere MIDI: %1").arg(names.isEmpty() ? UserText::tr("nessuna") : names);
-    if (!lastKey_.isEmpty())
-        text += UserText::tr("   ·   Ultimo tasto: %1").arg(lastKey_);
-    ui_->lblTastiere->setText(text);
+    const QString keyboards = status_line::keyboards(keyboard_);
+    const QString text = keyboards.isEmpty() ? UserText::tr("Tastiera MIDI: nessuna") : keyboards;
+    ui_->lblTastiere->setText(lastKey_.isEmpty() ? text
+                                                 : text + QStringLiteral("   ·   ") + lastKey_);
 }

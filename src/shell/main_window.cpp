@@ -283,12 +283,11 @@ void MainWindow::keyUp(int note) {
     drill_->keyUp(note);
 }
 
-/// Said where the user is, which may be in a window over this one.
 void MainWindow::keyboardsChanged() {
     showStatus();
-    const bool any = !services_.midiKeyboard->names().isEmpty();
-    drill_->showKeyboardChoices(any);
-    announce(*status_);
+    drill_->showKeyboardChoices(!services_.midiKeyboard->names().isEmpty());
+    if (const QString said = status_line::keyboards(services_.midiKeyboard); !said.isEmpty())
+        announce(said);
 }
 
 void MainWindow::showStatus() {

@@ -10,9 +10,10 @@ namespace status_line {
 QString keyboards(const MidiKeyboard* keyboard) {
     const auto joined = [](const QStringList& names) { return names.join(QStringLiteral(", ")); };
     if (keyboard && !keyboard->names().isEmpty())
-        return joined(keyboard->names());
+        return UserText::tr("Tastiera MIDI: %1").arg(joined(keyboard->names()));
     if (keyboard && !keyboard->lost().isEmpty())
-        return UserText::tr("nessuna (scollegata: %1)").arg(joined(keyboard->lost()));
+        return UserText::tr("Tastiera MIDI: nessuna (scollegata: %1)")
+            .arg(joined(keyboard->lost()));
     return {};
 }
 
@@ -26,7 +27,7 @@ QString text(const FunzioniMM& funzioniMM, const MidiKeyboard* keyboard, bool st
     const QString sound = UserText::tr("Uscita: %1   ·   Strumento: %2")
                               .arg(output, instruments::caption(funzioniMM.currentInstrument()));
     const QString keys = keyboards(keyboard);
-    return keys.isEmpty() ? sound : sound + UserText::tr("   ·   Tastiera MIDI: %1").arg(keys);
+    return keys.isEmpty() ? sound : sound + QStringLiteral("   ·   ") + keys;
 }
 
 }  // namespace status_line

@@ -13,8 +13,8 @@ namespace status_line {
 /// unplugged: "· Tastiera MIDI: …".
 QString text(const FunzioniMM& funzioniMM, const MidiKeyboard* keyboard, bool started);
 
-/// The names of the MIDI keyboards; that there is none, and which one was unplugged; empty where
-/// there never was one.
+/// "Tastiera MIDI: …": the names of the keyboards; that there is none, and which one was unplugged;
+/// empty where there never was one.
 QString keyboards(const MidiKeyboard* keyboard);
 
 }  // namespace status_line
