@@ -56,13 +56,18 @@ void Deliveries::wake() {
     QCoreApplication::postEvent(this, new QEvent(wakeType()));
 }
 
-/// The first of two events lets the system's input of the same round have its turn.
+/// The first of two events lets the system's input of the same round have its turn. A pass may have
+/// done the work before the second one comes.
 bool Deliveries::event(QEvent* event) {
     if (event->type() != wakeType())
         return QObject::event(event);
     {
         const std::lock_guard lock(mutex_);
         wakePosted_ = false;
+        if (queue_.empty()) {
+            settling_ = false;
+            return true;
+        }
     }
     if (std::exchange(settling_, true)) {
         finishPass();
