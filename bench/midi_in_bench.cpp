@@ -8,7 +8,7 @@
 #include "core/services.h"
 #include "figures.h"
 #include "platform/desktop/desktop_folders.h"
-#include "platform/linux/linux_midi_in.h"
+#include "platform/sound.h"
 #include "shell/application.h"
 #include "shell/main_window.h"
 #include "silent_machine.h"
@@ -16,6 +16,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QPushButton>
+#include <QTimer>
 
 #include <array>
 #include <cstdint>
@@ -23,6 +24,7 @@
 #include <cstring>
 #include <jack/jack.h>
 #include <jack/midiport.h>
+#include <memory>
 #include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
@@ -147,8 +149,8 @@ int main(int argc, char* argv[]) {
     SilentMachine machine;
     auto& [runtime, midi, media, dialogs, funzioniMM] = machine;
     NoHelp help;
-    LinuxMidiIn midiIn(&runtime);
-    MidiKeyboard keyboard(runtime, midiIn);
+    const std::unique_ptr<Sound> sound = openSound(folders, &runtime);
+    MidiKeyboard keyboard(runtime, sound->midiIn());
     const Services services{runtime, midi, dialogs, folders, help, funzioniMM, nullptr, &keyboard};
     MainWindow window(services);
     window.show();
