@@ -57,6 +57,12 @@ ComposerMenu::ComposerMenu(QWidget& window)
         {"mnuEsportaMidi", QT_TR_NOOP("Esporta MIDI…"), "", &ComposerMenu::exportMidiChosen}, file);
     exportPdf_ = add(
         {"mnuEsportaPdf", QT_TR_NOOP("Esporta PDF…"), "", &ComposerMenu::exportPdfChosen}, file);
+    exportMusicXml_ = add({"mnuEsportaMusicXml", QT_TR_NOOP("Esporta MusicXML…"), "",
+                           &ComposerMenu::exportMusicXmlChosen},
+                          file);
+    exportBraille_ = add({"mnuEsportaBraille", QT_TR_NOOP("Esporta braille…"), "",
+                          &ComposerMenu::exportBrailleChosen},
+                         file);
     add({"mnuImporta", QT_TR_NOOP("Importa…"), "", &ComposerMenu::importChosen}, file);
     const std::array<Item, 3> others{{
         {"mnuSalvaA", QT_TR_NOOP("Salva su dischetto A:"), "", &ComposerMenu::saveToFloppyChosen,
@@ -131,8 +137,8 @@ void ComposerMenu::enableUndo(bool undo, bool redo) {
     redo_->setEnabled(redo);
 }
 
-void ComposerMenu::enableExport(bool audio, bool midi) {
+void ComposerMenu::enableExport(bool audio, bool notes) {
     exportAudio_->setEnabled(audio);
-    exportMidi_->setEnabled(midi);
-    exportPdf_->setEnabled(midi);
+    for (QAction* action : {exportMidi_, exportPdf_, exportMusicXml_, exportBraille_})
+        action->setEnabled(notes);
 }

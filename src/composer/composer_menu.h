@@ -18,9 +18,8 @@ public:
     QMenu& context() { return *context_; }
 
     void enableUndo(bool undo, bool redo);
-
-    /// Sheet music can be made of what a MIDI file can be made of.
-    void enableExport(bool audio, bool midi);
+    /// `notes` is for the exports that need no sound.
+    void enableExport(bool audio, bool notes);
 
     void setInsertsDirectly(bool on);
 
@@ -32,6 +31,8 @@ Q_SIGNALS:
     void exportAudioChosen();
     void exportMidiChosen();
     void exportPdfChosen();
+    void exportMusicXmlChosen();
+    void exportBrailleChosen();
     void saveToFloppyChosen();
     void copyFromFloppyChosen();
     void closeChosen();
@@ -59,4 +60,6 @@ private:
     QAction* exportMidi_ = nullptr;
     QAction* directInsertion_ = nullptr;
     QAction* exportPdf_ = nullptr;
+    QAction* exportMusicXml_ = nullptr;
+    QAction* exportBraille_ = nullptr;
 };

@@ -15,6 +15,10 @@ ExportControls::ExportControls(QWidget& window, Runtime& runtime, ComposerModel&
     connect(&menu, &ComposerMenu::exportAudioChosen, this, &ExportControls::mnuEsportaAudio_Click);
     connect(&menu, &ComposerMenu::exportMidiChosen, this, &ExportControls::mnuEsportaMidi_Click);
     connect(&menu, &ComposerMenu::exportPdfChosen, this, &ExportControls::mnuEsportaPdf_Click);
+    connect(&menu, &ComposerMenu::exportMusicXmlChosen, this,
+            &ExportControls::mnuEsportaMusicXml_Click);
+    connect(&menu, &ComposerMenu::exportBrailleChosen, this,
+            &ExportControls::mnuEsportaBraille_Click);
     connect(&menu, &ComposerMenu::saveToFloppyChosen, this, &ExportControls::mnuSalvaA_Click);
     connect(&menu, &ComposerMenu::copyFromFloppyChosen, this, &ExportControls::mnuCopyFromA_Click);
 }
@@ -38,6 +42,30 @@ void ExportControls::mnuEsportaPdf_Click() {
     model_.exporter.exportPdf([this](const QString& title) {
         return sheet_painter::pdf(sheetOf(model_.composition, title), sheet_painter::usualPaper());
     });
+}
+
+/// The choice is proposed again; one without bars only where it is offered.
+bool ExportControls::askNotation(frmBattute::WithoutBars withoutBars) {
+    keyboard_.releaseHeldKeys();
+    model_.playback.stop();
+    score::Notation proposed = notation_;
+    if (!proposed.metre && withoutBars == frmBattute::WithoutBars::NotOffered)
+        proposed.metre = score::Metre();
+    frmBattute box(proposed, withoutBars, &window_);
+    if (box.exec() != QDialog::Accepted)
+        return false;
+    notation_ = box.chosen();
+    return true;
+}
+
+void ExportControls::mnuEsportaMusicXml_Click() {
+    if (askNotation(frmBattute::WithoutBars::NotOffered))
+        model_.exporter.exportMusicXml(notation_);
+}
+
+void ExportControls::mnuEsportaBraille_Click() {
+    if (askNotation(frmBattute::WithoutBars::Offered))
+        model_.exporter.exportBraille(notation_);
 }
 
 void ExportControls::mnuSalvaA_Click() {

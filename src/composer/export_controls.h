@@ -1,5 +1,7 @@
 #pragma once
 
+#include "composer/frmBattute.h"
+
 #include <QObject>
 
 class ComposerKeyboard;
@@ -21,13 +23,18 @@ private Q_SLOTS:
     void mnuEsportaAudio_Click();
     void mnuEsportaMidi_Click();
     void mnuEsportaPdf_Click();
+    void mnuEsportaMusicXml_Click();
+    void mnuEsportaBraille_Click();
     void mnuSalvaA_Click();
     void mnuCopyFromA_Click();
 
 private:
+    bool askNotation(frmBattute::WithoutBars withoutBars);
+
     QWidget& window_;
     Runtime& runtime_;
     ComposerModel& model_;
     SidePanels& side_;
     ComposerKeyboard& keyboard_;
+    score::Notation notation_;  ///< as it was chosen last
 };

@@ -1,6 +1,7 @@
 #include "composer/composer_window.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QProgressDialog>
 #include <QPushButton>
 
@@ -185,6 +186,44 @@ TEST_F(ComposerFilesTest, TheSelectedMelodiesOfTheFloppyDiskAreCopied) {
         auto& browser = composer.user.find<QListWidget>("List1");
         EXPECT_EQ(itemsOf(browser, "*"), "»Mie|a|Due|Rotta|Sette");
     });
+}
+
+/// The choice of bars and key is asked each time and proposed again; without bars only for braille.
+TEST_F(ComposerFilesTest, AMelodyIsExportedInBarsAndKey) {
+    const Lines lines = run(
+        [](OpenComposer& composer) {
+            const auto step = [&](const char* name, const QString& metre, const char* button,
+                                  const QStringList& metres, const QString& proposed) {
+                composer.at(composer.world.runtime.now() + 1ms, [=, &composer] {
+                    const WindowDriver user(*QApplication::activeModalWidget());
+                    auto& list = user.find<QComboBox>("cmbTempoBattuta");
+                    EXPECT_EQ(list.count(), metres.size());
+                    EXPECT_EQ(
+                        list.currentText() + user.find<QComboBox>("cmbTonalita").currentText(),
+                        proposed);
+                    list.setCurrentText(metre);
+                    user.find<QComboBox>("cmbTonalita").setCurrentText("Re minore");
+                    user.click(button);
+                });
+                composer.step(name);
+            };
+            const QStringList metres{"2/4", "3/4", "4/4", "6/8"};
+            const QStringList all = metres + QStringList{"Nessuno"};
+            composer.world.dialogs.inputs = {kMusic + "a.musicxml", kMusic + "b.brf",
+                                             kMusic + "c.txt"};
+            step("mnuEsportaMusicXml", "3/4", "cmdAnnulla", metres, "4/4Do maggiore");
+            step("mnuEsportaMusicXml", "3/4", "cmdOK", metres, "4/4Do maggiore");
+            step("mnuEsportaBraille", "Nessuno", "cmdOK", all, "3/4Re minore");
+            step("mnuEsportaBraille", "6/8", "cmdOK", all, "NessunoRe minore");
+        },
+        {}, kDue);
+    EXPECT_TRUE(disk.folders.at(kMusic + "a.musicxml").contains("<beats>3</beats>"));
+    EXPECT_TRUE(disk.folders.at(kMusic + "b.brf").contains("#ABJ <\r\n"));
+    EXPECT_TRUE(disk.folders.at(kMusic + "c.txt").contains("\u2823\u283C\u280B\u2826"));
+    EXPECT_THAT(lines, ElementsAre("save: Esporta MusicXML | Due.musicxml",
+                                   "message: Esportato: a.musicxml",
+                                   "save: Esporta braille | Due.brf", "message: Esportato: b.brf",
+                                   "save: Esporta braille | Due.brf", "message: Esportato: c.txt"));
 }
 
 TEST_F(ComposerFilesTest, TheBrowserKeepsItsPlaceAsItsFolderChanges) {

@@ -1,5 +1,6 @@
 #include "composer/export/melody_export.h"
 
+#include "composer/exchange/score_heading.h"
 #include "composer/export/melody_score.h"
 #include "composer/export/midi_file_writer.h"
 #include "composer/library/melody_names.h"
@@ -106,6 +107,36 @@ void MelodyExport::exportPdf(const std::function<QByteArray(const QString& title
     if (path.isEmpty())
         return;
     const FileError error = folders_.writeFile(path, makePdf(proposedName()));
+    dialogs_.message(error.failed()
+                         ? melody_names::failureText(error)
+                         : UserText::tr("Esportato: %1").arg(melody_names::lastPart(path)));
+}
+
+void MelodyExport::exportMusicXml(const score::Notation& notation) {
+    exportNotation(notation, UserText::tr("Esporta MusicXML"),
+                   {UserText::tr("File MusicXML"), QStringLiteral("musicxml")},
+                   notation_export::musicXmlFormat);
+}
+
+void MelodyExport::exportBraille(const score::Notation& notation) {
+    exportNotation(notation, UserText::tr("Esporta braille"),
+                   {UserText::tr("File braille"), QStringLiteral("brf")},
+                   notation_export::brailleFormat);
+}
+
+void MelodyExport::exportNotation(const score::Notation& notation, const QString& title,
+                                  const FileKind& kind, NotationFormat formatOf) {
+    const score::BarView view = score::barsOf(composition_.melody, notation);
+    if (const QString fault = notation_export::faultOf(view); !fault.isEmpty()) {
+        dialogs_.message(fault);
+        return;
+    }
+    const QString path = dialogs_.saveFile(title, proposedName(), kind);
+    if (path.isEmpty())
+        return;
+    const ScoreHeading heading{proposedName(), composition_.tempo, funzioniMM_.currentInstrument()};
+    const FileError error =
+        folders_.writeFile(path, notation_export::bytesOf(view, heading, formatOf(path)));
     dialogs_.message(error.failed()
                          ? melody_names::failureText(error)
                          : UserText::tr("Esportato: %1").arg(melody_names::lastPart(path)));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "composer/export/notation_export.h"
 #include "composer/export/wave_file_writer.h"
 
 #include <QByteArray>
@@ -30,12 +31,19 @@ public:
 
     /// `makePdf` is given the sheet's title.
     void exportPdf(const std::function<QByteArray(const QString& title)>& makePdf);
+    /// In bars of this notation, which the user has chosen.
+    void exportMusicXml(const score::Notation& notation);
+    void exportBraille(const score::Notation& notation);
 
     /// `progress` interrupts it by answering false.
     void exportAudio(const wave_file::Progress& progress);
 
 private:
+    using NotationFormat = notation_export::Format (*)(const QString& fileName);
+
     MelodyScore score() const;
+    void exportNotation(const score::Notation& notation, const QString& title, const FileKind& kind,
+                        NotationFormat formatOf);
     QString proposedName() const;
     QString askFile(const MelodyScore& score, const QString& title, const FileKind& kind) const;
     void report(const QString& fault, const QString& path, const MelodyScore& score) const;
