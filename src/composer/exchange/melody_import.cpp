@@ -67,7 +67,7 @@ MelodyFile fileOf(const std::vector<MelodyEntry>& entries, const imported::Score
 
 bool isForeign(const QString& path) {
     return std::any_of(kSuffixes.begin(), kSuffixes.end(), [&path](const char* suffix) {
-        return path.endsWith(QLatin1Char('.') + QLatin1String(suffix), Qt::CaseInsensitive);
+        return path.endsWith(QLatin1Char('.') + QString::fromUtf8(suffix), Qt::CaseInsensitive);
     });
 }
 
@@ -106,7 +106,7 @@ MelodyImport::MelodyImport(const Services& services, Composition& composition, M
 QString MelodyImport::askFile() const {
     QStringList suffixes;
     for (const char* suffix : melody_import::kSuffixes)
-        suffixes += QLatin1String(suffix);
+        suffixes += QString::fromUtf8(suffix);
     return dialogs_.openFile(UserText::tr("Importa"), UserText::tr("File di notazione"), suffixes);
 }
 

@@ -263,7 +263,7 @@ void BarReader::readMetronome() {
         if (xml_.name() == u"beat-unit") {
             const QString unit = xml_.takeText();
             for (std::size_t i = 0; i < kTypes.size(); ++i) {
-                if (unit == QLatin1String(kTypes[i]))
+                if (unit == QString::fromUtf8(kTypes[i]))
                     quarters = note_values::kAll[i].quarters;
             }
         } else if (xml_.name() == u"beat-unit-dot") {

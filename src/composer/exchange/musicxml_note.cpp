@@ -99,12 +99,12 @@ private:
         constexpr std::array<std::int64_t, 3> kOtherShares{2, -32, -64};
         constexpr std::int64_t kQuarter = imported::kTicksPerQuarter;
         for (std::size_t i = 0; i < kTypes.size(); ++i) {
-            if (text == QLatin1String(kTypes[i]))
+            if (text == QString::fromUtf8(kTypes[i]))
                 ticks_ = static_cast<std::int64_t>(note_values::kAll[i].quarters * kQuarter);
         }
         for (std::size_t i = 0; i < kOthers.size(); ++i) {
             const std::int64_t share = kOtherShares[i];
-            if (text == QLatin1String(kOthers[i]))
+            if (text == QString::fromUtf8(kOthers[i]))
                 ticks_ = share > 0 ? share * 4 * kQuarter : kQuarter / -share;
         }
     }
@@ -144,8 +144,9 @@ private:
     void readArticulations() {
         while (xml_.enterNext()) {
             const auto* const row = std::find_if(
-                kArticulations.begin(), kArticulations.end(),
-                [this](const Articulation& a) { return xml_.name() == QLatin1String(a.element); });
+                kArticulations.begin(), kArticulations.end(), [this](const Articulation& a) {
+                    return xml_.name() == QString::fromUtf8(a.element);
+                });
             if (row != kArticulations.end() && note_.letter == 'n')
                 note_.letter = row->letter;
             else

@@ -17,7 +17,7 @@ namespace {
 QByteArray scoreOf(const std::vector<zip_archive::File>& files) {
     QString wanted;
     for (const zip_archive::File& file : files) {
-        if (file.name != QLatin1String(kContainer))
+        if (file.name != QString::fromUtf8(kContainer))
             continue;
         XmlCursor xml(file.bytes);
         while (wanted.isEmpty() && xml.enterNext()) {
@@ -32,7 +32,8 @@ QByteArray scoreOf(const std::vector<zip_archive::File>& files) {
     }
     const auto found =
         std::find_if(files.begin(), files.end(), [&wanted](const zip_archive::File& file) {
-            return wanted.isEmpty() ? file.name != QLatin1String(kContainer) : file.name == wanted;
+            return wanted.isEmpty() ? file.name != QString::fromUtf8(kContainer)
+                                    : file.name == wanted;
         });
     return found == files.end() ? QByteArray() : found->bytes;
 }
@@ -66,7 +67,7 @@ private:
     bool isScore() {
         if (xml_.name() == QLatin1String("score-timewise"))
             score_.faults += UserText::tr("è un MusicXML ordinato per battute, non per parti");
-        return xml_.name() == QLatin1String(kRoot);
+        return xml_.name() == QString::fromUtf8(kRoot);
     }
 
     void readPartList() {

@@ -16,6 +16,10 @@ namespace {
 using score::BarView;
 using score::WrittenNote;
 
+constexpr const char* kDocumentType =
+    "<!DOCTYPE score-partwise PUBLIC \"-//Recordare//DTD MusicXML 4.0 Partwise//EN\" "
+    "\"http://www.musicxml.org/dtds/partwise.dtd\">";
+
 const QString kPartId = QStringLiteral("P1");
 const QString kInstrumentId = QStringLiteral("P1-I1");
 const QString kScoreFile = QStringLiteral("score.musicxml");
@@ -28,8 +32,8 @@ constexpr std::array<const char*, 5> kAccidentals{"flat-flat", "flat", "natural"
                                                   "double-sharp"};
 constexpr int kDoubleFlat = -2;
 
-QString latin(const char* text) {
-    return QString::fromLatin1(text);
+QString utf8(const char* text) {
+    return QString::fromUtf8(text);
 }
 
 /// A file's name may hold what XML cannot.
@@ -65,10 +69,7 @@ public:
 
     void writeScore(const BarView& view, const ScoreHeading& heading) {
         xml_.writeStartDocument();
-        xml_.writeDTD(
-            QStringLiteral("<!DOCTYPE score-partwise PUBLIC "
-                           "\"-//Recordare//DTD MusicXML 4.0 Partwise//EN\" "
-                           "\"http://www.musicxml.org/dtds/partwise.dtd\">"));
+        xml_.writeDTD(utf8(kDocumentType));
         start(kRoot);
         xml_.writeAttribute(QStringLiteral("version"), QStringLiteral("4.0"));
         writeHeader(heading);
@@ -80,16 +81,16 @@ public:
     }
 
 private:
-    void start(const char* name) { xml_.writeStartElement(latin(name)); }
+    void start(const char* name) { xml_.writeStartElement(utf8(name)); }
     void end() { xml_.writeEndElement(); }
-    void empty(const char* name) { xml_.writeEmptyElement(latin(name)); }
+    void empty(const char* name) { xml_.writeEmptyElement(utf8(name)); }
     void text(const char* name, const QString& content) {
-        xml_.writeTextElement(latin(name), content);
+        xml_.writeTextElement(utf8(name), content);
     }
     void number(const char* name, int content) { text(name, QString::number(content)); }
     void typed(const char* name, bool starts) {
         empty(name);
-        xml_.writeAttribute(QStringLiteral("type"), latin(starts ? "start" : "stop"));
+        xml_.writeAttribute(QStringLiteral("type"), utf8(starts ? "start" : "stop"));
     }
 
     void writeHeader(const ScoreHeading& heading) {
@@ -145,14 +146,14 @@ private:
         number("divisions", score::kUnitsPerQuarter);
         start("key");
         number("fifths", key.fifths);
-        text("mode", latin(key.minor ? "minor" : "major"));
+        text("mode", utf8(key.minor ? "minor" : "major"));
         end();
         start("time");
         number("beats", metre.beats);
         number("beat-type", metre.beatValue);
         end();
         start("clef");
-        text("sign", latin(treble ? "G" : "F"));
+        text("sign", utf8(treble ? "G" : "F"));
         number("line", treble ? 2 : 4);
         end();
         end();
@@ -184,12 +185,12 @@ private:
         if (note.tiedOn)
             typed("tie", true);
         number("voice", 1);
-        text("type", latin(kTypes[static_cast<std::size_t>(note.value.value)]));
+        text("type", utf8(kTypes[static_cast<std::size_t>(note.value.value)]));
         if (note.value.dotted)
             empty("dot");
         if (note.accidental)
             text("accidental",
-                 latin(kAccidentals[static_cast<std::size_t>(*note.accidental - kDoubleFlat)]));
+                 utf8(kAccidentals[static_cast<std::size_t>(*note.accidental - kDoubleFlat)]));
         if (note.value.triplet) {
             start("time-modification");
             number("actual-notes", 3);
@@ -262,7 +263,7 @@ QByteArray write(const BarView& view, const ScoreHeading& heading) {
 
 QByteArray writeCompressed(const BarView& view, const ScoreHeading& heading) {
     return zip_archive::write(
-        {{latin(kContainer), container()}, {kScoreFile, write(view, heading)}});
+        {{utf8(kContainer), container()}, {kScoreFile, write(view, heading)}});
 }
 
 }  // namespace musicxml

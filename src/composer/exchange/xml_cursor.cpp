@@ -121,5 +121,5 @@ QString XmlCursor::takeText() {
 }
 
 QString XmlCursor::attribute(const char* name) const {
-    return xml_->attributes().value(QLatin1String(name)).toString();
+    return xml_->attributes().value(QString::fromUtf8(name)).toString();
 }
