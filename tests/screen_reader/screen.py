@@ -1,0 +1,145 @@
+"""A private screen with a screen reader: what a user without sight has of the program.
+
+Orca runs there without a voice; what it would say is read from its debug output. MIDI messages come
+from a JACK server of the robot's own.
+"""
+
+import os
+import pty
+import re
+import shutil
+import signal
+import subprocess
+import sys
+import tempfile
+import threading
+import time
+import tty
+from datetime import datetime
+
+NEEDED = ["orca", "Xvfb", "openbox", "xdotool", "dbus-daemon", "jackd", "jack_midi_dump"]
+LAUNCHER = "/usr/libexec/at-spi-bus-launcher"
+SPEECH = re.compile(r"^(\d\d:\d\d:\d\d\.\d+) - SPEECH OUTPUT: '(.*)'(?: voice=\w+)? ?\{")
+
+
+def missing():
+    """What is not installed here; empty where the robot can run."""
+    names = [name for name in NEEDED if not shutil.which(name)]
+    if not os.path.exists(LAUNCHER):
+        names.append("at-spi2-core")
+    if not names and subprocess.run(["pgrep", "-r", "R,S,D", "-x", "orca"], stdout=subprocess.DEVNULL).returncode == 0:
+        names.append("a desktop without a running Orca")
+    return names
+
+
+class Utterance:
+    def __init__(self, clock, text):
+        today = datetime.now().strftime("%Y-%m-%d ")
+        self.time = datetime.strptime(today + clock, "%Y-%m-%d %H:%M:%S.%f").timestamp()
+        self.text = text.rstrip(".")
+
+
+class Screen:
+    """Starts everything, presses keys, and listens. To be used in a `with` statement."""
+
+    def __init__(self, program_folder):
+        self.home = tempfile.mkdtemp(prefix="hear-")
+        self.processes = []
+        self.said = []
+        self.midi_file = os.path.join(self.home, "midi.out")
+        self.pressed_at = 0.0
+        self.strokes = 0
+        self.heard_so_far = 0
+        self.folder = os.path.join(self.home, "cantavista")
+        shutil.copytree(os.path.join(program_folder, "note"), os.path.join(self.folder, "note"))
+        self.program = os.path.join(program_folder, "cantavista")
+
+    def __enter__(self):
+        # Whoever ends the robot ends what it started as well.
+        signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
+        run = os.path.join(self.home, "run")
+        os.mkdir(run, 0o700)
+        self.environment = dict(
+            os.environ, HOME=self.home, XDG_RUNTIME_DIR=run, LC_ALL="C.UTF-8",
+            QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", JACK_DEFAULT_SERVER="hear%d" % os.getpid(),
+            SPEECHD_ADDRESS="inet_socket:127.0.0.1:1", CANTAVISTA_HOME=self.folder,
+            ASAN_OPTIONS="detect_leaks=0", PULSE_SERVER="unix:/nowhere")
+        reading, writing = os.pipe()
+        self.start("Xvfb", "-displayfd", str(writing), "-screen", "0", "1366x768x24", pass_fds=[writing])
+        self.environment["DISPLAY"] = ":" + os.read(reading, 20).decode().strip()
+        bus = self.start("dbus-daemon", "--session", "--nofork", "--print-address", stdout=subprocess.PIPE)
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().decode().strip()
+        self.start("openbox")
+        self.start(LAUNCHER, "--launch-immediately")
+        self.start("jackd", "-r", "-n", self.environment["JACK_DEFAULT_SERVER"], "-d", "dummy", "-r", "48000")
+        time.sleep(1)
+        with open(self.midi_file, "wb") as dump:
+            self.start("stdbuf", "-oL", "jack_midi_dump", "-r", stdout=dump)
+        # Orca writes whole lines at once only where its file is a terminal.
+        ours, its = pty.openpty()
+        tty.setraw(its)
+        threading.Thread(target=self.listen, args=(ours,), daemon=True).start()
+        self.start("orca", "--disable=braille", "--debug-file=" + os.ttyname(its))
+        self.wait_for(r"Screen reader on", 60)
+        self.start(self.program)
+        self.wait_for(r"Start push button", 60)
+        time.sleep(4)  # the tune at the start
+        return self
+
+    def __exit__(self, *_):
+        for process in reversed(self.processes):
+            process.terminate()
+        time.sleep(1)
+        for process in self.processes:
+            process.kill()
+            process.wait()
+        shutil.rmtree(self.home, ignore_errors=True)
+
+    def start(self, *command, **options):
+        options.setdefault("stdout", subprocess.DEVNULL)
+        process = subprocess.Popen(command, env=self.environment, stderr=subprocess.DEVNULL, **options)
+        self.processes.append(process)
+        return process
+
+    def press(self, *keys, pause=0.0):
+        """What is waited for from now on comes after the last of these keys."""
+        for key in keys:
+            self.heard_so_far = len(self.utterances())
+            self.pressed_at = time.time()
+            subprocess.run(["xdotool", "key", key], env=self.environment, check=True)
+            self.strokes += 1
+            time.sleep(pause)
+
+    def listen(self, terminal):
+        """Collects what is said; the echo of keys, which ends in a blank, is left out."""
+        with os.fdopen(terminal, "rb") as lines:
+            for line in lines:
+                found = SPEECH.match(line.decode(errors="replace"))
+                if found and not found.group(2).endswith(" "):
+                    self.said.append(Utterance(*found.groups()))
+
+    def utterances(self):
+        return list(self.said)
+
+    def wait_for(self, pattern, seconds=4.0):
+        """The next utterance that matches, or nothing; what comes after it can be waited for."""
+        end = time.time() + seconds
+        while time.time() < end:
+            said = self.utterances()
+            for place in range(self.heard_so_far, len(said)):
+                if re.search(pattern, said[place].text):
+                    self.heard_so_far = place + 1
+                    return said[place]
+            time.sleep(0.03)
+        return None
+
+    def notes_since(self, place):
+        """The MIDI notes that began after a place in the stream, and the stream's end."""
+        with open(self.midi_file, encoding="ascii", errors="replace") as file:
+            lines = file.read().splitlines()
+        notes = []
+        for line in lines[place:]:
+            message = re.findall(r"\b[0-9a-fA-F]{2}\b", line.split(":")[-1])
+            if len(message) >= 3 and message[0] == "90" and message[2] != "00":
+                notes.append(int(message[1], 16))
+        return notes, len(lines)
