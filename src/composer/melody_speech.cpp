@@ -1,7 +1,7 @@
 #include "composer/melody_speech.h"
 
 #include "composer/melody/composition.h"
-#include "composer/staff/staff_entry.h"
+#include "composer/notation/staff_entry.h"
 #include "platform/user_text.h"
 #include "widgets/piano_key_name.h"
 
