@@ -4,14 +4,12 @@
 
 #include <QApplication>
 #include <QFile>
-#include <QListWidget>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
 
 #include <gmock/gmock.h>
 
-#include <random>
 #include <set>
 
 using namespace std::chrono_literals;
@@ -208,72 +206,4 @@ TEST_F(ComposerWindowTest, EachActivationBeginsAtTheFirstOctaveAndAtTheInsertion
     world.runtime.press('Z', 300ms, 350ms);
     runUntil(1s);
     EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("on 1 48 90", "on 1 48 0"));
-}
-
-TEST_F(ComposerWindowTest, EveryStepOfARandomWalkCanBeTakenBack) {
-    putMelodies();
-    const QStringList kinds =
-        QStringLiteral(
-            "cmdInsPausa,cmdCanc,cmdReset,Ctrl+Z,Ctrl+Y,cmdPlay,chekLoop,lblStep_0,lblStep_1,"
-            "lblNini=2,lblNfine=3,in=k Ctrl+B,lstBookMark=1 cmdDelBm,lstBookMark=1 cmdPlayBm,"
-            "cmdHideBm,cmdHideFr2,mnuApri,mnuApri List1=1 cmdEseguiFile")
-            .split(u',');
-    std::mt19937 random(3);
-    using Change = std::pair<QStringList, QStringList>;
-    std::vector<Change> done;
-    std::vector<Change> undone;
-    QStringList last{"", "", "", "", "", ""};
-    bool playing = false;
-    int turns = 600;
-    QStringList path{QString()};
-    std::function<void()> turn = [&] {
-        SCOPED_TRACE(path.join(u' ').right(200).toStdString());
-        const auto& list = user.find<QListWidget>("lstBookMark");
-        const QStringList now{user.text("lblNoteString"), user.text("lblNt"),
-                              itemsOf(list, {}),          user.text("lblNini"),
-                              user.text("lblNfine"),      user.text("lblNome")};
-        const bool back = path.back() == "Ctrl+Z";
-        if (back || path.back() == "Ctrl+Y") {
-            auto& from = back ? done : undone;
-            if (!playing && !from.empty()) {
-                last = back ? from.back().first : from.back().second;
-                (back ? undone : done).push_back(from.back());
-                from.pop_back();
-            }
-            EXPECT_EQ(now, last);
-        } else if (now.first(3) != last.first(3) || path.back().endsWith("cmdEseguiFile")) {
-            done.emplace_back(last, now);
-            undone.clear();
-        }
-        last = now;
-        playing = user.text("cmdPlay") == "Stop";
-        const bool any = !now[0].isEmpty();
-        EXPECT_EQ(now[2].startsWith(QStringLiteral("1÷%1÷Tutto").arg(now[1])), !now[2].isEmpty());
-        EXPECT_EQ(user.enabled("mnuAnnulla"), !playing && !done.empty());
-        EXPECT_EQ(user.enabled("mnuRipeti"), !playing && !undone.empty());
-        EXPECT_EQ(user.enabled("mnuEsportaMidi"), any);
-        EXPECT_EQ(!now[3].isEmpty(), any);
-        EXPECT_LE(now[3].toInt(), now[4].toInt());
-        const bool framed = user.shown("frmModifica");
-        EXPECT_TRUE(framed ? any && !playing : user.enabled("cmdCanc") == !playing);
-        EXPECT_EQ(user.shown("lblGuida"),
-                  !framed && !user.shown("Fr2") && !user.shown("frBookMark"));
-        if (HasFailure() || --turns < 0) {
-            world.dialogs.confirmations = {true};
-            return window.reject();
-        }
-        // "Play" returns only when the playing has ended.
-        at(world.runtime.now() + Instant(10ms) * (1 + random() % 150), turn);
-        path << kinds[static_cast<qsizetype>(random() % unsigned(kinds.size()))];
-        if (!any && path.back().startsWith("lblN"))
-            return;
-        for (const QString& one : path.back().split(u' '))
-            step(one);
-    };
-    at(10ms, turn);
-    world.runtime.press('Z', 1s, 10h);
-    window.exec();
-    EXPECT_LT(turns, 0);
-    world.runtime.forgetActs();
-    EXPECT_THAT(sounding(world.midi.takeUntimed()), IsEmpty());
 }
