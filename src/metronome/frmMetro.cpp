@@ -151,6 +151,7 @@ void frmMetro::showTempo() {
     ui_->lblTempo->setText(QString::number(tempo));
     ui_->lblTempo->setAccessibleName(UserText::tr("%1 pulsazioni al minuto").arg(tempo));
     ui_->lblAndamento->setText(tempo_names::nameOf(tempo));
+    ui_->lblTempo->setAccessibleDescription(ui_->lblAndamento->text());
     ui_->lblX12->setText(doubled ? QStringLiteral("x2") : QStringLiteral("x1"));
     ui_->lblX12->setToolTip(doubled ? UserText::tr("Clicca per dimezzare la velocità")
                                     : UserText::tr("Clicca per raddoppiare la velocità"));

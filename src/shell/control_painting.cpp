@@ -33,6 +33,7 @@ constexpr double kThickLine = 2;
 constexpr double kChosenBar = 3;
 constexpr double kSliderGroove = 6;
 constexpr double kArrow = 4;
+constexpr double kTick = 3;
 
 struct State {
     bool enabled, hovered, pressed, focused;
@@ -62,6 +63,20 @@ QColor thumbColour(const QPalette& palette, bool enabled, bool hovered, bool pre
         return faintColour(palette);
     const double share = pressed ? kPressed : hovered ? kHovered : 0;
     return mixed(palette.color(QPalette::WindowText), palette.color(QPalette::Highlight), share);
+}
+
+/// Short lines below a slider that has them.
+void drawTicks(QPainter& painter, const QStyleOptionSlider& option, const BarParts& parts) {
+    const int step = option.tickInterval > 0 ? option.tickInterval : option.pageStep;
+    if (!option.subControls.testFlag(QStyle::SC_SliderTickmarks) || step <= 0)
+        return;
+    const int room = parts.groove.width() - parts.thumb.width();
+    for (int value = option.minimum; value <= option.maximum; value += step) {
+        const int x = QStyle::sliderPositionFromValue(option.minimum, option.maximum, value, room) +
+                      parts.groove.left() + parts.thumb.width() / 2;
+        const QRectF tick(x, option.rect.bottom() - kTick, kLine, kTick);
+        painter.fillRect(pixel_grid::snapped(painter, tick), outlineColour(option.palette));
+    }
 }
 
 class Saved {
@@ -204,6 +219,7 @@ void paintSlider(QPainter& painter, const QStyleOptionSlider& option, const BarP
     QRectF groove(parts.groove.left(), handle.center().y() - kSliderGroove / 2,
                   parts.groove.width(), kSliderGroove);
     const double round = kSliderGroove / 2;
+    drawTicks(painter, option, parts);
     drawBox(painter, groove, state.enabled ? outlineColour(palette) : faintColour(palette), kLine,
             mixed(palette.color(QPalette::WindowText), palette.color(QPalette::Window), kGroove),
             round);

@@ -211,9 +211,6 @@ void WindowStyle::drawComboBox(const QStyleOptionComplex& option, QPainter& pain
 
 void WindowStyle::drawSlider(const QStyleOptionSlider& option, QPainter& painter,
                              const QWidget* widget) const {
-    QStyleOptionSlider marks(option);
-    marks.subControls = SC_SliderTickmarks;
-    QProxyStyle::drawComplexControl(CC_Slider, &marks, &painter, widget);
     BarParts parts;
     parts.groove = subControlRect(CC_Slider, &option, SC_SliderGroove, widget);
     parts.thumb = subControlRect(CC_Slider, &option, SC_SliderHandle, widget);

@@ -110,7 +110,7 @@ QPainterPath outlineOf(ActionIcon icon) {
 
 /// A glyph of the music font so many units high, its left edge and its middle at a point.
 QPainterPath glyph(glyph_table::Glyph which, qreal height, QPointF place) {
-    const QPainterPath path = MusicFont::shared().outline(which);
+    const QPainterPath& path = MusicFont::shared().outline(which);
     const QRectF box = path.boundingRect();
     const qreal scale = height / box.height();
     return QTransform()
