@@ -21,6 +21,7 @@ namespace {
 
 constexpr double kLetterSize = 0.68;  ///< of a badge's side
 constexpr int kLowestControl = 24;
+constexpr double kIconInLines = 1.2;
 constexpr int kIconButtonMargin = 9;  ///< the toolkit would make a short text's button wider
 constexpr int kValueBarExtent = 24;
 constexpr int kScrollBarExtent = 16;
@@ -81,6 +82,9 @@ int WindowStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
     switch (metric) {
         case PM_ScrollBarExtent:
             return isValueBar(widget) ? kValueBarExtent : kScrollBarExtent;
+        case PM_ButtonIconSize:
+            return widget ? qRound(kIconInLines * widget->fontMetrics().height())
+                          : QProxyStyle::pixelMetric(metric, option, widget);
         case PM_SliderThickness:
             return kLowestControl;
         case PM_SliderControlThickness:

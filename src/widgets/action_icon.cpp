@@ -20,7 +20,7 @@ namespace {
 constexpr qreal kSide = 16;
 constexpr qreal kLine = 1.6;
 constexpr int kTeeth = 8;
-constexpr qreal kPlace = 1.25;  ///< of its side; the rest keeps the text away
+constexpr qreal kPlace = 1.2;  ///< in sides of the icon; the rest keeps the text away
 
 QPainterPath polygon(std::initializer_list<QPointF> points, bool closed) {
     QPainterPath path;
@@ -150,8 +150,9 @@ public:
             mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active, QPalette::ButtonText);
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
-        painter->translate(rect.topLeft());
-        painter->scale(rect.height() / kSide, rect.height() / kSide);
+        const qreal unit = rect.height() / (kPlace * kSide);
+        painter->translate(rect.left(), rect.center().y() - unit * kSide / 2);
+        painter->scale(unit, unit);
         draw(*painter, colour);
         painter->restore();
     }
@@ -181,7 +182,5 @@ QIcon actionIcon(ActionIcon icon) {
 }
 
 void setActionIcon(QAbstractButton& button, ActionIcon icon) {
-    const int side = button.fontMetrics().height();
-    button.setIconSize({qRound(kPlace * side), side});
     button.setIcon(actionIcon(icon));
 }

@@ -22,5 +22,5 @@ enum class ActionIcon {
 
 QIcon actionIcon(ActionIcon icon);
 
-/// Puts an icon before a button's text, as high as the text.
+/// Puts an icon before a button's text; the style makes it as high as the text.
 void setActionIcon(QAbstractButton& button, ActionIcon icon);
