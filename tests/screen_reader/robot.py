@@ -117,9 +117,18 @@ class Robot:
         self.hear(r"Risposte esatte: %d\. Risposte errate: 5" % (QUESTIONS - 5 * automatic))
         self.end()
 
+    def open_options(self):
+        """A busy machine may still be starting the program."""
+        for _ in range(5):
+            self.screen.press("alt+o")
+            if self.screen.wait_for("^Metronomo", 2):
+                return
+            self.screen.press("Escape")
+
     def choose_midi_port(self):
         self.begin("uscita MIDI")
-        self.screen.press("alt+o", "Up", "Return", pause=0.3)
+        self.open_options()
+        self.screen.press("Up", "Return", pause=0.3)
         self.hear("List with 2 items", 6)
         self.screen.press("Down")
         self.hear("^Uscita: .*monitor", 6)
@@ -283,7 +292,8 @@ class Robot:
 
     def metronome(self):
         self.begin("metronomo")
-        self.screen.press("alt+o", "Return", pause=0.3)
+        self.open_options()
+        self.screen.press("Return")
         self.hear("Start / Stop push button")
         self.tab_to("^Tempo 2/4")
         self.screen.press("space")

@@ -19,6 +19,7 @@ from datetime import datetime
 
 NEEDED = ["orca", "Xvfb", "openbox", "xdotool", "dbus-daemon", "jackd", "jack_midi_dump"]
 LAUNCHER = "/usr/libexec/at-spi-bus-launcher"
+NOTE_ON = re.compile(r"[+ \d]+: 90 ([0-9a-f]{2}) ([0-9a-f]{2})", re.I)
 SPEECH = re.compile(r"^(\d\d:\d\d:\d\d\.\d+) - SPEECH OUTPUT: '(.*)'(?: voice=\w+)? ?\{")
 
 
@@ -139,7 +140,7 @@ class Screen:
             lines = file.read().splitlines()
         notes = []
         for line in lines[place:]:
-            message = re.findall(r"\b[0-9a-fA-F]{2}\b", line.split(":")[-1])
-            if len(message) >= 3 and message[0] == "90" and message[2] != "00":
-                notes.append(int(message[1], 16))
+            message = NOTE_ON.match(line)
+            if message and message.group(2) != "00":
+                notes.append(int(message.group(1), 16))
         return notes, len(lines)
