@@ -4,6 +4,7 @@ Orca runs there without a voice; what it would say is read from its debug output
 from a JACK server of the robot's own.
 """
 
+import json
 import os
 import pty
 import re
@@ -19,6 +20,7 @@ from datetime import datetime
 
 NEEDED = ["orca", "Xvfb", "openbox", "xdotool", "dbus-daemon", "jackd", "jack_midi_dump"]
 LAUNCHER = "/usr/libexec/at-spi-bus-launcher"
+LAPTOP = {"profile": ["Default", "default"], "keyboardLayout": 2}
 NOTE_ON = re.compile(r"[+ \d]+: 90 ([0-9a-f]{2}) ([0-9a-f]{2})", re.I)
 SPEECH = re.compile(r"^(\d\d:\d\d:\d\d\.\d+) - SPEECH OUTPUT: '(.*)'(?: voice=\w+)? ?\{")
 
@@ -65,6 +67,12 @@ class Screen:
             QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", JACK_DEFAULT_SERVER="hear%d" % os.getpid(),
             SPEECHD_ADDRESS="inet_socket:127.0.0.1:1", CANTAVISTA_HOME=self.folder,
             ASAN_OPTIONS="detect_leaks=0", PULSE_SERVER="unix:/nowhere")
+        # With the other layout the numeric keypad, which answers in the automatic drill, is Orca's.
+        settings = os.path.join(self.home, ".local", "share", "orca")
+        os.makedirs(settings)
+        with open(os.path.join(settings, "user-settings.conf"), "w") as file:
+            json.dump({"general": LAPTOP, "pronunciations": {}, "keybindings": {}, "profiles": {
+                "default": dict(LAPTOP, pronunciations={}, keybindings={})}}, file)
         reading, writing = os.pipe()
         self.start("Xvfb", "-displayfd", str(writing), "-screen", "0", "1366x768x24", pass_fds=[writing])
         self.environment["DISPLAY"] = ":" + os.read(reading, 20).decode().strip()
