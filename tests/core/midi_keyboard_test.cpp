@@ -114,6 +114,7 @@ TEST(MidiKeyboard, AnyBytesFromAnyInputsLeaveNoKeyDownAndPlayInTheWindowInFront)
                 else if (plugged.erase(input) == 0)
                     plugged.insert(input);
                 std::vector<MidiInput> inputs;
+                inputs.reserve(plugged.size());
                 for (const int id : plugged)
                     inputs.push_back({id, QString::number(id)});
                 for (int id = 1; id < 4; ++id) {

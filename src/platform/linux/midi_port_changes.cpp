@@ -66,14 +66,12 @@ public:
         snd_seq_event_t* event = nullptr;
         while (true) {
             const int answer = snd_seq_event_input(sequencer_, &event);
-            if (answer == -ENOSPC)  // some were lost
-                changed = true;
-            else if (answer < 0)
+            const bool someWereLost = answer == -ENOSPC;
+            if (answer < 0 && !someWereLost)
                 return changed;
-            else if (event->type == SND_SEQ_EVENT_PORT_START)
-                changed = true;
-            else if (event->type == SND_SEQ_EVENT_PORT_EXIT) {
-                changed = true;
+            changed = changed || someWereLost || event->type == SND_SEQ_EVENT_PORT_START ||
+                      event->type == SND_SEQ_EVENT_PORT_EXIT;
+            if (!someWereLost && event->type == SND_SEQ_EVENT_PORT_EXIT) {
                 const snd_seq_addr_t& port = event->data.addr;
                 exited.push_back(std::to_string(port.client) + ':' + std::to_string(port.port));
             }
