@@ -14,6 +14,8 @@
 
 namespace {
 
+constexpr int kHintLines = 2;  ///< of the hint below the transposition
+
 std::array<QToolButton*, 4> arrowsOf(const Ui::RangePanel& ui) {
     return {ui.lblid_0, ui.lblid_1, ui.lblid_2, ui.lblid_3};
 }
@@ -29,7 +31,7 @@ RangePanel::RangePanel(QWidget* parent) : QWidget(parent), ui_(std::make_unique<
     appearance::enlargeText(*ui_->lblSemitoni, 1.2);
     panel_text::reserve(*ui_->lblSemitoni, QString::number(-Composition::kLargestTransposition));
     makeLabelButton(*ui_->lblSemitoni, palette().color(QPalette::Link));
-    panel_text::reserveWidest(*ui_->lblSpiegaTrasposizione, {UserText::tr("Ora clicca il numero")});
+    ui_->lblSpiegaTrasposizione->setMinimumHeight(kHintLines * fontMetrics().lineSpacing());
     showTransposition(0, {});
     const auto arrows = arrowsOf(*ui_);
     for (std::size_t i = 0; i < arrows.size(); ++i) {
