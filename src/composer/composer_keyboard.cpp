@@ -101,7 +101,7 @@ void ComposerKeyboard::releaseHeldKeys() {
 }
 
 void ComposerKeyboard::noteDown(pitch::NoteNumber note) {
-    hand_.beginNote(note);
+    hand_.pressKey(note);
 }
 
 void ComposerKeyboard::noteUp(pitch::NoteNumber note) {

@@ -115,7 +115,7 @@ void ComposerMenu::addDirectInsertion(QMenu& menu) {
     directInsertion_ = menu.addAction(tr("Inserimento diretto"));
     directInsertion_->setObjectName(QStringLiteral("mnuInsDiretto"));
     directInsertion_->setCheckable(true);
-    directInsertion_->setStatusTip(tr("Ogni tasto della tastiera MIDI inserisce la sua nota"));
+    directInsertion_->setStatusTip(tr("Ogni tasto di un pianoforte inserisce la sua nota"));
     connect(directInsertion_, &QAction::triggered, this, &ComposerMenu::directInsertionChosen);
 }
 

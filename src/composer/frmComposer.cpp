@@ -49,7 +49,7 @@ frmComposer::frmComposer(const Services& services, QWidget* parent, QString melo
       view_(*ui_, side_, composition_),
       runtime_(services.runtime, [this] { pollKeys(); }),
       model_(services_, runtime_, composition_, view_, view_, showBusyPointer),
-      hand_(*ui_, view_, services.funzioniMM, model_.editor),
+      hand_(*ui_, view_, services.funzioniMM, model_.editor, services.midiKeyboard),
       keyboard_(*this, *ui_, services.runtime, composition_, hand_),
       presenter_(services_, *ui_, side_, view_, model_, menu_, keyboard_),
       entry_(*ui_, model_, view_, presenter_, keyboard_, menu_),

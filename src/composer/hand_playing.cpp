@@ -3,6 +3,8 @@
 #include "composer/composer_view.h"
 #include "composer/melody/melody_editor.h"
 #include "core/funzioni_mm.h"
+#include "core/midi_keyboard.h"
+#include "ui_entry_palette_panel.h"
 #include "ui_frmComposer.h"
 
 namespace {
@@ -12,12 +14,26 @@ constexpr int kKeyVelocity = 90;
 }  // namespace
 
 HandPlaying::HandPlaying(Ui::frmComposer& ui, ComposerView& view, FunzioniMM& funzioniMM,
-                         MelodyEditor& editor)
-    : view_(view), funzioniMM_(funzioniMM), editor_(editor) {
+                         MelodyEditor& editor, const MidiKeyboard* midiKeyboard)
+    : view_(view),
+      funzioniMM_(funzioniMM),
+      editor_(editor),
+      insertButton_(*ui.palette->ui().cmdInsNota),
+      midiKeyboard_(midiKeyboard) {
     connect(ui.lb, &PianoKeyboard::keyDown, this, &HandPlaying::lb_MouseDown);
     connect(ui.lb, &PianoKeyboard::keyUp, this, &HandPlaying::lb_MouseUp);
     connect(ui.Regolo, &ComposerStaff::noteChosen, this, &HandPlaying::Regolo_MouseDown);
     connect(ui.Regolo, &ComposerStaff::noteReleased, this, &HandPlaying::Regolo_MouseUp);
+}
+
+bool HandPlaying::insertsDirectly() const {
+    return midiKeyboard_ && midiKeyboard_->insertsDirectly();
+}
+
+void HandPlaying::pressKey(pitch::NoteNumber note) {
+    beginNote(note);
+    if (insertsDirectly())
+        insertButton_.click();
 }
 
 void HandPlaying::beginNote(pitch::NoteNumber note) {
@@ -33,7 +49,7 @@ void HandPlaying::endNote(pitch::NoteNumber note) {
 }
 
 void HandPlaying::lb_MouseDown(int index) {
-    beginNote(pitch::noteNumberOf(static_cast<pitch::NoteIndex>(index)));
+    pressKey(pitch::noteNumberOf(static_cast<pitch::NoteIndex>(index)));
 }
 
 void HandPlaying::lb_MouseUp(int index) {

@@ -7,6 +7,8 @@
 class ComposerView;
 class FunzioniMM;
 class MelodyEditor;
+class MidiKeyboard;
+class QAbstractButton;
 
 namespace Ui {
 class frmComposer;
@@ -19,7 +21,14 @@ class HandPlaying : public QObject {
 
 public:
     HandPlaying(Ui::frmComposer& ui, ComposerView& view, FunzioniMM& funzioniMM,
-                MelodyEditor& editor);
+                MelodyEditor& editor, const MidiKeyboard* midiKeyboard);
+
+    /// The user has each key of a piano insert its note: on the window, of the computer keyboard
+    /// or of a MIDI keyboard.
+    bool insertsDirectly() const;
+
+    /// The press of such a key.
+    void pressKey(pitch::NoteNumber note);
 
     /// Sounds a note, and makes it the active one.
     void beginNote(pitch::NoteNumber note);
@@ -35,4 +44,6 @@ private:
     ComposerView& view_;
     FunzioniMM& funzioniMM_;
     MelodyEditor& editor_;
+    QAbstractButton& insertButton_;
+    const MidiKeyboard* midiKeyboard_;  ///< which knows the user's choice; null where there is none
 };

@@ -22,11 +22,8 @@ void MidiPlaying::mnuInsDiretto_Click(bool on) {
 }
 
 void MidiPlaying::keyDown(int note) {
-    if (!pitch::isPlayable(note))
-        return;
-    hand_.beginNote(static_cast<pitch::NoteNumber>(note));
-    if (keyboard_->insertsDirectly())
-        insertButton_.click();
+    if (pitch::isPlayable(note))
+        hand_.pressKey(static_cast<pitch::NoteNumber>(note));
 }
 
 void MidiPlaying::keyUp(int note) {

@@ -10,7 +10,7 @@ class QAbstractButton;
 class QWidget;
 
 /// A MIDI keyboard in the composer: its keys play as those of the piano on the window do, and the
-/// pedal inserts the active note. The user may have each key insert its note at once.
+/// pedal inserts the active note.
 class MidiPlaying : public QObject, private MidiKeysListener {
     Q_OBJECT
 
