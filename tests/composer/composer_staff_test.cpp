@@ -129,13 +129,15 @@ TEST_F(ComposerStaffTest, EveryNoteIsDrawnAndChosenWhereItsLineIs) {
     }
     ASSERT_EQ(lines.size(), 10U) << "two staves";
     const int space = lines[1] - lines[0];
-    const QRect above(0, 0, 1180, lines[9] + 3 * space);
     int naturalWidth = 0;
     for (int note = 36; note <= 95; ++note) {
         const bool treble = note >= 60;
         // Mi is on the lowest line, Sol in the bass.
         const int position = stepOf(note) - stepOf(treble ? 64 : 43);
         const double y = lines[treble ? 4 : 9] - position * space / 2.0;
+        // What stands further down is the entry's number.
+        const int under = treble ? 2 : std::max(2, 2 - position);
+        const QRect above(0, 0, 1180, lines[9] + under * space / 2);
         one = Entry{note, 4};
         setCount(1);
         const QRect ink = difference(empty, picture(), above);

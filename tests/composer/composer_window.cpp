@@ -1,5 +1,5 @@
 #include "composer/composer_window.h"
-
+#include "composer/staff/composer_staff.h"
 #include "widgets/piano_keyboard.h"
 
 #include <QAction>
@@ -113,6 +113,8 @@ void OpenComposer::step(const QString& what) {
     } else if (list) {
         list->setFocus();
         list->setCurrentRow(value.toInt());
+    } else if (auto* staff = qobject_cast<ComposerStaff*>(control)) {
+        Q_EMIT staff->entryChosen(value.toInt());
     } else if (auto* slider = qobject_cast<QAbstractSlider*>(control)) {
         slider->setValue(value.toInt());
     } else if (auto* box = qobject_cast<QComboBox*>(control)) {

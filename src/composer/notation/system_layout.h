@@ -69,7 +69,8 @@ struct System {
 
     double above = 0;  ///< from the treble staff's top line to the highest ink
     double gap = 0;    ///< between the staves
-    double below = 0;  ///< from the bass staff's bottom line to the lowest ink
+    double below = 0;  ///< from the bass staff's bottom line to the end of the system's room
+    double ink = 0;    ///< from the bass staff's bottom line to below its lowest ink
 
     double height() const;
     int count() const { return next.entry - start.entry; }

@@ -16,9 +16,10 @@ constexpr double kTieReach = 3;
 constexpr double kArticulationReach = 1.2;
 constexpr double kLeastAbove = 7;  ///< the treble clef needs three
 constexpr double kLeastGap = 9;
-constexpr double kLeastBelow = 5;
-constexpr double kAir = 1;       ///< beyond the outermost ink
-constexpr double kNoteRoom = 4;  ///< beyond the middle of a head, for an articulation
+constexpr double kLeastBelow = 2;
+constexpr double kNumberRoom = 2.6;  ///< for the numbers of entries, below the ink
+constexpr double kAir = 1;           ///< beyond the outermost ink
+constexpr double kNoteRoom = 4;      ///< beyond the middle of a head, for an articulation
 
 Reach reachOf(const Symbol& symbol) {
     if (symbol.rest)
@@ -109,6 +110,8 @@ void makeRoom(System& system, bool everyNote) {
         include(system.symbols[sign.symbol].staff,
                 {sign.position - kSignHeight, sign.position + kSignHeight});
     }
+    system.ink = below;
+    below += kNumberRoom;
     if (everyNote) {
         above = std::max<double>(above, kHighestPosition - kTopLine + kNoteRoom);
         below = std::max<double>(below, -kLowestPosition + kNoteRoom);

@@ -91,7 +91,8 @@ void ComposerStaff::setPlayRange(int first, int last) {
 void ComposerStaff::setPreview(const Preview& preview) {
     const bool another = preview.entry.noteNumber != preview_.entry.noteNumber;
     preview_ = preview;
-    if (another && pitch::isPlayable(preview_.entry.noteNumber) && !preview_.overCurrent)
+    // While something plays, its entry stays in view.
+    if (another && pitch::isPlayable(preview_.entry.noteNumber) && !current_)
         page_.showEnd();
     updatePage();
 }
@@ -206,7 +207,7 @@ void ComposerStaff::scrollTo(qreal offset) {
 /// Shows the page as it stands now.
 void ComposerStaff::updatePage() {
     const QSignalBlocker blocker(bar_);
-    bar_->setRange(0, qCeil(page_.largestOffset()));
+    bar_->setRange(0, qRound(page_.largestOffset()));
     bar_->setPageStep(qRound(page_.height()));
     bar_->setSingleStep(qRound(kWheelStep * page_.space()));
     bar_->setValue(qRound(page_.offset()));

@@ -38,7 +38,7 @@ public:
     /// The entries where playing begins and ends, which are marked.
     void setPlayRange(int first, int last);
 
-    /// A note that is new comes into view.
+    /// A note that is new comes into view, unless there is a current entry.
     void setPreview(const Preview& preview);
 
     /// Scrolls by what is in view.

@@ -40,7 +40,8 @@ void paintNumbers(QPainter& painter, const QWidget& widget, const StaffPage& pag
     const QFontMetricsF metrics(painter.font());
     const notation::System& shown = page.system(system);
     const auto place = page.placeOf(system);
-    const qreal baseline = place.top + shown.height() * place.space / 2 + metrics.ascent();
+    const qreal ink = shown.bottomLine(notation::Staff::Bass) + shown.ink;
+    const qreal baseline = place.top + ink * place.space / 2 + metrics.ascent();
     for (const notation::Symbol& symbol : shown.symbols) {
         const int number = symbol.entry + 1;
         const bool first = symbol.entry == shown.start.entry;
