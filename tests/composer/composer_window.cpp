@@ -1,4 +1,5 @@
 #include "composer/composer_window.h"
+
 #include "composer/staff/composer_staff.h"
 #include "widgets/piano_keyboard.h"
 
