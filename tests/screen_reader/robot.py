@@ -301,10 +301,10 @@ class Robot:
         self.tab_to("^Pulsazioni al minuto")
         for _ in range(36):
             self.screen.press("Right")
-        self.hear("^96 pulsazioni al minuto$")
+        self.hear("^96 pulsazioni al minuto$", 20)
         self.tab_to("^Start / Stop", key="shift+Tab")
         self.screen.press("space")
-        self.hear("^Metronomo avviato, 3/4, 96$", timed=True)
+        self.hear("^Metronomo avviato, 3/4, 96$", 8, timed=True)
         self.screen.press("space")
         self.hear("^Metronomo fermato$", timed=True)
         self.end()
