@@ -29,8 +29,10 @@ QStringList listOf(const QString& text) {
 /// Some text around a place, cut between words.
 QString snippetAt(const QString& text, qsizetype place) {
     qsizetype from = std::max<qsizetype>(0, place - kSnippetBefore);
-    if (from > 0)
-        from = text.indexOf(QLatin1Char(' '), from) + 1;
+    if (const qsizetype blank = text.indexOf(QLatin1Char(' '), from); from > 0) {
+        // A long word, such as a path, begins before all of that.
+        from = blank < place ? blank + 1 : text.lastIndexOf(QLatin1Char(' '), place) + 1;
+    }
     qsizetype to = std::min(text.size(), from + kSnippetLength);
     if (const qsizetype blank = text.lastIndexOf(QLatin1Char(' '), to);
         to < text.size() && blank > place)
