@@ -4,7 +4,7 @@
 namespace beat {
 
 constexpr double kPeriod = 0.5;  ///< seconds from click to click
-constexpr const char* kPortName = "Cantavista bench";
+constexpr const char* kPortName = "Beat of the bench";
 
 /// With the arguments `--play PART COUNT`: plays a part with the real parts of the program and
 /// prints the seconds at which its rule wants each sound.
