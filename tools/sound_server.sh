@@ -23,9 +23,17 @@ pulse_answers() {
 # Starts a JACK server without a device, under a name that no other program asks for.
 jack_up() {
     export JACK_DEFAULT_SERVER=cantavista-bench-$$
-    ! jack_answers 2>/dev/null || return 0
     helper jackd -d dummy -r 48000 -p 128
-    wait_until "JACK" "${screen_children[-1]}" jack_answers
+    jack_child=${screen_children[-1]}
+    wait_until "JACK" "$jack_child" jack_answers
+}
+
+# Ends it, if it runs.
+jack_down() {
+    [[ -n ${jack_child:-} ]] || return 0
+    kill "$jack_child" 2>/dev/null || true
+    wait "$jack_child" 2>/dev/null || true
+    jack_child=
 }
 
 jack_answers() {
