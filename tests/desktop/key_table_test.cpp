@@ -203,6 +203,22 @@ TEST(KeyTable, AsksTheSystemWhichKeysAreStillDownWhenTheFocusGoes) {
     }
 }
 
+TEST(KeyTable, TakesAPressThatComesAfterOtherKeysWereAnnounced) {
+    const KeyTable keys([](std::uint32_t) { return std::nullopt; });
+    Typed window;
+    window.activate();
+    const auto send = [&](QEvent::Type type) {
+        for (const int key : {Qt::Key_Left, Qt::Key_Return}) {
+            QKeyEvent event(type, key, Qt::NoModifier, static_cast<quint32>(key), 0, 0);
+            QCoreApplication::sendEvent(window.windowHandle(), &event);
+        }
+        return std::exchange(window.presses, 0);
+    };
+    EXPECT_EQ(send(QEvent::ShortcutOverride) + send(QEvent::KeyPress), 2);
+    EXPECT_EQ(send(QEvent::ShortcutOverride) + send(QEvent::KeyPress), 1)
+        << "only the arrow repeats";
+}
+
 #ifdef KEY_Q
 /// The system's own list of places is the measure; a key without a place goes by its name.
 TEST(KeyMap, KeysGoByTheirPlaceOrElseByTheirName) {

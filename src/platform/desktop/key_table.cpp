@@ -79,11 +79,13 @@ KeyTable::Id KeyTable::idOf(const QKeyEvent& event) {
 }
 
 /// The system announces a press before it looks for a shortcut, which may take the press. Then no
-/// control learns of it; and a repeat of it is no shortcut in the next window.
+/// control learns of it; and a repeat of it is no shortcut in the next window. With a screen
+/// reader, which is asked first, the press itself comes later, also after other keys were
+/// announced.
 bool KeyTable::announce(QWindow& window, QKeyEvent& event) {
     const auto [known, isNew] = pressed_.try_emplace(idOf(event), Press{&window});
     const bool repeats = isRepeat(isNew, event);
-    announced_ = repeats ? Id{} : idOf(event);
+    known->second.announced = !repeats;
     if (!repeats || known->second.window == &window)
         return false;
     event.accept();
@@ -97,7 +99,7 @@ bool KeyTable::isRepeat(bool isNew, const QKeyEvent& event) {
 bool KeyTable::press(QWindow& window, const QKeyEvent& event) {
     const auto [known, isNew] = pressed_.try_emplace(idOf(event), Press{&window});
     Press& press = known->second;
-    const bool wasAnnounced = std::exchange(announced_, Id{}) == known->first;
+    const bool wasAnnounced = std::exchange(press.announced, false);
     if (!wasAnnounced && isRepeat(isNew, event)) {
         take(press, Change::Repeat);
         return !goesOn(press, window, event);

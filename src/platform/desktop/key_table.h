@@ -67,6 +67,7 @@ private:
     struct Press {
         QPointer<QWindow> window;        ///< where it was pressed
         std::array<KeyCode, 2> codes{};  ///< by place and by letter; 0 = none
+        bool announced = false;          ///< its `KeyPress` is still to come
     };
 
     enum class Change { Down, Up, Repeat };
@@ -91,7 +92,6 @@ private:
 
     const KeyState isDown_;
     std::map<Id, Press> pressed_;
-    Id announced_{};  ///< pressed, with its `KeyPress` still to come
     std::vector<Transition> queue_;
     int polledDepth_ = kNotPolled;
     std::bitset<kKeyLast + 1> down_;
