@@ -164,20 +164,22 @@ void frmMetro::enableControls(bool on) {
     ui_->lblCloseMetro->setEnabled(on);
 }
 
+/// Announced first: a screen reader is also told of every control that changes here, and asks about
+/// each before it comes to what follows.
 void frmMetro::metronomeStarted() {
+    announce(metronome_speech::started(metronome_.shownTempo(), state_.MetroTimeSig));
     host_.setMetronomeRunning(true);
     enableControls(false);
     takeColours(*ui_->cmdSSmetro, host_.startColourSource());
-    announce(metronome_speech::started(metronome_.shownTempo(), state_.MetroTimeSig));
     setActionIcon(*ui_->cmdSSmetro, ActionIcon::Stop);
 }
 
 void frmMetro::metronomeStopped() {
+    announce(metronome_speech::stopped());
     enableControls(true);
     takeColours(*ui_->cmdSSmetro, host_.stopColourSource());
     setActionIcon(*ui_->cmdSSmetro, ActionIcon::Play);
     host_.setMetronomeRunning(false);
-    announce(metronome_speech::stopped());
 }
 
 void frmMetro::showTimeSignature(const QString& timeSig) {

@@ -3,6 +3,7 @@
 #include "platform/desktop/qt_alarm.h"
 
 #include <QAbstractEventDispatcher>
+#include <QAccessible>
 #include <QCoreApplication>
 #include <QDateTime>
 
@@ -17,6 +18,8 @@ using SteadyClock = std::chrono::steady_clock;
 
 /// How often a long wait answers the window manager and repaints.
 constexpr Instant kServeInterval = 50ms;
+/// And how often a screen reader, which asks several times before it says a word.
+constexpr Instant kScreenReaderInterval = 10ms;
 /// In the last stretch of a wait no events are processed, as a repaint could outlast it.
 constexpr Instant kNoEventsStretch = 8ms;
 /// A sleeping thread is woken late by up to about a millisecond; the rest is a busy wait.
@@ -24,6 +27,10 @@ constexpr Instant kBusyWaitStretch = 1500us;
 
 SteadyClock::time_point onSteadyClock(Instant instant) {
     return SteadyClock::time_point{std::chrono::duration_cast<SteadyClock::duration>(instant)};
+}
+
+Instant serveInterval() {
+    return QAccessible::isActive() ? kScreenReaderInterval : kServeInterval;
 }
 
 bool processEvents(QEventLoop::ProcessEventsFlags flags) {
@@ -97,8 +104,9 @@ void QtRuntime::blockUntil(Instant end) {
 void QtRuntime::waitWithoutInput(Instant end) {
     const HeldInput::Pause noInput;
     paintAndServe(end - kNoEventsStretch);
-    while (!ending_ && end - now() > kServeInterval + kNoEventsStretch) {
-        std::this_thread::sleep_for(kServeInterval);
+    const Instant interval = serveInterval();
+    while (!ending_ && end - now() > interval + kNoEventsStretch) {
+        std::this_thread::sleep_for(interval);
         paintAndServe(end - kNoEventsStretch);
     }
     if (ending_)
