@@ -1,6 +1,7 @@
 #include "shell/application.h"
 
 #include "shell/closed_windows.h"
+#include "shell/menu_escape.h"
 #include "shell/window_style.h"
 
 #include <QApplication>
@@ -106,6 +107,7 @@ void prepare(QApplication& app) {
     showTheme(theme);
     translate(app);
     app.installEventFilter(new ClosedWindows(&app));
+    app.installEventFilter(new MenuEscape(&app));
 }
 
 }  // namespace application

@@ -1,7 +1,12 @@
 #include "shell/application.h"
 
+#include "shell/menu_escape.h"
+
 #include <QApplication>
 #include <QDialogButtonBox>
+#include <QKeyEvent>
+#include <QMainWindow>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QWindow>
 
@@ -56,4 +61,26 @@ TEST(ClosedWindows, GetNoPresses) {
         }
         EXPECT_EQ(window.got, open ? types : QList{QEvent::KeyRelease});
     }
+}
+
+TEST(MenuEscape, GivesTheFocusBackFromTheMenuBar) {
+    MenuEscape escape;
+    qApp->installEventFilter(&escape);
+    QMainWindow window;
+    auto* button = new QPushButton(&window);
+    window.setCentralWidget(button);
+    QMenu& menu = *window.menuBar()->addMenu(QStringLiteral("&Opzioni"));
+    menu.addAction(QStringLiteral("Metronomo"));
+    window.show();
+    window.activateWindow();
+    QCoreApplication::processEvents();
+    button->setFocus();
+    window.menuBar()->setActiveAction(menu.menuAction());
+    ASSERT_TRUE(menu.isVisible());
+    QKeyEvent key(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+    QCoreApplication::sendEvent(&menu, &key);
+    EXPECT_FALSE(menu.isVisible());
+    window.activateWindow();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(QApplication::focusWidget(), button);
 }
