@@ -18,8 +18,8 @@ using SteadyClock = std::chrono::steady_clock;
 
 /// How often a long wait answers the window manager and repaints.
 constexpr Instant kServeInterval = 50ms;
-/// And how often a screen reader, which asks several times before it says a word.
-constexpr Instant kScreenReaderInterval = 10ms;
+/// And how often a screen reader, which asks about a hundred times before it says a word.
+constexpr Instant kScreenReaderInterval = 1ms;
 /// In the last stretch of a wait no events are processed, as a repaint could outlast it.
 constexpr Instant kNoEventsStretch = 8ms;
 /// A sleeping thread is woken late by up to about a millisecond; the rest is a busy wait.
