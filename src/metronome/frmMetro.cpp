@@ -15,12 +15,17 @@
 #include <QEvent>
 #include <QSignalBlocker>
 
+#include <chrono>
+
 namespace {
 
 constexpr double kTempoTextScale = 1.9;
 constexpr double kTimeSigTextScale = 1.4;
 constexpr double kNameTextScale = 1.2;
 constexpr int kTempoDigits = 3;
+/// A tempo that goes on changing is not announced: a screen reader drops what comes too fast, also
+/// the last one.
+constexpr std::chrono::milliseconds kTempoRests{250};
 
 void takeColours(QWidget& widget, const QWidget& source) {
     QPalette colours = widget.palette();
@@ -76,6 +81,10 @@ void frmMetro::connectTempo(const Runtime& runtime) {
     ui_->lblTempo->describeLine(UserText::tr("Pulsazioni al minuto"), kTempoDigits);
     connect(ui_->MetroTempoS, &QScrollBar::valueChanged, this, &frmMetro::MetroTempoS_Change);
     connect(ui_->lblTempo, &NumberLabel::numberTyped, this, &frmMetro::lblTempo_Typed);
+    tempoSpeech_.setSingleShot(true);
+    tempoSpeech_.setInterval(kTempoRests);
+    tempoSpeech_.callOnTimeout(
+        this, [this] { announce(metronome_speech::tempo(metronome_.shownTempo())); });
     const auto* input = new TapInput(*ui_->cmdBatti, runtime);
     connect(input, &TapInput::tapped, this, &frmMetro::cmdBatti_Tap);
 }
@@ -107,7 +116,7 @@ void frmMetro::lblTs_Click() {
 void frmMetro::MetroTempoS_Change() {
     metronome_.setTempo(ui_->MetroTempoS->value());
     showTempo();
-    announce(metronome_speech::tempo(metronome_.shownTempo()));
+    tempoSpeech_.start();
 }
 
 void frmMetro::lblTempo_Typed(int pulsesPerMinute) {
@@ -124,13 +133,13 @@ void frmMetro::setShownTempo(double pulsesPerMinute) {
     const QSignalBlocker silent(ui_->MetroTempoS);
     ui_->MetroTempoS->setValue(metronome_.tempo());
     showTempo();
-    announce(metronome_speech::tempo(metronome_.shownTempo()));
+    tempoSpeech_.start();
 }
 
 void frmMetro::lblX12_Click() {
     metronome_.toggleDoubling();
     showTempo();
-    announce(metronome_speech::tempo(metronome_.shownTempo()));
+    tempoSpeech_.start();
 }
 
 void frmMetro::MetroVol_Scroll() {
@@ -167,6 +176,7 @@ void frmMetro::enableControls(bool on) {
 /// Announced first: a screen reader is also told of every control that changes here, and asks about
 /// each before it comes to what follows.
 void frmMetro::metronomeStarted() {
+    tempoSpeech_.stop();
     announce(metronome_speech::started(metronome_.shownTempo(), state_.MetroTimeSig));
     host_.setMetronomeRunning(true);
     enableControls(false);

@@ -4,6 +4,7 @@
 #include "metronome/tap_tempo.h"
 
 #include <QGroupBox>
+#include <QTimer>
 
 #include <memory>
 
@@ -61,4 +62,5 @@ private:
     MetronomeHost& host_;
     Metronome metronome_;
     TapTempo taps_;
+    QTimer tempoSpeech_;  ///< until the tempo is announced
 };
