@@ -21,6 +21,13 @@ NOTES = ["Do", "Do diesis", "Re", "Re diesis", "Mi", "Fa", "Fa diesis", "Sol", "
          "La diesis", "Si"]
 CHORDS = {(3, 7): "minore", (4, 7): "maggiore", (3, 6): "diminuito", (4, 8): "eccedente"}
 MIDDLE_C = 60
+PIANO_BASE = 48
+SCALE = [0, 2, 4, 5, 7, 9, 11, 12]
+
+
+def name_of(note):
+    """The note in words, as the keys of the piano are named."""
+    return "Do centrale" if note == MIDDLE_C else "%s %d" % (NOTES[note % 12], note // 12 - 1)
 
 
 def degree_of(clef, place):
@@ -140,7 +147,7 @@ class Robot:
         for _ in range(abs(key - here)):
             self.screen.press("Right" if key > here else "Left")
         if key != here:
-            self.hear("push button")
+            self.hear("^%s push button" % name_of(key))
 
     def pitch(self):
         self.begin("altezza")
@@ -248,26 +255,26 @@ class Robot:
         self.screen.press("ctrl+s")
         self.hear("Ins. Nota push button", 6)
         written = []
-        letters = {2: "staccato", 5: "accentato"}
-        for number, (key, name) in enumerate(zip("zxcvbnmq", "Do Re Mi Fa Sol La Si Do".split())):
-            words = "%s %s, semiminima" % (name, 3 + (number == 7))
-            if number == 7:
-                words = "Do centrale, semiminima"
-            if number in letters:
-                self.tab_to("^%s" % letters[number].capitalize())
-                self.screen.press("space")
-                self.hear("semiminima, " + letters[number])
-                words += ", " + letters[number]
+        attributes = {2: ("alt+2", "staccato"), 5: ("alt+6", "accentato")}
+        for number, key in enumerate("zxcvbnmq"):
+            value = "semiminima" if number < 4 else "croma"
+            if number == 4:
+                self.screen.press("ctrl+4")
+                self.hear("^croma$")
             self.screen.press(key, pause=0.2)
-            self.tab_to("^Ins. Nota")
-            self.screen.press("space")
-            self.hear("^%d: %s$" % (len(written) + 1, words))
+            words = "%s, %s" % (name_of(PIANO_BASE + SCALE[number]), value)
+            if number in attributes:
+                shortcut, attribute = attributes[number]
+                self.screen.press(shortcut)
+                self.hear("^%s, %s$" % (value, attribute))
+                words += ", " + attribute
+            self.screen.press("Return")
             written.append(words)
+            self.hear("^%d: %s$" % (len(written), words), timed=True)
             if number == 3:
-                self.tab_to("^Ins. Pausa")
-                self.screen.press("space")
-                self.hear("^5: pausa, semiminima$")
+                self.screen.press("shift+Return")
                 written.append("pausa, semiminima")
+                self.hear("^5: pausa, semiminima$", timed=True)
         whole = ". ".join("%d: %s" % (place + 1, words) for place, words in enumerate(written))
         self.screen.press("F3")
         self.hear(re.escape(whole), timed=True)
@@ -323,9 +330,11 @@ class Robot:
         self.end()
 
     def said_twice(self):
-        """Utterances that follow the same one without a key between: within a tenth of a second."""
+        """Utterances that follow the same one at once, without a key between."""
         said = self.screen.utterances()
-        return [b.text for a, b in zip(said, said[1:]) if a.text == b.text and b.time - a.time < 0.1]
+        return [b.text for a, b in zip(said, said[1:])
+                if a.text == b.text and b.time - a.time < 0.5
+                and not any(a.time < press < b.time for press in self.screen.presses)]
 
     def report(self):
         result = self.results[self.task]

@@ -51,7 +51,7 @@ class Screen:
         self.said = []
         self.midi_file = os.path.join(self.home, "midi.out")
         self.pressed_at = 0.0
-        self.strokes = 0
+        self.presses = []
         self.heard_so_far = 0
         self.folder = os.path.join(self.home, "cantavista")
         shutil.copytree(os.path.join(program_folder, "note"), os.path.join(self.folder, "note"))
@@ -116,8 +116,12 @@ class Screen:
             self.heard_so_far = len(self.utterances())
             self.pressed_at = time.time()
             subprocess.run(["xdotool", "key", key], env=self.environment, check=True)
-            self.strokes += 1
+            self.presses.append(self.pressed_at)
             time.sleep(pause)
+
+    @property
+    def strokes(self):
+        return len(self.presses)
 
     def listen(self, terminal):
         """Collects what is said; the echo of keys, which ends in a blank, is left out."""
