@@ -10,6 +10,14 @@
 #include <algorithm>
 #include <utility>
 
+namespace {
+
+/// Between two texts. Of two that come together a screen reader now and then says the second first.
+constexpr std::chrono::milliseconds kGap{40};
+constexpr std::chrono::milliseconds kNow{0};
+
+}  // namespace
+
 Announcer& Announcer::shared() {
     static QPointer<Announcer> announcer;
     if (!announcer)
@@ -42,11 +50,16 @@ std::chrono::milliseconds Announcer::now() const {
 }
 
 void Announcer::sayDue() {
-    while (!waiting_.empty() && waiting_.front().due <= now()) {
+    if (!waiting_.empty() && leftToWait() <= kNow) {
         const QString text = std::move(waiting_.front().text);
         waiting_.pop_front();
+        earliest_ = now() + kGap;
         speak_(text);
     }
     if (!waiting_.empty())
-        timer_.start(waiting_.front().due - now());
+        timer_.start(std::max(leftToWait(), kNow));
+}
+
+std::chrono::milliseconds Announcer::leftToWait() const {
+    return std::max(waiting_.front().due, earliest_) - now();
 }

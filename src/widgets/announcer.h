@@ -40,9 +40,11 @@ private:
 
     std::chrono::milliseconds now() const;
     void sayDue();
+    std::chrono::milliseconds leftToWait() const;
 
     Speak speak_;
     std::deque<Waiting> waiting_;
+    std::chrono::milliseconds earliest_{};  ///< for the next text, on `clock_`
     QTimer timer_;
     QElapsedTimer clock_;
 };

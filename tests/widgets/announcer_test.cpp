@@ -17,7 +17,7 @@ TEST(Announcer, SaysEachTextOnceInOrderAndNotBeforeItsDelay) {
         EXPECT_GE(clock.elapsed(), earliest.at(said.size()));
         said << text;
     });
-    for (int i = 0; i < 400; ++i) {
+    for (int i = 0; i < 40; ++i) {
         const int delay = static_cast<int>(random() % 4);
         given << QString::number(i);
         earliest << clock.elapsed() + delay - 1;
