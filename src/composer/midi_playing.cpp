@@ -3,6 +3,7 @@
 #include "composer/composer_menu.h"
 #include "composer/hand_playing.h"
 #include "core/pitch.h"
+#include "widgets/in_front.h"
 
 #include <QAbstractButton>
 
@@ -11,7 +12,7 @@ MidiPlaying::MidiPlaying(QWidget& window, MidiKeyboard* keyboard, HandPlaying& h
     : keyboard_(keyboard),
       hand_(hand),
       insertButton_(insertButton),
-      keys_(keyboard, *this, [&window] { return window.isActiveWindow(); }) {
+      keys_(keyboard, *this, [&window] { return isInFront(window); }) {
     menu.setInsertsDirectly(keyboard_ && keyboard_->insertsDirectly());
     connect(&menu, &ComposerMenu::directInsertionChosen, this, &MidiPlaying::mnuInsDiretto_Click);
 }

@@ -50,7 +50,8 @@ public:
     /// A window that keys play in as long as this exists.
     class Window {
     public:
-        /// Nothing is played without a keyboard. `inFront` tells whether the window is active.
+        /// Nothing is played without a keyboard. `inFront` tells whether the user plays in the
+        /// window; a key that goes down while that is true of none is dropped.
         Window(MidiKeyboard* keyboard, MidiKeysListener& listener, std::function<bool()> inFront);
         ~Window();
         Window(const Window&) = delete;

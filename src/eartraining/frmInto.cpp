@@ -10,6 +10,7 @@
 #include "ui_frmInto.h"
 #include "widgets/announcement.h"
 #include "widgets/appearance.h"
+#include "widgets/in_front.h"
 #include "widgets/keyboard_span.h"
 #include "widgets/room_scale.h"
 #include "widgets/verdict_badge.h"
@@ -48,7 +49,7 @@ frmInto::frmInto(const Services& services, EarTrainingState& state, QWidget* par
       funzioniMM_(services.funzioniMM),
       verdict_(new VerdictBadge(this)),
       ear_(services.runtime, services.funzioniMM, services.dialogs, state, *this),
-      keys_(services.midiKeyboard, *this, [this] { return isActiveWindow(); }) {
+      keys_(services.midiKeyboard, *this, [this] { return isInFront(*this); }) {
     ui_->setupUi(this);
     const QSize made = size();
     resize(made.boundedTo(appearance::roomOnScreen(*this).size()));

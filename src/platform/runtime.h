@@ -78,8 +78,8 @@ public:
     }
 
     /// Does work as if it were user input that came at `at`: in a pass, in order with the user's
-    /// keys and clicks, and neither in a wait nor, if it came before a box opened, behind the box.
-    /// From any thread.
+    /// keys and clicks, and not in a wait. A box that opens does not hold it back: the work itself
+    /// must leave alone what lies behind a box. From any thread.
     virtual void deliver(Instant at, std::function<void()> work) = 0;
 
     /// Makes an alarm that is not set yet. Within half a second of its instant it does its work,

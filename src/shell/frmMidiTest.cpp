@@ -9,6 +9,7 @@
 #include "shell/status_line.h"
 #include "ui_frmMidiTest.h"
 #include "widgets/announcement.h"
+#include "widgets/in_front.h"
 #include "widgets/instrument_button.h"
 #include "widgets/panel_text.h"
 
@@ -28,7 +29,7 @@ frmMidiTest::frmMidiTest(const Services& services, QWidget* parent)
       funzioniMM_(services.funzioniMM),
       keyboard_(services.midiKeyboard),
       ui_(std::make_unique<Ui::frmMidiTest>()),
-      keys_(services.midiKeyboard, *this, [this] { return isActiveWindow(); }) {
+      keys_(services.midiKeyboard, *this, [this] { return isInFront(*this); }) {
     ui_->setupUi(this);
     ui_->InstrS->setMaximum(instruments::kCount - 1);
     panel_text::reserve(*ui_->lblInstr, QStringLiteral("000"), 0);

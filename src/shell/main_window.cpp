@@ -17,6 +17,7 @@
 #include "ui_main_window.h"
 #include "widgets/announcement.h"
 #include "widgets/appearance.h"
+#include "widgets/in_front.h"
 #include "widgets/label_button.h"
 #include "widgets/room_scale.h"
 
@@ -37,7 +38,7 @@ MainWindow::MainWindow(const Services& services)
       helpFile_(start_up::helpFile(services.folders.programFolder())),
       status_(new QLabel),
       chooseOutput_(new QToolButton),
-      keys_(services.midiKeyboard, *this, [this] { return isActiveWindow(); }) {
+      keys_(services.midiKeyboard, *this, [this] { return isInFront(*this); }) {
     ui_->setupUi(this);
     const QSize made = size();
     resize(made.boundedTo(appearance::roomOnScreen(*this).size()));

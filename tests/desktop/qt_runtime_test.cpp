@@ -1,7 +1,9 @@
 #include "platform/desktop/qt_runtime.h"
 
 #include "platform/desktop/qt_dialogs.h"
+#include "support/test_world.h"
 #include "support/window_driver.h"
+#include "widgets/in_front.h"
 
 #include <QApplication>
 #include <QDir>
@@ -144,18 +146,48 @@ TEST_F(QtRuntimeTest, WhatThreadsDeliverTakesItsTurnAmongTheClicks) {
     for (const Instant end = runtime.now() + 20ms; runtime.now() < end; ++passes)
         runtime.pump(end);
     EXPECT_LT(passes, 10) << "it sleeps when all is done";
-    window.log.clear();
-    const Instant before = runtime.now();
+}
+
+TEST_F(QtRuntimeTest, NoKeyIsPlayedBehindABoxNorAfterIt) {
+    struct : MidiKeysListener {
+        void keyDown(int note) override { log << note; }
+        void keyUp(int note) override { log << -note; }
+        QList<int> log;
+    } played;
+    QWidget window;
+    window.show();
+    for (window.activateWindow(); !window.isActiveWindow();)
+        runtime.pump(runtime.now() + 10ms);
+    MidiInFake input;
+    MidiKeyboard keyboard(runtime, input);
+    keyboard.listen();
+    const MidiKeyboard::Window keys(&keyboard, played, [&] { return isInFront(window); });
+    const auto move = [&](int note, bool down) {
+        const auto message = (down ? 0x400090u : 0x400080u) | static_cast<unsigned>(note) << 8;
+        const Instant at = runtime.now();
+        std::thread([&, at] {
+            runtime.deliver(at, [=, &input] { input.send(1, message, at); });
+        }).join();
+    };
+    move(60, true);
+    while (played.log.isEmpty())
+        runtime.pump(kForever);
+    move(61, true);  // waits when the box opens
     inBox([&](QDialog& box) {
-        deliver(before, 1);
-        runtime.blockUntil(runtime.now() + 15ms);
-        QCoreApplication::processEvents();
-        EXPECT_TRUE(window.log.isEmpty()) << "it came before the box";
+        for (const int note : {62, 60, 61})
+            move(note, note == 62);
+        for (const Instant end = runtime.now() + 30ms; runtime.now() < end;)
+            QCoreApplication::processEvents();
+        EXPECT_EQ(played.log, (QList<int>{60, -60})) << "a key ends though a box is on show";
         box.reject();
     });
     dialogs.message("a");
-    while (window.log.isEmpty())
+    for (window.activateWindow(); !window.isActiveWindow();)
+        runtime.pump(runtime.now() + 10ms);
+    move(63, true);
+    while (played.log.size() < 3)
         runtime.pump(kForever);
+    EXPECT_EQ(played.log, (QList<int>{60, -60, 63}));
 }
 
 TEST_F(QtRuntimeTest, BoxesProposeWhatLosesNothingAndTellWhatTheUserChose) {

@@ -14,7 +14,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// How soon it is tried again while a box holds something back.
+/// How soon it is tried again while no input is let through.
 constexpr auto kRetry = 10ms;
 
 QEvent::Type wakeType() {
@@ -83,11 +83,10 @@ void Deliveries::finishPass() {
         return;
     if (!keysWait_())
         doUntil(handled_);
-    const Instant boxOpened = HeldInput::boxOpened();
     const std::lock_guard lock(mutex_);
-    if (queue_.empty() || HeldInput::paused())
+    if (queue_.empty())
         return;
-    if (queue_.front().at < boxOpened)
+    if (HeldInput::paused())
         retry_.start(kRetry);
     else if (!std::exchange(wakePosted_, true))
         QCoreApplication::postEvent(this, new QEvent(wakeType()));
@@ -128,8 +127,7 @@ void Deliveries::doUntil(Instant limit) {
 
 std::optional<Deliveries::Delivery> Deliveries::next(Instant limit) {
     const std::lock_guard lock(mutex_);
-    if (queue_.empty() || queue_.front().at > limit || HeldInput::paused() ||
-        queue_.front().at < HeldInput::boxOpened())
+    if (queue_.empty() || queue_.front().at > limit || HeldInput::paused())
         return std::nullopt;
     Delivery first = std::move(queue_.front());
     queue_.pop_front();

@@ -75,17 +75,13 @@ HeldInput::HeldInput() {
 HeldInput::~HeldInput() = default;
 
 HeldInput::Box::Box(HeldInput& input) : input_(input) {
-    if (boxes_++ == 0)
-        boxOpened_ = std::chrono::steady_clock::now().time_since_epoch();
+    ++boxes_;
     input_.take();
 }
 
 HeldInput::Box::~Box() {
-    if (--boxes_ == 0) {
-        boxOpened_ = Instant::min();
-        if (!input_.held_.empty())
-            input_.delivery_.start(0);
-    }
+    if (--boxes_ == 0 && !input_.held_.empty())
+        input_.delivery_.start(0);
     input_.triesLeft_ = kTries;
 }
 
@@ -105,6 +101,7 @@ bool HeldInput::collect(const std::function<bool(const QEvent&)>& wanted) {
 }
 
 void HeldInput::takeQueue() {
+    const Pause noDeliveries;
     QCoreApplication::instance()->installEventFilter(this);
     QCoreApplication::processEvents();
     QCoreApplication::instance()->removeEventFilter(this);

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/runtime.h"
-
 #include <QObject>
 #include <QPointer>
 #include <QTimer>
@@ -51,9 +49,6 @@ public:
 
     static bool paused() { return paused_ > 0; }
 
-    /// When the box on show opened, the outermost of several; long ago if there is none.
-    static Instant boxOpened() { return boxOpened_; }
-
 protected:
     bool eventFilter(QObject* target, QEvent* event) override;
 
@@ -69,7 +64,6 @@ private:
     void deliver();
 
     static inline int paused_ = 0;
-    static inline Instant boxOpened_ = Instant::min();
     static inline int boxes_ = 0;
 
     std::vector<Held> held_;
