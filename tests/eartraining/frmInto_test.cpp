@@ -103,6 +103,19 @@ std::string look(frmInto& window, const FunzioniMM& sound, const EarTrainingStat
                    all(14, excluded("Il_%1")), all(4, excluded("EsclTa_%1"))));
 }
 
+/// A key to be moved: one that is too many, one of the chord that sounds, in any octave, or one
+/// that may answer another exercise.
+template <typename Draw>
+int midiKey(const PlainEarTraining& ear, const Draw& draw) {
+    const std::set<int>& played = ear.w.played;
+    if (played.size() >= 3 || (!played.empty() && draw(8) == 0))
+        return *std::next(played.begin(), draw(static_cast<int>(played.size())));
+    if (ear.w.chosen == 7 && ear.w.hasRange && draw(8) > 0)
+        return 36 + (ear.notes[played.size()] + 12 * draw(5)) % 60;
+    const int right = ear.w.chosen == 5 ? ear.w.interval.target : ear.sound.drawnIndex() - 24;
+    return draw(2) ? 36 + draw(60) : 60 + std::max(right, -24);
+}
+
 /// A user who knows the answers now and then; stops and closes at the end.
 QString nextControl(const PlainEarTraining& ear, std::mt19937& random, bool atTheEnd) {
     const PlainEarTraining::Window& w = ear.w;
@@ -130,6 +143,8 @@ QString nextControl(const PlainEarTraining& ear, std::mt19937& random, bool atTh
                              "cmdRiascoltaAccordo"};
     if (draw(6) == 0)
         return again[draw(4)];
+    if (draw(4) == 0)
+        return numbered("midi", midiKey(ear, draw));
     return draw(3) ? numberedControls[std::min(draw(7), 4)]
                    : others[draw(2) ? draw(3) : draw(knows ? 14 : 16)];
 }
@@ -142,6 +157,7 @@ struct Users {
     std::vector<Act> acts;
     std::size_t next = 0;
     int depth = 0;
+    std::set<int> played;
 
     explicit Users(unsigned seed) : random(seed) {
         world.openOutput();
@@ -158,6 +174,8 @@ struct Users {
             if (!plain.w.open)
                 return;
             acts[act].control = begins ? first[act] : nextControl(plain, random, act > 60);
+            if (act < 4 && acts[act].control.startsWith("midi"))
+                acts[act].control = "lblVt";  // a window that opens is not active yet
             schedulePlain();
             ++depth;
             plain.click(acts[act].control);
@@ -176,6 +194,8 @@ struct Users {
                 window.close();
             else if (act.control == "F4")
                 user.type(Qt::Key_F4);
+            else if (act.control.startsWith("midi"))
+                moveKey(act.control.section('_', 1).toInt());
             else if (act.control == "Il_0" && user.shown(act.control))
                 user.doubleClick(act.control);
             else if (!act.control.startsWith("mnu"))
@@ -186,6 +206,12 @@ struct Users {
                 return;
             EXPECT_EQ(look(window, world.funzioniMM, state, textsOf(plain)), act.seen) << trace();
         });
+    }
+    void moveKey(int note) {
+        const bool down = played.insert(note).second;
+        if (!down)
+            played.erase(note);
+        world.key(note, down);
     }
     std::string trace() const {
         QStringList controls;
@@ -202,6 +228,8 @@ struct Users {
         plain.world.random.numbers = world.random.numbers;
         acts.clear();
         next = 0;
+        played.clear();
+        world.plugKeyboard();
         plain.open();
         schedulePlain();
         while (plain.w.open)

@@ -27,7 +27,7 @@ struct PlainEarTraining {
         QString judged;  ///< the control of the last answer and its verdict, as "lb_27 +"
         Instant judgedAt{};
         bool closeButton = true, menuLocked = false;
-        std::set<int> marks, keys;
+        std::set<int> marks, keys, played;      ///< played on a MIDI keyboard and still down
         bool started = false, stopped = false;  ///< of pitches, with the reference
         int reference = 0;
         int mode = 0;  ///< of intervals, with the last one's notes
@@ -36,6 +36,8 @@ struct PlainEarTraining {
         int lower = -1, upper = -1;
     };
 
+    /// Of the types of chord, the semitones from the root to the other two.
+    static constexpr std::pair<int, int> kShapes[] = {{3, 7}, {4, 7}, {3, 6}, {4, 8}};
     static constexpr const char* kLower = "Scegli la nota inferiore dell'intervallo";
     static constexpr const char* kUpper = "Scegli la nota superiore dell'intervallo";
     static constexpr const char* kReference = "Scegli la nota di riferimento e premi Start";
@@ -342,8 +344,7 @@ struct PlainEarTraining {
         } while (w.chord.excluded.count(w.chord.target));
         const int root = 36 + sound.RandomNoteIndex(static_cast<std::int16_t>(w.lower),
                                                     static_cast<std::int16_t>(w.upper));
-        const std::pair<int, int> shapes[] = {{3, 7}, {4, 7}, {3, 6}, {4, 8}};
-        const auto [middle, top] = shapes[w.chord.target];
+        const auto [middle, top] = kShapes[w.chord.target];
         playChord({root, root + middle, root + top});
     }
     void playChord(const std::vector<int>& next) {
@@ -391,6 +392,35 @@ struct PlainEarTraining {
         w.prompt = "Riconosci tipo accordo suonato";
     }
 
+    /// A key of a MIDI keyboard goes down, or up if it is down.
+    void midi(int note) {
+        if (w.played.erase(note) > 0)
+            return;
+        w.played.insert(note);
+        if (w.chosen == 3)
+            pitchKey(note - 36);
+        else if (w.chosen == 5 && note >= 60 && note <= 73)
+            semitones(note - 60);
+        else if (w.chosen == 7)
+            w.hasRange ? chordType(typeOf(w.played)) : chordKey(note - 36);
+    }
+    /// Of three keys in any octaves and order.
+    static int typeOf(const std::set<int>& played) {
+        std::set<int> classes;
+        for (const int note : played)
+            classes.insert(note % 12);
+        for (int i = 0; i < 48 && played.size() == 3; ++i) {
+            const auto [middle, top] = kShapes[i % 4];
+            if (classes == std::set<int>{i / 4, (i / 4 + middle) % 12, (i / 4 + top) % 12})
+                return i % 4;
+        }
+        return -1;
+    }
+    void chordType(int type) {
+        if (type >= 0 && judge("TipoAcc", type, type == w.chord.target))
+            drawChord();
+    }
+
     static void toggle(std::set<int>& excluded, int element) {
         if (excluded.erase(element) == 0)
             excluded.insert(element);
@@ -416,8 +446,8 @@ struct PlainEarTraining {
             {"Il", intervals, [&] { excludeInterval(i); }},
             {"lblModo Label7", intervals, [&] { w.mode = (w.mode + 1) % 3; }},
             {"ComdRacStart", chords && w.chord.start, [&] { startChord(); }},
-            {"TipoAcc", chords,
-             [&] { judge("TipoAcc", i, i == w.chord.target) ? drawChord() : void(); }},
+            {"TipoAcc", chords, [&] { chordType(i); }},
+            {"midi", true, [&] { midi(i); }},
             {"EsclTa", chords && i >= 2, [&] { toggle(w.chord.excluded, i); }},
             {"lblVt lblModoVt", chords, [&] { w.showsKeys = !w.showsKeys; }},
             {"F4", canHearAgain(), [&] { hearAgain(); }},
