@@ -27,8 +27,8 @@ public:
     /// without an answer means Yes.
     virtual bool offer(const QString& text) { return confirm(text); }
 
-    /// The same for a window that is to be closed: Yes discards, No stays, and a third button saves.
-    /// A box that is closed without an answer means that the window stays.
+    /// The same for a window that is to be closed: Yes discards, No stays, and a third button
+    /// saves. A box that is closed without an answer means that the window stays.
     virtual Closing confirmClosing(const QString& text) {
         return confirm(text) ? Closing::Discard : Closing::Stay;
     }

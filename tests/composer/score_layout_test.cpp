@@ -1,4 +1,5 @@
 #include "composer/notation/score_layout.h"
+
 #include "composer/notation/sheet_layout.h"
 
 #include <gmock/gmock.h>

@@ -88,7 +88,7 @@ struct DrillWalk : MainWindowTest {
     Instant began{0};
     QStringList summary;  ///< the lines of the statistics
     Heard heard;
-    QString judged;       ///< the last answer's button and verdict, as "pdo +"
+    QString judged;  ///< the last answer's button and verdict, as "pdo +"
     Instant judgedAt{};
 
     int draw(int count) { return static_cast<int>(random() % static_cast<unsigned>(count)); }

@@ -1,7 +1,6 @@
-#include "widgets/engraving_spans.h"
-
 #include "core/letter.h"
 #include "ink.h"
+#include "widgets/engraving_spans.h"
 #include "widgets/music_font.h"
 
 #include <QFile>

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr const wchar_t* kWindowClass = L"Cantavista MIDI";
+constexpr const wchar_t* kWindowClass = L"CantavistaMidi";
 /// A device is announced before its driver is there.
 constexpr UINT kLateLook = 1000;
 constexpr UINT_PTR kTimer = 1;
