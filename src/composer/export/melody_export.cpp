@@ -106,10 +106,7 @@ void MelodyExport::exportPdf(const std::function<QByteArray(const QString& title
     const QString path = dialogs_.saveFile(UserText::tr("Esporta PDF"), proposedName(), kind);
     if (path.isEmpty())
         return;
-    const FileError error = folders_.writeFile(path, makePdf(proposedName()));
-    dialogs_.message(error.failed()
-                         ? melody_names::failureText(error)
-                         : UserText::tr("Esportato: %1").arg(melody_names::lastPart(path)));
+    write(path, makePdf(proposedName()));
 }
 
 void MelodyExport::exportMusicXml(const score::Notation& notation) {
@@ -135,8 +132,11 @@ void MelodyExport::exportNotation(const score::Notation& notation, const QString
     if (path.isEmpty())
         return;
     const ScoreHeading heading{proposedName(), composition_.tempo, funzioniMM_.currentInstrument()};
-    const FileError error =
-        folders_.writeFile(path, notation_export::bytesOf(view, heading, formatOf(path)));
+    write(path, notation_export::bytesOf(view, heading, formatOf(path)));
+}
+
+void MelodyExport::write(const QString& path, const QByteArray& bytes) {
+    const FileError error = folders_.writeFile(path, bytes);
     dialogs_.message(error.failed()
                          ? melody_names::failureText(error)
                          : UserText::tr("Esportato: %1").arg(melody_names::lastPart(path)));

@@ -44,6 +44,7 @@ private:
     MelodyScore score() const;
     void exportNotation(const score::Notation& notation, const QString& title, const FileKind& kind,
                         NotationFormat formatOf);
+    void write(const QString& path, const QByteArray& bytes);
     QString proposedName() const;
     QString askFile(const MelodyScore& score, const QString& title, const FileKind& kind) const;
     void report(const QString& fault, const QString& path, const MelodyScore& score) const;
