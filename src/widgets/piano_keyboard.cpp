@@ -5,6 +5,7 @@
 #include "widgets/announcement.h"
 #include "widgets/piano_key_accessible.h"
 #include "widgets/piano_key_name.h"
+#include "widgets/piano_key_painting.h"
 #include "widgets/pixel_grid.h"
 
 #include <QAccessible>
@@ -13,11 +14,9 @@
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
-#include <QPainterPath>
 #include <QTimer>
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 
@@ -27,34 +26,15 @@ using piano_key_layout::kKeysInOctave;
 constexpr int kMiddleC = pitch::noteIndexOf(pitch::kMiddleC);
 constexpr int kTapMilliseconds = 250;
 
-constexpr QColor kMarked(192, 192, 255);
 constexpr QColor kRangeMark(0, 255, 0);
-constexpr QColor kIvory(253, 253, 250);
-constexpr QColor kIvoryInTheDark(226, 226, 221);
-constexpr QColor kEbony(34, 34, 38);
-constexpr QColor kEbonyFace(66, 66, 72);
 constexpr QColor kGap(70, 70, 74);
-constexpr QColor kMiddleCMark(64, 105, 190);
 
 /// In pixels.
 constexpr double kFrame = 1;
-constexpr double kNaturalCorner = 3;
-constexpr double kSharpCorner = 2;
-constexpr double kSharpBevel = 2;
 
-constexpr double kSharpFront = 0.1;  ///< the share of a sharp's length that is its front
-constexpr double kMarkWidth = 0.5;   ///< a range mark's share of its key
+constexpr double kMarkWidth = 0.5;  ///< a range mark's share of its key
 constexpr double kDisabledOpacity = 0.5;
 constexpr double kLongestKey = 6;  ///< in widths of a natural, about as on a piano
-
-/// Square at the top, rounded at the bottom.
-QPainterPath keyShape(const QRectF& rect, double corner) {
-    QPainterPath path;
-    path.setFillRule(Qt::WindingFill);
-    path.addRoundedRect(rect, corner, corner);
-    path.addRect(rect.adjusted(0, 0, 0, -2 * corner));
-    return path;
-}
 
 bool presses(const QKeyEvent& event) {
     return event.key() == Qt::Key_Space || event.key() == Qt::Key_Return ||
@@ -196,15 +176,21 @@ void PianoKeyboard::paintEvent(QPaintEvent* event) {
     painter.setOpacity(isEnabled() ? 1 : kDisabledOpacity);
     painter.fillRect(
         pixel_grid::snapped(painter, keyArea_.adjusted(-kFrame, -kFrame, kFrame, kFrame)), kGap);
+    const bool dark = palette().color(QPalette::Base).lightness() < 128;
     for (const bool sharps : {false, true}) {
         for (int i = 0; i < kKeys; ++i) {
             if (isSharp(i) != sharps || !event->rect().intersects(keyWidget(i)->geometry()))
                 continue;
-            sharps ? paintSharp(painter, i) : paintNatural(painter, i);
+            const QRectF key = piano_key_layout::keyRect(i, keyArea_);
+            sharps ? piano_key_painting::paintSharp(painter, key, pressed(i))
+                   : piano_key_painting::paintNatural(painter, key, pressed(i), dark);
         }
+        if (!sharps)
+            piano_key_painting::paintMiddleC(painter, middleCSquare());
     }
     if (hasFocus())
-        paintCursor(painter);
+        piano_key_painting::paintCursor(painter, piano_key_layout::keyRect(cursor_, keyArea_),
+                                        isSharp(cursor_), palette().color(QPalette::Highlight));
 }
 
 void PianoKeyboard::resizeEvent(QResizeEvent* /*event*/) {
@@ -368,35 +354,4 @@ void PianoKeyboard::repaintKey(int index) {
 
 int PianoKeyboard::markRowHeight() const {
     return showsRangeMarks_ ? std::max(6, fontMetrics().height() / 2) : 0;
-}
-
-void PianoKeyboard::paintNatural(QPainter& painter, int index) const {
-    const qreal pixel = pixel_grid::pixel(painter);
-    const QRectF key = pixel_grid::snapped(painter, piano_key_layout::keyRect(index, keyArea_))
-                           .adjusted(0, 0, -pixel, 0);
-    const bool dark = palette().color(QPalette::Base).lightness() < 128;
-    const QColor face = pressed(index) ? kMarked : dark ? kIvoryInTheDark : kIvory;
-    painter.fillPath(keyShape(key, kNaturalCorner), face);
-    if (index == kMiddleC)
-        painter.fillRect(pixel_grid::snapped(painter, middleCSquare()), kMiddleCMark);
-}
-
-void PianoKeyboard::paintSharp(QPainter& painter, int index) const {
-    const QRectF key = pixel_grid::snapped(painter, piano_key_layout::keyRect(index, keyArea_));
-    painter.fillPath(keyShape(key, kSharpCorner), kEbony);
-    const double front = pressed(index) ? 0.5 * kSharpFront : kSharpFront;
-    const QRectF top = pixel_grid::snapped(
-        painter, key.adjusted(kSharpBevel, 0, -kSharpBevel, -front * key.height()));
-    painter.fillPath(keyShape(top, kSharpCorner), pressed(index) ? kMarked : kEbonyFace);
-}
-
-void PianoKeyboard::paintCursor(QPainter& painter) const {
-    const bool sharp = isSharp(cursor_);
-    const QRectF key = piano_key_layout::keyRect(cursor_, keyArea_);
-    QRectF ring = key.adjusted(3, 3, -3, -3);
-    if (!sharp)
-        ring.setTop(key.top() + 0.68 * key.height());
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
-    painter.drawRoundedRect(ring, 3, 3);
 }

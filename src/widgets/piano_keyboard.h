@@ -8,7 +8,7 @@
 #include <optional>
 
 /// The place of one key, `lb_0` … `lb_59`, for the mouse and for screen readers. The keyboard
-/// paints it and answers its events.
+/// paints it (`piano_key_painting`) and answers its events.
 class PianoKey : public QWidget {
     Q_OBJECT
 
@@ -110,10 +110,6 @@ private:
     void arrange();
     void repaintKey(int index);
     int markRowHeight() const;
-
-    void paintNatural(QPainter& painter, int index) const;
-    void paintSharp(QPainter& painter, int index) const;
-    void paintCursor(QPainter& painter) const;
 
     std::array<PianoKey*, kKeys> keys_{};
     std::array<QWidget*, kKeys> rangeMarks_{};

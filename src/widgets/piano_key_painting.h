@@ -1,0 +1,20 @@
+#pragma once
+
+class QColor;
+class QPainter;
+class QRect;
+class QRectF;
+
+/// How the keys of a piano keyboard look. They stand on whole pixels at any scale.
+namespace piano_key_painting {
+
+void paintNatural(QPainter& painter, const QRectF& key, bool pressed, bool dark);
+void paintSharp(QPainter& painter, const QRectF& key, bool pressed);
+
+/// The blue square on middle C.
+void paintMiddleC(QPainter& painter, const QRect& square);
+
+/// The ring around the part of a key that no other one lies over.
+void paintCursor(QPainter& painter, const QRectF& key, bool sharp, const QColor& colour);
+
+}  // namespace piano_key_painting
