@@ -75,10 +75,11 @@ struct Pair {
 };
 
 /// Each due instant with the sound that belongs to it; one without a sound is left out. What is
-/// lost or late does not shift what comes after it.
+/// lost or late does not shift what comes after it; another pace does, little by little.
 inline std::vector<Pair> matched(const std::vector<double>& due,
                                  const std::vector<double>& sounds) {
     constexpr double kNear = 0.45;  // of the shortest distance of two instants
+    constexpr double kFollowed = 0.1;
     std::vector<Pair> pairs;
     if (due.empty() || sounds.empty())
         return pairs;
@@ -94,7 +95,7 @@ inline std::vector<Pair> matched(const std::vector<double>& due,
             break;
         if (sounds[sound] - instant - shift > kNear * shortest)
             continue;
-        shift = sounds[sound] - instant;
+        shift += kFollowed * (sounds[sound] - instant - shift);
         pairs.push_back({instant, sounds[sound]});
         ++sound;
     }
