@@ -46,9 +46,15 @@ public:
     /// Audio thread, before it renders: the next frame will be heard at `instant`.
     void streamHeard(std::int64_t instant) { timeline_.heard(instant, delivered_); }
 
+    /// No stream runs, and one is about to.
+    void streamOpens() { timeline_.setRate(rate_); }
+
     /// Audio thread: the stream's buffers ran empty, or are of another size from now on.
     void streamInterrupted() { timeline_.restart(); }
-    void streamResized() { timeline_.setRate(rate_); }
+    void streamResized() { timeline_.resize(); }
+
+    /// Audio thread: whether something that was planned is still to sound.
+    bool hasPlanned() { return timeline_.hasPlanned(); }
 
     /// Audio thread: whether nothing has sounded for a few seconds and nothing is waiting.
     bool isIdle() const;

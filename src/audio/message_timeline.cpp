@@ -69,6 +69,12 @@ void MessageTimeline::dropPlannedAfter(std::int64_t time) {
     end_ = static_cast<std::size_t>(kept - waiting_.begin());
 }
 
+bool MessageTimeline::hasPlanned() {
+    takeFromQueue();
+    return std::any_of(waiting_.begin() + begin_, waiting_.begin() + end_,
+                       [](const SoundEvent& event) { return event.planned; });
+}
+
 std::optional<SoundEvent> MessageTimeline::next(std::int64_t frame, int blockFrames) {
     takeFromQueue();
     if (waiting() == 0) {

@@ -30,11 +30,15 @@ public:
 
     /// Consumer: as in StreamClock.
     void restart() { clock_.restart(); }
+    void resize() { clock_.resize(); }
     void request(std::int64_t now, std::int64_t frame, int count);
     void heard(std::int64_t instant, std::int64_t frame) { clock_.heard(instant, frame); }
 
     /// Consumer: the next event that belongs before the block of `blockFrames` from `frame`.
     std::optional<SoundEvent> next(std::int64_t frame, int blockFrames);
+
+    /// Consumer: whether something that was planned is waiting.
+    bool hasPlanned();
 
     bool empty() const { return waiting() == 0 && queue_.front() == nullptr; }
 

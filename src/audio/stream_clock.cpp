@@ -26,10 +26,10 @@ constexpr double kTimeLostSeconds = 0.25;
 /// From an instant until what was planned for it is heard: longer than an ordinary thread sleeps on
 /// a busy machine, and than a stream needs whose buffers have grown.
 constexpr double kPlannedDelay = 1.2e8;
-/// Statements about what is heard are averaged. If they differ by more, twice in a row, the buffers
-/// are of another size.
-constexpr double kLagStep = 1e7;
-constexpr double kLagSeconds = 0.5;
+/// Statements about what is heard are averaged. If they differ by more, twice in a row, frames have
+/// been lost or made up.
+constexpr double kHeardStep = 1e7;
+constexpr double kHeardSeconds = 10;
 
 }  // namespace
 
@@ -106,22 +106,31 @@ double StreamClock::timeLost(double residual, int count) {
     return lost;
 }
 
+void StreamClock::resize() {
+    resized_ = std::exchange(running_, false);
+    early_ = 0;
+    lead_ = 0;
+    leadKnown_ = false;
+}
+
 void StreamClock::heard(std::int64_t instant, std::int64_t frame) {
     if (!running_)
         return;
-    const double lag = static_cast<double>(instant) - instantOf(static_cast<double>(frame));
-    const double off = lag - lag_;
-    const double longest = kLagSeconds * kNanoseconds / nominalFrameTime_;
-    const double weight = std::min(static_cast<double>(frame - lagSince_), longest);
-    const double since = static_cast<double>(frame - std::exchange(lagFrame_, frame));
-    if (!lagTold_ || off * lagStep_ > 0) {
-        lag_ = lag;
-        lagSince_ = frame;
-    } else if (weight > 0 && std::abs(off) < kLagStep) {
-        lag_ += off * std::min(since / weight, 0.5);
+    const double since = static_cast<double>(frame - heardFrame_);
+    heardTime_ += since * frameTime_;
+    heardFrame_ = frame;
+    const double off = static_cast<double>(instant) - heardTime_;
+    const double longest = kHeardSeconds * kNanoseconds / nominalFrameTime_;
+    const double weight = std::min(static_cast<double>(frame - heardSince_), longest);
+    if (!told_ || std::exchange(guessed_, false) || off * heardStep_ > 0) {
+        heardTime_ = static_cast<double>(instant);
+        heardSince_ = frame;
+    } else if (weight > 0 && std::abs(off) < kHeardStep) {
+        heardTime_ += off * std::min(since / weight, 0.5);
     }
-    lagStep_ = lagTold_ && std::abs(off) >= kLagStep ? off : 0;
-    lagTold_ = true;
+    heardStep_ = told_ && std::abs(off) >= kHeardStep ? off : 0;
+    told_ = true;
+    lag_ = heardTime_ - instantOf(static_cast<double>(frame));
 }
 
 void StreamClock::start(std::int64_t now, std::int64_t frame) {
@@ -136,6 +145,12 @@ void StreamClock::start(std::int64_t now, std::int64_t frame) {
     lineTime_ = static_cast<double>(now);
     lineFrame_ = static_cast<double>(frame) + lead_;
     weight_ = 0;
+    if (told_ && !std::exchange(resized_, false)) {
+        // What is known of the buffers holds until the next statement.
+        heardFrame_ = frame;
+        heardTime_ = instantOf(static_cast<double>(frame)) + lag_;
+        guessed_ = true;
+    }
 }
 
 void StreamClock::learnLead() {
@@ -164,15 +179,17 @@ double StreamClock::delayNanoseconds() const {
     return largestRequest_ * frameTime_ + early_ + kMargin;
 }
 
-double StreamClock::plannedDelayNanoseconds() const {
-    return std::max(delayNanoseconds(), kPlannedDelay - heardLag());
+double StreamClock::heardAt(double frame) const {
+    return told_ ? heardTime_ + (frame - static_cast<double>(heardFrame_)) * frameTime_
+                 : instantOf(frame) + lead_ * frameTime_;
 }
 
 double StreamClock::plannedFrameFor(std::int64_t time) const {
-    const double requested = static_cast<double>(time) + plannedDelayNanoseconds();
-    return lineFrame_ + (requested - lineTime_) / frameTime_;
+    const double late = static_cast<double>(time) + kPlannedDelay - heardAt(lineFrame_);
+    return std::max(frameFor(time), lineFrame_ + late / frameTime_);
 }
 
 std::int64_t StreamClock::plannedHeardDelay() const {
-    return static_cast<std::int64_t>(plannedDelayNanoseconds() + heardLag());
+    const double lag = heardAt(lineFrame_) - lineTime_;
+    return static_cast<std::int64_t>(std::max(kPlannedDelay, delayNanoseconds() + lag));
 }

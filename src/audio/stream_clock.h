@@ -12,6 +12,10 @@ public:
     /// The stream stood still and its buffers ran empty: the next request starts a new line.
     void restart() { running_ = false; }
 
+    /// The buffers are of another size from now on, and nothing that they held is lost: requests
+    /// come sooner or later than before, and each frame is heard when it would have been.
+    void resize();
+
     /// The stream asks at `now` (nanoseconds of the steady clock) for `count` frames from `frame`.
     void request(std::int64_t now, std::int64_t frame, int count);
 
@@ -37,11 +41,10 @@ private:
     double timeLost(double residual, int count);
     void learnLead();
     double instantOf(double frame) const;
+    double heardAt(double frame) const;
     /// From an instant to the (smoothed) request for its frame. It only grows, when the stream
     /// asks further ahead than ever before.
     double delayNanoseconds() const;
-    double plannedDelayNanoseconds() const;
-    double heardLag() const { return lagTold_ ? lag_ : lead_ * frameTime_; }
 
     double nominalFrameTime_;  // nanoseconds
     double frameTime_;         // the same by the steady clock
@@ -55,13 +58,16 @@ private:
     double lead_ = 0;
     bool leadKnown_ = false;  // measured, not assumed
     bool leadMeasured_ = false;
-    // From the request for a frame, by the line, until it is heard, in nanoseconds.
-    double lag_ = 0;
-    bool lagTold_ = false;
-    std::int64_t lagSince_ = 0;  // the frames of the first and the last statement averaged
-    std::int64_t lagFrame_ = 0;
-    double lagStep_ = 0;  // how far the last statement was from it, if that was far
-    double early_ = 0;    // nanoseconds: how far before the line requests come
+    bool resized_ = false;  // and not stopped, since the line was drawn
+    // When frames are heard: a point on a line of its own, that statements draw.
+    bool told_ = false;
+    bool guessed_ = false;  // since the stream stood still, from what was told before
+    std::int64_t heardFrame_ = 0;
+    double heardTime_ = 0;
+    std::int64_t heardSince_ = 0;  // the frame of the first statement averaged
+    double heardStep_ = 0;         // how far off the last statement was, if that was far
+    double lag_ = 0;    // nanoseconds from the request for a frame, by the line, until it is heard
+    double early_ = 0;  // nanoseconds: how far before the line requests come
     // Of requests that follow at once only the first tells how time passes.
     std::int64_t burstTime_ = 0;
     std::int64_t burstFrame_ = 0;

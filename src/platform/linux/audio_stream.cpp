@@ -182,7 +182,7 @@ bool AudioStream::Core::openDriver(const std::string& name) {
 }
 
 bool AudioStream::Core::openPulse() {
-    engine->streamResized();
+    engine->streamOpens();
     PulseOutput::Source source;
     source.render = [this](float* left, float* right, int frames) {
         engine->render(left, right, frames, steadyNow());
@@ -191,6 +191,7 @@ bool AudioStream::Core::openPulse() {
     source.interrupted = [this] { engine->streamInterrupted(); };
     source.resized = [this] { engine->streamResized(); };
     source.waitForWork = [this] { return waitForWork(); };
+    source.hasPlanned = [this] { return engine->hasPlanned(); };
     output.pulse = PulseOutput::open(std::move(source), {static_cast<int>(engine->rate()),
                                                          setup.periodFrames, setup.periodFrames});
     return output.pulse != nullptr;

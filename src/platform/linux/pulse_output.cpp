@@ -21,13 +21,14 @@ constexpr std::size_t kFrameBytes = kSides * sizeof(float);
 constexpr int kLargestBlock = 1024;
 /// A device that sleeps may take a while; what is played meanwhile waits in the buffers.
 constexpr auto kStartTimeout = std::chrono::seconds(2);
-/// After so many dropouts, each no longer after the last than this, the buffers grow to so many
-/// times their first size. What follows at once belongs to the same dropout, and the start is
-/// uneven.
+/// After so many dropouts, each no longer after the last than this, the buffers grow for good. What
+/// follows at once belongs to the same dropout, and the start is uneven.
 constexpr int kDropoutsAllowed = 2;
 constexpr auto kForgotten = std::chrono::seconds(30);
 constexpr auto kSameDropout = std::chrono::milliseconds(500);
-constexpr std::uint32_t kGrowth = 10;
+/// The size of buffers that have grown, in their first size: as much as what is planned is heard
+/// later than its instant, less what the answer to a request takes.
+constexpr std::uint32_t kGrowth = 8;
 
 struct FreeLoop {
     void operator()(pa_mainloop* loop) const { pa_mainloop_free(loop); }
@@ -54,7 +55,9 @@ struct PulseOutput::Stream {
     bool connect();
     bool startStream();
     bool iterateUntil(const std::function<bool()>& reached);
-    pa_buffer_attr buffers(std::uint32_t growth) const;
+    pa_buffer_attr buffers() const;
+    void resize();
+    void growFor(bool planned);
     void started();
     void askForLatency();
     void tellLatency();
@@ -74,7 +77,8 @@ struct PulseOutput::Stream {
     bool rested = false;  // the buffers ran empty because there was nothing to play
     int dropouts = 0;
     std::chrono::steady_clock::time_point lastDropout;
-    bool grown = false;
+    bool grown = false;       // for good
+    bool forPlanned = false;  // until the output rests
 
     std::thread thread;
     std::atomic<long> number = 0;
@@ -127,7 +131,8 @@ bool PulseOutput::Stream::connect() {
     return iterateUntil(settled) && pa_context_get_state(context.get()) == PA_CONTEXT_READY;
 }
 
-pa_buffer_attr PulseOutput::Stream::buffers(std::uint32_t growth) const {
+pa_buffer_attr PulseOutput::Stream::buffers() const {
+    const std::uint32_t growth = grown || forPlanned ? kGrowth : 1;
     constexpr auto kServersChoice = static_cast<std::uint32_t>(-1);
     pa_buffer_attr attributes{};
     attributes.maxlength = kServersChoice;
@@ -162,7 +167,7 @@ bool PulseOutput::Stream::startStream() {
         stream.get(),
         [](pa_stream*, std::size_t bytes, void* self) { static_cast<Stream*>(self)->fill(bytes); },
         this);
-    const pa_buffer_attr attributes = buffers(1);
+    const pa_buffer_attr attributes = buffers();
     const auto flags = static_cast<pa_stream_flags_t>(
         PA_STREAM_ADJUST_LATENCY | PA_STREAM_INTERPOLATE_TIMING | PA_STREAM_AUTO_TIMING_UPDATE);
     if (pa_stream_connect_playback(stream.get(), nullptr, &attributes, flags, nullptr, nullptr) < 0)
@@ -210,10 +215,13 @@ void PulseOutput::Stream::tellLatency() {
 }
 
 void PulseOutput::Stream::fill(std::size_t bytes) {
-    if (playing && source.waitForWork()) {
+    const bool hasRested = playing && source.waitForWork();
+    if (hasRested) {
         rested = true;
         askForLatency();
     }
+    if (hasRested || !forPlanned)
+        growFor(source.hasPlanned());
     tellLatency();
     auto frames =
         static_cast<int>(std::max(bytes, pa_stream_writable_size(stream.get())) / kFrameBytes);
@@ -253,9 +261,17 @@ void PulseOutput::Stream::dropout() {
         return;
     dropouts = since > kForgotten ? 1 : dropouts + 1;
     grown = dropouts == kDropoutsAllowed;
-    if (!grown)
-        return;
-    const pa_buffer_attr attributes = buffers(kGrowth);
+    if (grown && !forPlanned)
+        resize();
+}
+
+void PulseOutput::Stream::growFor(bool planned) {
+    if (std::exchange(forPlanned, planned) != planned && !grown)
+        resize();
+}
+
+void PulseOutput::Stream::resize() {
+    const pa_buffer_attr attributes = buffers();
     if (pa_operation* change =
             pa_stream_set_buffer_attr(stream.get(), &attributes, nullptr, nullptr))
         pa_operation_unref(change);

@@ -8,7 +8,9 @@
 ///
 /// One thread reads the server's requests, renders and writes the answer, so that a busy machine
 /// has one thread to wake for a request and not two. It asks for real-time priority. The buffers
-/// are short; when the server has run out of frames twice they grow, once.
+/// are short, so that a key sounds at once. They grow for as long as what sounds is planned, which
+/// a busy server must not tear and which is heard no later for it; and for good when the server has
+/// run out of frames twice.
 class PulseOutput {
 public:
     /// What is played. All of it is called on the stream's thread.
@@ -22,6 +24,8 @@ public:
         std::function<void()> resized;
         /// Blocks while there is nothing to play. The buffers run empty meanwhile.
         std::function<bool()> waitForWork;
+        /// Whether something that was planned is still to sound.
+        std::function<bool()> hasPlanned;
     };
 
     struct Setup {
