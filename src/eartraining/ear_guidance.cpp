@@ -16,14 +16,14 @@ constexpr const char* kNoOutput =
 
 }  // namespace
 
-void EarGuidance::refresh(const EarExercise& asking, const EarExercise& keyboardUser,
-                          bool canHearAgain) {
+void EarGuidance::refresh(const EarExercise& asking, const EarExercise& keyboardUser) {
     const char* hint = output_.isOpen() ? asking.hint() : kNoOutput;
     if (std::exchange(hint_, hint) != hint)
         view_.showHint(hint);
     const std::optional<KeySpan> span = keyboardUser.span();
     if (std::exchange(span_, span) != span)
         view_.showSpan(span);
+    const bool canHearAgain = asking.canHearAgain();
     if (std::exchange(canHearAgain_, canHearAgain) != canHearAgain)
         view_.enableHearAgain(canHearAgain);
 }

@@ -16,7 +16,7 @@ public:
 
     /// To be called whenever something may have changed; the view is told of what has. `asking` is
     /// the exercise that runs or would be started, `keyboardUser` the one whose range is chosen.
-    void refresh(const EarExercise& asking, const EarExercise& keyboardUser, bool canHearAgain);
+    void refresh(const EarExercise& asking, const EarExercise& keyboardUser);
 
 private:
     const OpenOutput& output_;

@@ -79,17 +79,13 @@ EarExercise& EarTraining::askingExercise() const {
     return running ? *running : *chosen_;
 }
 
-bool EarTraining::canHearAgain() const {
-    return askingExercise().canHearAgain() && !pianoKeys_.sounds();
-}
-
 void EarTraining::hearAgain() {
-    if (canHearAgain())
+    if (!pianoKeys_.sounds())
         askingExercise().hearAgain();
 }
 
 void EarTraining::showGuidance() {
-    guidance_.refresh(askingExercise(), *chosen_, canHearAgain());
+    guidance_.refresh(askingExercise(), *chosen_);
 }
 
 bool EarTraining::unload() {

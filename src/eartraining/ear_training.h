@@ -54,7 +54,6 @@ private:
     void show(EarExercise& exercise);
     EarExercise* runningExercise() const;
     EarExercise& askingExercise() const;
-    bool canHearAgain() const;
     void showGuidance();
     void pollKeys();
     void stopSounds();

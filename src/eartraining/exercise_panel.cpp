@@ -33,7 +33,10 @@ void ExercisePanel::setButtons(QPushButton& start, QPushButton& hearAgain) {
     connect(&hearAgain, &QPushButton::clicked, this, &ExercisePanel::hearAgainClicked);
 }
 
+/// A disabled button would pass the focus on to the first answer.
 void ExercisePanel::enableHearAgain(bool on) {
+    if (!on && hearAgainButton_->hasFocus())
+        focusStart();
     hearAgainButton_->setEnabled(on);
 }
 

@@ -159,8 +159,10 @@ void ChordExercise::playChord(chord_types::Notes chord) {
         funzioniMM.waitUntil(start);
     }
     chord_ = chord;
-    if (!sounds(chord_))
+    if (!sounds(chord_)) {
+        changed();
         return;
+    }
     if (showsKeys_) {
         for (const pitch::NoteNumber note : chord_)
             context().showNote(note, true);
@@ -174,12 +176,13 @@ void ChordExercise::playChord(chord_types::Notes chord) {
 void ChordExercise::silenceChord() {
     if (endChord())
         context().funzioniMM().WaitSeconds(kSilenceSeconds);
+    changed();
 }
 
-/// Whether there was a chord to end.
+/// Whether there was a chord to end. The panel is not told: where another chord follows, it stays as
+/// it is through the silence.
 bool ChordExercise::endChord() {
     sounding_ = false;
-    changed();
     if (!sounds(chord_))
         return false;
     for (const pitch::NoteNumber note : chord_)
@@ -190,6 +193,8 @@ bool ChordExercise::endChord() {
 }
 
 void ChordExercise::stopSound() {
-    if (sounding_)
-        endChord();
+    if (!sounding_)
+        return;
+    endChord();
+    changed();
 }
