@@ -100,6 +100,7 @@ void FunzioniMM::ResetOutput() {
 
 void FunzioniMM::PlayNoteIndex(std::int16_t index) {
     if (index == kSilence) {
+        drawnAhead_.reset();
         silenceLastNote();
         return;
     }

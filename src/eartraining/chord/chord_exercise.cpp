@@ -5,6 +5,7 @@
 #include "platform/user_text.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -79,6 +80,8 @@ void ChordExercise::startOrStop() {
     } else {
         setRunning(false);
         silenceChord();
+        if (running())
+            return;
     }
     context().showClose(!starts);
     setResetVisible(!starts);
@@ -86,7 +89,10 @@ void ChordExercise::startOrStop() {
         drawAndPlay();
 }
 
+/// In the silence before a chord, which a screen reader's presses come through, nothing is asked.
 void ChordExercise::typeClicked(int type) {
+    if (inSilence_)
+        return;
     const bool right = type == current_;
     context().judge(*this, type, right);
     if (right)
@@ -134,8 +140,8 @@ void ChordExercise::drawAndPlay() {
     FunzioniMM& funzioniMM = context().funzioniMM();
     const std::int16_t type = drawType();
     const pitch::NoteIndex root = funzioniMM.RandomNoteIndex(range_.lower(), range_.upper());
-    playChord(chord_types::notesOf(type, pitch::noteNumberOf(root)));
-    current_ = type;
+    if (playChord(chord_types::notesOf(type, pitch::noteNumberOf(root))))
+        current_ = type;
 }
 
 /// Two types cannot be excluded, so there is always one to draw.
@@ -147,8 +153,9 @@ std::int16_t ChordExercise::drawType() {
     return type;
 }
 
-/// A new chord is drawn before the silence that it follows, so that it can be sent ahead.
-void ChordExercise::playChord(chord_types::Notes chord) {
+/// A new chord is drawn before the silence that it follows, so that it can be sent ahead. What a
+/// screen reader ends or starts in that silence takes its place.
+bool ChordExercise::playChord(chord_types::Notes chord) {
     if (endChord()) {
         FunzioniMM& funzioniMM = context().funzioniMM();
         const Instant start = funzioniMM.waits().afterSeconds(kSilenceSeconds);
@@ -156,12 +163,15 @@ void ChordExercise::playChord(chord_types::Notes chord) {
             for (const pitch::NoteNumber note : chord)
                 context().planNoteOn(note, start);
         }
+        inSilence_ = true;
         funzioniMM.waitUntil(start);
+        if (!std::exchange(inSilence_, false))
+            return false;
     }
     chord_ = chord;
     if (!sounds(chord_)) {
         changed();
-        return;
+        return true;
     }
     if (showsKeys_) {
         for (const pitch::NoteNumber note : chord_)
@@ -171,6 +181,7 @@ void ChordExercise::playChord(chord_types::Notes chord) {
         context().noteOn(note);
     sounding_ = true;
     changed();
+    return true;
 }
 
 void ChordExercise::silenceChord() {
@@ -183,6 +194,7 @@ void ChordExercise::silenceChord() {
 /// it is through the silence.
 bool ChordExercise::endChord() {
     sounding_ = false;
+    inSilence_ = false;
     if (!sounds(chord_))
         return false;
     for (const pitch::NoteNumber note : chord_)
@@ -193,7 +205,7 @@ bool ChordExercise::endChord() {
 }
 
 void ChordExercise::stopSound() {
-    if (!sounding_)
+    if (!sounding_ && !inSilence_)
         return;
     endChord();
     changed();

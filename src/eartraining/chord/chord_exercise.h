@@ -53,8 +53,8 @@ private:
     void setResetVisible(bool visible);
     void drawAndPlay();
     std::int16_t drawType();
-    /// Plays a chord, after a silence if there was another one.
-    void playChord(chord_types::Notes chord);
+    /// Plays a chord, after a silence if there was another one. Whether it came to that.
+    bool playChord(chord_types::Notes chord);
     void silenceChord();
     bool endChord();
 
@@ -65,4 +65,5 @@ private:
     bool showsKeys_ = true;
     bool resetVisible_ = false;
     bool sounding_ = false;
+    bool inSilence_ = false;  ///< before a chord
 };

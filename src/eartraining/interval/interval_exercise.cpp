@@ -79,8 +79,8 @@ void IntervalExercise::ppSuonaInt(int semitones) {
 }
 
 /// The keys are shown only while the exercise does not run; they would give the answer away. In the
-/// melodic modes events run once before the first note; if they play another interval or stop, this
-/// one is given up.
+/// melodic modes events run once before the first note, and a screen reader's presses come through
+/// the waits; if they play another interval or stop, this one is given up.
 void IntervalExercise::playPair(pitch::NoteNumber lower, pitch::NoteNumber upper) {
     const int number = ++intervalNumber_;
     const bool showsKeys = !running();
@@ -91,20 +91,24 @@ void IntervalExercise::playPair(pitch::NoteNumber lower, pitch::NoteNumber upper
     upper_ = upper;
     if (showsKeys)
         showPair(true);
-    if (mode_ == Mode::Harmonic) {
-        playHarmonic();
-        return;
+    const Mode mode = mode_;
+    if (mode != Mode::Harmonic) {
+        context().runtime().yield();
+        if (number != intervalNumber_ || !playMelodic(mode == Mode::MelodicThenHarmonic))
+            return;
     }
-    const bool endsWithHarmony = mode_ == Mode::MelodicThenHarmonic;
-    context().runtime().yield();
-    if (number != intervalNumber_)
-        return;
-    playMelodic(endsWithHarmony);
+    if (mode != Mode::Melodic)
+        playHarmonic();
 }
 
-void IntervalExercise::playMelodic(bool endsWithHarmony) {
-    FunzioniMM& funzioniMM = context().funzioniMM();
-    WaitChain waits = funzioniMM.waits();
+/// Whether no other interval or stop came in between.
+bool IntervalExercise::playMelodic(bool endsWithHarmony) {
+    const int number = intervalNumber_;
+    const auto waitUntil = [this, number](Instant end) {
+        context().funzioniMM().waitUntil(end);
+        return number == intervalNumber_;
+    };
+    WaitChain waits = context().funzioniMM().waits();
     context().planNoteOn(lower_, waits.reached());
     context().noteOn(lower_);
     const Instant lowerEnd = waits.afterSeconds(kNoteSeconds);
@@ -118,15 +122,16 @@ void IntervalExercise::playMelodic(bool endsWithHarmony) {
         context().planNoteOn(lower_, harmony);
         context().planNoteOn(upper_, harmony);
     }
-    funzioniMM.waitUntil(lowerEnd);
+    if (!waitUntil(lowerEnd))
+        return false;
     context().noteOff(lower_);
-    funzioniMM.waitUntil(upperStart);
+    if (!waitUntil(upperStart))
+        return false;
     context().noteOn(upper_);
-    funzioniMM.waitUntil(upperEnd);
+    if (!waitUntil(upperEnd))
+        return false;
     context().noteOff(upper_);
-    funzioniMM.waitUntil(harmony);
-    if (endsWithHarmony)
-        playHarmonic();
+    return waitUntil(harmony);
 }
 
 void IntervalExercise::playHarmonic() {

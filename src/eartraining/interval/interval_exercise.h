@@ -54,7 +54,7 @@ public:
 private:
     void drawAndPlay();
     void playPair(pitch::NoteNumber lower, pitch::NoteNumber upper);
-    void playMelodic(bool endsWithHarmony);
+    bool playMelodic(bool endsWithHarmony);
     void playHarmonic();
     void showPair(bool pressed);
     void endPair();

@@ -176,16 +176,15 @@ void PitchExercise::answer(pitch::NoteIndex key) {
         playTest(false);
 }
 
-/// Events run once before the reference sounds; if they start another test or stop, this one is
-/// given up.
+/// Events run once before the reference sounds, and a screen reader's presses come through its
+/// waits; if they start another test or stop, this one is given up.
 void PitchExercise::playTest(bool again) {
     const int number = ++testNumber_;
     asked_ = again;
     if (withReference()) {
         context().runtime().yield();
-        if (number != testNumber_)
+        if (number != testNumber_ || !playReference(again))
             return;
-        playReference(again);
     } else if (again) {
         WaitChain now = context().funzioniMM().waits();
         context().funzioniMM().planDrawnNote(now);
@@ -195,18 +194,23 @@ void PitchExercise::playTest(bool again) {
     changed();
 }
 
-void PitchExercise::playReference(bool again) {
+/// Whether no other test or stop came in between.
+bool PitchExercise::playReference(bool again) {
+    const int number = testNumber_;
+    const pitch::NoteNumber reference = reference_;
     FunzioniMM& funzioniMM = context().funzioniMM();
     WaitChain waits = funzioniMM.waits();
-    context().planNoteOn(reference_, waits.reached());
-    context().noteOn(reference_);
+    context().planNoteOn(reference, waits.reached());
+    context().noteOn(reference);
     const Instant end = waits.afterSeconds(kReferenceSeconds);
     const Instant note = waits.afterSeconds(kGapSeconds);
-    context().planNoteOff(reference_, end);
+    context().planNoteOff(reference, end);
     again ? funzioniMM.planDrawnNote(waits) : funzioniMM.planRandomNote(waits);
     funzioniMM.waitUntil(end);
-    context().noteOff(reference_);
-    funzioniMM.waitUntil(note);
+    context().noteOff(reference);
+    if (number == testNumber_)
+        funzioniMM.waitUntil(note);
+    return number == testNumber_;
 }
 
 void PitchExercise::play(pitch::NoteIndex key) {

@@ -54,7 +54,7 @@ private:
     void answer(pitch::NoteIndex key);
     /// Plays a new note, or the last one again.
     void playTest(bool again);
-    void playReference(bool again);
+    bool playReference(bool again);
     void play(pitch::NoteIndex key);
     void mark(pitch::NoteIndex key, bool on);
 
