@@ -63,6 +63,8 @@ frmInto::frmInto(const Services& services, EarTrainingState& state, QWidget* par
     buildMenus();
     connectControls();
     addKeys();
+    hintSpeech_.setSingleShot(true);
+    hintSpeech_.callOnTimeout(this, &frmInto::announceHint);
     showContext(state.requested());
     ear_.load();
     ui_->keyboard->setFocus();
@@ -234,8 +236,16 @@ void frmInto::showPrompt(const EarPrompt& prompt) {
 
 void frmInto::showHint(const char* hint) {
     ui_->lblSpiegaStep->setText(UserText::tr(hint));
-    // While an exercise runs the question sounds.
-    if (activated_ && exercises_->isEnabled())
+    if (activated_)
+        hintSpeech_.start();
+}
+
+/// While an exercise runs the question sounds.
+void frmInto::announceHint() {
+    const bool running =
+        std::any_of(panels_.begin(), panels_.end(),
+                    [](const ExercisePanel* panel) { return panel->exercise().running(); });
+    if (!running)
         announce(ui_->lblSpiegaStep->text());
 }
 

@@ -6,6 +6,7 @@
 #include "eartraining/ear_training_view.h"
 
 #include <QDialog>
+#include <QTimer>
 
 #include <memory>
 #include <vector>
@@ -49,6 +50,7 @@ private:
     void chooseInstrument(int program);
     void mnuSs_Click();
     void placeVerdict();
+    void announceHint();
     ExercisePanel& panelOf(const EarExercise& exercise) const;
     void showContext(ExerciseCode exercise);
 
@@ -78,6 +80,7 @@ private:
     int judged_ = 0;  ///< the answer that it was shown for
     EarSpeech speech_;
     QString scoreInWords_;
+    QTimer hintSpeech_;  ///< when an act is over: on the way the hint may change more than once
     EarTraining ear_;
     MidiKeyboard::Window keys_;
     std::vector<ExercisePanel*> panels_;

@@ -190,8 +190,8 @@ void ChordExercise::silenceChord() {
     changed();
 }
 
-/// Whether there was a chord to end. The panel is not told: where another chord follows, it stays as
-/// it is through the silence.
+/// Whether there was a chord to end. The panel is not told: where another chord follows, it stays
+/// as it is through the silence.
 bool ChordExercise::endChord() {
     sounding_ = false;
     inSilence_ = false;
