@@ -2,6 +2,7 @@
 
 #include "widgets/label_button.h"
 
+#include <QCoreApplication>
 #include <QIntValidator>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -12,6 +13,11 @@ constexpr int kFrame = 16;  ///< beside the number, in pixels
 
 bool isEnter(int key) {
     return key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+
+/// Whether the line gets the focus back: its window is left, or a menu opens over it.
+bool comesBack(const QFocusEvent& focus) {
+    return focus.reason() == Qt::ActiveWindowFocusReason || focus.reason() == Qt::PopupFocusReason;
 }
 
 }  // namespace
@@ -37,12 +43,15 @@ QSize NumberLabel::sizeHint() const {
             fontMetrics().height() + kFrame / 2};
 }
 
+bool NumberLabel::isDigit(const QKeyEvent& key) {
+    return key.text().size() == 1 && key.text().front().isDigit();
+}
+
 void NumberLabel::keyPressEvent(QKeyEvent* event) {
-    const QString typed = event->text();
     if (isEnter(event->key()))
         openLine(text());
-    else if (typed.size() == 1 && typed.front().isDigit())
-        openLine(typed);
+    else if (isDigit(*event))
+        openLine(event->text());
     else
         QToolButton::keyPressEvent(event);
 }
@@ -52,15 +61,26 @@ void NumberLabel::resizeEvent(QResizeEvent* event) {
     line_->setGeometry(rect());
 }
 
-/// The line would hand Enter on to the label, which would open it again.
+/// An empty line does not finish its editing when it is left.
 bool NumberLabel::eventFilter(QObject* /*target*/, QEvent* event) {
-    if (event->type() != QEvent::KeyPress)
+    if (event->type() == QEvent::KeyPress)
+        return endsByKey(*static_cast<QKeyEvent*>(event));
+    if (event->type() == QEvent::FocusOut && !line_->hasAcceptableInput() &&
+        !comesBack(*static_cast<QFocusEvent*>(event)))
+        closeLine(false);
+    return false;
+}
+
+/// The line would hand Enter on to the label, which would open it again, and Tab leaves it from the
+/// label's place in the order.
+bool NumberLabel::endsByKey(QKeyEvent& key) {
+    const bool tab = key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab;
+    if (!tab && !isEnter(key.key()) && key.key() != Qt::Key_Escape)
         return false;
-    const int key = static_cast<QKeyEvent*>(event)->key();
-    const bool enter = isEnter(key);
-    if (enter || key == Qt::Key_Escape)
-        closeLine(enter);
-    return enter || key == Qt::Key_Escape;
+    closeLine(key.key() != Qt::Key_Escape);
+    if (tab)
+        QCoreApplication::sendEvent(this, &key);
+    return true;
 }
 
 /// The number as it stands is selected, so that typing replaces it; a digit goes on.

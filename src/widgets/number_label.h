@@ -5,7 +5,8 @@
 class QLineEdit;
 
 /// A number that looks like a label and can be typed: a click on it, Enter, Space or a digit opens
-/// a line over it. Enter or leaving the line takes the number, Esc leaves it as it was.
+/// a line over it. Enter or leaving the line takes the number, Esc leaves it as it was, and so does
+/// leaving an empty line.
 class NumberLabel : public QToolButton {
     Q_OBJECT
 
@@ -18,6 +19,9 @@ public:
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
 
+    /// Whether the key, typed at the label, is the first digit of a number.
+    static bool isDigit(const QKeyEvent& key);
+
 Q_SIGNALS:
     void numberTyped(int number);
 
@@ -27,6 +31,7 @@ protected:
     bool eventFilter(QObject* target, QEvent* event) override;
 
 private:
+    bool endsByKey(QKeyEvent& key);
     void openLine(const QString& text);
     void closeLine(bool take);
 
