@@ -9,6 +9,7 @@
 #include "ui_reading_controls.h"
 #include "widgets/action_icon.h"
 #include "widgets/announcement.h"
+#include "widgets/number_label.h"
 
 #include <QAbstractSpinBox>
 #include <QCheckBox>
@@ -196,11 +197,13 @@ bool ReadingDrill::eventFilter(QObject* target, QEvent* event) {
 }
 
 bool ReadingDrill::takesKey(const QWidget& focus, const QKeyEvent& key) {
+    // No item of the drill's own list is found by an answer's key.
+    if (takesTyping(focus) && &focus != controls_.ui().difficolt)
+        return false;
     if (session_.pollsAnswers())
         return answer_keys::isPolled(key.key(), key.modifiers().testFlag(Qt::KeypadModifier));
-    // No item of the drill's own list is found by an answer's key.
-    const bool typing = takesTyping(focus) && &focus != controls_.ui().difficolt;
-    if (!session_.active() || typing || key.text().size() != 1)
+    const bool opensNumber = qobject_cast<const NumberLabel*>(&focus) && NumberLabel::isDigit(key);
+    if (!session_.active() || opensNumber || key.text().size() != 1)
         return false;
     const std::optional<int> degree = answer_keys::degreeOf(key.text().front().unicode());
     if (!degree)
