@@ -109,8 +109,8 @@ void frmMetro::cmdSSmetro_Click() {
 }
 
 void frmMetro::lblTs_Click() {
-    metronome_.stepTimeSignature();
-    announce(metronome_speech::timeSignature(state_.MetroTimeSig));
+    if (metronome_.stepTimeSignature())
+        announce(metronome_speech::timeSignature(state_.MetroTimeSig));
 }
 
 void frmMetro::MetroTempoS_Change() {

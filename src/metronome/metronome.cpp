@@ -135,14 +135,15 @@ Instant Metronome::lampDelay(Instant click) const {
     return std::min(funzioniMM_.output().nextHeard(click) - click, lit / 2);
 }
 
-void Metronome::stepTimeSignature() {
+bool Metronome::stepTimeSignature() {
     if (state_.MetroRunning)
-        return;
+        return false;
     const pulse_pattern::BuiltIn& next = pulse_pattern::builtInAfter(shownTimeSig_);
     state_.MetroTimeSig = next.timeSig;
     state_.MetroPattern = next.pattern;
     showTimeSignature(state_.MetroTimeSig);
     view_.showLamps(static_cast<int>(state_.MetroPattern.size()));
+    return true;
 }
 
 void Metronome::setTempo(int beatsPerMinute) {

@@ -39,11 +39,13 @@ public:
     /// if it is called from within the pass of an earlier start.
     void startOrStop();
 
-    /// Goes on to the next built-in time signature; ignored while running.
-    void stepTimeSignature();
+    /// Goes on to the next built-in time signature; ignored while running. Whether it did.
+    bool stepTimeSignature();
 
     static constexpr int kSlowest = 20;
     static constexpr int kFastest = 200;
+    /// Of the fastest tempo, doubled.
+    static constexpr int kTempoDigits = 3;
 
     /// Beats per minute before doubling, `kSlowest`..`kFastest`.
     void setTempo(int beatsPerMinute);
