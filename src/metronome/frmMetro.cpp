@@ -22,7 +22,6 @@ namespace {
 constexpr double kTempoTextScale = 1.9;
 constexpr double kTimeSigTextScale = 1.4;
 constexpr double kNameTextScale = 1.2;
-constexpr int kTempoDigits = 3;
 /// A tempo that goes on changing is not announced: a screen reader drops what comes too fast, also
 /// the last one.
 constexpr std::chrono::milliseconds kTempoRests{250};
@@ -78,7 +77,9 @@ void frmMetro::connectControls() {
 
 void frmMetro::connectTempo(const Runtime& runtime) {
     ui_->MetroTempoS->setRange(Metronome::kSlowest, Metronome::kFastest);
-    ui_->lblTempo->describeLine(UserText::tr("Pulsazioni al minuto"), kTempoDigits);
+    ui_->lblTempo->describe([this] { return metronome_speech::tempo(metronome_.shownTempo()); },
+                            [this] { return ui_->lblAndamento->text(); });
+    ui_->lblTempo->describeLine(UserText::tr("Pulsazioni al minuto"), Metronome::kTempoDigits);
     connect(ui_->MetroTempoS, &QScrollBar::valueChanged, this, &frmMetro::MetroTempoS_Change);
     connect(ui_->lblTempo, &NumberLabel::numberTyped, this, &frmMetro::lblTempo_Typed);
     tempoSpeech_.setSingleShot(true);
@@ -158,9 +159,7 @@ void frmMetro::showTempo() {
     const bool doubled = metronome_.doubled();
     const int tempo = metronome_.shownTempo();
     ui_->lblTempo->setText(QString::number(tempo));
-    ui_->lblTempo->setAccessibleName(UserText::tr("%1 pulsazioni al minuto").arg(tempo));
     ui_->lblAndamento->setText(tempo_names::nameOf(tempo));
-    ui_->lblTempo->setAccessibleDescription(ui_->lblAndamento->text());
     ui_->lblX12->setText(doubled ? QStringLiteral("x2") : QStringLiteral("x1"));
     ui_->lblX12->setToolTip(doubled ? UserText::tr("Clicca per dimezzare la velocità")
                                     : UserText::tr("Clicca per raddoppiare la velocità"));

@@ -2,10 +2,15 @@
 
 #include "widgets/label_button.h"
 
+#include <QAccessibleWidget>
 #include <QCoreApplication>
 #include <QIntValidator>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QStyleOptionToolButton>
+
+#include <limits>
+#include <utility>
 
 namespace {
 
@@ -13,6 +18,38 @@ constexpr int kFrame = 16;  ///< beside the number, in pixels
 
 bool isEnter(int key) {
     return key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+
+class LabelAccessible : public QAccessibleWidget {
+public:
+    explicit LabelAccessible(NumberLabel* label)
+        : QAccessibleWidget(label, QAccessible::Button), label_(label) {}
+
+    QString text(QAccessible::Text kind) const override {
+        return kind == QAccessible::Name          ? label_->name()
+               : kind == QAccessible::Description ? label_->description()
+                                                  : QAccessibleWidget::text(kind);
+    }
+
+    QStringList actionNames() const override {
+        return QStringList{pressAction()} + QAccessibleWidget::actionNames();
+    }
+
+    void doAction(const QString& name) override {
+        if (name == pressAction())
+            label_->animateClick();
+        else
+            QAccessibleWidget::doAction(name);
+    }
+
+private:
+    NumberLabel* label_;
+};
+
+QAccessibleInterface* makeInterface(const QString& className, QObject* object) {
+    if (className != QLatin1String(NumberLabel::staticMetaObject.className()))
+        return nullptr;
+    return new LabelAccessible(qobject_cast<NumberLabel*>(object));
 }
 
 /// Whether the line gets the focus back: its window is left, or a menu opens over it.
@@ -23,9 +60,11 @@ bool comesBack(const QFocusEvent& focus) {
 }  // namespace
 
 NumberLabel::NumberLabel(QWidget* parent) : QToolButton(parent), line_(new QLineEdit(this)) {
+    QAccessible::installFactory(makeInterface);
     makeLabelButton(*this, palette().color(QPalette::WindowText));
     line_->setAlignment(Qt::AlignCenter);
-    line_->setValidator(new QIntValidator(0, 999, line_));
+    line_->setMaxLength(1);
+    line_->setValidator(new QIntValidator(0, std::numeric_limits<int>::max(), line_));
     line_->installEventFilter(this);
     line_->hide();
     connect(this, &QToolButton::clicked, this, [this] { openLine(text()); });
@@ -38,8 +77,24 @@ void NumberLabel::describeLine(const QString& name, int digits) {
     line_->setMaxLength(digits);
 }
 
+void NumberLabel::describe(Words name, Words description) {
+    name_ = std::move(name);
+    description_ = std::move(description);
+}
+
+void NumberLabel::setText(const QString& number) {
+    number_ = number;
+    update();
+}
+
+void NumberLabel::initStyleOption(QStyleOptionToolButton* option) const {
+    QToolButton::initStyleOption(option);
+    option->text = number_;
+}
+
 QSize NumberLabel::sizeHint() const {
-    return {fontMetrics().horizontalAdvance(QStringLiteral("000")) + 2 * kFrame,
+    const QString widest(line_->maxLength(), QLatin1Char('0'));
+    return {fontMetrics().horizontalAdvance(widest) + 2 * kFrame,
             fontMetrics().height() + kFrame / 2};
 }
 

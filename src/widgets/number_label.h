@@ -2,6 +2,8 @@
 
 #include <QToolButton>
 
+#include <functional>
+
 class QLineEdit;
 
 /// A number that looks like a label and can be typed: a click on it, Enter, Space or a digit opens
@@ -9,9 +11,21 @@ class QLineEdit;
 /// leaving an empty line.
 class NumberLabel : public QToolButton {
     Q_OBJECT
+    Q_PROPERTY(QString text READ text WRITE setText)
 
 public:
     explicit NumberLabel(QWidget* parent = nullptr);
+
+    /// The number. It changes in silence: a screen reader cannot bear another name of what has the
+    /// focus.
+    QString text() const { return number_; }
+    void setText(const QString& number);
+
+    /// What a screen reader is told when it asks for the name and the description.
+    using Words = std::function<QString()>;
+    void describe(Words name, Words description);
+    QString name() const { return name_(); }
+    QString description() const { return description_(); }
 
     /// What a screen reader calls the line, and the most digits that it takes.
     void describeLine(const QString& name, int digits);
@@ -28,6 +42,7 @@ Q_SIGNALS:
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void initStyleOption(QStyleOptionToolButton* option) const override;
     bool eventFilter(QObject* target, QEvent* event) override;
 
 private:
@@ -35,5 +50,8 @@ private:
     void openLine(const QString& text);
     void closeLine(bool take);
 
+    QString number_;
+    Words name_ = [this] { return number_; };
+    Words description_ = [] { return QString(); };
     QLineEdit* line_;
 };
