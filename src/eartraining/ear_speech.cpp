@@ -11,11 +11,6 @@ QString EarSpeech::prompt(const EarPrompt& prompt) {
     return text;
 }
 
-QString EarSpeech::verdict(const Score& score) {
-    return score.lastVerdict() == Verdict::Right ? UserText::tr("Giusto")
-                                                 : UserText::tr("Sbagliato");
-}
-
 QString EarSpeech::inWords(const Score& score) {
     return UserText::tr("Risposte esatte: %1. Risposte errate: %2. %3")
         .arg(score.right())

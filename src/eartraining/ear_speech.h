@@ -15,8 +15,6 @@ public:
     /// Another exercise was chosen: its instruction is said even if it is the same.
     void forgetPrompt() { prompt_.clear(); }
 
-    /// Short, because the next question sounds at once.
-    static QString verdict(const Score& score);
     static QString inWords(const Score& score);
 
 private:

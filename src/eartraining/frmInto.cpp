@@ -6,6 +6,7 @@
 #include "eartraining/ear_training_state.h"
 #include "eartraining/exercise_panel.h"
 #include "eartraining/middle_c_patch.h"
+#include "eartraining/score.h"
 #include "platform/user_text.h"
 #include "ui_frmInto.h"
 #include "widgets/announcement.h"
@@ -255,7 +256,7 @@ void frmInto::showScore(const Score& score) {
 }
 
 void frmInto::announceVerdict(const Score& score) {
-    announce(EarSpeech::verdict(score));
+    announce(inWords(score.lastVerdict()));
 }
 
 void frmInto::showVerdict(const EarExercise& exercise, int answer, Verdict verdict) {

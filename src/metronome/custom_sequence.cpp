@@ -5,12 +5,6 @@
 #include "platform/user_text.h"
 
 namespace custom_sequence {
-namespace {
-
-constexpr int kFullVelocity = 127;
-
-}  // namespace
-
 std::optional<QChar> typedLetter(QChar character) {
     const QChar letter = character.toLower();
     if (!pulse_pattern::kindOf(letter))
@@ -22,7 +16,7 @@ void testSound(FunzioniMM& funzioniMM, int note) {
     if (!funzioniMM.output().ready())
         return;
     funzioniMM.NoteOff(FunzioniMM::kMelodyChannel, pitch::kMiddleC);
-    funzioniMM.NoteOn(FunzioniMM::kPercussionChannel, note, kFullVelocity);
+    funzioniMM.NoteOn(FunzioniMM::kPercussionChannel, note, MetronomeState::kFullVelocity);
 }
 
 void store(MetronomeState& state, const Result& result) {

@@ -9,6 +9,8 @@
 /// What the metronome is set to, for the run of the program. It outlives the metronome's frame
 /// being hidden and is shared with the window for custom sequences.
 struct MetronomeState {
+    static constexpr std::int16_t kFullVelocity = 127;
+
     bool MetroRunning = false;
     QString MetroPattern = QStringLiteral("ab");   ///< 1 to 20 letters
     QString MetroTimeSig = QStringLiteral("2/4");  ///< shown from the next start on
@@ -21,9 +23,9 @@ struct MetronomeState {
     std::uint8_t MetroSoundIndexB = 9;
     std::uint8_t MetroSoundIndexC = 1;
 
-    std::int16_t MetroVolume = 127;    ///< velocity of a click, 0..127
-    std::int16_t MetroMultiplier = 1;  ///< 1 or 2
-    double MetroPeriod = 1.0;          ///< seconds from pulse to pulse
+    std::int16_t MetroVolume = kFullVelocity;  ///< velocity of a click, from 0
+    std::int16_t MetroMultiplier = 1;          ///< 1 or 2
+    double MetroPeriod = 1.0;                  ///< seconds from pulse to pulse
 
     /// Colour and note of the current pulse; 0 until the first one.
     pulse_pattern::Colour MetroPulseColour = 0;

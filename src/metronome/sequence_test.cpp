@@ -5,7 +5,6 @@
 
 namespace {
 
-constexpr int kFullVelocity = 127;
 constexpr double kPulseSeconds = 0.8;
 
 }  // namespace
@@ -25,8 +24,8 @@ void SequenceTest::play(const QString& pattern) {
         view_.showPulse(++pulse, static_cast<int>(pattern.size()));
         funzioniMM_.planReset(waits.reached());
         const Instant click = waits.afterSeconds(kPulseSeconds);
-        funzioniMM_.planNoteOn(FunzioniMM::kPercussionChannel, state_.MetroPulseNote, kFullVelocity,
-                               click);
+        funzioniMM_.planNoteOn(FunzioniMM::kPercussionChannel, state_.MetroPulseNote,
+                               MetronomeState::kFullVelocity, click);
         funzioniMM_.ResetOutput();
         const bool ends = funzioniMM_.waitUnless(
             click, [this](const QEvent& input) { return view_.endsTest(input); });
@@ -34,7 +33,8 @@ void SequenceTest::play(const QString& pattern) {
             funzioniMM_.ResetOutput();
             break;
         }
-        funzioniMM_.NoteOn(FunzioniMM::kPercussionChannel, state_.MetroPulseNote, kFullVelocity);
+        funzioniMM_.NoteOn(FunzioniMM::kPercussionChannel, state_.MetroPulseNote,
+                           MetronomeState::kFullVelocity);
     }
     playing_ = false;
     view_.showEnd();

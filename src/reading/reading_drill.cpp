@@ -71,9 +71,7 @@ void ReadingDrill::addSpeechKeys() {
         connect(new QShortcut(key, controls_.window()), &QShortcut::activated, this,
                 [text] { announce(text()); });
     };
-    const auto& ui = controls_.ui();
-    on(Qt::Key_F2,
-       [&ui] { return ReadingSpeech::counts(ui.conta->text().toInt(), ui.er->text().toInt()); });
+    on(Qt::Key_F2, [this] { return speech_.counts(); });
     on(Qt::Key_F3, [this] { return speech_.noteAgain(); });
 }
 
@@ -149,13 +147,14 @@ void ReadingDrill::Nascondinote() {
 }
 
 void ReadingDrill::showCounts(int conta, int er) {
+    speech_.count(conta, er);
     showCount(*controls_.ui().conta, conta);
     showCount(*controls_.ui().er, er);
 }
 
 void ReadingDrill::answerJudged(std::optional<int> degree, Verdict verdict) {
     verdict_.judged(verdict, degree);
-    announce(speech_.verdict(verdict == Verdict::Right), ReadingSpeech::kAfterSound);
+    announce(speech_.verdict(verdict), ReadingSpeech::kAfterSound);
 }
 
 void ReadingDrill::sessionStarted() {

@@ -17,18 +17,23 @@ QString ReadingSpeech::note(int step) {
                                                          : staff_step::placeInWords(step);
 }
 
-QString ReadingSpeech::verdict(bool right) const {
+QString ReadingSpeech::verdict(Verdict verdict) const {
     if (mode_ == ReadingMode::Automatico)
-        return right ? UserText::tr("Sì") : UserText::tr("No");
-    return right ? UserText::tr("Giusto") : UserText::tr("Sbagliato");
+        return verdict == Verdict::Right ? UserText::tr("Sì") : UserText::tr("No");
+    return inWords(verdict);
+}
+
+void ReadingSpeech::count(int conta, int er) {
+    conta_ = conta;
+    er_ = er;
 }
 
 QString ReadingSpeech::noteAgain() const {
     return step_ ? staff_step::placeInWords(*step_) : UserText::tr("Nessuna nota");
 }
 
-QString ReadingSpeech::counts(int conta, int er) {
-    return UserText::tr("Note: %1, errori: %2").arg(conta).arg(er);
+QString ReadingSpeech::counts() const {
+    return UserText::tr("Note: %1, errori: %2").arg(conta_).arg(er_);
 }
 
 QString ReadingSpeech::stop(const ReadingStatistics& statistics) {

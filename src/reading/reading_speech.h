@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/verdict.h"
 #include "reading/reading_statistics.h"
 
 #include <QString>
@@ -19,15 +20,18 @@ public:
 
     /// A new note is on show. In the automatic mode its clef is named only when it changes.
     QString note(int step);
-    QString verdict(bool right) const;
+    QString verdict(Verdict verdict) const;
 
     /// The note on show once more; nothing while there is none.
     QString noteAgain() const;
-    /// The counters `conta` and `er`.
-    static QString counts(int conta, int er);
+    /// The counters `conta` and `er`, as last shown.
+    void count(int conta, int er);
+    QString counts() const;
     QString stop(const ReadingStatistics& statistics);
 
 private:
     ReadingMode mode_ = ReadingMode::Normale;
     std::optional<int> step_;
+    int conta_ = 0;
+    int er_ = 0;
 };

@@ -2,7 +2,6 @@
 
 #include "core/funzioni_mm.h"
 #include "core/instruments.h"
-#include "core/pitch.h"
 #include "core/services.h"
 #include "platform/user_text.h"
 #include "shell/midi_test.h"

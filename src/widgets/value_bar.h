@@ -2,8 +2,8 @@
 
 #include <QScrollBar>
 
-/// A scroll bar that sets a value: it takes the focus, and the keys and the wheel move it as it
-/// lies: Right, Up, Page Up and the wheel turned up add.
+/// A scroll bar that sets a value. The keys and the wheel move it as it lies: Right, Up, Page Up
+/// and the wheel turned up add.
 class ValueBar : public QScrollBar {
     Q_OBJECT
 
