@@ -119,10 +119,11 @@ void QtRuntime::waitWithoutInput(Instant end) {
 /// The input has to leave the queue to be looked at, and is delivered after the wait.
 bool QtRuntime::blockUnless(Instant end, const EndsWait& ends) {
     const HeldInput::Pause noInput;
-    while (!ending_ && end - now() > kServeInterval + kNoEventsStretch) {
+    const Instant interval = serveInterval();
+    while (!ending_ && end - now() > interval + kNoEventsStretch) {
         if (heldInput_.collect(ends))
             return true;
-        std::this_thread::sleep_for(kServeInterval);
+        std::this_thread::sleep_for(interval);
     }
     blockUntil(end);
     return false;
