@@ -109,6 +109,7 @@ bool IntervalExercise::playMelodic(bool endsWithHarmony) {
         return number == intervalNumber_;
     };
     WaitChain waits = context().funzioniMM().waits();
+    sounding_ = true;
     context().planNoteOn(lower_, waits.reached());
     context().noteOn(lower_);
     const Instant lowerEnd = waits.afterSeconds(kNoteSeconds);
@@ -131,7 +132,10 @@ bool IntervalExercise::playMelodic(bool endsWithHarmony) {
     if (!waitUntil(upperEnd))
         return false;
     context().noteOff(upper_);
-    return waitUntil(harmony);
+    if (!waitUntil(harmony))
+        return false;
+    sounding_ = false;
+    return true;
 }
 
 void IntervalExercise::playHarmonic() {
