@@ -24,6 +24,15 @@ QByteArray measure(const QString& content) {
 
 }  // namespace
 
+/// What no tag is although it begins like one, with what would be many attributes in a tag.
+QByteArrayList noTags() {
+    QByteArrayList all{"<!-- don't <a b='", "<![CDATA[ <!-- \" ", "<?print <!-- '", "<!--"};
+    const QByteArrayList ends{"-->", "]]>", "?>", "-->"};
+    for (qsizetype i = 0; i < all.size(); ++i)
+        all[i] += QByteArray(60, '=') + ends[i];
+    return all;
+}
+
 /// What a program that writes as this one does gives back is the same melody; only a rest that is
 /// written as several comes back as several.
 TEST(MusicXml, BringsEveryMelodyBack) {
@@ -44,8 +53,11 @@ TEST(MusicXml, BringsEveryMelodyBack) {
             }
         }
         const ScoreHeading heading{"<&\x01\">", 20 + round % 231, round % 128};
-        imported::Score score = musicxml::read(
-            round % 2 ? musicxml::write(view, heading) : musicxml::writeCompressed(view, heading));
+        const QByteArray between = noTags()[round / 2 % 4];
+        const QByteArray written =
+            musicxml::write(view, heading).replace("<note>", between + "<note>");
+        imported::Score score =
+            musicxml::read(round % 2 ? written : musicxml::writeCompressed(view, heading));
         ASSERT_EQ(imported::entriesOf(score, ','), wanted);
         ASSERT_EQ(score.tempo, heading.tempo);
         ASSERT_EQ(score.program, heading.program);
@@ -126,13 +138,18 @@ TEST(MusicXml, SaysWhatItRefusesAndWhere) {
         EXPECT_EQ(entries.empty(), *fault != 0);
     }
     // Attributes, depth and packed zeros without end.
-    QByteArray tag = "<score-partwise";
+    QByteArray tag = "<a";
     for (int i = 0; i < 40; ++i)
         tag += " a" + QByteArray::number(i) + "='>'";
-    const QByteArray deep = QByteArray("<score-partwise>").repeated(100);
-    for (const QByteArray& bytes : {tag + "/>", deep, QByteArray(musicxml::kLargestFile + 1, ' '),
-                                    zip_archive::write({{"a.xml", QByteArray(40 << 20, ' ')}})})
-        EXPECT_FALSE(musicxml::read(bytes).faults.isEmpty());
+    QByteArrayList hostile{QByteArray("<score-partwise>").repeated(100),
+                           QByteArray(musicxml::kLargestFile + 1, ' '),
+                           zip_archive::write({{"a.xml", QByteArray(40 << 20, ' ')}}),
+                           measure("$<!--" + QString(70'000, u'=') + "-->"),
+                           "<!DOCTYPE score-partwise SYSTEM '<!--'>" + measure("$" + tag + "/>")};
+    for (const QByteArray& noTag : noTags())
+        hostile << measure("$" + noTag + tag + "/>");
+    for (const QByteArray& bytes : hostile)
+        EXPECT_FALSE(musicxml::read(bytes).faults.isEmpty()) << bytes.left(200).toStdString();
 }
 
 /// Bars by their letters; before a bar "|" starts a repeat, "1" to "3" an ending and "$" is the

@@ -22,32 +22,65 @@ const QStringList kEncodings{QStringLiteral("utf-8"),       QStringLiteral("utf8
                              QStringLiteral("iso-8859-1"),  QStringLiteral("latin1"),
                              QStringLiteral("windows-1252")};
 
-/// Looks at what stands between one "<" and the next: a tag, with text behind it.
-bool isHarmless(const QByteArray& bytes) {
-    const bool defines = std::any_of(kDefinitions.begin(), kDefinitions.end(),
-                                     [&bytes](const char* text) { return bytes.contains(text); });
-    int length = 0;
+bool hasDefinitions(const QByteArray& bytes) {
+    return std::any_of(kDefinitions.begin(), kDefinitions.end(),
+                       [&bytes](const char* text) { return bytes.contains(text); });
+}
+
+/// Whether very much stands between one "<" and the next: a tag, with text behind it.
+bool hasLongStretch(const QByteArray& bytes) {
+    qsizetype from = 0;
+    while (bytes.size() - from > kLongestStretch) {
+        const qsizetype next = bytes.indexOf('<', from);
+        if (next < 0 || next - from > kLongestStretch)
+            return true;
+        from = next + 1;
+    }
+    return false;
+}
+
+/// Behind what is no tag though it begins at a "<": a comment, literal text or an instruction to a
+/// program. `begin` where it is a tag.
+qsizetype endOfNoTag(const QByteArray& bytes, qsizetype begin) {
+    struct Kind {
+        QByteArrayView begin;
+        QByteArrayView end;
+    };
+    constexpr std::array<Kind, 3> kKinds{{{"<!--", "-->"}, {"<![CDATA[", "]]>"}, {"<?", "?>"}}};
+    const QByteArrayView rest = QByteArrayView(bytes).sliced(begin);
+    for (const Kind& kind : kKinds) {
+        if (!rest.startsWith(kind.begin))
+            continue;
+        const qsizetype end = bytes.indexOf(kind.end, begin + kind.begin.size());
+        return end < 0 ? bytes.size() : end + kind.end.size();
+    }
+    return begin;
+}
+
+bool hasManyAttributes(const QByteArray& bytes) {
     int attributes = 0;
     bool inTag = false;
     char quote = 0;
-    for (const char c : bytes) {
-        ++length;
-        if (c == '<') {
-            length = 0;
-            attributes = 0;
-            inTag = true;
-            quote = 0;
-        } else if (quote != 0) {
+    for (qsizetype i = 0; i < bytes.size() && attributes <= kMostAttributes; ++i) {
+        const char c = bytes[i];
+        if (quote != 0) {
             quote = c == quote ? 0 : quote;
+        } else if (c == '<') {
+            const qsizetype end = endOfNoTag(bytes, i);
+            attributes = 0;
+            inTag = end == i;
+            i = std::max(i, end - 1);
         } else if (inTag) {
             attributes += c == '=' ? 1 : 0;
             inTag = c != '>';
             quote = c == '"' || c == '\'' ? c : 0;
         }
-        if (length > kLongestStretch || attributes > kMostAttributes)
-            return false;
     }
-    return !defines;
+    return attributes > kMostAttributes;
+}
+
+bool isHarmless(const QByteArray& bytes) {
+    return !hasDefinitions(bytes) && !hasLongStretch(bytes) && !hasManyAttributes(bytes);
 }
 
 /// Two bytes a character: some programs write it so.
