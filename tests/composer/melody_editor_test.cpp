@@ -36,6 +36,11 @@ struct RealEditor : EditedComposition, MelodyEditor {
     bool moveRange(int arrow) {
         return c.range.move(static_cast<PlayRange::Arrow>(arrow), c.melody.EntryCount());
     }
+    void stepTo(int entry) { c.step.goTo(entry, c.range); }
+    void step(bool forward) {
+        c.step.step(forward ? StepMode::Direction::Forward : StepMode::Direction::Backward,
+                    c.range);
+    }
     QString names() const { return c.melody.lastNames(40); }
 };
 
@@ -60,11 +65,10 @@ auto operate(Editor& editor, std::mt19937 random) {
     const QStringList bookmarks{QStringLiteral("1 ÷ %1 ÷ a").arg(1 + draw(2)), "2 ÷ 5 ÷ b"};
     const MelodyFile file = any(kFiles);
     const int number = draw(64);
-    const auto direction = yes ? StepMode::Direction::Forward : StepMode::Direction::Backward;
     const auto step = [&] {
         if (c.melody.empty())
             return;
-        c.step.step(direction, c.range);
+        number % 3 == 0 ? editor.stepTo(number % c.melody.EntryCount()) : editor.step(yes);
         c.step.frameOpen = true;
     };
     const std::function<void()> operations[] = {

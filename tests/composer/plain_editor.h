@@ -6,6 +6,7 @@
 #include <array>
 #include <cmath>
 #include <map>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -65,6 +66,21 @@ struct PlainEditor {
         if (count() > 0)
             c.transposition = std::clamp(c.transposition + semitones, -12, 12);
     }
+    void stepTo(int entry) {
+        c.step.active = true;
+        setStep(entry);
+        c.step.outside = isBeside();
+    }
+    void step(bool forward) {
+        const int start = c.range.start();
+        const int end = c.range.end();
+        const int from = std::exchange(c.step.active, true) ? c.step.index : start - 1;
+        const bool comesBack = std::exchange(c.step.outside, false) && (from < start || from > end);
+        if (forward)
+            setStep(from == end || comesBack ? start : from + 1);
+        else
+            setStep(from > start && !comesBack ? from - 1 : end);
+    }
     QString validateStart(const QString& box) { return validate(box, true); }
     QString validateEnd(const QString& box) { return validate(box, false); }
 
@@ -93,13 +109,15 @@ struct PlainEditor {
                 return;
             if (count() == 1)
                 return empty();
+            const auto kept = keptRange();
             splice(index, 1, {});
             QStringList items = c.bookmarks.items();
             for (QString& item : items)
                 item = without(item, index + 1, count());
             c.bookmarks = Bookmarks(items);
             setStep(index - 1);
-            countAgain(std::min<int>(c.range.start(), std::max(index - 1, 0)), c.range.end());
+            if (!countKept(kept))
+                countAgain(std::min<int>(c.range.start(), std::max(index - 1, 0)), c.range.end());
         });
     }
     EditOutcome modify(const EditChoice& choice) {
@@ -125,12 +143,14 @@ struct PlainEditor {
             const int index = c.step.index;
             if (count() == 0 || (!c.melody.has(index) && index != -1))
                 return;
+            const auto kept = keptRange();
             splice(index + 1, 0,
                    {{token(noteOf(choice)),
                      durationText(attribute() == 3 ? baseDuration() : valueOf(choice)),
                      choice.letter.isEmpty() ? "n" : choice.letter}});
             setStep(index + 1);
-            countAgain(c.range.start(), c.range.end() + 1);
+            if (!countKept(kept))
+                countAgain(c.range.start(), c.range.end() + 1);
         });
     }
     EditOutcome transpose() {
@@ -187,6 +207,23 @@ private:
     }
     QString durationText(double value) const {
         return rhythm::durationText(attribute() == 3 ? 2 * value / 3 : value, c.decimalSeparator);
+    }
+    bool isBeside() const { return c.step.index < c.range.start() || c.step.index > c.range.end(); }
+    /// The ends of a range that keeps its entries, for what changes is not among them.
+    std::optional<std::pair<int, int>> keptRange() {
+        c.step.outside = c.step.outside && isBeside();
+        if (!c.step.outside)
+            return {};
+        const auto idAt = [this](int entry) { return ids[static_cast<std::size_t>(entry)]; };
+        return std::pair(idAt(c.range.start()), idAt(c.range.end()));
+    }
+    bool countKept(const std::optional<std::pair<int, int>>& kept) {
+        const auto at = [this](int id) {
+            return static_cast<int>(std::ranges::find(ids, id) - ids.begin());
+        };
+        if (kept)
+            countAgain(at(kept->first), at(kept->second));
+        return kept.has_value();
     }
     void setStep(int index) { c.step.index = static_cast<std::int16_t>(index); }
     void setMode(int attribute, int counter) {

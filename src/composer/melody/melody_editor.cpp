@@ -148,12 +148,17 @@ EditOutcome MelodyEditor::insertAfter(const EditChoice& choice) {
                                 ? rhythm::tripletOf(settings.baseDuration())
                                 : rhythm::ValueNameToDuration(choice.valueName, choice.multiplier);
     const QString attribute = choice.letter.isEmpty() ? QString(letter::kNormale) : choice.letter;
+    PlayRange& range = composition_.range;
+    step.outside = step.isOutside(range);
     Recorder recorder(history_, composition_);
-    ++step.index;
+    const int index = step.index++;
     recorder.replace(step.index, 0,
                      {MelodyEntry::make(chosenNote(choice), duration, attribute,
                                         composition_.decimalSeparator)});
-    composition_.range.afterInsertion(melody.EntryCount());
+    if (step.outside)
+        range.afterInsertionOutside(index);
+    else
+        range.afterInsertion(melody.EntryCount());
     composition_.bookmarks.refresh(melody.EntryCount());
     recorder.commit();
     return changed();
@@ -167,10 +172,15 @@ EditOutcome MelodyEditor::deleteAtStep() {
         return {};
     if (melody.EntryCount() == 1)
         return reset();
+    PlayRange& range = composition_.range;
+    step.outside = step.isOutside(range);
     Recorder recorder(history_, composition_);
     recorder.replace(index, 1, {});
     --step.index;
-    composition_.range.afterDeletion(step.index, melody.EntryCount());
+    if (step.outside)
+        range.afterDeletionOutside(index);
+    else
+        range.afterDeletion(step.index, melody.EntryCount());
     composition_.bookmarks.afterDeletion(index, melody.EntryCount());
     recorder.commit();
     return changed();

@@ -41,6 +41,21 @@ void PlayRange::afterDeletion(int stepIndex, int count) {
     start_ = static_cast<std::int16_t>(std::min<int>(start_, std::max(stepIndex, 0)));
 }
 
+void PlayRange::afterInsertionOutside(int index) {
+    if (index < start_)
+        moveBy(1);
+}
+
+void PlayRange::afterDeletionOutside(int index) {
+    if (index < start_)
+        moveBy(-1);
+}
+
+void PlayRange::moveBy(int entries) {
+    start_ = static_cast<std::int16_t>(start_ + entries);
+    end_ = static_cast<std::int16_t>(end_ + entries);
+}
+
 QString PlayRange::validateStart(const QString& box) {
     const double number = rhythm::numberFromText(box).value_or(start_);
     if (number >= 1 && number <= end_ + 1)

@@ -31,6 +31,11 @@ public:
     /// a start beyond the step index follows it, though not below 0.
     void afterDeletion(int stepIndex, int count);
 
+    /// After an entry outside of the range, or behind the one at `index` outside of it, came or
+    /// went: the range stays with its entries.
+    void afterInsertionOutside(int index);
+    void afterDeletionOutside(int index);
+
     /// Takes what the box of the start holds and answers what it shows then. A text that is no
     /// number is read as the start counted from 0: it takes a start above 0 one entry back.
     QString validateStart(const QString& box);
@@ -45,6 +50,8 @@ public:
     bool operator==(const PlayRange&) const = default;
 
 private:
+    void moveBy(int entries);
+
     std::int16_t start_ = 0;
     std::int16_t end_ = 0;
 };

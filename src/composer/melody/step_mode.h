@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <utility>
 
 /// Where the user is while going through the melody entry by entry.
 struct StepMode {
@@ -13,17 +12,18 @@ struct StepMode {
     bool active = false;
     bool frameOpen = false;  ///< the edit frame for the entry at `index` is shown, until "Play"
     std::int16_t index = 0;  ///< -1 after the first entry was deleted
-    bool outside = false;    ///< the entry was chosen by itself and is not in the range
+    bool outside = false;    ///< the entry was chosen by itself where the range did not have it
 
     /// One step within the range, wrapping at its ends. The first step starts before the range.
     void step(Direction direction, const PlayRange& range) {
         if (!active) {
             active = true;
             index = static_cast<std::int16_t>(range.start() - 1);
-        }
-        // From an entry outside of the range a step goes back into it, to the end that it wraps to.
-        if (std::exchange(outside, false))
+        } else if (isOutside(range)) {
+            // A step goes back into the range, to the end that it wraps to.
             index = direction == Direction::Backward ? range.start() : range.end();
+        }
+        outside = false;
         if (direction == Direction::Backward)
             index = index > range.start() ? static_cast<std::int16_t>(index - 1) : range.end();
         else
@@ -34,7 +34,12 @@ struct StepMode {
     void goTo(int entry, const PlayRange& range) {
         active = true;
         index = static_cast<std::int16_t>(entry);
-        outside = entry < range.start() || entry > range.end();
+        outside = index < range.start() || index > range.end();
+    }
+
+    /// The entry was chosen outside of the range, which has not reached it since.
+    bool isOutside(const PlayRange& range) const {
+        return outside && (index < range.start() || index > range.end());
     }
 
     /// Ends step mode and hides the edit frame.
