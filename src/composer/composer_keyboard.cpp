@@ -29,15 +29,17 @@ bool takesEnter(const QWidget* widget) {
     return qobject_cast<const QLineEdit*>(widget) || qobject_cast<const QComboBox*>(widget) ||
            qobject_cast<const QAbstractItemView*>(widget) ||
            qobject_cast<const PianoKeyboard*>(widget) ||
-           qobject_cast<const DoubleClickLabel*>(widget);
+           qobject_cast<const DoubleClickLabel*>(widget) || qobject_cast<const QMenuBar*>(widget);
 }
 
 bool isEntryKey(int key) {
     return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Delete;
 }
 
+/// A letter in the menu bar opens a menu.
 bool takesText(const QWidget* widget) {
-    return qobject_cast<const QLineEdit*>(widget) || qobject_cast<const QComboBox*>(widget);
+    return qobject_cast<const QLineEdit*>(widget) || qobject_cast<const QComboBox*>(widget) ||
+           qobject_cast<const QMenuBar*>(widget);
 }
 
 }  // namespace
@@ -85,8 +87,7 @@ ComputerKeys::Focus ComposerKeyboard::focus() const {
         QApplication::activePopupWidget() || QApplication::activeModalWidget() != &window_;
     const bool text = elsewhere || takesText(focused);
     const bool slides = text || qobject_cast<const QAbstractSlider*>(focused) ||
-                        qobject_cast<const QAbstractItemView*>(focused) ||
-                        qobject_cast<const QMenuBar*>(focused);
+                        qobject_cast<const QAbstractItemView*>(focused);
     return {text, slides || focused == ui_.lb, slides};
 }
 

@@ -93,10 +93,12 @@ TEST_F(ComposerWindowTest, TheFocusDecidesWhatAKeyMeans) {
         step("mnuApri");
         step("lblStep_1");
     });
-    // "z" plays, "u" goes a semitone up, "r" steps; the others are the control's own.
+    // "z" plays, "u" goes a semitone up, "r" steps, "e" is Enter and inserts; the others are the
+    // control's own.
     const std::vector<std::pair<const char*, const char*>> meanings{
-        {"cmdInsNota", "zur"}, {"lblStep_0", "zur"}, {"lb", "zu"},      {"Slider1", "z"},
-        {"List1", "z"},        {"lblNini", ""},      {"cmbDurata", ""}, {"chekLoop", "zur"}};
+        {"cmdInsNota", "zure"}, {"lblStep_0", "zure"}, {"lb", "zue"},
+        {"Slider1", "ze"},      {"List1", "z"},        {"lblNini", ""},
+        {"cmbDurata", ""},      {"chekLoop", "zure"},  {"menu", ""}};
     Instant time = 3s;
     for (const auto& [control, meaning] : meanings) {
         at(time, [this, control = control] {
@@ -113,10 +115,14 @@ TEST_F(ComposerWindowTest, TheFocusDecidesWhatAKeyMeans) {
                 if (!line.ends_with(" 0"))
                     meant += line.ends_with(" 100") ? 'r' : line == "on 1 48 90" ? 'z' : 'u';
             }
-            EXPECT_EQ(meant, meaning) << control;
             const QWidget* focused = window.focusWidget();
             user.type(Qt::Key_Right);
             EXPECT_EQ(window.focusWidget(), focused) << "an arrow moves no focus";
+            const int count = user.text("lblNt").toInt();
+            user.find<QWidget>(control).setFocus();
+            user.type(Qt::Key_Return);
+            meant += user.text("lblNt").toInt() > count ? "e" : "";
+            EXPECT_EQ(meant, meaning) << control;
         });
         time += 3s;
     }
