@@ -105,6 +105,11 @@ void ComposerKeyboard::noteDown(pitch::NoteNumber note) {
     hand_.pressKey(note);
 }
 
+/// It sounds again, but only a press inserts.
+void ComposerKeyboard::noteRepeated(pitch::NoteNumber note) {
+    hand_.beginNote(note);
+}
+
 void ComposerKeyboard::noteUp(pitch::NoteNumber note) {
     hand_.endNote(note);
 }

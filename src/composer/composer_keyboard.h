@@ -41,6 +41,7 @@ private:
     ComputerKeys::Focus focus() const;
 
     void noteDown(pitch::NoteNumber note) override;
+    void noteRepeated(pitch::NoteNumber note) override;
     void noteUp(pitch::NoteNumber note) override;
     void stepKeyDown(bool forward) override;
     void semitoneKeyDown(bool upwards) override;

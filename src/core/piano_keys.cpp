@@ -71,11 +71,12 @@ bool PianoKeys::sounds() const {
 
 void PianoKeys::begin(HeldNote& held, int offset) {
     const auto note = static_cast<pitch::NoteNumber>(base_ + offset);
+    const bool repeats = held.has_value();
     // A repeated press after a change of octave would leave the first note without an end.
-    if (held && *held != note)
+    if (repeats && *held != note)
         end(held);
     held = note;
-    listener_.noteDown(note);
+    repeats ? listener_.noteRepeated(note) : listener_.noteDown(note);
 }
 
 void PianoKeys::end(HeldNote& held) {

@@ -15,6 +15,9 @@ public:
 
     virtual void noteDown(pitch::NoteNumber note) = 0;
     virtual void noteUp(pitch::NoteNumber note) = 0;
+
+    /// An auto-repeat of a key that is down and sounds again.
+    virtual void noteRepeated(pitch::NoteNumber note) { noteDown(note); }
 };
 
 /// The computer keyboard as a piano of two rows and a half octave more.

@@ -14,8 +14,9 @@ namespace {
 using namespace std::chrono_literals;
 
 struct Notes : PianoKeysListener {
-    std::vector<int> lines;  ///< ended notes are negative
+    std::vector<int> lines;  ///< ended notes are negative, repeated ones from 1000 on
     void noteDown(pitch::NoteNumber note) override { lines.push_back(note); }
+    void noteRepeated(pitch::NoteNumber note) override { lines.push_back(1000 + note); }
     void noteUp(pitch::NoteNumber note) override { lines.push_back(-note); }
 };
 
@@ -56,10 +57,11 @@ void playBesideTheTable(PianoKeys::Backspace backspace) {
             const bool looksAtComma = key == 8 && backspace == PianoKeys::Backspace::LooksAtComma;
             if (held.contains(looksAtComma ? KeyCode{188} : key))
                 return;
-            if (held.contains(key) && held[key] != base + offset)
+            const int repeated = held.contains(key) ? 1000 : 0;
+            if (repeated && held[key] != base + offset)
                 end(key);
             held[key] = base + offset;
-            wanted.push_back(base + offset);
+            wanted.push_back(repeated + base + offset);
         } else if (operation < 36) {
             EXPECT_TRUE(keys.keyUp(key));
             end(key);
