@@ -105,12 +105,9 @@ QString nameOf(const QString& file) {
     return melody_names::melodyName(QFileInfo(file).fileName());
 }
 
-/// Writes the melody in bars; answers why not, or the empty text.
+/// Writes the bars of a melody; answers why not, or the empty text.
 QString writeBars(const CommandLine& line, const CommandMachine& machine,
-                  const Composition& composition) {
-    const score::BarView view = score::barsOf(composition.melody, line.notation);
-    if (QString fault = notation_export::faultOf(view); !fault.isEmpty())
-        return fault;
+                  const Composition& composition, const score::BarView& view) {
     const notation_export::Format format = line.action == Action::ExportBraille
                                                ? notation_export::brailleFormat(line.output)
                                                : notation_export::musicXmlFormat(line.output);
@@ -154,8 +151,11 @@ int write(const CommandLine& line, const CommandMachine& machine) {
         return fault.isEmpty() ? kDone : fail(line.output, fault);
     }
     if (line.action == Action::ExportMusicXml || line.action == Action::ExportBraille) {
-        const QString fault = writeBars(line, machine, composition);
-        return fault.isEmpty() ? kDone : fail(file, fault);
+        const score::BarView view = score::barsOf(melody, line.notation);
+        if (const QString fault = notation_export::faultOf(view); !fault.isEmpty())
+            return fail(file, fault);
+        const QString fault = writeBars(line, machine, composition, view);
+        return fault.isEmpty() ? kDone : fail(line.output, fault);
     }
     const MelodyScore score =
         scoreOf(melody, composition.tempo, line.instrument.value_or(composition.instrument));
