@@ -44,17 +44,22 @@ void ExportControls::mnuEsportaPdf_Click() {
     });
 }
 
-/// The choice is proposed again; one without bars only where it is offered.
+/// The choice is proposed again. Music without bars is chosen for itself: where it is not offered,
+/// the metre that was chosen before is proposed.
 bool ExportControls::askNotation(frmBattute::WithoutBars withoutBars) {
     keyboard_.releaseHeldKeys();
     model_.playback.stop();
-    score::Notation proposed = notation_;
-    if (!proposed.metre && withoutBars == frmBattute::WithoutBars::NotOffered)
-        proposed.metre = score::Metre();
+    const bool offered = withoutBars == frmBattute::WithoutBars::Offered;
+    score::Notation proposed{metre_, notation_.key};
+    if (offered && withoutBars_)
+        proposed.metre.reset();
     frmBattute box(proposed, withoutBars, &window_);
     if (box.exec() != QDialog::Accepted)
         return false;
     notation_ = box.chosen();
+    metre_ = notation_.metre.value_or(metre_);
+    if (offered)
+        withoutBars_ = !notation_.metre;
     return true;
 }
 

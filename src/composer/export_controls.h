@@ -37,4 +37,6 @@ private:
     SidePanels& side_;
     ComposerKeyboard& keyboard_;
     score::Notation notation_;  ///< as it was chosen last
+    score::Metre metre_;        ///< as it was chosen last
+    bool withoutBars_ = false;  ///< as it was chosen last where it was offered
 };

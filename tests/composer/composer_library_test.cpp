@@ -210,20 +210,23 @@ TEST_F(ComposerFilesTest, AMelodyIsExportedInBarsAndKey) {
             const QStringList metres{"2/4", "3/4", "4/4", "6/8"};
             const QStringList all = metres + QStringList{"Nessuno"};
             composer.world.dialogs.inputs = {kMusic + "a.musicxml", kMusic + "b.brf",
-                                             kMusic + "c.txt"};
+                                             kMusic + "d.mxl", kMusic + "c.txt"};
             step("mnuEsportaMusicXml", "3/4", "cmdAnnulla", metres, "4/4Do maggiore");
             step("mnuEsportaMusicXml", "3/4", "cmdOK", metres, "4/4Do maggiore");
             step("mnuEsportaBraille", "Nessuno", "cmdOK", all, "3/4Re minore");
+            step("mnuEsportaMusicXml", "3/4", "cmdOK", metres, "3/4Re minore");
             step("mnuEsportaBraille", "6/8", "cmdOK", all, "NessunoRe minore");
         },
         {}, kDue);
     EXPECT_TRUE(disk.folders.at(kMusic + "a.musicxml").contains("<beats>3</beats>"));
     EXPECT_TRUE(disk.folders.at(kMusic + "b.brf").contains("#ABJ <\r\n"));
     EXPECT_TRUE(disk.folders.at(kMusic + "c.txt").contains("\u2823\u283C\u280B\u2826"));
-    EXPECT_THAT(lines, ElementsAre("save: Esporta MusicXML | Due.musicxml",
-                                   "message: Esportato: a.musicxml",
-                                   "save: Esporta braille | Due.brf", "message: Esportato: b.brf",
-                                   "save: Esporta braille | Due.brf", "message: Esportato: c.txt"));
+    EXPECT_THAT(
+        lines,
+        ElementsAre("save: Esporta MusicXML | Due.musicxml", "message: Esportato: a.musicxml",
+                    "save: Esporta braille | Due.brf", "message: Esportato: b.brf",
+                    "save: Esporta MusicXML | Due.musicxml", "message: Esportato: d.mxl",
+                    "save: Esporta braille | Due.brf", "message: Esportato: c.txt"));
 }
 
 TEST_F(ComposerFilesTest, TheBrowserKeepsItsPlaceAsItsFolderChanges) {
