@@ -104,7 +104,7 @@ void ComposerStaff::scrollPage(bool forward) {
 
 bool ComposerStaff::event(QEvent* event) {
     if (event->type() == QEvent::WindowBlocked)
-        release();
+        letGo();
     const bool handled = QWidget::event(event);
     if (event->type() == QEvent::ScreenChangeInternal || event->type() == QEvent::FontChange)
         arrange();
@@ -117,7 +117,7 @@ void ComposerStaff::resizeEvent(QResizeEvent* event) {
 }
 
 void ComposerStaff::hideEvent(QHideEvent* event) {
-    release();
+    letGo();
     QWidget::hideEvent(event);
 }
 
@@ -157,10 +157,8 @@ void ComposerStaff::mousePressEvent(QMouseEvent* event) {
 }
 
 void ComposerStaff::mouseReleaseEvent(QMouseEvent* event) {
-    if (drag_ && !(event->buttons() & (Qt::LeftButton | Qt::MiddleButton))) {
-        drag_.reset();
-        unsetCursor();
-    }
+    if (!(event->buttons() & (Qt::LeftButton | Qt::MiddleButton)))
+        endDrag();
     if (event->button() == Qt::LeftButton)
         release();
     else
@@ -250,6 +248,19 @@ void ComposerStaff::release() {
     const int note = *pressed_;
     pressed_.reset();
     Q_EMIT noteReleased(note);
+}
+
+void ComposerStaff::endDrag() {
+    if (!drag_)
+        return;
+    drag_.reset();
+    unsetCursor();
+}
+
+/// Where the release of what the mouse holds does not come.
+void ComposerStaff::letGo() {
+    release();
+    endDrag();
 }
 
 void ComposerStaff::describe() {

@@ -79,6 +79,8 @@ private:
     void placePreview();
     void setPointed(std::optional<StaffPage::Pointed> pointed, qreal x);
     void release();
+    void endDrag();
+    void letGo();
     void describe();
     void paintPointed(QPainter& painter) const;
 
