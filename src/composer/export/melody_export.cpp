@@ -19,6 +19,10 @@ QString noSynthesizer() {
     return UserText::tr("Manca il sintetizzatore interno !!!");
 }
 
+QString noSheet() {
+    return UserText::tr("Lo spartito non è riuscito !!!");
+}
+
 QString tooShort(const MelodyScore& score) {
     return UserText::tr("La nota %1 è troppo breve per questa velocità: la melodia si ferma lì !!!")
         .arg(score.entries + 1);
@@ -135,7 +139,12 @@ void MelodyExport::exportNotation(const score::Notation& notation, const QString
     write(path, notation_export::bytesOf(view, heading, formatOf(path)));
 }
 
+/// A sheet that could not be painted is empty.
 void MelodyExport::write(const QString& path, const QByteArray& bytes) {
+    if (bytes.isEmpty()) {
+        dialogs_.message(melody_export::noSheet());
+        return;
+    }
     const FileError error = folders_.writeFile(path, bytes);
     dialogs_.message(error.failed()
                          ? melody_names::failureText(error)

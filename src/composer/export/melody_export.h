@@ -60,6 +60,9 @@ namespace melody_export {
 
 QString noSynthesizer();
 
+/// What is said where a sheet could not be painted.
+QString noSheet();
+
 /// What is wrong with a score that ends before its melody does.
 QString tooShort(const MelodyScore& score);
 
