@@ -83,10 +83,12 @@ void EntryControls::lblActNote_DblClick() {
     keyboard_.cycleOctave();
 }
 
+/// A key that is held on the piano by the computer keyboard would end with the piano's focus.
 void EntryControls::cmdInsNota_Click() {
     if (!pitch::isPlayable(model_.composition.activeNote))
         return;
-    view_.focusPlay();
+    if (!ui_.lb->playsWithFocus())
+        view_.focusPlay();
     const EditOutcome outcome = model_.editor.insertNote();
     // A tie may have replaced the entry of the edit frame.
     if (model_.composition.step.frameOpen && !model_.playback.player().playing())

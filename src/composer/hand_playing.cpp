@@ -22,6 +22,7 @@ HandPlaying::HandPlaying(Ui::frmComposer& ui, ComposerView& view, FunzioniMM& fu
       midiKeyboard_(midiKeyboard) {
     connect(ui.lb, &PianoKeyboard::keyDown, this, &HandPlaying::lb_MouseDown);
     connect(ui.lb, &PianoKeyboard::keyUp, this, &HandPlaying::lb_MouseUp);
+    connect(ui.lb, &PianoKeyboard::keyEntered, this, &HandPlaying::lb_Enter);
     connect(ui.Regolo, &ComposerStaff::noteChosen, this, &HandPlaying::Regolo_MouseDown);
     connect(ui.Regolo, &ComposerStaff::noteReleased, this, &HandPlaying::Regolo_MouseUp);
 }
@@ -54,6 +55,12 @@ void HandPlaying::lb_MouseDown(int index) {
 
 void HandPlaying::lb_MouseUp(int index) {
     endNote(pitch::noteNumberOf(static_cast<pitch::NoteIndex>(index)));
+}
+
+/// Where keys insert by themselves, the press has done it.
+void HandPlaying::lb_Enter() {
+    if (!insertsDirectly())
+        insertButton_.click();
 }
 
 void HandPlaying::Regolo_MouseDown(int note) {

@@ -37,6 +37,7 @@ public:
 private Q_SLOTS:
     void lb_MouseDown(int index);
     void lb_MouseUp(int index);
+    void lb_Enter();
     void Regolo_MouseDown(int note);
     void Regolo_MouseUp(int note);
 

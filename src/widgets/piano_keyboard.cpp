@@ -252,7 +252,7 @@ void PianoKeyboard::keyPressEvent(QKeyEvent* event) {
             return;
         begin(cursor_, Holder::Keyboard);
         if (event->key() != Qt::Key_Space)
-            Q_EMIT keyDoubleClick(cursor_);
+            Q_EMIT keyEntered(cursor_);
     } else if (const auto target = keyTarget(event->key())) {
         moveCursor(*target);
     } else {

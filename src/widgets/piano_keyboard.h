@@ -26,8 +26,8 @@ private:
 /// A press of the left mouse button is a key going down, its release anywhere the same key going
 /// up, and a click if it is released over that key. While `keyDoubleClick` is connected, a double
 /// click gives down, up, click, double click, up; otherwise it is two clicks. With the keyboard,
-/// Left, Right, Page Up, Page Down, Home and End move a cursor, Space holds the cursor's key down,
-/// and so does Enter, which double-clicks it as well. All other keys go to the window.
+/// Left, Right, Page Up, Page Down, Home and End move a cursor, Space and Enter hold the cursor's
+/// key down for as long as the keyboard has the focus. All other keys go to the window.
 class PianoKeyboard : public QWidget {
     Q_OBJECT
 
@@ -59,6 +59,9 @@ public:
         return piano_key_layout::faceRect(index, keyArea_).toAlignedRect();
     }
 
+    /// A key is held down on the keyboard that has the focus.
+    bool playsWithFocus() const { return press_ && hasFocus(); }
+
     int cursorKey() const { return cursor_; }
     void moveCursor(int index);
 
@@ -73,7 +76,8 @@ Q_SIGNALS:
     void keyUp(int index);
     void keyClick(int index);
     void keyDoubleClick(int index);
-    void arranged();  ///< the keys are in other places now
+    void keyEntered(int index);  ///< Enter, after the key went down
+    void arranged();             ///< the keys are in other places now
 
 protected:
     bool event(QEvent* event) override;

@@ -143,6 +143,33 @@ TEST_F(ComposerWindowTest, TheFocusDecidesWhatAKeyMeans) {
     EXPECT_THAT(world.midi.takeUntimed(), IsEmpty()) << "a shortcut, and a key of an open menu";
 }
 
+/// Enter on the piano inserts once, whoever inserts; the note sounds until it is released.
+TEST_F(ComposerWindowTest, TheKeysOfThePianoInsertOnce) {
+    at(10ms, [this] {
+        auto& piano = user.find<PianoKeyboard>("lb");
+        for (const bool directly : {false, true}) {
+            if (directly)
+                user.trigger("mnuInsDiretto");
+            for (const int key : {Qt::Key_Return, Qt::Key_Space}) {
+                piano.setFocus();
+                const int count = user.text("lblNt").toInt();
+                sendSystemKey(window, QEvent::KeyPress, key);
+                EXPECT_EQ(user.text("lblNt").toInt() - count, directly || key == Qt::Key_Return);
+                EXPECT_TRUE(piano.hasFocus());
+                EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("on 1 60 90"));
+                sendSystemKey(window, QEvent::KeyRelease, key);
+                EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("on 1 60 0"));
+            }
+        }
+    });
+    world.runtime.press(kKeyBackspace, 100ms, 700ms);
+    for (const Instant repeat : {300ms, 400ms, 500ms})
+        world.runtime.repeat(kKeyBackspace, repeat);
+    at(800ms, [this] { EXPECT_EQ(user.text("lblNt"), "4"); });
+    runUntil(1s);
+    EXPECT_EQ(world.midi.takeUntimed().size(), 5U) << "it sounds at each repeat";
+}
+
 TEST_F(ComposerWindowTest, KeysPlayAndGoThroughNotesAndEntries) {
     world.runtime.press(kKeyDown, 100ms, 150ms);
     world.runtime.press(kKeyDown, 300ms, 500ms);

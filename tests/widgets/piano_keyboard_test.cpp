@@ -25,6 +25,7 @@ struct PianoKeyboardTest : testing::Test {
         QObject::connect(&keyboard, &PianoKeyboard::keyUp, log("up"));
         QObject::connect(&keyboard, &PianoKeyboard::keyClick, log("click"));
         QObject::connect(&keyboard, &PianoKeyboard::keyDoubleClick, log("double"));
+        QObject::connect(&keyboard, &PianoKeyboard::keyEntered, log("entered"));
         window.resize(1180, 150);
         keyboard.resize(1180, 150);
         window.show();
@@ -147,7 +148,7 @@ TEST_F(PianoKeyboardTest, RandomActsOfAllKindsPressAsThePlainKeyboard) {
         } else if (act == 7) {
             if (holder == Nobody && index == 24)
                 add("down", cursor);
-            begin(Keyboard, cursor, index == 24 ? "double" : "down");
+            begin(Keyboard, cursor, index == 24 ? "entered" : "down");
             type(QEvent::KeyPress, index == 24 ? Qt::Key_Return : Qt::Key_Space);
         } else if (act == 8) {
             end(false, true);
