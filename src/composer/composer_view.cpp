@@ -126,6 +126,9 @@ void ComposerView::showStepEntry(const StepEntry& entry) {
     showActiveNote();
     ui_.palette->showActiveNote(entry.noteName);
     ui_.frmModifica->showEntry(entry);
+}
+
+void ComposerView::announceStep() {
     speech_.stepped();
 }
 

@@ -48,6 +48,7 @@ public:
     void hideEditFrame() override;
     void showStepEntry(const StepEntry& entry) override;
     void untickLoop() override;
+    void announceStep() override;
 
 Q_SIGNALS:
     void playingShown();  ///< the playback began or ended

@@ -25,26 +25,41 @@ RangeControls::RangeControls(Ui::frmComposer& ui, ComposerModel& model, Composer
 
 /// Returns when the arrow was released.
 void RangeControls::lblid_MouseDown(PlayRange::Arrow arrow) {
+    const PlayRange before = model_.composition.range;
     model_.arrows.hold(arrow);
+    announceChange(before);
 }
 
 void RangeControls::lblid_MouseUp() {
     model_.arrows.release();
     view_.focusPlay();
-    view_.speech().range();
 }
 
 void RangeControls::lblid_Step(PlayRange::Arrow arrow) {
+    const PlayRange before = model_.composition.range;
     model_.arrows.step(arrow);
-    view_.speech().range();
+    announceChange(before);
+}
+
+void RangeControls::announceChange(const PlayRange& before) {
+    if (model_.composition.range != before)
+        view_.speech().range();
+}
+
+/// What was typed and refused is a change too, of the box. An empty melody has no range.
+void RangeControls::validate(QLineEdit& box, QString (MelodyEditor::*take)(const QString&)) {
+    const PlayRange before = model_.composition.range;
+    const QString typed = box.text();
+    box.setText((model_.editor.*take)(typed));
+    const bool refused = box.text() != typed && !model_.composition.melody.empty();
+    if (refused || model_.composition.range != before)
+        view_.speech().range();
 }
 
 void RangeControls::lblNini_Validate() {
-    QLineEdit& box = *ui_.range->ui().lblNini;
     const StepMode& step = model_.composition.step;
     const std::int16_t index = step.index;
-    box.setText(model_.editor.validateStart(box.text()));
-    view_.speech().range();
+    validate(*ui_.range->ui().lblNini, &MelodyEditor::validateStart);
     if (step.frameOpen && step.index != index) {
         view_.showStepIndex();
         model_.playback.showStepPlace();
@@ -54,9 +69,7 @@ void RangeControls::lblNini_Validate() {
 }
 
 void RangeControls::lblNfine_Validate() {
-    QLineEdit& box = *ui_.range->ui().lblNfine;
-    box.setText(model_.editor.validateEnd(box.text()));
-    view_.speech().range();
+    validate(*ui_.range->ui().lblNfine, &MelodyEditor::validateEnd);
     view_.showRangeMarks();
     view_.showCurrentEntry();
 }

@@ -5,7 +5,9 @@
 #include <QObject>
 
 class ComposerView;
+class MelodyEditor;
 class MelodyPresenter;
+class QLineEdit;
 struct ComposerModel;
 
 namespace Ui {
@@ -30,6 +32,9 @@ private Q_SLOTS:
     void lblSemitoni_Click();
 
 private:
+    void announceChange(const PlayRange& before);
+    void validate(QLineEdit& box, QString (MelodyEditor::*take)(const QString&));
+
     Ui::frmComposer& ui_;
     ComposerModel& model_;
     ComposerView& view_;

@@ -1,5 +1,6 @@
 #include "composer/composer_window.h"
 
+#include "support/heard.h"
 #include "widgets/piano_keyboard.h"
 
 #include <QApplication>
@@ -168,6 +169,34 @@ TEST_F(ComposerWindowTest, TheKeysOfThePianoInsertOnce) {
     at(800ms, [this] { EXPECT_EQ(user.text("lblNt"), "4"); });
     runUntil(1s);
     EXPECT_EQ(world.midi.takeUntimed().size(), 5U) << "it sounds at each repeat";
+}
+
+TEST_F(ComposerWindowTest, SaysWhatHappenedOnce) {
+    Heard heard;
+    at(10ms, [&] {
+        step("lblid_3");
+        enter({60, 62, 64, 65});
+        heard.take();
+        const std::pair<const char*, QStringList> cases[] = {
+            {"lblid_0", {}},
+            {"lblid_1", {"Da 3 a 4"}},
+            {"lblid_3", {}},
+            {"lblNini=3", {}},
+            {"lblNini=2", {"Da 2 a 4"}},
+            {"lblNini=9", {"Da 2 a 4"}},
+            {"lblNfine=3", {"Da 2 a 3"}},
+            {"lblStep_1", {"2: Re 4, semiminima"}},
+        };
+        for (const auto& [act, said] : cases) {
+            step(act);
+            EXPECT_EQ(heard.take(), said) << act;
+        }
+        step("cmdCancNota");
+        heard.take();
+        step("mnuAnnulla");
+        EXPECT_EQ(heard.take(), QStringList("Annullato: 2: Re 4, semiminima"));
+    });
+    runUntil(10s);
 }
 
 TEST_F(ComposerWindowTest, KeysPlayAndGoThroughNotesAndEntries) {

@@ -36,6 +36,7 @@ public:
     void hideEditFrame() override { say("no frame"); }
     void showStepEntry(const StepEntry&) override {}
     void untickLoop() override {}
+    void announceStep() override {}
     void showRange() override { say("range"); }
 
     void abandon() { playback.player().abandon(); }

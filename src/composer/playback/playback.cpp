@@ -63,6 +63,7 @@ QString Playback::showStep() {
     if (!composition_.melody.has(step.index))
         return describeAnomaly();
     takeStepEntry();
+    view_.announceStep();
     view_.enableCanc(false);
     player_.setLoops(false);
     view_.untickLoop();

@@ -24,6 +24,9 @@ public:
     virtual void hideEditFrame() = 0;
     virtual void showStepEntry(const StepEntry& entry) = 0;
     virtual void untickLoop() = 0;  ///< `chekLoop`
+
+    /// For those who do not see it: the user went to the entry at the step index.
+    virtual void announceStep() = 0;
 };
 
 /// The playback controls: "Play" and "Stop", the delayed start, and the step arrows.
