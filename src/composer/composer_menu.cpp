@@ -36,6 +36,8 @@ ComposerMenu::ComposerMenu(QWidget& window)
     redo_ = add({"mnuRipeti", QT_TR_NOOP("Ripeti"), "Ctrl+Y", &ComposerMenu::redoChosen,
                  InContext::SameAction},
                 edit);
+    for (QAction* action : {undo_, redo_})
+        action->setAutoRepeat(true);
     add({"mnuMemorizza", QT_TR_NOOP("Memorizza riferimento…"), "Ctrl+B",
          &ComposerMenu::addBookmarkChosen, InContext::SameAction, true},
         edit);
@@ -97,6 +99,7 @@ QAction* ComposerMenu::add(const Item& item, QMenu& menu) {
     const auto make = [&](const QString& name, QMenu& owner) {
         QAction* action = owner.addAction(tr(item.caption));
         action->setObjectName(name);
+        action->setAutoRepeat(false);
         connect(action, &QAction::triggered, this, item.chosen);
         return action;
     };

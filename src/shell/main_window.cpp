@@ -69,6 +69,7 @@ void MainWindow::connectMenu() {
         separator->setSeparator(true);
 
     const auto on = [this](QAction* item, void (MainWindow::*handler)()) {
+        item->setAutoRepeat(false);
         connect(item, &QAction::triggered, this, handler);
     };
     on(ui_->Esci, &MainWindow::Esci_Click);

@@ -1,5 +1,6 @@
 #include "platform/desktop/held_input.h"
 
+#include "platform/desktop/shortcut_lookup.h"
 #include "platform/desktop/user_input.h"
 
 #include <QCoreApplication>
@@ -10,12 +11,6 @@
 #include <algorithm>
 #include <chrono>
 #include <utility>
-
-/// Exported by the toolkit for its own test library: looks a key up among the shortcuts, as it is
-/// done for a key that comes from the system.
-Q_GUI_EXPORT bool qt_sendShortcutOverrideEvent(QObject* target, ulong timestamp, int key,
-                                               Qt::KeyboardModifiers modifiers, const QString& text,
-                                               bool autoRepeat, ushort count);
 
 namespace {
 
@@ -56,13 +51,16 @@ bool isReleaseOf(const QEvent& event, const QEvent& wanted) {
            static_cast<const QMouseEvent&>(wanted).button();
 }
 
+/// The press is announced first, as one that comes from the system is.
 bool isShortcut(QWindow& window, const QEvent& event) {
     if (event.type() != QEvent::KeyPress)
         return false;
     const auto& key = static_cast<const QKeyEvent&>(event);
-    return qt_sendShortcutOverrideEvent(&window, key.timestamp(), key.key(), key.modifiers(),
-                                        key.text(), key.isAutoRepeat(),
-                                        static_cast<ushort>(key.count()));
+    QKeyEvent announced(QEvent::ShortcutOverride, key.key(), key.modifiers(), key.nativeScanCode(),
+                        key.nativeVirtualKey(), key.nativeModifiers(), key.text(),
+                        key.isAutoRepeat(), static_cast<quint16>(key.count()));
+    QCoreApplication::sendEvent(&window, &announced);
+    return !announced.isAccepted() && shortcut_lookup::act(window, key, key.isAutoRepeat());
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "platform/desktop/key_table.h"
 
 #include "platform/desktop/key_map.h"
+#include "platform/desktop/shortcut_lookup.h"
 #include "platform/system_keyboard.h"
 
 #include <QGuiApplication>
@@ -79,17 +80,18 @@ KeyTable::Id KeyTable::idOf(const QKeyEvent& event) {
 }
 
 /// The system announces a press before it looks for a shortcut, which may take the press. Then no
-/// control learns of it; and a repeat of it is no shortcut in the next window. With a screen
-/// reader, which is asked first, the press itself comes later, also after other keys were
-/// announced.
+/// control learns of it. A repeat is kept from that: the shortcut could not tell it from a press.
+/// With a screen reader, which is asked first, the press itself comes later, also after other keys
+/// were announced.
 bool KeyTable::announce(QWindow& window, QKeyEvent& event) {
+    if (shortcut_lookup::isOwnAnnouncement())
+        return false;
     const auto [known, isNew] = pressed_.try_emplace(idOf(event), Press{&window});
     const bool repeats = isRepeat(isNew, event);
     known->second.announced = !repeats;
-    if (!repeats || known->second.window == &window)
-        return false;
-    event.accept();
-    return true;
+    if (repeats)
+        event.accept();
+    return repeats;
 }
 
 bool KeyTable::isRepeat(bool isNew, const QKeyEvent& event) {
@@ -102,7 +104,7 @@ bool KeyTable::press(QWindow& window, const QKeyEvent& event) {
     const bool wasAnnounced = std::exchange(press.announced, false);
     if (!wasAnnounced && isRepeat(isNew, event)) {
         take(press, Change::Repeat);
-        return !goesOn(press, window, event);
+        return !goesOn(press, window, event) || shortcut_lookup::act(window, event, true);
     }
     press.window = &window;
     if (!window.property(kKeepsKeys).toBool())

@@ -22,6 +22,8 @@ class QKeyEvent;
 /// table alone decides that. A repeat moves a cursor on or writes a letter once more; it presses
 /// nothing again: one of a letter or sign where no text is typed, of Enter, Escape or a function
 /// key, or one that comes to another window than the press, reaches no control.
+/// One that goes on is looked up among the shortcuts as a repeat, so that these decide by
+/// themselves whether they repeat.
 ///
 /// For a loop that polls, transitions are queued as they come and taken by `advance`, at most one
 /// for each key, so that a tap that falls between two passes is down for one of them. While no loop
