@@ -2,15 +2,11 @@
 
 #include "composer/melody/melody.h"
 
-namespace {
-
 staff_entry::Entry staffEntryOf(const MelodyEntry& entry) {
     const QChar first =
         entry.attribute.isEmpty() ? letter::kNormale.front() : entry.attribute.front();
     return {entry.noteNumber(), entry.quarters(), first.toLatin1()};
 }
-
-}  // namespace
 
 notation::Source engravedSource(const Melody& melody) {
     return {[&melody] { return int{melody.EntryCount()}; },

@@ -1,55 +1,62 @@
 #include "composer/melody_speech.h"
 
+#include "composer/engraved_melody.h"
 #include "composer/melody/composition.h"
-#include "composer/notation/staff_entry.h"
+#include "composer/notation/entry_in_words.h"
+#include "core/note_words.h"
 #include "platform/user_text.h"
-#include "widgets/piano_key_name.h"
 
-#include <QLocale>
 #include <QStringList>
 
+#include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace {
 
 constexpr QLatin1String kSeparator(", ");
 
-QString nameOf(note_values::Duration duration) {
-    return UserText::tr(note_values::rowOf(duration).name).toLower();
+QString numbered(int index, const MelodyEntry& entry) {
+    return QStringLiteral("%1: %2").arg(index + 1).arg(staff_entry::inWords(staffEntryOf(entry)));
 }
 
-/// "minima col punto", "minima legata a croma", "terzina di croma".
-QString durationInWords(double quarters) {
-    const staff_entry::Figure figure = staff_entry::figureOf(quarters);
-    if (!figure.exact)
-        return UserText::tr("durata %1").arg(QLocale().toString(quarters));
-    QStringList parts;
-    for (const staff_entry::Value& value : figure.values) {
-        const QString name = nameOf(value.duration);
-        parts += value.dots > 0 ? UserText::tr("%1 col punto").arg(name) : name;
-    }
-    const QString values = parts.join(UserText::tr(" legata a "));
-    return figure.triplet ? UserText::tr("terzina di %1").arg(values) : values;
+using Entries = std::vector<MelodyEntry>;
+
+int sizeOf(const Entries& entries) {
+    return static_cast<int>(entries.size());
 }
+
+/// The stretch of a melody in which two versions of it differ.
+struct Difference {
+    int first = 0;
+    Entries gone;
+    Entries added;
+
+    Difference(int from, Entries before, Entries after)
+        : first(from), gone(std::move(before)), added(std::move(after)) {
+        while (!gone.empty() && !added.empty() && gone.back() == added.back()) {
+            gone.pop_back();
+            added.pop_back();
+        }
+        // Among as many entries as before each stays in its place.
+        if (gone.size() != added.size())
+            return;
+        const auto changed = std::mismatch(gone.begin(), gone.end(), added.begin());
+        first += static_cast<int>(changed.first - gone.begin());
+        gone.erase(gone.begin(), changed.first);
+        added.erase(added.begin(), changed.second);
+    }
+};
 
 }  // namespace
 
-QString MelodySpeech::entryInWords(int index) const {
-    const MelodyEntry& entry = composition_.melody.entry(index);
-    const int note = entry.noteNumber();
-    const bool rest = !pitch::isPlayable(note);
-    QString words = rest ? UserText::tr("pausa") : noteInWords(note);
-    words += kSeparator + durationInWords(entry.quarters());
-    const letter::EntryLetter* letter = letter::find(entry.attribute);
-    if (letter && letter->sign && !rest)
-        words += kSeparator + UserText::tr(letter->name);
-    return words;
-}
+MelodySpeech::MelodySpeech(const Composition& composition) : composition_(composition) {}
+
+MelodySpeech::~MelodySpeech() = default;
 
 QString MelodySpeech::entry(int index) const {
-    if (!composition_.melody.has(index))
-        return {};
-    return QStringLiteral("%1: %2").arg(index + 1).arg(entryInWords(index));
+    const Melody& melody = composition_.melody;
+    return melody.has(index) ? numbered(index, melody.entry(index)) : QString();
 }
 
 int MelodySpeech::activeIndex() const {
@@ -73,25 +80,40 @@ QString MelodySpeech::whole() const {
     return words.join(QStringLiteral(". "));
 }
 
-void MelodySpeech::remember() {
-    count_ = composition_.melody.EntryCount();
-    active_ = activeEntry();
+Entries MelodySpeech::remember(int first) {
+    const Entries& entries = composition_.melody.entries();
+    const Entries before(known_.begin() + first, known_.end());
+    known_.resize(static_cast<std::size_t>(first));
+    known_.insert(known_.end(), entries.begin() + first, entries.end());
+    seen_ = composition_.melody.changes().revision();
+    return before;
 }
 
 QString MelodySpeech::change() {
-    const int before = count_;
-    const QString gone = active_;
-    remember();
-    if (count_ == 0 || count_ >= before)
-        return active_;
-    return before - count_ == 1 ? UserText::tr("Tolta %1").arg(gone)
-                                : UserText::tr("Tolte %1 voci").arg(before - count_);
+    const std::optional<int> first = composition_.melody.changes().firstSince(seen_);
+    if (!first)
+        return activeEntry();
+    const Entries before = remember(*first);
+    const Difference now(*first, before, {known_.begin() + *first, known_.end()});
+    const int gone = sizeOf(now.gone);
+    const int added = sizeOf(now.added);
+    if (known_.empty() || gone + added == 0)
+        return activeEntry();
+    if (gone == 0 && added > 1)
+        return UserText::tr("Aggiunte %1 voci").arg(added);
+    if (gone <= 1 && added == 1)
+        return entry(now.first);
+    if (added > 0)
+        return UserText::tr("Cambiate %1 voci").arg(std::max(gone, added));
+    return gone == 1 ? UserText::tr("Tolta %1").arg(numbered(now.first, now.gone.front()))
+                     : UserText::tr("Tolte %1 voci").arg(gone);
 }
 
 QString MelodySpeech::opened() {
-    remember();
+    remember(composition_.melody.changes().firstSince(seen_).value_or(sizeOf(known_)));
+    const int entries = sizeOf(known_);
     const QString count =
-        count_ == 1 ? UserText::tr("1 voce") : UserText::tr("%1 voci").arg(count_);
+        entries == 1 ? UserText::tr("1 voce") : UserText::tr("%1 voci").arg(entries);
     return composition_.name.isEmpty() ? count : composition_.name + kSeparator + count;
 }
 
@@ -107,7 +129,7 @@ QString MelodySpeech::activeNote() const {
 
 QString MelodySpeech::settings() const {
     const EntrySettings& settings = composition_.settings;
-    QString words = nameOf(static_cast<note_values::Duration>(settings.symbol()));
+    QString words = note_values::nameInText(note_values::kAll[settings.symbol()]);
     if (settings.attribute() != EntrySettings::NoAttribute) {
         words +=
             kSeparator + UserText::tr(kAttributeButtons[settings.attribute()].toolTip).toLower();

@@ -4,8 +4,12 @@
 
 namespace note_values {
 
+QString nameInText(const NoteValue& value) {
+    return UserText::tr(value.name).toLower();
+}
+
 QString restName(const NoteValue& value) {
-    return UserText::tr("Pausa di ") + UserText::tr(value.name).toLower();
+    return UserText::tr("Pausa di ") + nameInText(value);
 }
 
 }  // namespace note_values

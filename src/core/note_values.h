@@ -70,6 +70,9 @@ constexpr const NoteValue& rowOf(Duration duration) {
     return kAll[static_cast<std::size_t>(duration)];
 }
 
+/// The name within a sentence: "semiminima".
+QString nameInText(const NoteValue& value);
+
 /// "Pausa di semiminima".
 QString restName(const NoteValue& value);
 

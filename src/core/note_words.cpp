@@ -1,4 +1,4 @@
-#include "widgets/piano_key_name.h"
+#include "core/note_words.h"
 
 #include "core/pitch.h"
 #include "platform/user_text.h"

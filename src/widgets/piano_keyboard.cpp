@@ -4,7 +4,7 @@
 #include "platform/user_text.h"
 #include "widgets/announcement.h"
 #include "widgets/piano_key_accessible.h"
-#include "widgets/piano_key_name.h"
+#include "core/note_words.h"
 #include "widgets/piano_key_painting.h"
 #include "widgets/pixel_grid.h"
 

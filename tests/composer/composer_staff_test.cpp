@@ -1,7 +1,7 @@
 #include "composer/staff/composer_staff.h"
 
 #include "composer/ink.h"
-#include "composer/staff/entry_in_words.h"
+#include "composer/notation/entry_in_words.h"
 #include "support/window_driver.h"
 #include "widgets/music_font.h"
 

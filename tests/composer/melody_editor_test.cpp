@@ -1,4 +1,6 @@
+#include "composer/melody_speech.h"
 #include "composer/plain_editor.h"
+#include "composer/plain_speech.h"
 
 #include <gtest/gtest.h>
 
@@ -42,6 +44,12 @@ struct RealEditor : EditedComposition, MelodyEditor {
                     c.range);
     }
     QString names() const { return c.melody.lastNames(40); }
+
+    MelodySpeech speech{c};
+};
+
+struct SpeakingPlainEditor : PlainEditor {
+    PlainSpeech speech{c, ids};
 };
 
 /// A random operation with the operands that it draws; what it answered, and all that there is
@@ -101,9 +109,14 @@ auto operate(Editor& editor, std::mt19937 random) {
     };
     const int operation = draw(std::size(operations));
     operations[operation]();
-    return std::tuple(operation, c.melody.texts(), editor.names().right(40), out.message,
-                      out.changed, out.emptied, out.stepEntryGone, c.bookmarks.items(), c.name,
-                      c.source.name, c.source.emptied, c.document, c.tempo, c.instrument,
+    auto& speech = editor.speech;
+    const bool opens = number % 5 == 0;
+    const QStringList said{opens ? speech.opened() : speech.change(),
+                           number % 4 == 0 ? speech.whole() : QString(), speech.activeNote(),
+                           speech.settings(), speech.transposition()};
+    return std::tuple(operation, said.join(u'|'), c.melody.texts(), editor.names().right(40),
+                      out.message, out.changed, out.emptied, out.stepEntryGone, c.bookmarks.items(),
+                      c.name, c.source.name, c.source.emptied, c.document, c.tempo, c.instrument,
                       c.range.start(), c.range.end(), c.step.active, c.step.frameOpen, c.step.index,
                       c.settings.attribute(), c.settings.mode().tripletCounter, c.activeNote,
                       c.transposition, editor.modified(), editor.canUndo(), editor.canRedo());
@@ -112,7 +125,7 @@ auto operate(Editor& editor, std::mt19937 random) {
 TEST(MelodyEditor, EveryOperationDoesWhatItsPlainestFormDoes) {
     for (unsigned seed = 1; seed <= 40; ++seed) {
         RealEditor editor;
-        PlainEditor plain;
+        SpeakingPlainEditor plain;
         editor.c.decimalSeparator = plain.c.decimalSeparator = seed % 2 == 0 ? u'.' : u',';
         for (unsigned i = 0; i < 400; ++i) {
             const std::mt19937 random(seed * 1000 + i);

@@ -26,6 +26,7 @@ struct PlainEditor {
     };
 
     Composition c;
+    std::vector<int> ids;  ///< of the entries
     bool keeps = false;
 
     bool canUndo() const { return !done.empty(); }
@@ -403,7 +404,6 @@ private:
     EditOutcome outcome;
     bool edits = false;  ///< the operation is one that undo takes back
     bool whole = false;
-    std::vector<int> ids;
     std::vector<Change> done;
     std::vector<Change> undone;
     std::map<int, std::array<int, 3>> saved{{0, {}}};  ///< by document: change, tempo, instrument

@@ -1,7 +1,7 @@
-#include "composer/staff/entry_in_words.h"
+#include "composer/notation/entry_in_words.h"
 
+#include "core/note_words.h"
 #include "platform/user_text.h"
-#include "widgets/piano_key_name.h"
 
 #include <QLocale>
 #include <QStringList>
@@ -15,11 +15,11 @@ QString durationInWords(double duration) {
         return UserText::tr("durata %1").arg(QLocale().toString(duration));
     QStringList parts;
     for (const Value& value : figure.values) {
-        const QString name = QString::fromUtf8(note_values::rowOf(value.duration).fraction);
-        parts += value.dots > 0 ? name + UserText::tr(" col punto") : name;
+        const QString name = note_values::nameInText(note_values::rowOf(value.duration));
+        parts += value.dots > 0 ? UserText::tr("%1 col punto").arg(name) : name;
     }
-    const QString values = parts.join(QStringLiteral(" + "));
-    return figure.triplet ? UserText::tr("terzina di ") + values : values;
+    const QString values = parts.join(UserText::tr(" legata a "));
+    return figure.triplet ? UserText::tr("terzina di %1").arg(values) : values;
 }
 
 }  // namespace

@@ -7,7 +7,8 @@
 /// An entry of the melody as screen readers say it.
 namespace staff_entry {
 
-/// "Mi 4, 1/8, staccato"; a tie is "2/4 + 1/8", a dotted value "1/4 col punto".
+/// "Mi 4, croma, staccato"; the duration also as "minima col punto", "minima legata a croma" or
+/// "terzina di croma".
 QString inWords(const Entry& entry);
 
 }  // namespace staff_entry
