@@ -2,6 +2,7 @@
 
 #include "platform/user_text.h"
 #include "ui_frmOptions.h"
+#include "widgets/announcement.h"
 #include "widgets/appearance.h"
 #include "widgets/room_scale.h"
 
@@ -55,6 +56,7 @@ void frmOptions::cmdSel_Click(int index) {
     showPage(page_, false);
     showPage(chosen, true);
     page_ = chosen;
+    announce(UserText::tr("Pagina mostrata: %1").arg(Frame1(page_).title().trimmed()));
 }
 
 /// The button of the page that is shown has the colour of the accent.

@@ -3,9 +3,11 @@
 #include "core/intervals.h"
 #include "platform/user_text.h"
 #include "widgets/appearance.h"
+#include "widgets/cell_table.h"
 
 #include <QGridLayout>
 #include <QLabel>
+#include <QStringList>
 
 namespace {
 
@@ -25,24 +27,25 @@ constexpr int kRowPadding = 3;  ///< above and below a row's text
 constexpr double kNameScale = 1.15;
 
 /// The names of one group and size, side by side.
-QWidget* makeCell(int semitones, Group group, QWidget* parent) {
-    auto* cell = new QWidget(parent);
+QWidget& makeCell(int semitones, Group group, CellTable& parent) {
+    auto* cell = new QWidget(&parent);
     auto* names = new QHBoxLayout(cell);
     names->setContentsMargins(kColumnSpacing, kRowPadding, 0, kRowPadding);
     names->setSpacing(kNameSpacing);
+    QStringList words;
     for (const Interval& interval : intervals::kAll) {
         if (interval.semitones != semitones || interval.group != group)
             continue;
         auto* name = new QLabel(intervals::nameOf(interval), cell);
-        name->setAccessibleName(QStringLiteral("%1: %2").arg(
-            intervals::inWords(interval), intervals::semitonesInWords(semitones)));
+        words += intervals::inWords(interval);
         appearance::enlargeText(*name, kNameScale, QFont::Normal);
         name->setMinimumWidth(
             name->fontMetrics().horizontalAdvance(QStringLiteral("0 ") + UserText::tr("Gius")));
         names->addWidget(name);
     }
     names->addStretch(1);
-    return cell;
+    cell->setAccessibleName(words.join(UserText::tr(", ")));
+    return *cell;
 }
 
 }  // namespace
@@ -51,11 +54,12 @@ IntervalSheet::IntervalSheet(QWidget* parent) : Sheet(parent) {
     auto* page = new QVBoxLayout;
     setPage(page);
     page->setSpacing(12);
-    auto* table = new QGridLayout;
-    table->setHorizontalSpacing(0);
-    table->setVerticalSpacing(0);
-    table->setRowMinimumHeight(0, kHeadingHeight);
-    page->addLayout(table, 1);
+    auto* table = new CellTable(1 + static_cast<int>(kHeadings.size()), 0, this);
+    table->setAccessibleName(UserText::tr("Tabella degli intervalli"));
+    table->grid().setHorizontalSpacing(0);
+    table->grid().setVerticalSpacing(0);
+    table->grid().setRowMinimumHeight(0, kHeadingHeight);
+    page->addWidget(table, 1);
     addHeadings(*table);
     for (int semitones = 0; semitones <= intervals::kLargest; ++semitones)
         addRow(*table, semitones);
@@ -65,37 +69,32 @@ IntervalSheet::IntervalSheet(QWidget* parent) : Sheet(parent) {
     page->addWidget(key);
 }
 
-void IntervalSheet::addHeadings(QGridLayout& table) {
-    const auto add = [this, &table](const QString& text, int column) {
-        auto* heading = new QLabel(text, this);
+void IntervalSheet::addHeadings(CellTable& table) {
+    const auto add = [&table](const QString& text, int column) {
+        auto* heading = new QLabel(text, &table);
         heading->setIndent(kColumnSpacing);
         heading->setContentsMargins(0, 0, kColumnSpacing / 2, 0);
         appearance::enlargeText(*heading, 1, QFont::Bold);
-        table.addWidget(heading, 0, column, Qt::AlignLeft | Qt::AlignVCenter);
-        table.setColumnStretch(column, column == 0 ? 0 : 1);
+        table.addHeading(*heading, column, Qt::AlignLeft | Qt::AlignVCenter);
+        table.grid().setColumnStretch(column, column == 0 ? 0 : 1);
+        return heading;
     };
-    add(UserText::tr("Semit."), 0);
+    add(UserText::tr("Semit."), 0)->setAccessibleName(UserText::tr("Semitoni"));
     int column = 0;
     for (const char* heading : kHeadings)
         add(UserText::tr(heading), ++column);
 }
 
 /// Every other row lies on a band of its own colour.
-void IntervalSheet::addRow(QGridLayout& table, int semitones) {
-    const int row = semitones + 1;
-    table.setRowStretch(row, 1);
-    if (semitones % 2 == 0) {
-        auto* band = new QWidget(this);
-        band->setAutoFillBackground(true);
-        band->setBackgroundRole(QPalette::AlternateBase);
-        table.addWidget(band, row, 0, 1, -1);
-    }
-    auto* size = new QLabel(QString::number(semitones), this);
+void IntervalSheet::addRow(CellTable& table, int semitones) {
+    table.grid().setRowStretch(CellTable::gridRow(semitones), 1);
+    if (semitones % 2 == 0)
+        table.addBand(semitones);
+    auto* size = new QLabel(QString::number(semitones), &table);
+    size->setAccessibleName(intervals::semitonesInWords(semitones));
     size->setIndent(kColumnSpacing);
     appearance::enlargeText(*size, kNameScale, QFont::Normal);
-    table.addWidget(size, row, 0);
-    for (const Group group : {Group::Consonant, Group::Dissonant, Group::ConsonantInMelody}) {
-        QWidget* cell = makeCell(semitones, group, this);
-        table.addWidget(cell, row, 1 + static_cast<int>(group));
-    }
+    table.addCell(*size, semitones, 0);
+    for (const Group group : {Group::Consonant, Group::Dissonant, Group::ConsonantInMelody})
+        table.addCell(makeCell(semitones, group, table), semitones, 1 + static_cast<int>(group));
 }

@@ -2,7 +2,7 @@
 
 #include "widgets/sheet.h"
 
-class QGridLayout;
+class CellTable;
 
 /// The page of the intervals: a row for each number of semitones, a column for each group.
 class IntervalSheet : public Sheet {
@@ -12,6 +12,6 @@ public:
     explicit IntervalSheet(QWidget* parent = nullptr);
 
 private:
-    void addHeadings(QGridLayout& table);
-    void addRow(QGridLayout& table, int semitones);
+    void addHeadings(CellTable& table);
+    void addRow(CellTable& table, int semitones);
 };

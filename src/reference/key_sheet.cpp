@@ -8,6 +8,7 @@
 #include "widgets/appearance.h"
 #include "widgets/degree_label.h"
 #include "widgets/key_button.h"
+#include "widgets/parts_accessible.h"
 
 #include <QGridLayout>
 #include <QLabel>
@@ -74,6 +75,8 @@ QLabel* makeCentred(const QString& text, QWidget* parent) {
 }  // namespace
 
 KeySheet::KeySheet(QWidget* parent) : Sheet(parent) {
+    installPartsAccessible<KeySheet, QAccessible::Grouping>();
+    installPartsAccessible<KeyPicture, QAccessible::Graphic>();
     auto* page = new QHBoxLayout;
     setPage(page);
     page->setSpacing(kColumnGap);
@@ -108,6 +111,8 @@ void KeySheet::addButton(QGridLayout& buttons, int index) {
     connect(button, &QPushButton::clicked, this, [this, index] { Ton_Click(index); });
     ton_[static_cast<std::size_t>(index)] = button;
 
+    // As the label, which a screen reader would say beside any other name.
+    button->setAccessibleName(nameOf(index));
     auto* label = new QLabel(nameOf(index), this);
     label->setBuddy(button);
     label->installEventFilter(this);
@@ -122,14 +127,13 @@ void KeySheet::addButton(QGridLayout& buttons, int index) {
 
 QWidget* KeySheet::makePicture(int index) {
     const KeySignature& key = keyOf(index);
-    auto* picture = new QWidget(this);
+    auto* picture = new KeyPicture(this);
     picture->setObjectName(QStringLiteral("Img_%1").arg(index));
     picture->setAccessibleName(describe(key));
     auto* column = new QVBoxLayout(picture);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(kRowGap);
     auto* staff = new SignatureStaff(key, picture);
-    staff->setAccessibleName(signsInWords(key));
     column->addWidget(staff, 1);
     for (const QString& name : {key_signatures::majorName(key), key_signatures::minorName(key)}) {
         QLabel* label = makeCentred(name, picture);
@@ -162,6 +166,7 @@ QWidget* KeySheet::makeHint() {
     QLabel* hint = makeCentred(
         UserText::tr("Premi + accanto a una tonalità\nper vedere le sue alterazioni in chiave"),
         this);
+    hint->setAccessibleName(hint->text().simplified());
     QPalette palette = hint->palette();
     palette.setColor(QPalette::WindowText, palette.color(QPalette::PlaceholderText));
     hint->setPalette(palette);
@@ -179,8 +184,8 @@ void KeySheet::render() {
         const bool shown = page_.isShown(index);
         KeyButton& button = *ton_[static_cast<std::size_t>(index)];
         button.showOpen(shown);
-        button.setAccessibleName(QStringLiteral("%1: %2").arg(
-            nameOf(index), shown ? UserText::tr("visibile") : UserText::tr("non visibile")));
+        button.setAccessibleDescription(shown ? UserText::tr("visibile")
+                                              : UserText::tr("non visibile"));
         shown_[static_cast<std::size_t>(index)]->setVisible(shown);
     }
     hint_->setVisible(page_.isEmpty());

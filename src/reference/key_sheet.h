@@ -8,6 +8,15 @@
 class KeyButton;
 class QGridLayout;
 
+/// A key's signature on two staves above its names. For screen readers it is a picture that is
+/// described, not a group of texts that say the same once more.
+class KeyPicture : public QWidget {
+    Q_OBJECT
+
+public:
+    using QWidget::QWidget;
+};
+
 /// The page of the keys: a button for each key and one for the degrees, and beside them what the
 /// buttons show.
 class KeySheet : public Sheet {

@@ -3,7 +3,9 @@
 #include "core/note_values.h"
 #include "platform/user_text.h"
 #include "reference/engraved_pictures.h"
+#include "reference/value_words.h"
 #include "widgets/appearance.h"
+#include "widgets/cell_table.h"
 
 #include <QGridLayout>
 #include <QLabel>
@@ -18,7 +20,7 @@ constexpr std::array<const char*, 5> kHeadings{
     QT_TRANSLATE_NOOP("UserText", "Valore"), QT_TRANSLATE_NOOP("UserText", "Pausa")};
 
 QLabel* text(const char* words, QWidget* parent, double scale, QFont::Weight weight) {
-    auto* label = new QLabel(UserText::tr(words), parent);
+    auto* label = new QLabel(*words ? UserText::tr(words) : QString(), parent);
     appearance::enlargeText(*label, scale, weight);
     return label;
 }
@@ -31,31 +33,38 @@ Qt::Alignment placeIn(Column column) {
 }  // namespace
 
 NoteValueSheet::NoteValueSheet(QWidget* parent) : Sheet(parent) {
-    auto* table = new QGridLayout;
-    setPage(table);
-    table->setHorizontalSpacing(24);
-    table->setVerticalSpacing(0);
-    table->setColumnStretch(kName, 1);
-    table->setColumnStretch(kOtherName, 1);
-    const auto place = [table](QWidget* widget, int row, Column column) {
-        table->addWidget(widget, row, column, placeIn(column));
-    };
+    auto* page = new QVBoxLayout;
+    setPage(page);
+    auto* table = new CellTable(static_cast<int>(kHeadings.size()), kName, this);
+    table->setAccessibleName(UserText::tr("Tabella dei valori"));
+    page->addWidget(table);
+    table->grid().setHorizontalSpacing(24);
+    table->grid().setVerticalSpacing(0);
+    table->grid().setColumnStretch(kName, 1);
+    table->grid().setColumnStretch(kOtherName, 1);
 
     for (std::size_t i = 0; i < kHeadings.size(); ++i) {
-        if (*kHeadings[i] != '\0')
-            place(text(kHeadings[i], this, 1, QFont::Normal), 0, static_cast<Column>(i));
+        const auto column = static_cast<Column>(i);
+        QLabel* heading = text(kHeadings[i], table, 1, QFont::Normal);
+        if (column == kOtherName)
+            heading->setAccessibleName(UserText::tr("Altro nome"));
+        table->addHeading(*heading, column, placeIn(column));
     }
     int row = 0;
     for (const note_values::NoteValue& value : note_values::kAll) {
-        table->setRowStretch(++row, 1);
-        auto* note = new ValuePicture(ValuePicture::Kind::Note, value.duration, this);
-        note->setAccessibleName(UserText::tr(value.name));
-        auto* rest = new ValuePicture(ValuePicture::Kind::Rest, value.duration, this);
-        rest->setAccessibleName(note_values::restName(value));
-        place(note, row, kNote);
-        place(text(value.name, this, kNameScale, QFont::Bold), row, kName);
-        place(text(value.otherName, this, 1, QFont::Normal), row, kOtherName);
-        place(text(value.fraction, this, kNameScale, QFont::Normal), row, kFraction);
-        place(rest, row, kRest);
+        table->grid().setRowStretch(CellTable::gridRow(row), 1);
+        auto* note = new ValuePicture(ValuePicture::Kind::Note, value.duration, table);
+        note->setAccessibleName(noteSignInWords(value));
+        auto* rest = new ValuePicture(ValuePicture::Kind::Rest, value.duration, table);
+        rest->setAccessibleName(restSignInWords(value));
+        const auto place = [table, row](QWidget* cell, Column column) {
+            table->addCell(*cell, row, column, placeIn(column));
+        };
+        place(note, kNote);
+        place(text(value.name, table, kNameScale, QFont::Bold), kName);
+        place(text(value.otherName, table, 1, QFont::Normal), kOtherName);
+        place(text(value.fraction, table, kNameScale, QFont::Normal), kFraction);
+        place(rest, kRest);
+        ++row;
     }
 }
