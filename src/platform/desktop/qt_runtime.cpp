@@ -3,7 +3,6 @@
 #include "platform/desktop/qt_alarm.h"
 
 #include <QAbstractEventDispatcher>
-#include <QAccessible>
 #include <QCoreApplication>
 #include <QDateTime>
 
@@ -16,10 +15,8 @@ namespace {
 using namespace std::chrono_literals;
 using SteadyClock = std::chrono::steady_clock;
 
-/// How often a long wait answers the window manager and repaints.
-constexpr Instant kServeInterval = 50ms;
-/// And how often a screen reader, which asks about a hundred times before it says a word.
-constexpr Instant kScreenReaderInterval = 1ms;
+/// How often a wait that the user may end looks at what he did.
+constexpr Instant kInputInterval = 50ms;
 /// In the last stretch of a wait no events are processed, as a repaint could outlast it.
 constexpr Instant kNoEventsStretch = 8ms;
 /// A sleeping thread is woken late by up to about a millisecond; the rest is a busy wait.
@@ -27,10 +24,6 @@ constexpr Instant kBusyWaitStretch = 1500us;
 
 SteadyClock::time_point onSteadyClock(Instant instant) {
     return SteadyClock::time_point{std::chrono::duration_cast<SteadyClock::duration>(instant)};
-}
-
-Instant serveInterval() {
-    return QAccessible::isActive() ? kScreenReaderInterval : kServeInterval;
 }
 
 bool processEvents(QEventLoop::ProcessEventsFlags flags) {
@@ -71,7 +64,7 @@ bool QtRuntime::pump(Instant wakeBy) {
     const bool ran = processEvents(QEventLoop::AllEvents);
     const bool keysChanged = takeTurns();
     if (!ran && !keysChanged && !ending_ && now() < wakeBy) {
-        sleepUntilEvent(wakeBy);
+        sleepUntilEvent(wakeBy, QEventLoop::AllEvents);
         takeTurns();
     }
     keys_.setPolledDepth(polledBefore);
@@ -85,12 +78,12 @@ bool QtRuntime::takeTurns() {
     return keys_.advance();
 }
 
-void QtRuntime::sleepUntilEvent(Instant wakeBy) {
+void QtRuntime::sleepUntilEvent(Instant wakeBy, QEventLoop::ProcessEventsFlags kinds) {
     if (wakeBy != kForever) {
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(wakeBy - now());
         wakeUp_.start(std::max(left, std::chrono::milliseconds{0}));
     }
-    processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+    processEvents(kinds | QEventLoop::WaitForMoreEvents);
     wakeUp_.stop();
 }
 
@@ -101,13 +94,15 @@ void QtRuntime::blockUntil(Instant end) {
     deliveries_.resume();
 }
 
+/// Answers at once what comes meanwhile from the window manager and from a screen reader, which
+/// asks about a hundred times before it says a word.
 void QtRuntime::waitWithoutInput(Instant end) {
     const HeldInput::Pause noInput;
-    paintAndServe(end - kNoEventsStretch);
-    const Instant interval = serveInterval();
-    while (!ending_ && end - now() > interval + kNoEventsStretch) {
-        std::this_thread::sleep_for(interval);
-        paintAndServe(end - kNoEventsStretch);
+    const Instant lastEvents = end - kNoEventsStretch;
+    paintAndServe(lastEvents);
+    while (!ending_ && now() < lastEvents) {
+        sleepUntilEvent(lastEvents, QEventLoop::ExcludeUserInputEvents);
+        paintAndServe(lastEvents);
     }
     if (ending_)
         return;
@@ -119,11 +114,12 @@ void QtRuntime::waitWithoutInput(Instant end) {
 /// The input has to leave the queue to be looked at, and is delivered after the wait.
 bool QtRuntime::blockUnless(Instant end, const EndsWait& ends) {
     const HeldInput::Pause noInput;
-    const Instant interval = serveInterval();
-    while (!ending_ && end - now() > interval + kNoEventsStretch) {
+    while (!ending_ && end - now() > kInputInterval + kNoEventsStretch) {
         if (heldInput_.collect(ends))
             return true;
-        std::this_thread::sleep_for(interval);
+        const Instant next = now() + kInputInterval;
+        while (!ending_ && now() < next)
+            sleepUntilEvent(next, QEventLoop::ExcludeUserInputEvents);
     }
     blockUntil(end);
     return false;

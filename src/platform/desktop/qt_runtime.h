@@ -7,6 +7,7 @@
 #include "platform/desktop/key_table.h"
 #include "platform/runtime.h"
 
+#include <QEventLoop>
 #include <QTimer>
 
 #include <cstdint>
@@ -39,7 +40,7 @@ public:
 private:
     std::uint64_t inputCount() const { return input_.count() + deliveries_.count(); }
     bool takeTurns();
-    void sleepUntilEvent(Instant wakeBy);
+    void sleepUntilEvent(Instant wakeBy, QEventLoop::ProcessEventsFlags kinds);
     void waitWithoutInput(Instant end);
     void paintAndServe(Instant until);
 
