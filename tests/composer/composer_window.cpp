@@ -49,6 +49,7 @@ Services OpenComposer::services() {
 
 /// The window's opening takes the first act and the next one in a single pass.
 OpenComposer::OpenComposer(const QString& melodyFile) : window(services(), nullptr, melodyFile) {
+    world.plugKeyboard();
     at(1ms, [] {});
 }
 
@@ -104,6 +105,12 @@ void OpenComposer::step(const QString& what) {
         world.dialogs.inputs.push_back(value);
     } else if (what == QStringLiteral("yes") || what == QStringLiteral("no")) {
         world.dialogs.confirmations.push_back(what == QStringLiteral("yes"));
+    } else if (name.startsWith(QStringLiteral("midi_"))) {
+        for (const bool down : {true, false})
+            world.key(name.mid(5).toInt(), down);
+    } else if (name == QStringLiteral("pedal")) {
+        for (const std::uint32_t message : {0x7F40B0U, 0x0040B0U})
+            world.midiIn.send(1, message, world.runtime.now());
     } else if (window.findChild<QAction*>(name)) {
         user.trigger(name);
     } else if (list && what.endsWith(u'*')) {

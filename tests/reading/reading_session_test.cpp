@@ -20,7 +20,7 @@ struct AutomaticSession : testing::Test, ReadingDisplay {
 
     void showNote(int step) override {
         shown.push_back(step);
-        if (shown.size() == 4) {
+        if (shown.size() == 5) {
             session.stop();
             world.runtime.advance(1500ms);
         }
@@ -37,7 +37,7 @@ struct AutomaticSession : testing::Test, ReadingDisplay {
 }  // namespace
 
 TEST_F(AutomaticSession, TakesHeldKeysOnceAndAStopThatNoPassHasSeenTakesAWrongAnswerBack) {
-    world.random.numbers = {1.5F / 11, 3.5F / 11, 5.5F / 11, 7.5F / 11};
+    world.random.numbers = {1.5F / 11, 3.5F / 11, 5.5F / 11, 9.5F / 11, 7.5F / 11};
     // Do: a wrong key once, however long it is held, then the right one, then another wrong one.
     world.runtime.press(letterKey('F'), 100ms, 2400ms);
     world.runtime.press(letterKey('D'), 200ms, 300ms);
@@ -49,15 +49,18 @@ TEST_F(AutomaticSession, TakesHeldKeysOnceAndAStopThatNoPassHasSeenTakesAWrongAn
     world.runtime.at(1300ms, [] {});
     world.runtime.press(letterKey('H'), 2450ms, 2500ms);
     world.runtime.press(letterKey('H'), 2550ms, 2600ms);
+    // A key of a MIDI keyboard is wrong once and answers Re, which comes after Sol.
+    world.runtime.at(2650ms, [this] { session.keyDown(62); });
     session.setMode(ReadingMode::Automatico);
     session.start();
-    EXPECT_THAT(shown, ElementsAre(44, 46, 48, 50));
-    EXPECT_EQ(world.runtime.now(), Instant(4500ms));
+    EXPECT_THAT(shown, ElementsAre(44, 46, 48, 52, 50));
+    EXPECT_EQ(world.runtime.now(), Instant(5500ms));
     EXPECT_THAT(world.media.lines,
                 ElementsAre("sound rko.wav 20001", "sound rok.wav 20001", "sound rok.wav 20001",
-                            "sound rko.wav 20001", "sound rko.wav 20001"));
-    EXPECT_EQ(judged, "-++--");
-    EXPECT_EQ(statistics.correct, 2);
-    EXPECT_EQ(statistics.wrong, 2);
+                            "sound rko.wav 20001", "sound rko.wav 20001", "sound rko.wav 20001",
+                            "sound rok.wav 20001"));
+    EXPECT_EQ(judged, "-++---+");
+    EXPECT_EQ(statistics.correct, 3);
+    EXPECT_EQ(statistics.wrong, 3);
     EXPECT_LT(world.runtime.passes(), 40) << "a pass is taken when something happened";
 }
