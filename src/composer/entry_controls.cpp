@@ -46,6 +46,7 @@ void EntryControls::connectMenu() {
     connect(&entryMenu_, &EntryMenu::noteChosen, palette.cmdInsNota, &QPushButton::click);
     connect(&entryMenu_, &EntryMenu::restChosen, palette.cmdInsPausa, &QPushButton::click);
     connect(&entryMenu_, &EntryMenu::deletionChosen, palette.cmdCanc, &QPushButton::click);
+    connect(&entryMenu_, &EntryMenu::repetitionChosen, this, &EntryControls::cmdDuplica_Click);
     connect(&entryMenu_, &EntryMenu::symbolChosen, this, &EntryControls::cmdSimbNote_Click);
     connect(&entryMenu_, &EntryMenu::attributeChosen, this, &EntryControls::cmdAttrNota_Click);
 }
@@ -55,6 +56,7 @@ void EntryControls::connectEditFrame() {
     connect(frame.cmdModifica_0, &QPushButton::clicked, this, &EntryControls::cmdModifica_Click);
     connect(frame.cmdInsertNote, &QPushButton::clicked, this, &EntryControls::cmdInsertNote_Click);
     connect(frame.cmdCancNota, &QPushButton::clicked, this, &EntryControls::cmdCancNota_Click);
+    connect(frame.cmdDuplica, &QPushButton::clicked, this, &EntryControls::cmdDuplica_Click);
 }
 
 void EntryControls::cmdSimbNote_Click(std::uint8_t index) {
@@ -138,6 +140,17 @@ void EntryControls::cmdCancNota_Click() {
         return;
     }
     presentAtStep(model_.editor.deleteAtStep());
+}
+
+/// The user goes on writing behind the copy.
+void EntryControls::cmdDuplica_Click() {
+    const EditOutcome outcome = model_.editor.repeatFromStep();
+    if (outcome.changed) {
+        model_.playback.leaveStep();
+        model_.playback.showStepPlace();
+        view_.focusPlay();
+    }
+    presenter_.present(outcome);
 }
 
 void EntryControls::mnuAnnulla_Click() {

@@ -40,6 +40,7 @@ private Q_SLOTS:
     void cmdModifica_Click();
     void cmdInsertNote_Click();
     void cmdCancNota_Click();
+    void cmdDuplica_Click();
     void mnuAnnulla_Click();
     void mnuRipeti_Click();
 

@@ -42,6 +42,9 @@ EntryMenu::EntryMenu(QMenuBar& bar) {
     connect(addAction(menu, QStringLiteral("mnuCanc"), tr("Cancella ultima nota"),
                       {QKeySequence(Qt::Key_Delete)}),
             &QAction::triggered, this, &EntryMenu::deletionChosen);
+    connect(addAction(menu, QStringLiteral("mnuDuplica"), tr("Duplica dalla nota scelta"),
+                      {QKeySequence(Qt::CTRL | Qt::Key_D)}),
+            &QAction::triggered, this, &EntryMenu::repetitionChosen);
     menu.addSeparator();
     for (std::size_t i = 0; i < note_values::kAll.size(); ++i) {
         connect(

@@ -19,6 +19,7 @@ Q_SIGNALS:
     void noteChosen();
     void restChosen();
     void deletionChosen();
+    void repetitionChosen();  ///< of what stands from the entry of the edit frame on
 
     /// `index` as `note_values::kAll` and `kAttributeButtons` count.
     void symbolChosen(std::uint8_t index);

@@ -57,6 +57,13 @@ QPainterPath backspace() {
     return path;
 }
 
+QPainterPath duplicate() {
+    QPainterPath path;
+    path.addRoundedRect(2, 2, 8, 8, 1, 1);
+    path.addPath(polygon({{13.5, 6}, {13.5, 13.5}, {6, 13.5}}, false));
+    return path;
+}
+
 QPainterPath newFolder() {
     QPainterPath path =
         polygon({{1.5, 13}, {1.5, 3.5}, {6, 3.5}, {7.5, 5.5}, {14.5, 5.5}, {14.5, 13}}, true);
@@ -93,6 +100,8 @@ QPainterPath outlineOf(ActionIcon icon) {
             return lines({{3, 3, 13, 13}, {13, 3, 3, 13}});
         case ActionIcon::Insert:
             return lines({{8, 2.5, 8, 13.5}, {2.5, 8, 13.5, 8}});
+        case ActionIcon::Duplicate:
+            return duplicate();
         case ActionIcon::Edit:
             return polygon({{2.5, 13.5}, {3.3, 10}, {11, 2.3}, {13.7, 5}, {6, 12.7}}, true);
         case ActionIcon::Delete:

@@ -13,6 +13,7 @@ enum class ActionIcon {
     Backspace,  ///< takes the last one away
     Clear,      ///< takes all away
     Insert,
+    Duplicate,
     Edit,
     Delete,
     NewFolder,

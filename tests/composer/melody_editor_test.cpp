@@ -88,6 +88,7 @@ auto operate(Editor& editor, std::mt19937 random) {
         [&] { out = editor.deleteAtStep(); },
         [&] { out = editor.modify(choice); },
         [&] { out = editor.insertAfter(choice); },
+        [&] { out = c.melody.EntryCount() < 99 ? editor.repeatFromStep() : out; },
         [&] { out = editor.transpose(); },
         [&] { out = editor.undo(); },
         [&] { out = editor.undo(); },
@@ -142,9 +143,11 @@ TEST(MelodyEditor, AFullMelodyRefusesAndLosesNothing) {
     editor.open({{many("60;"), many("1;"), many("n;")}, {}, "aria", 60, 16});
     composition.activeNote = 62;
     composition.settings.clickAttribute(EntrySettings::Terzina);
+    composition.step.frameOpen = true;
     const QString tooMany = many("1;") + QStringLiteral("1;");
-    for (const EditOutcome& outcome : {editor.insertNote(), editor.insertAfter({"1/4", "1", "n"}),
-                                       editor.open({{tooMany, tooMany, tooMany}, {}, "lunga"})})
+    for (const EditOutcome& outcome :
+         {editor.insertNote(), editor.insertAfter({"1/4", "1", "n"}), editor.repeatFromStep(),
+          editor.open({{tooMany, tooMany, tooMany}, {}, "lunga"})})
         EXPECT_EQ(outcome.message, "La melodia è completa: non può avere più di 32767 note !!!");
     EXPECT_EQ(composition.settings.mode().tripletCounter, 0);
     EXPECT_EQ(composition.melody.texts().notes, many("60;"));

@@ -154,6 +154,17 @@ struct PlainEditor {
                 countAgain(c.range.start(), c.range.end() + 1);
         });
     }
+    EditOutcome repeatFromStep() {
+        return edit([this] {
+            const int from = c.step.index;
+            if (!c.step.frameOpen || !c.melody.has(from))
+                return;
+            const int to = from > c.range.end() ? count() - 1 : c.range.end();
+            for (int i = from; i <= to; ++i)
+                splice(count(), 0, {c.melody.entry(i)});
+            countAgain(c.range.start(), count() - 1);
+        });
+    }
     EditOutcome transpose() {
         return edit([this] {
             const int semitones = std::exchange(c.transposition, 0);

@@ -186,6 +186,25 @@ EditOutcome MelodyEditor::deleteAtStep() {
     return changed();
 }
 
+EditOutcome MelodyEditor::repeatFromStep() {
+    const Melody& melody = composition_.melody;
+    const StepMode& step = composition_.step;
+    if (!step.frameOpen || !melody.has(step.index))
+        return {};
+    const int rangeEnd = composition_.range.end();
+    const int end = step.index > rangeEnd ? melody.EntryCount() : rangeEnd + 1;
+    const int count = end - step.index;
+    if (melody.EntryCount() > Melody::kMaxEntries - count)
+        return refused(fullMessage());
+    const auto first = melody.entries().begin() + step.index;
+    Recorder recorder(history_, composition_);
+    recorder.replace(melody.EntryCount(), 0, {first, first + count});
+    composition_.range.afterAppend(melody.EntryCount());
+    composition_.bookmarks.refresh(melody.EntryCount());
+    recorder.commit();
+    return changed();
+}
+
 void MelodyEditor::changeTransposition(int semitones) {
     if (composition_.melody.empty())
         return;

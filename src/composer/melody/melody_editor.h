@@ -61,6 +61,10 @@ public:
     EditOutcome insertAfter(const EditChoice& choice);
     EditOutcome deleteAtStep();
 
+    /// Appends what stands from the entry of the edit frame to the end of the range once more; from
+    /// an entry behind the range, to the end of the melody.
+    EditOutcome repeatFromStep();
+
     /// Moves the amount of transposition by a semitone within -12..12; an empty melody has none.
     void changeTransposition(int semitones);
 

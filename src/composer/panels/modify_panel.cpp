@@ -30,6 +30,7 @@ ModifyPanel::ModifyPanel(QWidget* parent)
     setActionIcon(*ui_->cmdModifica_0, ActionIcon::Edit);
     setActionIcon(*ui_->cmdInsertNote, ActionIcon::Insert);
     setActionIcon(*ui_->cmdCancNota, ActionIcon::Delete);
+    setActionIcon(*ui_->cmdDuplica, ActionIcon::Duplicate);
     for (const rhythm::NamedDuration& value : rhythm::namedValues())
         ui_->cmbDurata->addItem(value.name);
     ui_->cmbDurata->addItem(UserText::tr(rhythm::kNoValueName));

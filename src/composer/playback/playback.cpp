@@ -25,9 +25,7 @@ Playback::Playback(Runtime& runtime, FunzioniMM& funzioniMM, Composition& compos
       view_(view) {}
 
 void Playback::clickPlay() {
-    composition_.step.leave();
-    view_.hideEditFrame();
-    view_.enableCanc(true);
+    leaveStep();
     player_.play(composition_.range.start(), composition_.range.end());
 }
 
@@ -39,6 +37,12 @@ void Playback::clickDelayedPlay() {
 void Playback::stop() {
     if (player_.playing())
         clickPlay();
+}
+
+void Playback::leaveStep() {
+    composition_.step.leave();
+    view_.hideEditFrame();
+    view_.enableCanc(true);
 }
 
 QString Playback::step(StepMode::Direction direction) {

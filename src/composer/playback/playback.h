@@ -47,6 +47,9 @@ public:
     /// Stops as a click would; nothing happens when nothing plays.
     void stop();
 
+    /// Ends step mode and hides the edit frame.
+    void leaveStep();
+
     /// A click on a step arrow: goes to the next entry of the range, makes its note the active one
     /// and plays it. Nothing happens while something plays. Answers a message to be shown, or the
     /// empty text.
