@@ -118,7 +118,9 @@ void ComposerMenu::addDirectInsertion(QMenu& menu) {
     directInsertion_ = menu.addAction(tr("Inserimento diretto"));
     directInsertion_->setObjectName(QStringLiteral("mnuInsDiretto"));
     directInsertion_->setCheckable(true);
-    directInsertion_->setStatusTip(tr("Ogni tasto di un pianoforte inserisce la sua nota"));
+    directInsertion_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_I));
+    directInsertion_->setStatusTip(
+        tr("Ogni tasto di un pianoforte e ogni clic sul pentagramma inserisce la sua nota"));
     connect(directInsertion_, &QAction::triggered, this, &ComposerMenu::directInsertionChosen);
 }
 

@@ -24,6 +24,7 @@ HandPlaying::HandPlaying(Ui::frmComposer& ui, ComposerView& view, FunzioniMM& fu
     connect(ui.lb, &PianoKeyboard::keyUp, this, &HandPlaying::lb_MouseUp);
     connect(ui.lb, &PianoKeyboard::keyEntered, this, &HandPlaying::lb_Enter);
     connect(ui.Regolo, &ComposerStaff::noteChosen, this, &HandPlaying::Regolo_MouseDown);
+    connect(ui.Regolo, &ComposerStaff::noteDoubleClicked, this, &HandPlaying::Regolo_DblClick);
     connect(ui.Regolo, &ComposerStaff::noteReleased, this, &HandPlaying::Regolo_MouseUp);
 }
 
@@ -64,7 +65,13 @@ void HandPlaying::lb_Enter() {
 }
 
 void HandPlaying::Regolo_MouseDown(int note) {
-    beginNote(static_cast<pitch::NoteNumber>(note));
+    pressKey(static_cast<pitch::NoteNumber>(note));
+}
+
+/// Where the presses insert by themselves, the second one has done it.
+void HandPlaying::Regolo_DblClick() {
+    if (!insertsDirectly())
+        insertButton_.click();
 }
 
 void HandPlaying::Regolo_MouseUp(int note) {

@@ -24,10 +24,10 @@ public:
                 MelodyEditor& editor, const MidiKeyboard* midiKeyboard);
 
     /// The user has each key of a piano insert its note: on the window, of the computer keyboard
-    /// or of a MIDI keyboard.
+    /// or of a MIDI keyboard; so does each click on the staff.
     bool insertsDirectly() const;
 
-    /// The press of such a key.
+    /// The press of such a key, or such a click.
     void pressKey(pitch::NoteNumber note);
 
     /// Sounds a note, and makes it the active one.
@@ -40,6 +40,7 @@ private Q_SLOTS:
     void lb_Enter();
     void Regolo_MouseDown(int note);
     void Regolo_MouseUp(int note);
+    void Regolo_DblClick();
 
 private:
     ComposerView& view_;

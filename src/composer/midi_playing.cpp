@@ -3,23 +3,31 @@
 #include "composer/composer_menu.h"
 #include "composer/hand_playing.h"
 #include "core/pitch.h"
+#include "ui_entry_palette_panel.h"
 #include "widgets/in_front.h"
 
-#include <QAbstractButton>
-
 MidiPlaying::MidiPlaying(QWidget& window, MidiKeyboard* keyboard, HandPlaying& hand,
-                         QAbstractButton& insertButton, ComposerMenu& menu)
+                         Ui::EntryPalettePanel& palette, ComposerMenu& menu)
     : keyboard_(keyboard),
       hand_(hand),
-      insertButton_(insertButton),
+      palette_(palette),
+      menu_(menu),
       keys_(keyboard, *this, [&window] { return isInFront(window); }) {
-    menu.setInsertsDirectly(keyboard_ && keyboard_->insertsDirectly());
     connect(&menu, &ComposerMenu::directInsertionChosen, this, &MidiPlaying::mnuInsDiretto_Click);
+    connect(palette_.ckInsDiretto, &QCheckBox::clicked, this, &MidiPlaying::mnuInsDiretto_Click);
+    showDirectInsertion();
 }
 
 void MidiPlaying::mnuInsDiretto_Click(bool on) {
     if (keyboard_)
         keyboard_->setInsertsDirectly(on);
+    showDirectInsertion();
+}
+
+void MidiPlaying::showDirectInsertion() {
+    const bool on = keyboard_ && keyboard_->insertsDirectly();
+    menu_.setInsertsDirectly(on);
+    palette_.ckInsDiretto->setChecked(on);
 }
 
 void MidiPlaying::keyDown(int note) {
@@ -33,5 +41,5 @@ void MidiPlaying::keyUp(int note) {
 }
 
 void MidiPlaying::pedalDown() {
-    insertButton_.click();
+    palette_.cmdInsNota->click();
 }

@@ -85,9 +85,9 @@ QWidget* EntryPalettePanel::orderTabs(QWidget* before) {
     for (PictureButton* button : attributes_)
         next(button);
     for (QWidget* widget :
-         {static_cast<QWidget*>(ui_->lblActNote), static_cast<QWidget*>(ui_->cmdInsNota),
-          static_cast<QWidget*>(ui_->cmdInsPausa), static_cast<QWidget*>(ui_->cmdCanc),
-          static_cast<QWidget*>(ui_->cmdReset)})
+         {static_cast<QWidget*>(ui_->ckInsDiretto), static_cast<QWidget*>(ui_->lblActNote),
+          static_cast<QWidget*>(ui_->cmdInsNota), static_cast<QWidget*>(ui_->cmdInsPausa),
+          static_cast<QWidget*>(ui_->cmdCanc), static_cast<QWidget*>(ui_->cmdReset)})
         next(widget);
     return before;
 }

@@ -156,6 +156,12 @@ void ComposerStaff::mousePressEvent(QMouseEvent* event) {
     Q_EMIT noteChosen(*pressed_);
 }
 
+void ComposerStaff::mouseDoubleClickEvent(QMouseEvent* event) {
+    mousePressEvent(event);
+    if (pressed_)
+        Q_EMIT noteDoubleClicked();
+}
+
 void ComposerStaff::mouseReleaseEvent(QMouseEvent* event) {
     if (!(event->buttons() & (Qt::LeftButton | Qt::MiddleButton)))
         endDrag();

@@ -52,6 +52,9 @@ Q_SIGNALS:
     void noteChosen(int noteNumber);
     void noteReleased(int noteNumber);
 
+    /// The second press of a double click has chosen a note.
+    void noteDoubleClicked();
+
     /// A written entry was clicked.
     void entryChosen(int entry);
 
@@ -62,6 +65,7 @@ protected:
     void hideEvent(QHideEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void leaveEvent(QEvent* event) override;
