@@ -3,8 +3,10 @@
 #include "core/instruments.h"
 #include "platform/key_codes.h"
 #include "platform/user_text.h"
+#include "widgets/announcement.h"
 
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QScreen>
@@ -20,10 +22,19 @@ constexpr int kProgramRole = Qt::UserRole;
 constexpr int kHeading = -1;  ///< in the place of a program
 constexpr int kMargin = 8;
 constexpr int kLines = 18;
-constexpr int kLetters = 30;
+constexpr int kLetters = 62;
 
 int programOf(const QListWidgetItem& item) {
     return item.data(kProgramRole).toInt();
+}
+
+/// "40-Violin · Violino"; a name that is the same in both languages stands there once.
+QString captionInBoth(int program) {
+    const QString caption = instruments::caption(program);
+    const QString italian = instruments::italianName(program);
+    const bool same =
+        instruments::InstrumentName(program).compare(italian, Qt::CaseInsensitive) == 0;
+    return same ? caption : caption + QStringLiteral(" · ") + italian;
 }
 
 bool movesInList(int key) {
@@ -34,7 +45,10 @@ bool movesInList(int key) {
 }  // namespace
 
 InstrumentList::InstrumentList(QWidget* parent)
-    : QFrame(parent, Qt::Popup), search_(new QLineEdit), list_(new QListWidget) {
+    : QFrame(parent, Qt::Popup),
+      search_(new QLineEdit),
+      list_(new QListWidget),
+      nothingFound_(new QLabel) {
     setObjectName(QStringLiteral("instrumentList"));
     setFrameShape(QFrame::StyledPanel);
     search_->setObjectName(QStringLiteral("txtCerca"));
@@ -47,7 +61,11 @@ InstrumentList::InstrumentList(QWidget* parent)
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     column->addWidget(search_);
-    column->addWidget(list_);
+    column->addWidget(list_, 1);
+    column->addWidget(nothingFound_, 1);
+    nothingFound_->setObjectName(QStringLiteral("lblNessuno"));
+    nothingFound_->setAlignment(Qt::AlignCenter);
+    nothingFound_->setWordWrap(true);
     fill();
     search_->installEventFilter(this);
     connect(search_, &QLineEdit::textChanged, this, &InstrumentList::showFound);
@@ -67,8 +85,7 @@ void InstrumentList::fill() {
             bold.setBold(true);
             heading->setFont(bold);
         }
-        auto* item =
-            new QListWidgetItem(QStringLiteral("   ") + instruments::caption(program), list_);
+        auto* item = new QListWidgetItem(QStringLiteral("   ") + captionInBoth(program), list_);
         item->setData(kProgramRole, program);
     }
 }
@@ -119,11 +136,24 @@ void InstrumentList::showFound(const QString& words) {
         if (!first)
             first = item;
     }
+    showNothingFound(!first, words);
     const QListWidgetItem* current = list_->currentItem();
     if (!current || current->isHidden())
         list_->setCurrentItem(first);
     if (list_->currentItem())
         list_->scrollToItem(list_->currentItem());
+}
+
+void InstrumentList::showNothingFound(bool nothing, const QString& words) {
+    list_->setHidden(nothing);
+    nothingFound_->setVisible(nothing);
+    if (!nothing)
+        return;
+    nothingFound_->setText(
+        UserText::tr("Nessuno strumento con «%1»:\nprova una parte del nome, un numero da 0 a 127 "
+                     "o una famiglia.")
+            .arg(words.trimmed()));
+    announce(nothingFound_->text());
 }
 
 void InstrumentList::choose(const QListWidgetItem* item) {

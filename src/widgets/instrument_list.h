@@ -2,12 +2,13 @@
 
 #include <QFrame>
 
+class QLabel;
 class QLineEdit;
 class QListWidget;
 class QListWidgetItem;
 
 /// A list of all instruments by families that opens below a control, with a line to search them by
-/// name, number or family. Enter or a click chooses one, Esc closes the list.
+/// name, English or Italian, number or family. Enter or a click chooses one, Esc closes the list.
 class InstrumentList : public QFrame {
     Q_OBJECT
 
@@ -26,8 +27,10 @@ protected:
 private:
     void fill();
     void showFound(const QString& words);
+    void showNothingFound(bool nothing, const QString& words);
     void choose(const QListWidgetItem* item);
 
     QLineEdit* search_;
     QListWidget* list_;
+    QLabel* nothingFound_;  ///< in the list's place
 };
