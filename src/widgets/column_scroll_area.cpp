@@ -1,12 +1,17 @@
 #include "widgets/column_scroll_area.h"
 
+#include "widgets/appearance.h"
+
 #include <QEvent>
 #include <QScrollBar>
 #include <QStyle>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int kLeastLines = 6;  ///< of text that are in view at least
+constexpr int kMenuLines = 2;   ///< what a menu bar above may take
 
 }  // namespace
 
@@ -17,6 +22,30 @@ ColumnScrollArea::ColumnScrollArea(QWidget* parent) : QScrollArea(parent) {
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     connect(verticalScrollBar(), &QScrollBar::rangeChanged, this, &ColumnScrollArea::keepBarFree);
     keepBarFree();
+}
+
+void ColumnScrollArea::setAsksForAll(bool on) {
+    asksForAll_ = on;
+    setWidgetResizable(!on);
+}
+
+void ColumnScrollArea::makeRoom() {
+    QMetaObject::invokeMethod(this, &ColumnScrollArea::enlargeWindow, Qt::QueuedConnection);
+}
+
+void ColumnScrollArea::enlargeWindow() {
+    QWidget& top = *window();
+    const int missing = verticalScrollBar()->maximum();
+    if (missing == 0 || top.isMaximized() || top.isFullScreen())
+        return;
+    const QRect room = appearance::roomOnScreen(top);
+    const int height = std::min(top.height() + missing, room.height());
+    if (height <= top.height())
+        return;
+    const int below = top.y() + height - room.y() - room.height();
+    if (below > 0)
+        top.move(top.x(), std::max(room.y(), top.y() - below));
+    top.resize(top.width(), height);
 }
 
 void ColumnScrollArea::reveal(QWidget& control) {
@@ -30,15 +59,30 @@ QSize ColumnScrollArea::sizeHint() const {
 }
 
 QSize ColumnScrollArea::minimumSizeHint() const {
-    const int content = widget() ? widget()->minimumSizeHint().width() : 0;
-    return {widthFor(content), kLeastLines * fontMetrics().height()};
+    const QSize content = widget() ? widget()->minimumSizeHint() : QSize();
+    return {widthFor(content.width()), heightFor(content.height())};
 }
 
 /// The column changes its size when its controls do.
 bool ColumnScrollArea::eventFilter(QObject* target, QEvent* event) {
-    if (target == widget() && event->type() == QEvent::LayoutRequest)
+    const bool handled = QScrollArea::eventFilter(target, event);
+    if (target == widget() && event->type() == QEvent::LayoutRequest) {
         updateGeometry();
-    return QScrollArea::eventFilter(target, event);
+        fitColumn();
+    }
+    return handled;
+}
+
+void ColumnScrollArea::resizeEvent(QResizeEvent* event) {
+    QScrollArea::resizeEvent(event);
+    fitColumn();
+}
+
+/// The toolkit would make a column with wrapped texts as high as it likes to be, and scroll it
+/// where it could be lower.
+void ColumnScrollArea::fitColumn() {
+    if (asksForAll_ && widget())
+        widget()->resize(viewport()->size().expandedTo(widget()->minimumSizeHint()));
 }
 
 void ColumnScrollArea::keepBarFree() {
@@ -48,4 +92,13 @@ void ColumnScrollArea::keepBarFree() {
 
 int ColumnScrollArea::widthFor(int content) const {
     return content + style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+}
+
+int ColumnScrollArea::heightFor(int content) const {
+    const int line = fontMetrics().height();
+    const int least = kLeastLines * line;
+    if (!asksForAll_)
+        return least;
+    const int room = appearance::roomOnScreen(*window()).height() - kMenuLines * line;
+    return std::max(least, std::min(content, room));
 }

@@ -10,6 +10,14 @@ class ColumnScrollArea : public QScrollArea {
 public:
     explicit ColumnScrollArea(QWidget* parent = nullptr);
 
+    /// Whether it asks for the height of the whole column, as far as the screen has it: a column
+    /// that is the whole window is not to be scrolled where that can be helped.
+    void setAsksForAll(bool on);
+
+    /// To be called after controls were shown: makes the window higher where they do not fit, as
+    /// far as the screen has room. A window that fills the screen stays as it is.
+    void makeRoom();
+
     /// Scrolls to a control that was just shown, as soon as it has its place.
     void reveal(QWidget& control);
 
@@ -18,8 +26,14 @@ public:
 
 protected:
     bool eventFilter(QObject* target, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void keepBarFree();
+    void fitColumn();
+    void enlargeWindow();
     int widthFor(int content) const;
+    int heightFor(int content) const;
+
+    bool asksForAll_ = false;
 };
