@@ -104,8 +104,10 @@ void MainWindow::addGuide() {
         rows.push_back({item, item->shortcut().toString(QKeySequence::NativeText)});
     rows.push_back({ui_->mnuAiuto, QKeySequence(Qt::Key_F1).toString(QKeySequence::NativeText)});
     ui_->guide->setRows(UserText::tr("Altri esercizi e aiuto"), rows);
-    connect(drill_.get(), &ReadingDrill::statisticsShown, ui_->guide,
-            [this](bool shown) { ui_->guide->setWanted(!shown); });
+    connect(drill_.get(), &ReadingDrill::statisticsShown, ui_->guide, [this](bool shown) {
+        ui_->guide->setWanted(!shown);
+        ui_->toolArea->makeRoom();
+    });
 
     chooseOutput_->setObjectName(QStringLiteral("cmdUscita"));
     chooseOutput_->setText(UserText::tr("Non si sente nulla? MIDI Test ..."));
@@ -191,6 +193,7 @@ void MainWindow::mnuPromemoria_Click() {
 
 void MainWindow::mnuMetro_Click() {
     metronomeFrame_->mnuMetro_Click();
+    ui_->toolArea->makeRoom();
     ui_->toolArea->reveal(*metronomeFrame_);
 }
 
@@ -238,6 +241,7 @@ void MainWindow::mnuAutomatico_Click() {
     ui_->mnuAutomatico->setChecked(true);
     ui_->mnuNormale->setChecked(false);
     drill_->chooseMode(ReadingMode::Automatico);
+    ui_->toolArea->makeRoom();
 }
 
 void MainWindow::mnuAiuto_Click() {
