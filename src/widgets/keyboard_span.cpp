@@ -12,7 +12,8 @@ namespace {
 
 constexpr QColor kName(96, 96, 100);
 constexpr QColor kSpan(0, 150, 0);
-constexpr double kSpanHeight = 0.5;    ///< of the row of the range marks
+constexpr double kSpanHeight = 0.5;    ///< of the room below the keys
+constexpr double kMostRows = 1.25;     ///< its height and its distance, in rows of range marks
 constexpr double kNameShare = 0.8;     ///< of a key's width
 constexpr double kSmallestName = 0.6;  ///< of the usual text
 
@@ -62,12 +63,14 @@ void KeyboardSpan::paintNames(QPainter& painter) const {
     }
 }
 
-/// Below the naturals, between the middles of the two keys.
+/// Below the naturals, between the middles of the two keys; near them, however much room there is.
 void KeyboardSpan::paintSpan(QPainter& painter) const {
     const QRectF keys = keyboard_.keyArea();
-    const double row = height() - keys.bottom();
+    const double room = height() - keys.bottom();
+    const double row = keyboard_.markRowHeight();
     const double left = piano_key_layout::keyRect(span_->first, keys).center().x();
     const double right = piano_key_layout::keyRect(span_->second, keys).center().x();
-    const double line = kSpanHeight * row;
-    painter.fillRect(QRectF(left, keys.bottom() + (row - line) / 2, right - left, line), kSpan);
+    const double line = std::min(kSpanHeight * room, kMostRows * row);
+    const double top = keys.bottom() + std::min((room - line) / 2, kMostRows * row);
+    painter.fillRect(QRectF(left, top, right - left, line), kSpan);
 }

@@ -55,6 +55,9 @@ public:
 
     /// Where the keys are, and the part of a key that no other one lies over.
     const QRectF& keyArea() const { return keyArea_; }
+
+    /// Of the row of range marks below the keys, and of that above them.
+    int markRowHeight() const;
     QRect keyFace(int index) const {
         return piano_key_layout::faceRect(index, keyArea_).toAlignedRect();
     }
@@ -113,7 +116,6 @@ private:
     bool reportsDoubleClicks() const;
     void arrange();
     void repaintKey(int index);
-    int markRowHeight() const;
 
     std::array<PianoKey*, kKeys> keys_{};
     std::array<QWidget*, kKeys> rangeMarks_{};
