@@ -86,7 +86,8 @@ KeySheet::KeySheet(QWidget* parent) : Sheet(parent) {
     buttons->setVerticalSpacing(kButtonGap);
     buttons->setColumnMinimumWidth(kGapColumn, kRowGap);
     buttons->setRowMinimumHeight(kGapRow, kRowGap);
-    buttons->setRowStretch(kDegreesRow + 1, 1);
+    for (int row = 0; row <= kDegreesRow; ++row)
+        buttons->setRowStretch(row, row == kGapRow ? 0 : 1);
     for (int index = 1; index <= KeyPage::kButtons; ++index)
         addButton(*buttons, index);
     ton_[KeyPage::kDegrees]->setToolTip(UserText::tr("Gradi"));
