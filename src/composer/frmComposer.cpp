@@ -53,7 +53,7 @@ frmComposer::frmComposer(const Services& services, QWidget* parent, QString melo
       keyboard_(*this, *ui_, services.runtime, composition_, hand_),
       presenter_(services_, *ui_, side_, view_, model_, menu_, keyboard_),
       entry_(*ui_, model_, view_, presenter_, keyboard_, menu_),
-      midi_(*this, services.midiKeyboard, hand_, *ui_->palette->ui().cmdInsNota, menu_),
+      midi_(*this, services.midiKeyboard, hand_, ui_->palette->ui(), menu_),
       playbackControls_(services.dialogs, *ui_, model_, view_, presenter_, keyboard_, menu_),
       range_(*ui_, model_, view_, presenter_),
       library_(services.dialogs, model_, side_, view_, presenter_, keyboard_, menu_),

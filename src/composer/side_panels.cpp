@@ -5,6 +5,7 @@
 #include "ui_frmComposer.h"
 
 #include <QEvent>
+#include <QScrollBar>
 #include <QStyle>
 
 #include <algorithm>
@@ -64,15 +65,21 @@ void SidePanels::showBookmarks(bool on) {
     showPanel(*bookmarks_, on);
 }
 
+/// From its upper edge on, where there is not enough room for the whole of it.
+void SidePanels::reveal(QWidget& panel) {
+    if (panel.height() > ui_.side->viewport()->height())
+        ui_.side->verticalScrollBar()->setValue(panel.y());
+    else
+        ui_.side->ensureWidgetVisible(&panel, 0, 0);
+}
+
 void SidePanels::showPanel(QWidget& panel, bool on) {
     const bool opens = on && panel.isHidden();
     panel.setVisible(on);
     // It has its place in the column once that is laid out.
-    if (opens) {
+    if (opens)
         QMetaObject::invokeMethod(
-            this, [this, &panel] { ui_.side->ensureWidgetVisible(&panel, 0, 0); },
-            Qt::QueuedConnection);
-    }
+            this, [this, &panel] { reveal(panel); }, Qt::QueuedConnection);
     const bool anyOpen =
         !ui_.frmModifica->isHidden() || !browser_->isHidden() || !bookmarks_->isHidden();
     ui_.lblGuida->setVisible(!anyOpen);

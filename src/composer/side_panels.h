@@ -36,6 +36,7 @@ protected:
 
 private:
     void fit();
+    void reveal(QWidget& panel);
     void showPanel(QWidget& panel, bool on);
 
     Ui::frmComposer& ui_;

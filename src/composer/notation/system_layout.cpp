@@ -204,6 +204,10 @@ double System::bottomLine(Staff staff) const {
     return staff == Staff::Treble ? treble : treble + gap + engraving::kTopLine;
 }
 
+double System::middle() const {
+    return bottomLine(Staff::Treble) + gap / 2;
+}
+
 System::Stretch System::stretchOf(int entry) const {
     const auto opens = [](const Symbol& symbol, int index) { return symbol.entry < index; };
     const auto first = std::lower_bound(symbols.begin(), symbols.end(), entry, opens);

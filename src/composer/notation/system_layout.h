@@ -76,8 +76,9 @@ struct System {
     int count() const { return next.entry - start.entry; }
     bool has(int entry) const { return entry >= start.entry && entry < next.entry; }
 
-    /// From the top of the system to a staff's bottom line.
+    /// From the top of the system to a staff's bottom line, and to the middle between the staves.
     double bottomLine(Staff staff) const;
+    double middle() const;
 
     /// What an entry of the system takes of its width.
     struct Stretch {

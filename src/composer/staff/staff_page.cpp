@@ -78,10 +78,15 @@ void StaffPage::showEnd() {
     showSystem(score_.systems().size() - 1);
 }
 
-void StaffPage::showSystem(std::size_t system) {
-    const qreal top = score_.topOf(system) * space_ / 2;
-    const qreal bottom = top + this->system(system).height() * space_ / 2 + 2 * kPadding;
-    if (top < offset_)
+/// Where the page is too low for a system with the room around it, its staves stand in the middle.
+void StaffPage::showSystem(std::size_t index) {
+    const System& shown = system(index);
+    const qreal top = score_.topOf(index) * space_ / 2;
+    const qreal bottom = top + shown.height() * space_ / 2 + 2 * kPadding;
+    const qreal staves = top + kPadding + shown.middle() * space_ / 2;
+    if (bottom - top > size_.height())
+        scrollTo(staves - size_.height() / 2);
+    else if (top < offset_)
         scrollTo(top);
     else if (bottom > offset_ + size_.height())
         scrollTo(top);

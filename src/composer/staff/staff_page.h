@@ -72,7 +72,7 @@ public:
 
 private:
     std::optional<std::size_t> systemAt(qreal y) const;
-    void showSystem(std::size_t system);
+    void showSystem(std::size_t index);
 
     notation::Source source_;
     notation::ScoreLayout score_;
