@@ -200,6 +200,8 @@ void ComposerStaff::arrange() {
                  std::max(kSmallestSpace, kSpaceOfText * text), devicePixelRatioF());
     if (current_)
         page_.showEntry(*current_);
+    else if (source_.count() == 0)
+        page_.showEnd();
     updatePage();
 }
 
