@@ -42,6 +42,7 @@ ComposerMenu::ComposerMenu(QWidget& window)
          &ComposerMenu::addBookmarkChosen, InContext::SameAction, true},
         edit);
     addDirectInsertion(edit);
+    add({"mnuBattute", QT_TR_NOOP("Battute…"), "", &ComposerMenu::barsChosen}, edit);
     const std::array<Item, 3> files{{
         {"mnuApri", QT_TR_NOOP("Apri…"), "Ctrl+O", &ComposerMenu::openChosen, InContext::OwnAction,
          true},

@@ -43,6 +43,7 @@ Q_SIGNALS:
     void organChosen();
     void pianoChosen();
     void directInsertionChosen(bool on);
+    void barsChosen();
     void silenceChosen(bool silent);
 
 private:

@@ -56,6 +56,10 @@ void ComposerView::showPreview() {
          composition_.step.active});
 }
 
+void ComposerView::setNotation(const score::Notation& notation) {
+    ui_.Regolo->setSource(engravedSource(composition_.melody, notation));
+}
+
 void ComposerView::showEntries() {
     const ChangeLog& changes = composition_.melody.changes();
     if (const auto first = changes.firstSince(shownRevision_))

@@ -4,6 +4,7 @@
 #include "composer/melody/change_log.h"
 #include "composer/playback/playback.h"
 #include "composer/playback/range_arrows.h"
+#include "composer/score/bar_view.h"
 
 #include <QObject>
 
@@ -30,6 +31,9 @@ public:
 
     /// Shows the palette's choice, and the note that it would insert.
     void showSettings();
+
+    /// Chooses how the staff shows the melody.
+    void setNotation(const score::Notation& notation);
 
     /// Shows the entries that changed since the last time.
     void showEntries();

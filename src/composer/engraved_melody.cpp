@@ -8,7 +8,7 @@ staff_entry::Entry staffEntryOf(const MelodyEntry& entry) {
     return {entry.noteNumber(), entry.quarters(), first.toLatin1()};
 }
 
-notation::Source engravedSource(const Melody& melody) {
+notation::Source engravedSource(const Melody& melody, const score::Notation& notation) {
     return {[&melody] { return int{melody.EntryCount()}; },
-            [&melody](int entry) { return staffEntryOf(melody.entry(entry)); }};
+            [&melody](int entry) { return staffEntryOf(melody.entry(entry)); }, notation};
 }

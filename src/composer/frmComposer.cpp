@@ -40,7 +40,8 @@ std::unique_ptr<Ui::frmComposer> makeForm(QDialog& window) {
 
 }  // namespace
 
-frmComposer::frmComposer(const Services& services, QWidget* parent, QString melodyFile)
+frmComposer::frmComposer(const Services& services, ComposerState& state, QWidget* parent,
+                         QString melodyFile)
     : QDialog(parent),
       services_(services),
       menu_(*this),
@@ -59,6 +60,7 @@ frmComposer::frmComposer(const Services& services, QWidget* parent, QString melo
       library_(services.dialogs, model_, side_, view_, presenter_, keyboard_, menu_),
       export_(*this, services.runtime, model_, side_, keyboard_, menu_),
       bookmarks_(model_, side_, view_, presenter_, keyboard_, menu_),
+      bars_(*this, services.dialogs, composition_, state, view_, keyboard_, menu_),
       melodyFile_(std::move(melodyFile)) {
     setWindowFlags(Qt::Window | Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint |
                    Qt::WindowSystemMenuHint | Qt::WindowTitleHint);

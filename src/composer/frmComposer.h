@@ -1,5 +1,6 @@
 #pragma once
 
+#include "composer/bar_controls.h"
 #include "composer/bookmark_controls.h"
 #include "composer/composer_keyboard.h"
 #include "composer/composer_menu.h"
@@ -36,7 +37,8 @@ class frmComposer : public QDialog {
 
 public:
     /// Opens with the melody of a file, if one is named.
-    frmComposer(const Services& services, QWidget* parent, QString melodyFile = {});
+    frmComposer(const Services& services, ComposerState& state, QWidget* parent,
+                QString melodyFile = {});
     ~frmComposer() override;
 
     /// Stops what plays, asks about unsaved changes, and closes.
@@ -77,6 +79,7 @@ private:
     LibraryControls library_;
     ExportControls export_;
     BookmarkControls bookmarks_;
+    BarControls bars_;
 
     QString melodyFile_;  ///< to be opened when the window comes up
     bool polling_ = false;

@@ -10,8 +10,8 @@ using glyph_table::ArticulationSign;
 using glyph_table::Glyph;
 using note_values::NoteValue;
 
-constexpr std::array<Glyph, 3> kAccidentals{Glyph::AccidentalFlat, Glyph::AccidentalNatural,
-                                            Glyph::AccidentalSharp};
+constexpr std::array<Glyph, 4> kAccidentals{Glyph::AccidentalFlat, Glyph::AccidentalNatural,
+                                            Glyph::AccidentalSharp, Glyph::AccidentalDoubleSharp};
 
 constexpr int kOctave = 7;
 constexpr double kAccidentalGap = 0.25;

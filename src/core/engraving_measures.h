@@ -8,7 +8,7 @@
 /// line, 8 the top one, -2 the first ledger line below.
 namespace engraving {
 
-enum class Accidental { None, Flat, Natural, Sharp };
+enum class Accidental { None, Flat, Natural, Sharp, DoubleSharp };
 enum class Stem { ByPosition, Up, Down };
 using note_values::Duration;
 
@@ -60,6 +60,9 @@ double dotsStart(const Note& note);
 /// The first dot stands so far behind a head or a rest, and each other one behind the one before.
 constexpr double kDotGap = 0.4;
 constexpr double kDotDistance = 0.6;
+
+/// From one sign of a key signature to the next one, in staff spaces.
+constexpr double kKeySignStep = 1.15;
 
 /// The width of a rest with its dots, in staff spaces.
 double restWidth(Duration duration, int dots = 0);

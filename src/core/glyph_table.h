@@ -27,6 +27,7 @@ enum class Glyph {
     AccidentalFlat,
     AccidentalNatural,
     AccidentalSharp,
+    AccidentalDoubleSharp,
     RestWhole,
     RestHalf,
     RestQuarter,
@@ -41,6 +42,11 @@ enum class Glyph {
     AccentAbove,
     AccentBelow,
     Tuplet3,
+    TimeSig2,
+    TimeSig3,
+    TimeSig4,
+    TimeSig6,
+    TimeSig8,
 };
 
 struct Point {
@@ -89,6 +95,13 @@ constexpr auto kGlyphs = std::to_array<Info>({
     {Glyph::AccidentalFlat, "accidentalFlat", 0xE260, {0, -0.7}, {0.904, 1.756}, {}, {}},
     {Glyph::AccidentalNatural, "accidentalNatural", 0xE261, {0, -1.34}, {0.672, 1.364}, {}, {}},
     {Glyph::AccidentalSharp, "accidentalSharp", 0xE262, {0, -1.392}, {0.996, 1.4}, {}, {}},
+    {Glyph::AccidentalDoubleSharp,
+     "accidentalDoubleSharp",
+     0xE263,
+     {0, -0.5},
+     {0.988, 0.508},
+     {},
+     {}},
     {Glyph::RestWhole, "restWhole", 0xE4E3, {0, -0.54}, {1.128, 0.036}, {}, {}},
     {Glyph::RestHalf, "restHalf", 0xE4E4, {0, -0.008}, {1.128, 0.568}, {}, {}},
     {Glyph::RestQuarter, "restQuarter", 0xE4E5, {0.004, -1.5}, {1.08, 1.492}, {}, {}},
@@ -103,6 +116,11 @@ constexpr auto kGlyphs = std::to_array<Info>({
     {Glyph::AccentAbove, "articAccentAbove", 0xE4A0, {0, 0.004}, {1.356, 0.98}, {}, {}},
     {Glyph::AccentBelow, "articAccentBelow", 0xE4A1, {0, -0.976}, {1.356, 0}, {}, {}},
     {Glyph::Tuplet3, "tuplet3", 0xE883, {0.04, -0.032}, {1.224, 1.5}, {}, {}},
+    {Glyph::TimeSig2, "timeSig2", 0xE082, {0.08, -1.028}, {1.704, 1.016}, {}, {}},
+    {Glyph::TimeSig3, "timeSig3", 0xE083, {0.08, -1.004}, {1.604, 0.996}, {}, {}},
+    {Glyph::TimeSig4, "timeSig4", 0xE084, {0.08, -1}, {1.8, 1.004}, {}, {}},
+    {Glyph::TimeSig6, "timeSig6", 0xE086, {0.08, -0.996}, {1.656, 1.004}, {}, {}},
+    {Glyph::TimeSig8, "timeSig8", 0xE088, {0.08, -1.036}, {1.664, 1.036}, {}, {}},
 });
 
 static_assert(
@@ -111,7 +129,7 @@ static_assert(
             if (static_cast<std::size_t>(kGlyphs[i].glyph) != i)
                 return false;
         }
-        return kGlyphs.back().glyph == Glyph::Tuplet3;
+        return kGlyphs.back().glyph == Glyph::TimeSig8;
     }(),
     "a row for each glyph, in the order of the enum");
 

@@ -64,8 +64,14 @@ constexpr std::array<Sign, 7> kFlats{{{QT_TRANSLATE_NOOP("UserText", "Si"), 4},
 /// The same sign stands so much lower on the stave of the bass clef.
 constexpr int kBassShift = grand_staff::kBassShift;
 
+/// Of so many sharps, or flats if it is negative.
+constexpr std::span<const Sign> signsOf(int fifths) {
+    return std::span(fifths > 0 ? kSharps : kFlats)
+        .first(static_cast<std::size_t>(fifths < 0 ? -fifths : fifths));
+}
+
 constexpr std::span<const Sign> signsOf(const KeySignature& key) {
-    return std::span(key.isSharp() ? kSharps : kFlats).first(static_cast<std::size_t>(key.count()));
+    return signsOf(key.fifths);
 }
 
 QString majorName(const KeySignature& key);  ///< "Re maggiore"

@@ -24,7 +24,6 @@ constexpr double kBraceRoom = 1.2;
 constexpr double kBraceGap = 0.3;
 constexpr double kClefIndent = 0.7;
 constexpr double kSignsIndent = 4.3;
-constexpr double kSignStep = 1.15;
 constexpr double kStaveHeight = 4;
 
 constexpr double kSmallSpaceInLines = 0.54;  ///< a staff space as a share of a line of text
@@ -104,13 +103,8 @@ void SignatureStaff::paintEvent(QPaintEvent* /*event*/) {
 
 void SignatureStaff::paintStave(QPainter& painter, const Stave& stave, engraving::Clef clef) const {
     const MusicFont& font = MusicFont::shared();
-    const auto sign = key_.isSharp() ? engraving::Accidental::Sharp : engraving::Accidental::Flat;
-    const int shift = clef == engraving::Clef::G ? 0 : key_signatures::kBassShift;
     engraving::drawLines(painter, stave);
     engraving::drawClef(painter, font, stave, stave.left + kClefIndent * stave.space, clef);
-    qreal x = stave.left + kSignsIndent * stave.space;
-    for (const key_signatures::Sign& altered : key_signatures::signsOf(key_)) {
-        x += kSignStep * stave.space;
-        engraving::drawAccidental(painter, font, stave, x, altered.position - shift, sign);
-    }
+    engraving::drawKeySignature(painter, font, stave, stave.left + kSignsIndent * stave.space, clef,
+                                key_.fifths);
 }

@@ -184,7 +184,7 @@ void MainWindow::mnuComposer_Click() {
 }
 
 void MainWindow::showComposer(const QString& melodyFile) {
-    frmComposer(services_, this, melodyFile).exec();
+    frmComposer(services_, composer_, this, melodyFile).exec();
 }
 
 void MainWindow::mnuPromemoria_Click() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "composer/composer_state.h"
 #include "core/midi_keyboard.h"
 #include "core/pitch.h"
 #include "core/services.h"
@@ -87,6 +88,7 @@ private:
     std::unique_ptr<Ui::MainWindow> ui_;
     std::unique_ptr<ReadingDrill> drill_;
     EarTrainingState earTraining_;
+    ComposerState composer_;
     MetronomeState metronomeState_;
     frmMetro* metronomeFrame_;
     QString noteFolder_;

@@ -1,5 +1,6 @@
 #include "widgets/engraving.h"
 
+#include "core/key_signatures.h"
 #include "widgets/music_font.h"
 
 #include <QPainter>
@@ -7,8 +8,10 @@
 #include <QTransform>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <optional>
+#include <utility>
 
 namespace engraving {
 namespace {
@@ -20,6 +23,17 @@ using note_values::NoteValue;
 constexpr qreal kClefIndent = 0.8;
 constexpr qreal kBraceGap = 0.35;
 constexpr qreal kTripletSize = 0.8;
+
+/// Those of the metres.
+struct Digit {
+    int number;
+    Glyph glyph;
+};
+constexpr std::array<Digit, 5> kDigits{{{2, Glyph::TimeSig2},
+                                        {3, Glyph::TimeSig3},
+                                        {4, Glyph::TimeSig4},
+                                        {6, Glyph::TimeSig6},
+                                        {8, Glyph::TimeSig8}}};
 
 qreal widthOf(Glyph glyph) {
     return glyph_table::info(glyph).northEast.x;
@@ -233,6 +247,32 @@ void drawAccidental(QPainter& painter, const MusicFont& font, const Stave& stave
     const Glyph sign = glyphOf(accidental);
     const qreal reach = (widthOf(sign) + accidentalGap(position)) * stave.space;
     drawGlyph(painter, font, sign, QPointF(x - reach, stave.y(position)), stave.space);
+}
+
+void drawKeySignature(QPainter& painter, const MusicFont& font, const Stave& stave, qreal x,
+                      Clef clef, int fifths) {
+    const Accidental sign = fifths > 0 ? Accidental::Sharp : Accidental::Flat;
+    const int shift = clef == Clef::G ? 0 : key_signatures::kBassShift;
+    for (const key_signatures::Sign& altered : key_signatures::signsOf(fifths)) {
+        x += kKeySignStep * stave.space;
+        drawAccidental(painter, font, stave, x, altered.position - shift, sign);
+    }
+}
+
+void drawMetre(QPainter& painter, const MusicFont& font, const Stave& stave, qreal x, int beats,
+               int beatValue) {
+    const qreal middle = x + kMetreWidth / 2 * stave.space;
+    for (const auto& [number, position] : {std::pair(beats, kMiddleLine + 2), {beatValue, 2}}) {
+        const auto digit = std::find_if(kDigits.begin(), kDigits.end(), [number](const Digit& row) {
+            return row.number == number;
+        });
+        if (digit == kDigits.end())
+            continue;
+        const auto& info = glyph_table::info(digit->glyph);
+        const qreal centre = (info.southWest.x + info.northEast.x) / 2 * stave.space;
+        drawGlyph(painter, font, digit->glyph, QPointF(middle - centre, stave.y(position)),
+                  stave.space);
+    }
 }
 
 void drawArticulation(QPainter& painter, const MusicFont& font, const Stave& stave, qreal x,

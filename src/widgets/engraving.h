@@ -63,6 +63,15 @@ void drawRest(QPainter& painter, const MusicFont& font, const Stave& stave, qrea
 void drawAccidental(QPainter& painter, const MusicFont& font, const Stave& stave, qreal x,
                     int position, Accidental accidental);
 
+/// A key signature of so many sharps, or flats if it is negative, to the right of `x`.
+void drawKeySignature(QPainter& painter, const MusicFont& font, const Stave& stave, qreal x,
+                      Clef clef, int fifths);
+
+/// The numbers of a metre above each other, in the column of so many staff spaces right of `x`.
+constexpr double kMetreWidth = 1.8;
+void drawMetre(QPainter& painter, const MusicFont& font, const Stave& stave, qreal x, int beats,
+               int beatValue);
+
 /// An articulation sign at a note's head, on the side away from its stem; when the note is tied to
 /// the next one, it stands outside the tie.
 void drawArticulation(QPainter& painter, const MusicFont& font, const Stave& stave, qreal x,

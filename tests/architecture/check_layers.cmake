@@ -17,14 +17,14 @@ foreach(subsystem IN LISTS subsystems)
 endforeach()
 # The composer has layers of its own: logic first, then what is seen, then the window.
 set(allowed_composer/melody composer/melody core platform)
-set(allowed_composer/notation composer/notation core platform)
 set(allowed_composer/library composer/library ${allowed_composer/melody})
 set(allowed_composer/score composer/score ${allowed_composer/melody})
+set(allowed_composer/notation composer/notation composer/score core platform)
 set(allowed_composer/playback composer/playback ${allowed_composer/melody})
 set(allowed_composer/exchange composer/exchange composer/score ${allowed_composer/library})
 set(allowed_composer/export composer/export composer/playback composer/library
     ${allowed_composer/exchange})
-set(allowed_composer/staff composer/staff composer/notation ${below_subsystems})
+set(allowed_composer/staff composer/staff composer/notation composer/score ${below_subsystems})
 set(allowed_composer/panels composer/panels composer/library composer/playback composer/melody
     ${below_subsystems})
 set(allowed_composer composer composer/panels composer/staff composer/notation ${allowed_composer/export} widgets)

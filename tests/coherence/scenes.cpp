@@ -1,5 +1,6 @@
 #include "coherence/scenes.h"
 
+#include "composer/composer_state.h"
 #include "composer/frmComposer.h"
 #include "eartraining/ear_training_state.h"
 #include "eartraining/frmInto.h"
@@ -73,7 +74,8 @@ auto composer(const Acts& acts) {
             world.folders.put("C:\\Cantavista\\Melodie\\Esempi\\" + name, file.readAll());
         }
         world.dialogs.confirmations.push_back(true);
-        frmComposer window(world.services(), nullptr);
+        ComposerState state;
+        frmComposer window(world.services(), state, nullptr);
         window.resize(1180, 720);
         world.runtime.at(1ms, [] {});
         Acts all = acts;

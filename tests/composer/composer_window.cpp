@@ -48,7 +48,8 @@ Services OpenComposer::services() {
 }
 
 /// The window's opening takes the first act and the next one in a single pass.
-OpenComposer::OpenComposer(const QString& melodyFile) : window(services(), nullptr, melodyFile) {
+OpenComposer::OpenComposer(const QString& melodyFile)
+    : window(services(), state, nullptr, melodyFile) {
     world.plugKeyboard();
     at(1ms, [] {});
 }

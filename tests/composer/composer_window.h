@@ -1,5 +1,6 @@
 #pragma once
 
+#include "composer/composer_state.h"
 #include "composer/frmComposer.h"
 #include "platform/wave_renderer.h"
 #include "support/test_world.h"
@@ -33,6 +34,7 @@ struct OpenComposer {
     const QString root = QStringLiteral("C:\\Cantavista\\Melodie\\");
     TestWorld world;
     SlowRenderer renderer{world.runtime};
+    ComposerState state;
     frmComposer window;
     WindowDriver user{window};
 

@@ -1,5 +1,6 @@
 #include "composer/notation/score_layout.h"
 
+#include "composer/melody/melody.h"
 #include "composer/notation/sheet_layout.h"
 
 #include <gmock/gmock.h>
@@ -56,12 +57,23 @@ TEST(StaffEntry, DurationsAreEngravedAsAMusicianWritesThem) {
 
 /// A melody that changes at random, and its layout.
 struct Melodies {
-    explicit Melodies(unsigned seed) : random(seed) {
-        layout.setSource({[this] { return static_cast<int>(entries.size()); },
-                          [this](int i) {
-                              ++asked;
-                              return entries.at(static_cast<std::size_t>(i));
-                          }});
+    explicit Melodies(unsigned seed) : random(seed) { layout.setSource(source()); }
+
+    Source source() {
+        return {[this] { return static_cast<int>(entries.size()); },
+                [this](int i) {
+                    ++asked;
+                    return entries.at(static_cast<std::size_t>(i));
+                },
+                notation};
+    }
+
+    /// Any metre and key.
+    void changeNotation() {
+        notation = {std::nullopt, {draw(15) - 7, draw(2) == 0}};
+        if (draw(4) > 0)
+            notation.metre = score::kMetres[static_cast<std::size_t>(draw(4))];
+        layout.setSource(source());
     }
 
     int draw(int below) { return static_cast<int>(random() % static_cast<unsigned>(below)); }
@@ -71,7 +83,10 @@ struct Melodies {
                                         .75,  1. / 3, 2. / 3,   1. / 6,    .0625, 2.,  1.25,
                                         .375, 4.,     .1 + .07, .5 + .125, 5. / 3};
         const int around = draw(9) == 0 ? 36 + draw(60) : 55 + draw(20);
-        const double duration = kDurations[static_cast<std::size_t>(draw(kDurations.size()))];
+        double duration = kDurations[static_cast<std::size_t>(draw(kDurations.size()))];
+        // Few melodies have an entry that no values give; now and then one takes many bars.
+        if (notation.metre && (writable || draw(8) > 0))
+            duration = draw(60) == 0 ? 90.25 : std::round(duration * 96) / 96;
         return draw(8) == 0 ? Entry{0, duration, 'p'} : Entry{around, duration, "nsta"[draw(4)]};
     }
 
@@ -88,12 +103,14 @@ struct Melodies {
 
     std::mt19937 random;
     std::vector<Entry> entries;
+    score::Notation notation = score::kWithoutBars;
+    bool writable = false;  ///< in bars
     ScoreLayout layout;
     int asked = 0;
 };
 
 /// The rules of a system in their plainest form.
-void expectEngraved(const System& system, const Page& page) {
+void expectEngraved(const System& system, const Page& page, double beats) {
     const auto& symbols = system.symbols;
     const auto sharesBeam = [&](std::size_t a, std::size_t b) {
         return std::any_of(system.beams.begin(), system.beams.end(), [&](const Beam& beam) {
@@ -111,16 +128,17 @@ void expectEngraved(const System& system, const Page& page) {
         ASSERT_LE(symbol.x, page.width);
         if (!symbol.rest) {
             const int position = symbol.note.position;
-            ASSERT_TRUE(symbol.staff == Staff::Treble ? position >= -5 : position <= 13)
-                << "no more than two ledger lines between the staves";
+            ASSERT_TRUE(symbol.staff == Staff::Treble ? position >= -6 : position <= 14)
+                << "no more than two ledger lines between the staves, or as many for a Si sharp";
         }
         if (i + 1 == symbols.size())
             continue;
         const Symbol& next = symbols[i + 1];
-        const double beat = std::floor(symbol.onset + 1e-6);
-        const bool together = symbol.triplet || next.triplet
-                                  ? sharesTriplet(i, i + 1)
-                                  : std::floor(next.onset + 1e-6) == beat;
+        const auto beatOf = [beats](const Symbol& s) {
+            return std::floor((s.onset + 1e-6) / beats);
+        };
+        const bool together = symbol.triplet || next.triplet ? sharesTriplet(i, i + 1)
+                                                             : beatOf(symbol) == beatOf(next);
         const bool flagged = symbol.flagged() && next.flagged();
         ASSERT_EQ(sharesBeam(i, i + 1), flagged && together && symbol.staff == next.staff) << i;
         // Ink keeps clear of ink.
@@ -164,9 +182,69 @@ void expectPages(const ScoreLayout& score, double height) {
     ASSERT_EQ(next, score.systems().size());
 }
 
+/// The notes of the bar view, up to an entry that has none, and no bars behind it.
+void expectBars(const ScoreLayout& score, const std::vector<Entry>& entries,
+                const score::Notation& notation) {
+    MelodyDelta delta;
+    for (const Entry& entry : entries) {
+        delta.others.push_back(MelodyEntry::make(static_cast<pitch::NoteNumber>(entry.noteNumber),
+                                                 entry.duration,
+                                                 QString(QLatin1Char(entry.attribute)), u','));
+    }
+    const auto barsOf = [&] {
+        Melody melody;
+        MelodyDelta copy = delta;
+        melody.exchange(copy);
+        return score::barsOf(melody, notation);
+    };
+    score::BarView view = barsOf();
+    if (!view.unwritable.empty()) {
+        delta.others.resize(static_cast<std::size_t>(view.unwritable.front()));
+        view = barsOf();
+        ASSERT_TRUE(view.unwritable.empty());
+    }
+    std::vector<const Symbol*> symbols;
+    std::set<const Symbol*> groupEnds;
+    for (const System& system : score.systems()) {
+        for (const Symbol& symbol : system.symbols)
+            symbols.push_back(&symbol);
+        for (const TripletBracket& bracket : system.triplets)
+            groupEnds.insert(&system.symbols[bracket.symbols.last]);
+        std::size_t lines = 0;
+        for (const Symbol& symbol : system.symbols)
+            lines += symbol.endsBar;
+        ASSERT_EQ(system.barLines.size(), lines);
+    }
+    std::size_t next = 0;
+    for (const score::Bar& bar : view.bars) {
+        int units = 0;
+        for (const score::WrittenNote& note : bar.notes) {
+            ASSERT_LT(next, symbols.size());
+            const Symbol& symbol = *symbols[next++];
+            units += note.value.units();
+            ASSERT_EQ(symbol.entry, note.entry);
+            ASSERT_EQ(symbol.value.duration, note.value.value);
+            ASSERT_EQ(symbol.value.dots, note.value.dotted ? 1 : 0);
+            ASSERT_EQ(symbol.triplet, note.value.triplet);
+            ASSERT_EQ(symbol.tiedToNext(), note.tiedOn);
+            ASSERT_EQ(symbol.opensEntry, note.letter != nullptr);
+            ASSERT_EQ(symbol.accidental, note.accidental);
+            ASSERT_TRUE(symbol.rest || symbol.spelling == note.spelling);
+            ASSERT_EQ(symbol.endsBar, units == notation.metre->units());
+            ASSERT_TRUE(!note.groupEnds || groupEnds.contains(&symbol));
+        }
+    }
+    for (; next < symbols.size(); ++next)
+        ASSERT_FALSE(symbols[next]->endsBar);
+}
+
 TEST(ScoreLayout, AfterEveryChangeItIsWhatANewOneWouldBe) {
     Melodies melody(7);
-    for (int turn = 0; turn < 300; ++turn) {
+    for (int turn = 0; turn < 600; ++turn) {
+        if (turn % 100 == 0)
+            melody.entries.clear();
+        if (turn % 20 == 0)
+            melody.changeNotation();
         if (turn % 50 == 0) {
             const double width = 30 + melody.draw(90);
             melody.layout.setPage({width, 6.0 * melody.draw(2), melody.draw(2) == 0});
@@ -175,8 +253,7 @@ TEST(ScoreLayout, AfterEveryChangeItIsWhatANewOneWouldBe) {
         melody.layout.changedFrom(first);
         melody.layout.layOutAll();
         ScoreLayout fresh;
-        fresh.setSource({[&] { return static_cast<int>(melody.entries.size()); },
-                         [&](int i) { return melody.entries.at(static_cast<std::size_t>(i)); }});
+        fresh.setSource(melody.source());
         fresh.setPage(melody.layout.page());
         fresh.layOutAll();
 
@@ -200,10 +277,15 @@ TEST(ScoreLayout, AfterEveryChangeItIsWhatANewOneWouldBe) {
             next = system.next.entry;
             ASSERT_EQ(system.last, i + 1 == systems.size());
             if (system.last)
-                ASSERT_LE(system.end, std::max(kLead, page.width - page.endRoom) + 1e-6);
+                ASSERT_LE(system.end, std::max(system.opening.end + 1, page.width - page.endRoom));
             else
                 ASSERT_NEAR(system.end, page.width, 1e-6) << "full lines";
-            ASSERT_NO_FATAL_FAILURE(expectEngraved(system, page));
+            const bool compound = melody.notation.metre == score::Metre{6, 8};
+            ASSERT_NO_FATAL_FAILURE(expectEngraved(system, page, compound ? 1.5 : 1));
+        }
+        if (melody.notation.metre) {
+            SCOPED_TRACE(turn);
+            ASSERT_NO_FATAL_FAILURE(expectBars(melody.layout, melody.entries, melody.notation));
         }
         ASSERT_EQ(next, static_cast<int>(melody.entries.size()));
         ASSERT_NO_FATAL_FAILURE(expectPages(melody.layout, 25 + melody.draw(120)));
@@ -211,18 +293,24 @@ TEST(ScoreLayout, AfterEveryChangeItIsWhatANewOneWouldBe) {
 }
 
 TEST(ScoreLayout, AChangeCostsTheSameAtAnyLength) {
-    Melodies melody(3);
-    for (int i = 0; i < 32767; ++i)
-        melody.entries.push_back(melody.entry());
-    melody.layout.setPage({80, 6, true});
-    EXPECT_LT(melody.asked, 3000) << "what is far away waits until it is asked for";
-    for (const int at : {0, 9, 16000, 32000, 32766}) {
-        melody.layout.layOutAll();
-        melody.entries[static_cast<std::size_t>(at)] = {64, 0.5, 'n'};
+    for (const auto& metre : {std::optional<score::Metre>(), std::optional(score::Metre{6, 8})}) {
+        Melodies melody(3);
+        melody.notation.metre = metre;
+        melody.writable = true;
+        for (int i = 0; i < 32767; ++i)
+            melody.entries.push_back(melody.entry());
+        melody.layout.setSource(melody.source());
         melody.asked = 0;
-        melody.layout.changedFrom(at);
-        EXPECT_LT(melody.asked, 3000) << at;
-        EXPECT_TRUE(melody.layout.systems()[melody.layout.systemOf(at)].has(at));
+        melody.layout.setPage({80, 6, true});
+        EXPECT_LT(melody.asked, 3000) << "what is far away waits until it is asked for";
+        for (const int at : {0, 9, 16000, 32000, 32766}) {
+            melody.layout.layOutAll();
+            melody.entries[static_cast<std::size_t>(at)] = {64, 0.5, 'n'};
+            melody.asked = 0;
+            melody.layout.changedFrom(at);
+            EXPECT_LT(melody.asked, 3000) << at;
+            EXPECT_TRUE(melody.layout.systems()[melody.layout.systemOf(at)].has(at));
+        }
     }
 }
 

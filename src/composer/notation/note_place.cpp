@@ -4,13 +4,6 @@
 #include <cmath>
 
 namespace notation {
-namespace {
-
-constexpr int bottomStep(Staff staff) {
-    return staff == Staff::Treble ? grand_staff::kTrebleBottomStep : grand_staff::kBassBottomStep;
-}
-
-}  // namespace
 
 Head headOf(int noteNumber, Staff staff) {
     const auto natural = pitch::NoteNumberToStep(noteNumber);

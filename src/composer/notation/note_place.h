@@ -8,6 +8,11 @@ namespace notation {
 
 enum class Staff { Treble, Bass };
 
+/// The step of a staff's bottom line.
+constexpr int bottomStep(Staff staff) {
+    return staff == Staff::Treble ? grand_staff::kTrebleBottomStep : grand_staff::kBassBottomStep;
+}
+
 /// A sharp stands where its natural does.
 struct Head {
     int position = 0;

@@ -18,17 +18,17 @@ bool isPlainTime(double quarters) {
     return std::abs(units - std::round(units)) < kTolerance;
 }
 
-double quarterOf(const Symbol& symbol) {
-    return std::floor(symbol.onset + kTolerance);
+double beatOf(const Symbol& symbol, double beat) {
+    return std::floor((symbol.onset + kTolerance) / beat);
 }
 
 }  // namespace
 
-std::vector<Span> tripletsOf(const std::vector<Symbol>& symbols) {
+std::vector<Span> tripletsOf(const std::vector<Symbol>& symbols, std::size_t first) {
     std::vector<Span> spans;
     bool open = false;
     double begins = 0;
-    for (std::size_t i = 0; i < symbols.size(); ++i) {
+    for (std::size_t i = first; i < symbols.size(); ++i) {
         const Symbol& symbol = symbols[i];
         if (!symbol.triplet) {
             open = false;
@@ -46,7 +46,8 @@ std::vector<Span> tripletsOf(const std::vector<Symbol>& symbols) {
     return spans;
 }
 
-std::vector<Span> beamsOf(const std::vector<Symbol>& symbols, const std::vector<Span>& triplets) {
+std::vector<Span> beamsOf(const std::vector<Symbol>& symbols, const std::vector<Span>& triplets,
+                          double beat) {
     std::vector<Span> beams;
     std::size_t triplet = 0;
     // The triplet that a symbol is in; none is its own number behind the last one.
@@ -62,7 +63,7 @@ std::vector<Span> beamsOf(const std::vector<Symbol>& symbols, const std::vector<
         const std::size_t now = tripletOf(i);
         const bool together =
             open && symbols[i].flagged() && now == before &&
-            (now < triplets.size() || quarterOf(symbols[i]) == quarterOf(symbols[i - 1]));
+            (now < triplets.size() || beatOf(symbols[i], beat) == beatOf(symbols[i - 1], beat));
         if (together && !beams.empty() && beams.back().last == i - 1)
             beams.back().last = i;
         else if (together)

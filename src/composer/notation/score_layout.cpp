@@ -32,11 +32,14 @@ void ScoreLayout::changedFrom(int entry) {
 std::size_t ScoreLayout::systemOf(int entry) {
     while (!complete() && (systems_.empty() || systems_.back().start.entry <= entry + kAhead))
         append();
-    const auto after = std::upper_bound(
-        systems_.begin(), systems_.end(), entry,
-        [](int index, const System& system) { return index < system.start.entry; });
-    const auto at = after == systems_.begin() ? 0 : after - systems_.begin() - 1;
-    return static_cast<std::size_t>(at);
+    return std::min(find(entry), systems_.size() - 1);
+}
+
+std::size_t ScoreLayout::find(int entry) const {
+    const auto at =
+        std::partition_point(systems_.begin(), systems_.end(),
+                             [entry](const System& system) { return system.isBefore(entry); });
+    return static_cast<std::size_t>(at - systems_.begin());
 }
 
 void ScoreLayout::layOutTo(double y) {
@@ -61,7 +64,7 @@ double ScoreLayout::height() const {
 }
 
 void ScoreLayout::append() {
-    const SystemStart start = systems_.empty() ? SystemStart{} : systems_.back().next;
+    const SystemStart start = systems_.empty() ? startOf(source_) : systems_.back().next;
     const double top =
         systems_.empty() ? 0 : tops_.back() + systems_.back().height() + kBetweenSystems;
     systems_.push_back(layOutSystem(source_, start, page_));

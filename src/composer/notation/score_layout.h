@@ -21,6 +21,10 @@ public:
     /// Lays out what is asked for, if it is there: the system with an entry, or the last one; the
     /// systems down to a height. At least one system is always there.
     std::size_t systemOf(int entry);
+
+    /// The first system that is not before an entry, of those that are laid out; behind the last of
+    /// them if it is further on.
+    std::size_t find(int entry) const;
     void layOutTo(double y);
     void layOutAll();
 

@@ -12,6 +12,7 @@ constexpr double kGrowth = 0.6;
 constexpr double kLeastGap = 0.3;  ///< between the ink of two symbols
 constexpr double kLedgerGap = 0.1;
 constexpr double kTieLength = 2.4;  ///< from head to head, so that the tie can be seen
+constexpr double kBeforeBarLine = 0.6;
 
 double leastDistance(const Symbol& symbol, const Symbol* next) {
     const engraving::Extent extent = extentOf(symbol);
@@ -20,8 +21,12 @@ double leastDistance(const Symbol& symbol, const Symbol* next) {
     // Ledger lines may reach into the gap before a symbol that has none.
     const bool bare = extent.right <= head + glyph_table::kLedgerLineExtension;
     double least = (ledger && bare ? head : extent.right) + kLeastGap;
+    if (symbol.endsBar)
+        least = extent.right + kBeforeBarLine;
     if (!next)
         return least;
+    if (symbol.endsBar)
+        return least + kBehindBarLine + extentOf(*next).left;
     const bool nextLedger = !next->rest && engraving::ledgerLines(next->note.position) > 0;
     const bool sign = !next->rest && next->note.accidental != engraving::Accidental::None;
     if (sign)
@@ -42,7 +47,9 @@ std::vector<Distance> distancesOf(const std::vector<Symbol>& symbols) {
     distances.reserve(symbols.size());
     for (std::size_t i = 0; i < symbols.size(); ++i) {
         const Symbol* next = i + 1 < symbols.size() ? &symbols[i + 1] : nullptr;
-        distances.push_back({spaceAfter(symbols[i].length), leastDistance(symbols[i], next)});
+        const double barLine = symbols[i].endsBar && next ? kBehindBarLine : 0;
+        distances.push_back(
+            {spaceAfter(symbols[i].length) + barLine, leastDistance(symbols[i], next)});
     }
     return distances;
 }

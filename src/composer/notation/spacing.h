@@ -11,6 +11,9 @@ namespace notation {
 /// length, less than in proportion.
 double spaceAfter(double quarters);
 
+/// From a bar line to the leftmost ink of the symbol behind it.
+constexpr double kBehindBarLine = 1;
+
 /// From each symbol to the next one, and from the last one to the end.
 struct Distance {
     double wanted = 0;  ///< by its length

@@ -1,9 +1,23 @@
 #include "composer/notation/symbol.h"
 
+#include <array>
+
 namespace notation {
+namespace {
+
+engraving::Accidental signOf(const std::optional<int>& alter) {
+    using engraving::Accidental;
+    if (!alter)
+        return Accidental::None;
+    constexpr std::array kSigns{Accidental::Flat, Accidental::Natural, Accidental::Sharp,
+                                Accidental::DoubleSharp};
+    return kSigns[static_cast<std::size_t>(*alter + 1)];
+}
+
+}  // namespace
 
 void appendSymbols(std::vector<Symbol>& symbols, int index, const staff_entry::Entry& entry,
-                   double onset) {
+                   double onset, const score::Key& key) {
     const staff_entry::Figure figure = staff_entry::figureOf(entry.duration);
     const std::size_t first = symbols.size();
     for (const staff_entry::Value& value : figure.values) {
@@ -19,20 +33,24 @@ void appendSymbols(std::vector<Symbol>& symbols, int index, const staff_entry::E
         const double written = value.dots > 0 ? note_values::dotted(quarters) : quarters;
         symbol.length = figure.triplet ? written * 2 / 3 : written;
         onset += symbol.length;
+        if (!symbol.rest) {
+            symbol.spelling = score::spell(static_cast<pitch::NoteNumber>(entry.noteNumber), key);
+            const int alter = symbol.spelling.alter;
+            if (symbol.opensEntry && alter != score::signatureAlter(key, symbol.spelling.degree))
+                symbol.accidental = alter;
+        }
         symbols.push_back(symbol);
     }
 }
 
-void placeOnStaff(Symbol& symbol, const staff_entry::Entry& entry, Staff staff) {
+void placeOnStaff(Symbol& symbol, Staff staff) {
     symbol.staff = staff;
     if (symbol.rest)
         return;
-    const Head head = headOf(entry.noteNumber, staff);
-    symbol.note.position = head.position;
+    symbol.note.position = symbol.spelling.step() - bottomStep(staff);
     symbol.note.duration = symbol.value.duration;
     symbol.note.dots = symbol.value.dots;
-    symbol.note.accidental = head.sharp && symbol.opensEntry ? engraving::Accidental::Sharp
-                                                             : engraving::Accidental::None;
+    symbol.note.accidental = signOf(symbol.accidental);
     symbol.stemEnd = engraving::stemEnd(symbol.note);
 }
 

@@ -2,8 +2,10 @@
 
 #include "composer/notation/note_place.h"
 #include "composer/notation/staff_entry.h"
+#include "composer/score/spelling.h"
 #include "core/engraving_measures.h"
 
+#include <optional>
 #include <vector>
 
 namespace notation {
@@ -19,6 +21,11 @@ struct Symbol {
     bool closesEntry = true;
     double onset = 0;   ///< in quarter notes from the start of the melody
     double length = 0;  ///< in quarter notes
+    bool endsBar = false;
+
+    /// Of a note: how it is written, and the alteration whose sign stands before it, if one does.
+    score::Spelling spelling;
+    std::optional<int> accidental;
 
     Staff staff = Staff::Treble;
     engraving::Note note;  ///< not of a rest
@@ -37,12 +44,13 @@ struct Span {
     bool operator==(const Span&) const = default;
 };
 
-/// Appends the symbols of an entry that begins at `onset`; nothing is known of its staff yet.
+/// Appends the symbols of an entry that begins at `onset` and stands in no bar: every note has the
+/// signs that the key does not give it. Nothing is known of its staff yet.
 void appendSymbols(std::vector<Symbol>& symbols, int index, const staff_entry::Entry& entry,
-                   double onset);
+                   double onset, const score::Key& key);
 
 /// Chooses the staff of a symbol.
-void placeOnStaff(Symbol& symbol, const staff_entry::Entry& entry, Staff staff);
+void placeOnStaff(Symbol& symbol, Staff staff);
 
 /// How far a symbol reaches to the left and to the right of its `x`.
 engraving::Extent extentOf(const Symbol& symbol);

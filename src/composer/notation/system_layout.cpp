@@ -3,18 +3,41 @@
 #include "composer/notation/rhythm_groups.h"
 #include "composer/notation/spacing.h"
 #include "composer/notation/staff_choice.h"
+#include "composer/notation/symbol_reader.h"
 #include "composer/notation/system_room.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <utility>
 
 namespace notation {
 namespace {
 
-/// So many entries behind the end of a system are looked at for the staff of its last ones.
-constexpr int kLookAhead = 8;
-
 constexpr double kTolerance = 1e-6;
+
+/// In staff spaces.
+constexpr double kAfterKey = 0.5;
+constexpr double kMetreRoom = 2.4;
+constexpr double kAfterSigns = 0.3;
+
+/// Notes under one beam begin in the same beat.
+double beatOf(const std::optional<score::Metre>& metre) {
+    const bool compound = metre && metre->beatValue == 8;
+    return compound ? 1.5 : 1;
+}
+
+Opening openingOf(const Source& source, const SystemStart& start) {
+    Opening opening;
+    opening.fifths = source.notation.key.fifths;
+    if (opening.fifths != 0)
+        opening.end += std::abs(opening.fifths) * engraving::kKeySignStep + kAfterKey;
+    opening.metreLeft = opening.end;
+    if (start == startOf(source) && source.notation.metre) {
+        opening.metre = source.notation.metre;
+        opening.end += kMetreRoom;
+    }
+    return opening;
+}
 
 /// Lays out one system step by step; each step needs the ones before it.
 class Builder {
@@ -22,38 +45,22 @@ public:
     Builder(const Source& source, const SystemStart& start) : source_(source) {
         system_.start = start;
         system_.next = start;
+        system_.opening = openingOf(source, start);
     }
 
     /// Reads as many entries as could fit, and a few more.
     void read(double room) {
-        const int count = source_.count();
-        double used = 0;
-        double onset = system_.start.onset;
-        int index = system_.start.entry;
-        for (int more = kLookAhead; index < count && more > 0; ++index) {
-            entries_.push_back(source_.entryAt(index));
-            const std::size_t first = system_.symbols.size();
-            appendSymbols(system_.symbols, index, entries_.back(), onset);
-            for (std::size_t i = first; i < system_.symbols.size(); ++i)
-                used += spaceAfter(system_.symbols[i].length);
-            onset = system_.symbols.back().onset + system_.symbols.back().length;
-            if (used > room)
-                --more;
-        }
-        // The end of the melody counts as read.
-        system_.readTo = index < count ? index : count + 1;
-        readsAll_ = index >= count;
-    }
-
-    void group() {
-        triplets_ = tripletsOf(system_.symbols);
-        beams_ = beamsOf(system_.symbols, triplets_);
+        reading_ = readSymbols(source_, system_.start, room);
+        system_.symbols = std::move(reading_.symbols);
+        system_.readTo = reading_.readTo;
+        triplets_ = reading_.triplets;
+        beams_ = beamsOf(system_.symbols, triplets_, beatOf(source_.notation.metre));
     }
 
     void chooseStaves() {
         std::vector<StaffQuestion> questions;
-        questions.reserve(entries_.size());
-        for (const staff_entry::Entry& entry : entries_)
+        questions.reserve(reading_.entries.size());
+        for (const staff_entry::Entry& entry : reading_.entries)
             questions.push_back({entry.noteNumber, false});
         for (const auto* spans : {&triplets_, &beams_}) {
             for (const Span& span : *spans) {
@@ -67,14 +74,15 @@ public:
     void placeOnStaves(std::vector<Staff> staves) {
         staves_ = std::move(staves);
         for (Symbol& symbol : system_.symbols)
-            placeOnStaff(symbol, entries_[offsetOf(symbol)], staves_[offsetOf(symbol)]);
+            placeOnStaff(symbol, staves_[offsetOf(symbol)]);
         beams_ = onOneStaff(beams_, system_.symbols);
         for (const Span& beam : beams_)
             turnStems(system_.symbols, beam);
     }
 
-    /// Ends the system behind the last entry that fits and is in no beam or triplet with the next
-    /// one; where not even the first of those fits, behind the last entry that fits, or the first.
+    /// Ends the system behind the last bar that fits; where there is none, behind the last entry
+    /// that fits and is in no beam or triplet with the next one; where not even the first of those
+    /// fits, behind the last entry that fits, or the first. Inside of a bar a value is enough.
     void breakLine(const Page& page) {
         distances_ = distancesOf(system_.symbols);
         std::vector<bool> joined(system_.symbols.size() + 1, false);
@@ -84,6 +92,7 @@ public:
                             span.last - span.first, true);
         }
         double used = lead();
+        std::size_t bar = 0;
         std::size_t good = 0;
         std::size_t possible = 0;
         std::size_t i = 0;
@@ -91,16 +100,17 @@ public:
             used += distances_[i].natural();
             if (used > page.width + kTolerance && possible > 0)
                 break;
-            if (system_.symbols[i].closesEntry) {
+            const Symbol& symbol = system_.symbols[i];
+            bar = symbol.endsBar ? i + 1 : reading_.behind[i] ? bar : 0;
+            if (symbol.closesEntry && !joined[i + 1])
+                good = i + 1;
+            if (symbol.closesEntry || reading_.behind[i])
                 possible = i + 1;
-                if (!joined[i + 1])
-                    good = i + 1;
-            }
         }
-        const bool all = readsAll_ && i == system_.symbols.size();
+        const bool all = reading_.all && i == system_.symbols.size();
         const bool leavesRoom = used <= page.width - page.endRoom + kTolerance;
         system_.last = all && (leavesRoom || system_.symbols.empty());
-        cutAt(all ? system_.symbols.size() : good > 0 ? good : possible);
+        cutAt(all ? system_.symbols.size() : bar > 0 ? bar : good > 0 ? good : possible);
     }
 
     void placeSymbols(double width) {
@@ -117,6 +127,7 @@ public:
         }
         system_.end = x;
         squeeze(width);
+        placeBarLines();
     }
 
     void layOutSigns() {
@@ -124,12 +135,13 @@ public:
             system_.beams.push_back(layOutBeam(system_.symbols, beam));
         for (std::size_t i = 0; i < system_.symbols.size(); ++i) {
             const Symbol& symbol = system_.symbols[i];
-            const staff_entry::Entry& entry = entries_[offsetOf(symbol)];
+            const staff_entry::Entry& entry = reading_.entries[offsetOf(symbol)];
             if (!symbol.opensEntry)
                 continue;
             if (const auto sign = staff_entry::articulationOf(entry))
                 system_.articulations.push_back({i, *sign});
-            if (!staff_entry::figureOf(entry.duration).exact)
+            if (symbol.entry == reading_.barless ||
+                (!reading_.behind[i] && !staff_entry::figureOf(entry.duration).exact))
                 system_.durationSigns.push_back({i, entry.duration, 0});
         }
         placeOutside(system_, triplets_);
@@ -145,18 +157,22 @@ private:
         return static_cast<std::size_t>(symbol.entry - system_.start.entry);
     }
 
-    /// Where the first head stands: its accidental is clear of the clef.
+    /// Where the first head stands: its accidental is clear of the signs before it.
     double lead() const {
+        const double signs = system_.opening.end;
+        const double least = signs + (kLead - kClefRoom);
         return system_.symbols.empty()
-                   ? kLead
-                   : std::max(kLead, kClefRoom + 0.3 + extentOf(system_.symbols.front()).left);
+                   ? least
+                   : std::max(least, signs + kAfterSigns + extentOf(system_.symbols.front()).left);
     }
 
     void cutAt(std::size_t end) {
         std::vector<Symbol>& symbols = system_.symbols;
         if (end > 0) {
             const Symbol& last = symbols[end - 1];
-            system_.next = {last.entry + 1, last.onset + last.length, staves_[offsetOf(last)]};
+            system_.next = {last.closesEntry ? last.entry + 1 : last.entry,
+                            last.onset + last.length, staves_[offsetOf(last)],
+                            reading_.behind[end - 1]};
         }
         symbols.resize(end);
         distances_ = distancesOf(symbols);
@@ -183,20 +199,54 @@ private:
         system_.end = width;
     }
 
+    /// Between the ink of two symbols, or at the end of the system.
+    void placeBarLines() {
+        const std::vector<Symbol>& symbols = system_.symbols;
+        if (!symbols.empty() && reading_.behind.front())
+            system_.barNumber = system_.start.bar->number + 1;
+        for (std::size_t i = 0; i < symbols.size(); ++i) {
+            if (!symbols[i].endsBar)
+                continue;
+            const bool isLast = i + 1 == symbols.size();
+            system_.barLines.push_back(isLast ? system_.end
+                                              : symbols[i + 1].x - extentOf(symbols[i + 1]).left -
+                                                    kBehindBarLine);
+        }
+    }
+
     const Source& source_;
     System system_;
-    std::vector<staff_entry::Entry> entries_;
+    Reading reading_;
     std::vector<Staff> staves_;
     std::vector<Span> triplets_;
     std::vector<Span> beams_;
     std::vector<Distance> distances_;
-    bool readsAll_ = false;
 };
 
 }  // namespace
 
 double System::height() const {
     return above + below + gap + 2 * engraving::kTopLine;
+}
+
+bool System::has(int entry) const {
+    return !symbols.empty() && entry >= symbols.front().entry && entry <= symbols.back().entry;
+}
+
+bool System::opens(int entry) const {
+    return has(entry) && (entry > symbols.front().entry || symbols.front().opensEntry);
+}
+
+bool System::closes(int entry) const {
+    return has(entry) && (entry < symbols.back().entry || symbols.back().closesEntry);
+}
+
+QString System::barNumberText() const {
+    const bool isFirst = start.entry == 0 && start.onset == 0;
+    if (!barNumber || isFirst)
+        return {};
+    const bool isInside = start.bar->notes > 0;
+    return QString(isInside ? QStringLiteral("(%1)") : QStringLiteral("%1")).arg(*barNumber);
 }
 
 double System::bottomLine(Staff staff) const {
@@ -223,7 +273,6 @@ System::Stretch System::stretchOf(int entry) const {
 System layOutSystem(const Source& source, const SystemStart& start, const Page& page) {
     Builder builder(source, start);
     builder.read(page.width);
-    builder.group();
     builder.chooseStaves();
     builder.breakLine(page);
     builder.placeSymbols(page.width);
@@ -231,12 +280,11 @@ System layOutSystem(const Source& source, const SystemStart& start, const Page& 
     return builder.take(page);
 }
 
-System layOutEntry(const staff_entry::Entry& entry, Staff staff) {
-    const Source alone{[] { return 1; }, [&](int) { return entry; }};
+System layOutEntry(const staff_entry::Entry& entry, Staff staff, const score::Key& key) {
+    const Source alone{[] { return 1; }, [&](int) { return entry; }, {std::nullopt, key}};
     const Page page;
     Builder builder(alone, {});
     builder.read(page.width);
-    builder.group();
     builder.placeOnStaves({staff});
     builder.breakLine(page);
     builder.placeSymbols(page.width);

@@ -1,21 +1,14 @@
 #pragma once
 
 #include "composer/notation/beams.h"
-#include "composer/notation/staff_entry.h"
+#include "composer/notation/source.h"
 #include "composer/notation/symbol.h"
 
-#include <functional>
 #include <optional>
 #include <vector>
 
 /// One system of the melody as engraved music: two staves with as many entries as its width holds.
 namespace notation {
-
-/// The melody that is laid out.
-struct Source {
-    std::function<int()> count;
-    std::function<staff_entry::Entry(int)> entryAt;  ///< 0..count - 1
-};
 
 /// In staff spaces.
 struct Page {
@@ -24,13 +17,19 @@ struct Page {
     bool roomForEveryNote = false;  ///< at the last system, above and below
 };
 
-/// All that a system depends on of those before it.
-struct SystemStart {
-    int entry = 0;
-    double onset = 0;            ///< in quarter notes from the start of the melody
-    std::optional<Staff> staff;  ///< of the entry before
+/// Where the signs end that begin a system without a key and a metre, and where its first symbol
+/// begins at the earliest.
+constexpr double kClefRoom = 4.4;
+constexpr double kLead = 5;
 
-    bool operator==(const SystemStart&) const = default;
+/// What stands at the left of a system behind the clefs.
+struct Opening {
+    int fifths = 0;                     ///< so many sharps, or flats if it is negative
+    std::optional<score::Metre> metre;  ///< of the first system
+    double metreLeft = kClefRoom;
+    double end = kClefRoom;
+
+    bool operator==(const Opening&) const = default;
 };
 
 /// The bracket and the "3" over or under the symbols of a triplet.
@@ -65,6 +64,9 @@ struct System {
     std::vector<TripletBracket> triplets;
     std::vector<ArticulationMark> articulations;
     std::vector<DurationSign> durationSigns;
+    std::vector<double> barLines;  ///< those where a bar ends
+    std::optional<int> barNumber;  ///< of the bar in which it starts, from 1
+    Opening opening;
     double end = 0;  ///< behind the last symbol
 
     double above = 0;  ///< from the treble staff's top line to the highest ink
@@ -73,8 +75,16 @@ struct System {
     double ink = 0;    ///< from the bass staff's bottom line to below its lowest ink
 
     double height() const;
-    int count() const { return next.entry - start.entry; }
-    bool has(int entry) const { return entry >= start.entry && entry < next.entry; }
+    /// Whether it has an entry or a part of it, with its beginning, with its end.
+    bool has(int entry) const;
+    bool opens(int entry) const;
+    bool closes(int entry) const;
+
+    /// The number that stands over its beginning, "(7)" inside of a bar; the first has none.
+    QString barNumberText() const;
+
+    /// Whether it lies before an entry.
+    bool isBefore(int entry) const { return !symbols.empty() && symbols.back().entry < entry; }
 
     /// From the top of the system to a staff's bottom line, and to the middle between the staves.
     double bottomLine(Staff staff) const;
@@ -89,13 +99,9 @@ struct System {
     Stretch stretchOf(int entry) const;
 };
 
-/// Where the signs end that begin a system, and where its first symbol begins at the earliest.
-constexpr double kClefRoom = 4.4;
-constexpr double kLead = 5;
-
 System layOutSystem(const Source& source, const SystemStart& start, const Page& page);
 
 /// A single entry on a staff, without a clef, whose first head stands at 0.
-System layOutEntry(const staff_entry::Entry& entry, Staff staff);
+System layOutEntry(const staff_entry::Entry& entry, Staff staff, const score::Key& key = {});
 
 }  // namespace notation

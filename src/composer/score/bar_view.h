@@ -27,7 +27,11 @@ constexpr std::array<Metre, 4> kMetres{{{2, 4}, {3, 4}, {4, 4}, {6, 8}}};
 struct Notation {
     std::optional<Metre> metre = Metre{};
     Key key;
+
+    bool operator==(const Notation&) const = default;
 };
+
+inline constexpr Notation kWithoutBars{std::nullopt, {}};
 
 /// A note or a rest on paper: an entry of the melody or, where no single value gives the entry or a
 /// bar line divides it, one of those that are tied together.
@@ -40,6 +44,7 @@ struct WrittenNote {
     bool tiedBack = false;                        ///< to the note before; rests are not tied
     bool tiedOn = false;                          ///< to the note behind
     const letter::EntryLetter* letter = nullptr;  ///< the first of an entry has it
+    bool closesEntry = false;                     ///< it is the last of an entry
     bool groupStarts = false;                     ///< of a triplet, which may lack members
     bool groupEnds = false;
 

@@ -39,7 +39,7 @@ int signatureAlter(const Key& key, int degree);
 /// flat in one with flats.
 Spelling spell(pitch::NoteNumber note, const Key& key);
 
-/// The accidentals of a bar: each holds for its line or space to the end of the bar.
+/// The accidentals of one bar: each holds for its line or space to the end of the bar.
 class Accidentals {
 public:
     explicit Accidentals(const Key& key) : key_(key) {}
@@ -49,8 +49,6 @@ public:
 
     /// Music without bars repeats what an accidental altered before.
     void setRepeats(bool on) { repeats_ = on; }
-
-    void startBar() { changed_.fill({}); }
 
 private:
     static constexpr std::size_t kSteps = 80;

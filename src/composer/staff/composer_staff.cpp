@@ -301,6 +301,7 @@ void ComposerStaff::paintEvent(QPaintEvent* event) {
         score_painter::drawSymbols(painter, font_, page_.system(i), page_.placeOf(i));
         staff_marks::paintRange(painter, *this, page_, i, range_);
         staff_marks::paintNumbers(painter, *this, page_, i);
+        staff_marks::paintBarNumber(painter, *this, page_, i);
     }
     paintPointed(painter);
 }

@@ -6,12 +6,22 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <array>
 
 namespace {
 
 /// In staff spaces.
 constexpr double kTieLength = 2.4;
 constexpr double kSideRoom = 0.2;
+
+/// As `engraving::Accidental` counts them.
+constexpr std::array kAccidentals{
+    "", QT_TRANSLATE_NOOP("UserText", "Bemolle"), QT_TRANSLATE_NOOP("UserText", "Bequadro"),
+    QT_TRANSLATE_NOOP("UserText", "Diesis"), QT_TRANSLATE_NOOP("UserText", "Doppio diesis")};
+
+const char* nameOf(engraving::Accidental accidental) {
+    return kAccidentals[static_cast<std::size_t>(accidental)];
+}
 
 /// Above and below the staff that the note stands on, as far as its ink goes.
 QRectF roomOf(const EntryPreview& preview) {
@@ -70,7 +80,12 @@ CursorPicture::Part ActiveNotePicture::part(const EntryPreview& preview) const {
 
 ActiveSharpPicture::ActiveSharpPicture(const MusicFont& font, QWidget* parent)
     : CursorPicture(QStringLiteral("lblAccidente"), font, parent) {
-    setAccessibleName(UserText::tr("Diesis"));
+    setAccessibleName(UserText::tr(nameOf(engraving::Accidental::Sharp)));
+}
+
+void ActiveSharpPicture::show(const EntryPreview& preview) {
+    setAccessibleName(UserText::tr(nameOf(preview.note().note.accidental)));
+    CursorPicture::show(preview);
 }
 
 CursorPicture::Part ActiveSharpPicture::part(const EntryPreview& preview) const {

@@ -37,10 +37,12 @@ private:
     Part part(const EntryPreview& preview) const override;
 };
 
-/// The sharp of the active note, `lblAccidente`.
+/// The sharp or other accidental of the active note, `lblAccidente`.
 class ActiveSharpPicture : public CursorPicture {
 public:
     ActiveSharpPicture(const MusicFont& font, QWidget* parent);
+
+    void show(const EntryPreview& preview);
 
 private:
     Part part(const EntryPreview& preview) const override;

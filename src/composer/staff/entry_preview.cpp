@@ -30,8 +30,8 @@ std::optional<EntryPreview> previewAtEnd(const StaffPage& page, const staff_entr
     if (!page.knowsEnd())
         return std::nullopt;
     const System& last = page.system(page.lastSystem());
-    System preview = notation::layOutEntry(entry, page.staffOfNext(entry));
-    const double begins = last.symbols.empty() ? notation::kLead : last.end + kGap;
+    System preview = notation::layOutEntry(entry, page.staffOfNext(entry), page.notation().key);
+    const double begins = last.symbols.empty() ? last.end : last.end + kGap;
     const double x = begins + notation::extentOf(preview.symbols.front()).left;
     return previewAt(page, page.lastSystem(), std::move(preview), x, tied);
 }
@@ -47,6 +47,8 @@ std::optional<EntryPreview> previewOver(const StaffPage& page, int entry, int no
         return std::nullopt;
     const notation::Staff staff =
         notation::chooseStaves({{noteNumber, false}}, written->staff).front();
-    return previewAt(page, *index, notation::layOutEntry({noteNumber, written->length}, staff),
-                     written->x, false);
+    return previewAt(
+        page, *index,
+        notation::layOutEntry({noteNumber, written->length}, staff, page.notation().key),
+        written->x, false);
 }

@@ -22,6 +22,8 @@ using notation::System;
 constexpr double kSignSize = 1.5;
 constexpr double kSignRoom = 12;
 constexpr double kBracketOver = 0.2;  ///< beyond the heads
+constexpr double kTieInwards = 1;     ///< of one that ends at another system
+constexpr double kBarLine = glyph_table::kThinBarlineThickness;
 
 /// Paints one system.
 class SystemPainter {
@@ -35,9 +37,18 @@ public:
           treble_(onPixels(painter, staveOf(system, notation::Staff::Treble, place))),
           bass_(onPixels(painter, staveOf(system, notation::Staff::Bass, place))) {}
 
-    void drawStaves() { engraving::drawGrandStaff(painter_, font_, treble_, bass_); }
+    void drawStaves() {
+        engraving::drawGrandStaff(painter_, font_, treble_, bass_);
+        drawOpening(treble_, engraving::Clef::G);
+        drawOpening(bass_, engraving::Clef::F);
+        drawBarLines(bass_);
+    }
 
-    void drawTrebleStaff() { engraving::drawStaff(painter_, font_, treble_, engraving::Clef::G); }
+    void drawTrebleStaff() {
+        engraving::drawStaff(painter_, font_, treble_, engraving::Clef::G);
+        drawOpening(treble_, engraving::Clef::G);
+        drawBarLines(treble_);
+    }
 
     void drawSymbols() {
         std::vector<QRectF> stems(system_.symbols.size());
@@ -57,6 +68,24 @@ public:
     }
 
 private:
+    void drawOpening(const Stave& stave, engraving::Clef clef) {
+        const notation::Opening& opening = system_.opening;
+        engraving::drawKeySignature(painter_, font_, stave, place_.x(notation::kClefRoom), clef,
+                                    opening.fifths);
+        if (opening.metre) {
+            engraving::drawMetre(painter_, font_, stave, place_.x(opening.metreLeft),
+                                 opening.metre->beats, opening.metre->beatValue);
+        }
+    }
+
+    /// From the treble staff down to another one.
+    void drawBarLines(const Stave& lowest) {
+        for (const double x : system_.barLines) {
+            const qreal left = std::min(place_.x(x), treble_.right - kBarLine * place_.space);
+            engraving::drawBarline(painter_, treble_, lowest, left);
+        }
+    }
+
     const Stave& of(const Symbol& symbol) const { return of(symbol.staff); }
     const Stave& of(notation::Staff staff) const {
         return staff == notation::Staff::Treble ? treble_ : bass_;
@@ -74,8 +103,14 @@ private:
         } else {
             engraving::drawNote(painter_, font_, of(symbol), x, symbol.note);
         }
-        if (symbol.tiedToNext() && i + 1 < system_.symbols.size()) {
-            engraving::drawTie(painter_, of(symbol), x, place_.x(system_.symbols[i + 1].x),
+        // A tie from or to another system ends beside the notes.
+        const bool isLast = i + 1 == system_.symbols.size();
+        if (symbol.tiedToNext()) {
+            const double to = isLast ? system_.end - kTieInwards : system_.symbols[i + 1].x;
+            engraving::drawTie(painter_, of(symbol), x, place_.x(to), symbol.note);
+        }
+        if (i == 0 && !symbol.opensEntry && !symbol.rest) {
+            engraving::drawTie(painter_, of(symbol), x - kTieInwards * 2 * place_.space, x,
                                symbol.note);
         }
     }

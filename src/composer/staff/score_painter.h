@@ -26,11 +26,11 @@ constexpr double kBraceRoom = 2.2;
 
 engraving::Stave staveOf(const notation::System& system, notation::Staff staff, const Place& place);
 
-/// Lines, brace and clefs.
+/// Lines, brace, clefs, key, metre and bar lines.
 void drawStaves(QPainter& painter, const MusicFont& font, const notation::System& system,
                 const Place& place);
 
-/// The treble staff alone, with its clef.
+/// The same of the treble staff alone.
 void drawTrebleStaff(QPainter& painter, const MusicFont& font, const notation::System& system,
                      const Place& place);
 

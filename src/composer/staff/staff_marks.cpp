@@ -23,6 +23,13 @@ constexpr double kCurrentTint = 0.24;
 constexpr double kFlag = 1.4;
 constexpr double kLine = 0.2;
 constexpr double kOver = 2.2;  ///< from the treble staff to the flag's top
+constexpr double kOverClef = 1.7;
+
+void chooseNumberFont(QPainter& painter, const QWidget& widget) {
+    painter.setFont(numberFont(widget));
+    painter.setPen(appearance::mixed(widget.palette().color(QPalette::Text),
+                                     widget.palette().color(QPalette::Base), kNumberInk));
+}
 
 }  // namespace
 
@@ -32,11 +39,18 @@ QFont numberFont(const QWidget& widget) {
     return font;
 }
 
+void paintBarNumber(QPainter& painter, const QWidget& widget, const StaffPage& page,
+                    std::size_t system) {
+    const notation::System& shown = page.system(system);
+    const auto place = page.placeOf(system);
+    chooseNumberFont(painter, widget);
+    painter.drawText(QPointF(place.left, place.top + (shown.above / 2 - kOverClef) * place.space),
+                     shown.barNumberText());
+}
+
 void paintNumbers(QPainter& painter, const QWidget& widget, const StaffPage& page,
                   std::size_t system) {
-    painter.setFont(numberFont(widget));
-    painter.setPen(appearance::mixed(widget.palette().color(QPalette::Text),
-                                     widget.palette().color(QPalette::Base), kNumberInk));
+    chooseNumberFont(painter, widget);
     const QFontMetricsF metrics(painter.font());
     const notation::System& shown = page.system(system);
     const auto place = page.placeOf(system);
@@ -71,9 +85,9 @@ void paintRange(QPainter& painter, const QWidget& widget, const StaffPage& page,
         flag.closeSubpath();
         painter.fillPath(flag, painter.pen().color());
     };
-    if (shown.has(range.first))
+    if (shown.opens(range.first))
         mark(page.rectOf(system, range.first).left(), 1);
-    if (shown.has(range.last))
+    if (shown.closes(range.last))
         mark(page.rectOf(system, range.last).right(), -1);
 }
 

@@ -26,6 +26,10 @@ QFont numberFont(const QWidget& widget);
 void paintNumbers(QPainter& painter, const QWidget& widget, const StaffPage& page,
                   std::size_t system);
 
+/// The number of the bar with which a system begins, over its clef.
+void paintBarNumber(QPainter& painter, const QWidget& widget, const StaffPage& page,
+                    std::size_t system);
+
 /// A line over both staves with a flag that points into the range.
 void paintRange(QPainter& painter, const QWidget& widget, const StaffPage& page, std::size_t system,
                 const PlayRange& range);

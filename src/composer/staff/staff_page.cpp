@@ -39,9 +39,10 @@ bool isOn(const Symbol& symbol, double x, double position) {
 }  // namespace
 
 void StaffPage::setSource(const notation::Source& source) {
+    const int first = score_.systems().empty() ? 0 : system(view().first).start.entry;
     source_ = source;
     score_.setSource(source);
-    scrollTo(offset_);
+    scrollTo(score_.topOf(score_.systemOf(first)) * space_ / 2);
 }
 
 void StaffPage::resize(const QSizeF& size, qreal space, qreal devicePixelRatio) {
@@ -109,13 +110,10 @@ score_painter::Place StaffPage::placeOf(std::size_t system) const {
 }
 
 std::optional<std::size_t> StaffPage::systemOf(int entry) const {
-    const auto& systems = score_.systems();
-    const auto at = std::partition_point(systems.begin(), systems.end(), [&](const System& system) {
-        return system.next.entry <= entry;
-    });
-    if (at == systems.end() || !at->has(entry))
+    const std::size_t at = score_.find(entry);
+    if (at == score_.systems().size() || !system(at).has(entry))
         return std::nullopt;
-    return static_cast<std::size_t>(at - systems.begin());
+    return at;
 }
 
 QRectF StaffPage::rectOf(std::size_t index, int entry) const {
@@ -145,7 +143,8 @@ notation::Staff StaffPage::staffOfNext(const staff_entry::Entry& entry) const {
     const int count = source_.count();
     const notation::Source longer{
         [count] { return count + 1; },
-        [&](int index) { return index < count ? source_.entryAt(index) : entry; }};
+        [&](int index) { return index < count ? source_.entryAt(index) : entry; },
+        source_.notation};
     const System next =
         notation::layOutSystem(longer, score_.systems().back().start, score_.page());
     return next.symbols.empty() ? notation::Staff::Treble : next.symbols.back().staff;

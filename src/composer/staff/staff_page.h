@@ -15,12 +15,14 @@ class StaffPage {
 public:
     static constexpr double kPadding = 9;
 
+    /// The first entry in view stays there.
     void setSource(const notation::Source& source);
 
     /// Lays out the systems for a widget of this size and staff lines of this distance at most.
     void resize(const QSizeF& size, qreal space, qreal devicePixelRatio);
     void changedFrom(int entry);
 
+    const score::Notation& notation() const { return source_.notation; }
     qreal space() const { return space_; }
     qreal offset() const { return offset_; }
     qreal largestOffset() const;
