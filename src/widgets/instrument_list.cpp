@@ -10,6 +10,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QScreen>
+#include <QStyledItemDelegate>
 #include <QVBoxLayout>
 #include <QWindow>
 
@@ -23,6 +24,18 @@ constexpr int kHeading = -1;  ///< in the place of a program
 constexpr int kMargin = 8;
 constexpr int kLines = 18;
 constexpr int kLetters = 62;
+
+/// Headings are disabled, so that the keys pass them by, but do not look it.
+class ItemPainting : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->state |= QStyle::State_Enabled;
+    }
+};
 
 int programOf(const QListWidgetItem& item) {
     return item.data(kProgramRole).toInt();
@@ -58,6 +71,7 @@ InstrumentList::InstrumentList(QWidget* parent)
     list_->setObjectName(QStringLiteral("lstStrumenti"));
     list_->setAccessibleName(UserText::tr("Strumenti"));
     list_->setUniformItemSizes(true);
+    list_->setItemDelegate(new ItemPainting(list_));
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     column->addWidget(search_);
@@ -80,7 +94,7 @@ void InstrumentList::fill() {
             auto* heading = new QListWidgetItem(
                 instruments::familyName(program / instruments::kProgramsInFamily), list_);
             heading->setData(kProgramRole, kHeading);
-            heading->setFlags(Qt::ItemIsEnabled);
+            heading->setFlags(Qt::NoItemFlags);
             QFont bold = list_->font();
             bold.setBold(true);
             heading->setFont(bold);
