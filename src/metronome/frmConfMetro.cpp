@@ -151,7 +151,10 @@ void frmConfMetro::showPulse(int pulse, int pulses) {
     ui_->lblProva->setText(pulseText(pulse, pulses));
 }
 
+/// The button that ends it would pass the focus on to the one that closes the window.
 void frmConfMetro::showEnd() {
+    if (ui_->cmdFerma->hasFocus())
+        ui_->cmdTest->setFocus();
     showTesting(false);
 }
 
