@@ -101,10 +101,6 @@ void frmMetro::mnuMetro_Click() {
     ui_->cmdSSmetro->setFocus();
 }
 
-QWidget& frmMetro::lastControl() const {
-    return *ui_->lblCloseMetro;
-}
-
 void frmMetro::cmdSSmetro_Click() {
     metronome_.startOrStop();
 }

@@ -26,9 +26,6 @@ public:
     /// Shows the frame and gives the focus to the start button.
     void mnuMetro_Click();
 
-    /// Where the Tab key leaves the frame.
-    QWidget& lastControl() const;
-
     void cmdSSmetro_Click();
     void lblTs_Click();
     void MetroTempoS_Change();

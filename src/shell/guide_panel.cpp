@@ -31,6 +31,7 @@ void GuidePanel::setRows(const QString& title, const std::vector<Row>& rows) {
         keys->setObjectName(QStringLiteral("tasti_") + row.item->objectName());
         grid->addWidget(button, line, 0, Qt::AlignLeft);
         grid->addWidget(keys, line, 1);
+        lastControl_ = button;
     }
     arrange();
 }

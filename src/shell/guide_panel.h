@@ -22,6 +22,9 @@ public:
     /// To be called once.
     void setRows(const QString& title, const std::vector<Row>& rows);
 
+    /// Where the Tab key leaves the guide, once it has rows.
+    QWidget& lastControl() const { return *lastControl_; }
+
     /// Whether the place is free for the guide.
     void setWanted(bool wanted);
 
@@ -36,5 +39,6 @@ private:
     void arrange();
 
     QWidget* content_;
+    QWidget* lastControl_ = nullptr;
     bool wanted_ = true;
 };

@@ -49,8 +49,8 @@ MainWindow::MainWindow(const Services& services)
     metronomeFrame_ =
         new frmMetro(services_.runtime, services_.funzioniMM, metronomeState_, *this, ui_->centre);
     ui_->tools->insertWidget(ui_->tools->indexOf(ui_->guide), metronomeFrame_);
-    setTabOrder(&metronomeFrame_->lastControl(), ui_->cmdEsci);
     addGuide();
+    setTabOrder(&ui_->guide->lastControl(), ui_->cmdEsci);
     connectMenu();
     Form_Load();
     new RoomScale(*this, made);
