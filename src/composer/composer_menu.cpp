@@ -131,11 +131,15 @@ void ComposerMenu::setInsertsDirectly(bool on) {
 
 void ComposerMenu::addSilence(QMenu& menu) {
     menu.addSeparator();
-    QAction* silence = menu.addAction(tr("Silenzio"));
-    silence->setObjectName(QStringLiteral("mnuSilenzio"));
-    silence->setCheckable(true);
-    silence->setStatusTip(tr("Nessun annuncio per chi usa un lettore di schermo"));
-    connect(silence, &QAction::toggled, this, &ComposerMenu::silenceChosen);
+    silence_ = menu.addAction(tr("Silenzio"));
+    silence_->setObjectName(QStringLiteral("mnuSilenzio"));
+    silence_->setCheckable(true);
+    silence_->setStatusTip(tr("Nessun annuncio per chi usa un lettore di schermo"));
+    connect(silence_, &QAction::toggled, this, &ComposerMenu::silenceChosen);
+}
+
+void ComposerMenu::setSilent(bool on) {
+    silence_->setChecked(on);
 }
 
 void ComposerMenu::enableUndo(bool undo, bool redo) {

@@ -22,6 +22,7 @@ public:
     void enableExport(bool audio, bool notes);
 
     void setInsertsDirectly(bool on);
+    void setSilent(bool on);
 
 Q_SIGNALS:
     void openChosen();
@@ -60,6 +61,7 @@ private:
     QAction* exportAudio_ = nullptr;
     QAction* exportMidi_ = nullptr;
     QAction* directInsertion_ = nullptr;
+    QAction* silence_ = nullptr;
     QAction* exportPdf_ = nullptr;
     QAction* exportMusicXml_ = nullptr;
     QAction* exportBraille_ = nullptr;

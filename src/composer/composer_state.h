@@ -6,4 +6,7 @@
 struct ComposerState {
     /// How the staff shows the melodies.
     score::Notation staff = score::kWithoutBars;
+
+    bool silent = false;           ///< nothing is announced but what is asked for
+    bool insertsDirectly = false;  ///< each press of a piano's key inserts its note
 };

@@ -50,7 +50,7 @@ frmComposer::frmComposer(const Services& services, ComposerState& state, QWidget
       view_(*ui_, side_, composition_),
       runtime_(services.runtime, [this] { pollKeys(); }),
       model_(services_, runtime_, composition_, view_, view_, showBusyPointer),
-      hand_(*ui_, view_, services.funzioniMM, model_.editor, services.midiKeyboard),
+      hand_(*ui_, view_, services.funzioniMM, model_.editor, state),
       keyboard_(*this, *ui_, services.runtime, composition_, hand_),
       presenter_(services_, *ui_, side_, view_, model_, menu_, keyboard_),
       entry_(*ui_, model_, view_, presenter_, keyboard_, menu_),
@@ -70,7 +70,7 @@ frmComposer::frmComposer(const Services& services, ComposerState& state, QWidget
     appearance::enlargeText(*ui_->lblNome, 1.2);
     panel_text::reserve(*ui_->lblNt, panel_text::widestEntryNumber(), kLabelFrame);
     orderTabs();
-    addSpeech();
+    addSpeech(state);
     connect(&menu_, &ComposerMenu::closeChosen, this, &frmComposer::reject);
     connect(&presenter_, &MelodyPresenter::messageClosed, this, &frmComposer::takeActivation);
     ui_->instrument->showProgram(composition_.instrument);
@@ -86,10 +86,13 @@ frmComposer::~frmComposer() {
     hide();
 }
 
-void frmComposer::addSpeech() {
+void frmComposer::addSpeech(ComposerState& state) {
     ComposerSpeech& speech = view_.speech();
-    connect(&menu_, &ComposerMenu::silenceChosen, this,
-            [&speech](bool silent) { speech.setSilent(silent); });
+    connect(&menu_, &ComposerMenu::silenceChosen, this, [&speech, &state](bool silent) {
+        state.silent = silent;
+        speech.setSilent(silent);
+    });
+    menu_.setSilent(state.silent);
     connect(&keyboard_, &ComposerKeyboard::semitoneChosen, this,
             [&speech] { speech.activeNote(); });
     connect(new QShortcut(Qt::Key_F2, this), &QShortcut::activated, this,

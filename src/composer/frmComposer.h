@@ -5,6 +5,7 @@
 #include "composer/composer_keyboard.h"
 #include "composer/composer_menu.h"
 #include "composer/composer_model.h"
+#include "composer/composer_state.h"
 #include "composer/composer_view.h"
 #include "composer/entry_controls.h"
 #include "composer/export_controls.h"
@@ -58,7 +59,7 @@ private:
     void becomeActive();
     void placeOnScreen();
     void orderTabs();
-    void addSpeech();
+    void addSpeech(ComposerState& state);
     void pollKeys();
 
     Services services_;

@@ -1,9 +1,9 @@
 #include "composer/hand_playing.h"
 
+#include "composer/composer_state.h"
 #include "composer/composer_view.h"
 #include "composer/melody/melody_editor.h"
 #include "core/funzioni_mm.h"
-#include "core/midi_keyboard.h"
 #include "ui_entry_palette_panel.h"
 #include "ui_frmComposer.h"
 
@@ -14,12 +14,12 @@ constexpr int kKeyVelocity = 90;
 }  // namespace
 
 HandPlaying::HandPlaying(Ui::frmComposer& ui, ComposerView& view, FunzioniMM& funzioniMM,
-                         MelodyEditor& editor, const MidiKeyboard* midiKeyboard)
+                         MelodyEditor& editor, ComposerState& state)
     : view_(view),
       funzioniMM_(funzioniMM),
       editor_(editor),
       insertButton_(*ui.palette->ui().cmdInsNota),
-      midiKeyboard_(midiKeyboard) {
+      state_(state) {
     connect(ui.lb, &PianoKeyboard::keyDown, this, &HandPlaying::lb_MouseDown);
     connect(ui.lb, &PianoKeyboard::keyUp, this, &HandPlaying::lb_MouseUp);
     connect(ui.lb, &PianoKeyboard::keyEntered, this, &HandPlaying::lb_Enter);
@@ -29,7 +29,11 @@ HandPlaying::HandPlaying(Ui::frmComposer& ui, ComposerView& view, FunzioniMM& fu
 }
 
 bool HandPlaying::insertsDirectly() const {
-    return midiKeyboard_ && midiKeyboard_->insertsDirectly();
+    return state_.insertsDirectly;
+}
+
+void HandPlaying::setInsertsDirectly(bool on) {
+    state_.insertsDirectly = on;
 }
 
 void HandPlaying::pressKey(pitch::NoteNumber note) {

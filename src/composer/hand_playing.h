@@ -7,8 +7,8 @@
 class ComposerView;
 class FunzioniMM;
 class MelodyEditor;
-class MidiKeyboard;
 class QAbstractButton;
+struct ComposerState;
 
 namespace Ui {
 class frmComposer;
@@ -21,11 +21,12 @@ class HandPlaying : public QObject {
 
 public:
     HandPlaying(Ui::frmComposer& ui, ComposerView& view, FunzioniMM& funzioniMM,
-                MelodyEditor& editor, const MidiKeyboard* midiKeyboard);
+                MelodyEditor& editor, ComposerState& state);
 
     /// The user has each key of a piano insert its note: on the window, of the computer keyboard
     /// or of a MIDI keyboard; so does each click on the staff.
     bool insertsDirectly() const;
+    void setInsertsDirectly(bool on);
 
     /// The press of such a key, or such a click.
     void pressKey(pitch::NoteNumber note);
@@ -47,5 +48,5 @@ private:
     FunzioniMM& funzioniMM_;
     MelodyEditor& editor_;
     QAbstractButton& insertButton_;
-    const MidiKeyboard* midiKeyboard_;  ///< which knows the user's choice; null where there is none
+    ComposerState& state_;
 };

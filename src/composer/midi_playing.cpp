@@ -8,8 +8,7 @@
 
 MidiPlaying::MidiPlaying(QWidget& window, MidiKeyboard* keyboard, HandPlaying& hand,
                          Ui::EntryPalettePanel& palette, ComposerMenu& menu)
-    : keyboard_(keyboard),
-      hand_(hand),
+    : hand_(hand),
       palette_(palette),
       menu_(menu),
       keys_(keyboard, *this, [&window] { return isInFront(window); }) {
@@ -19,13 +18,12 @@ MidiPlaying::MidiPlaying(QWidget& window, MidiKeyboard* keyboard, HandPlaying& h
 }
 
 void MidiPlaying::mnuInsDiretto_Click(bool on) {
-    if (keyboard_)
-        keyboard_->setInsertsDirectly(on);
+    hand_.setInsertsDirectly(on);
     showDirectInsertion();
 }
 
 void MidiPlaying::showDirectInsertion() {
-    const bool on = keyboard_ && keyboard_->insertsDirectly();
+    const bool on = hand_.insertsDirectly();
     menu_.setInsertsDirectly(on);
     palette_.ckInsDiretto->setChecked(on);
 }

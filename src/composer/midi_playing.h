@@ -33,7 +33,6 @@ private:
     void keyUp(int note) override;
     void pedalDown() override;
 
-    MidiKeyboard* keyboard_;
     HandPlaying& hand_;
     Ui::EntryPalettePanel& palette_;
     ComposerMenu& menu_;

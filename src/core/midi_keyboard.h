@@ -43,10 +43,6 @@ public:
     const QStringList& names() const { return names_; }
     const QStringList& lost() const { return lost_; }
 
-    /// Whether a key inserts its note into the melody at once: the user's choice for this run.
-    bool insertsDirectly() const { return insertsDirectly_; }
-    void setInsertsDirectly(bool on) { insertsDirectly_ = on; }
-
     /// A window that keys play in as long as this exists.
     class Window {
     public:
@@ -87,7 +83,6 @@ private:
     MidiIn& midiIn_;
     QStringList names_;
     QStringList lost_;
-    bool insertsDirectly_ = false;
     std::vector<Window*> windows_;  ///< the last one lies over the others
     Instant windowsSince_{0};       ///< what was played before was meant for other windows
     std::set<Key> down_;

@@ -124,6 +124,8 @@ void OpenComposer::step(const QString& what) {
         list->setCurrentRow(value.toInt());
     } else if (auto* staff = qobject_cast<ComposerStaff*>(control)) {
         Q_EMIT staff->entryChosen(value.toInt());
+    } else if (qobject_cast<PianoKeyboard*>(control)) {
+        control->setFocus();
     } else if (auto* slider = qobject_cast<QAbstractSlider*>(control)) {
         slider->setValue(value.toInt());
     } else if (auto* box = qobject_cast<QComboBox*>(control)) {
@@ -183,13 +185,16 @@ std::string OpenComposer::effectOf(const QString& steps) {
     std::optional<Look> during;
     world.midi.take();
     world.dialogs.lines.clear();
+    heard.take();
+    QStringList effects;
     for (const QString& one : steps.split(u' ')) {
         if (one == QStringLiteral("…"))
             at(world.runtime.now() + 100ms, [&] { during = look(); });
+        else if (one == QStringLiteral("said"))
+            effects << heard.take();
         else
             step(one);
     }
-    QStringList effects;
     const Look after = during ? *during : look();
     for (const auto& [name, seen] : after) {
         if (before[name] != seen)

@@ -1,8 +1,8 @@
 #include "composer/composer_window.h"
 
-#include "support/heard.h"
 #include "widgets/piano_keyboard.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QFile>
 #include <QKeyEvent>
@@ -144,59 +144,18 @@ TEST_F(ComposerWindowTest, TheFocusDecidesWhatAKeyMeans) {
     EXPECT_THAT(world.midi.takeUntimed(), IsEmpty()) << "a shortcut, and a key of an open menu";
 }
 
-/// Enter on the piano inserts once, whoever inserts; the note sounds until it is released.
-TEST_F(ComposerWindowTest, TheKeysOfThePianoInsertOnce) {
+TEST_F(ComposerWindowTest, SilenceAndDirectInsertionLastForTheRun) {
     at(10ms, [this] {
-        auto& piano = user.find<PianoKeyboard>("lb");
-        for (const bool directly : {false, true}) {
-            if (directly)
-                user.trigger("mnuInsDiretto");
-            for (const int key : {Qt::Key_Return, Qt::Key_Space}) {
-                piano.setFocus();
-                const int count = user.text("lblNt").toInt();
-                sendSystemKey(window, QEvent::KeyPress, key);
-                EXPECT_EQ(user.text("lblNt").toInt() - count, directly || key == Qt::Key_Return);
-                EXPECT_TRUE(piano.hasFocus());
-                EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("on 1 60 90"));
-                sendSystemKey(window, QEvent::KeyRelease, key);
-                EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("on 1 60 0"));
-            }
-        }
+        step("mnuSilenzio");
+        step("mnuInsDiretto");
     });
-    world.runtime.press(kKeyBackspace, 100ms, 700ms);
-    for (const Instant repeat : {300ms, 400ms, 500ms})
-        world.runtime.repeat(kKeyBackspace, repeat);
-    at(800ms, [this] { EXPECT_EQ(user.text("lblNt"), "4"); });
     runUntil(1s);
-    EXPECT_EQ(world.midi.takeUntimed().size(), 5U) << "it sounds at each repeat";
-}
-
-TEST_F(ComposerWindowTest, SaysWhatHappenedOnce) {
-    Heard heard;
-    at(10ms, [&] {
-        step("lblid_3");
-        enter({60, 62, 64, 65});
-        heard.take();
-        const std::pair<const char*, QStringList> cases[] = {
-            {"lblid_0", {}},
-            {"lblid_1", {"Da 3 a 4"}},
-            {"lblid_3", {}},
-            {"lblNini=3", {}},
-            {"lblNini=2", {"Da 2 a 4"}},
-            {"lblNini=9", {"Da 2 a 4"}},
-            {"lblNfine=3", {"Da 2 a 3"}},
-            {"lblStep_1", {"2: Re 4, semiminima"}},
-        };
-        for (const auto& [act, said] : cases) {
-            step(act);
-            EXPECT_EQ(heard.take(), said) << act;
-        }
-        step("cmdCancNota");
-        heard.take();
-        step("mnuAnnulla");
-        EXPECT_EQ(heard.take(), QStringList("Annullato: 2: Re 4, semiminima"));
-    });
-    runUntil(10s);
+    heard.take();
+    frmComposer next(world.services(), state, nullptr);
+    for (const char* name : {"mnuSilenzio", "mnuInsDiretto"})
+        EXPECT_TRUE(next.findChild<QAction*>(name)->isChecked());
+    next.findChild<QPushButton*>("cmdInsPausa")->click();
+    EXPECT_TRUE(heard.take().isEmpty());
 }
 
 TEST_F(ComposerWindowTest, KeysPlayAndGoThroughNotesAndEntries) {
@@ -205,6 +164,12 @@ TEST_F(ComposerWindowTest, KeysPlayAndGoThroughNotesAndEntries) {
     world.runtime.press(kKeyUp, 400ms, 450ms);
     world.runtime.press(kKeyBackspace, 600ms, 700ms);
     world.runtime.repeat(kKeyBackspace, 650ms);
+    at(550ms, [this] { step("mnuInsDiretto"); });
+    at(720ms, [this] {
+        EXPECT_EQ(user.text("lblNt"), "1") << "a repeat inserts nothing";
+        step("mnuInsDiretto");
+        step("mnuAnnulla");
+    });
     at(750ms, [this] { step("lb_0"); });
     world.runtime.press(kKeyDown, 800ms, 850ms);
     at(860ms, [this] { user.doubleClick("lblActNote"); });
