@@ -26,9 +26,12 @@ constexpr double kTimeLostSeconds = 0.25;
 /// From an instant until what was planned for it is heard: longer than an ordinary thread sleeps on
 /// a busy machine, and than a stream needs whose buffers have grown.
 constexpr double kPlannedDelay = 1.2e8;
-/// Statements about what is heard are averaged. If they differ by more, twice in a row, frames have
-/// been lost or made up.
+/// Statements about what is heard are averaged, for on a busy machine each new one is off by some
+/// milliseconds. If they are off by a step twice in a row, or by less for so long, frames have been
+/// lost or made up.
 constexpr double kHeardStep = 1e7;
+constexpr double kHeardShift = 3e6;
+constexpr double kHeardShiftSeconds = 4;
 constexpr double kHeardSeconds = 10;
 
 }  // namespace
@@ -122,13 +125,19 @@ void StreamClock::heard(std::int64_t instant, std::int64_t frame) {
     const double off = static_cast<double>(instant) - heardTime_;
     const double longest = kHeardSeconds * kNanoseconds / nominalFrameTime_;
     const double weight = std::min(static_cast<double>(frame - heardSince_), longest);
-    if (!told_ || std::exchange(guessed_, false) || off * heardStep_ > 0) {
+    const bool goesOn = off * heardShift_ > 0;
+    if (!goesOn)
+        shiftFrame_ = frame;
+    const bool moved =
+        goesOn && (std::abs(off) >= kHeardStep || static_cast<double>(frame - shiftFrame_) >=
+                                                      kHeardShiftSeconds * longest / kHeardSeconds);
+    if (!told_ || std::exchange(guessed_, false) || moved) {
         heardTime_ = static_cast<double>(instant);
         heardSince_ = frame;
     } else if (weight > 0 && std::abs(off) < kHeardStep) {
         heardTime_ += off * std::min(since / weight, 0.5);
     }
-    heardStep_ = told_ && std::abs(off) >= kHeardStep ? off : 0;
+    heardShift_ = told_ && !moved && std::abs(off) >= kHeardShift ? off : 0;
     told_ = true;
     lag_ = heardTime_ - instantOf(static_cast<double>(frame));
 }

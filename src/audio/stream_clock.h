@@ -65,7 +65,8 @@ private:
     std::int64_t heardFrame_ = 0;
     double heardTime_ = 0;
     std::int64_t heardSince_ = 0;  // the frame of the first statement averaged
-    double heardStep_ = 0;         // how far off the last statement was, if that was far
+    double heardShift_ = 0;        // how far off the last statement was, if that was far
+    std::int64_t shiftFrame_ = 0;  // the frame of the first one of them
     double lag_ = 0;    // nanoseconds from the request for a frame, by the line, until it is heard
     double early_ = 0;  // nanoseconds: how far before the line requests come
     // Of requests that follow at once only the first tells how time passes.

@@ -91,10 +91,16 @@ TEST(PlannedEvents, AreHeardInTimeByLateThreadsAndGrownBuffers) {
         EXPECT_NEAR(static_cast<double>(timeline.delay()) / 1e6, 120, 1.4);
         if (!told)
             continue;
-        // The buffers grow, and lose some of what they held later on, without another word.
-        for (const int after : {9, 8, 6}) {
+        // The buffers grow as they say: what is asked for at once is heard when it would have been.
+        timeline.resize();
+        for (int period = 0; period < 5; ++period, ++lead, frame += 256)
+            timeline.request(now, frame, 256);
+        for (int i = 0; i < 40; ++i)
+            EXPECT_NEAR(delayOf(0, true), 120, 1.4) << i << ' ' << lead;
+        // They change, and lose some of what they hold, without another word.
+        for (const int after : {lead + 4, 9, 8, 6}) {
             lead = after;
-            for (int i = 0; i < 10; ++i)
+            for (int i = 0; i < 25; ++i)
                 delayOf(0, true);
             EXPECT_NEAR(delayOf(0, true), 120, 1.4) << lead;
         }
