@@ -2,7 +2,7 @@
 
 #include "widgets/appearance.h"
 
-#include <QEvent>
+#include <QKeyEvent>
 #include <QScrollBar>
 #include <QStyle>
 
@@ -76,6 +76,14 @@ bool ColumnScrollArea::eventFilter(QObject* target, QEvent* event) {
 void ColumnScrollArea::resizeEvent(QResizeEvent* event) {
     QScrollArea::resizeEvent(event);
     fitColumn();
+}
+
+/// The keys of a column that is the whole window are the window's.
+void ColumnScrollArea::keyPressEvent(QKeyEvent* event) {
+    if (asksForAll_)
+        event->ignore();
+    else
+        QScrollArea::keyPressEvent(event);
 }
 
 /// The toolkit would make a column with wrapped texts as high as it likes to be, and scroll it

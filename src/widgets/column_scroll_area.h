@@ -27,6 +27,7 @@ public:
 protected:
     bool eventFilter(QObject* target, QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void keepBarFree();
