@@ -24,14 +24,16 @@ SidePanels::SidePanels(Ui::frmComposer& ui)
     }
     fit();
     ui_.side->installEventFilter(this);
+    ui_.sideContent->installEventFilter(this);
     showEditFrame(false);
     connect(browser_, &BrowserPanel::hideRequested, this, [this] { showBrowser(false); });
     connect(bookmarks_, &BookmarkPanel::hideRequested, this, [this] { showBookmarks(false); });
 }
 
-/// Another type makes the panels wider; they have their new size afterwards.
+/// Another type makes the panels wider; they have their new size afterwards, those that are hidden
+/// once they are shown.
 bool SidePanels::eventFilter(QObject* /*target*/, QEvent* event) {
-    if (event->type() == QEvent::FontChange)
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::LayoutRequest)
         QMetaObject::invokeMethod(this, &SidePanels::fit, Qt::QueuedConnection);
     return false;
 }

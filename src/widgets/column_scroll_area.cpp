@@ -26,6 +26,7 @@ ColumnScrollArea::ColumnScrollArea(QWidget* parent) : QScrollArea(parent) {
 
 void ColumnScrollArea::setAsksForAll(bool on) {
     asksForAll_ = on;
+    setHorizontalScrollBarPolicy(on ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
     setWidgetResizable(!on);
 }
 
@@ -60,7 +61,12 @@ QSize ColumnScrollArea::sizeHint() const {
 
 QSize ColumnScrollArea::minimumSizeHint() const {
     const QSize content = widget() ? widget()->minimumSizeHint() : QSize();
-    return {widthFor(content.width()), heightFor(content.height())};
+    const int line = fontMetrics().height();
+    const QSize least(widthFor(content.width()), kLeastLines * line);
+    if (!asksForAll_)
+        return least;
+    const QSize room = appearance::roomOnScreen(*window()).size() - QSize(0, kMenuLines * line);
+    return QSize(least.width(), std::max(least.height(), content.height())).boundedTo(room);
 }
 
 /// The column changes its size when its controls do.
@@ -100,13 +106,4 @@ void ColumnScrollArea::keepBarFree() {
 
 int ColumnScrollArea::widthFor(int content) const {
     return content + style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-}
-
-int ColumnScrollArea::heightFor(int content) const {
-    const int line = fontMetrics().height();
-    const int least = kLeastLines * line;
-    if (!asksForAll_)
-        return least;
-    const int room = appearance::roomOnScreen(*window()).height() - kMenuLines * line;
-    return std::max(least, std::min(content, room));
 }

@@ -10,8 +10,9 @@ class ColumnScrollArea : public QScrollArea {
 public:
     explicit ColumnScrollArea(QWidget* parent = nullptr);
 
-    /// Whether it asks for the height of the whole column, as far as the screen has it: a column
-    /// that is the whole window is not to be scrolled where that can be helped.
+    /// Whether it asks for the size of the whole column, as far as the screen has it: a column that
+    /// is the whole window is not to be scrolled where that can be helped, and sideways as well
+    /// where it cannot.
     void setAsksForAll(bool on);
 
     /// To be called after controls were shown: makes the window higher where they do not fit, as
@@ -34,7 +35,6 @@ private:
     void fitColumn();
     void enlargeWindow();
     int widthFor(int content) const;
-    int heightFor(int content) const;
 
     bool asksForAll_ = false;
 };

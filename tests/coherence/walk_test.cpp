@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScrollArea>
 
 #include <gtest/gtest.h>
 
@@ -65,6 +66,16 @@ bool isClipped(const QWidget& widget) {
         return !text.isEmpty() && !widget.inherits("QLineEdit") &&
                (width > widget.width() || metrics.ascent() > widget.height());
     });
+}
+
+/// Where the window is not wide enough for what scrolls in it.
+QStringList scrolledSideways(const QWidget& window) {
+    QStringList faults;
+    for (const auto* area : window.findChildren<QScrollArea*>()) {
+        if (area->isVisible() && area->widget()->width() > area->viewport()->width())
+            faults << area->objectName();
+    }
+    return faults;
 }
 
 QStringList clipped(const QWidget& window) {
@@ -140,11 +151,15 @@ TEST_P(EveryWindow, IsNamedHasItsOwnKeysAndIsSeenWholeAndWell) {
             if (scale == 1) {
                 EXPECT_LE(window.width(), kSmallScreen.width());
                 EXPECT_LE(window.height(), kSmallScreen.height());
+                window.resize(kSmallScreen.boundedTo(window.maximumSize()));
+                settle();
+                EXPECT_EQ(scrolledSideways(window), QStringList());
             }
             if (window.maximumWidth() > kLargeScreen.width()) {
                 window.resize(kLargeScreen);
                 settle();
                 EXPECT_EQ(clipped(window), QStringList()) << "maximised";
+                EXPECT_EQ(scrolledSideways(window), QStringList()) << "maximised";
             }
             WindowDriver(window).type(Qt::Key_Escape);
             settle();
