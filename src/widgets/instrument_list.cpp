@@ -105,6 +105,8 @@ void InstrumentList::fill() {
 }
 
 void InstrumentList::open(const QWidget& control, int program) {
+    // A window of its own does not take the larger type of the one that opens it.
+    setFont(control.font());
     search_->clear();
     showFound({});
     for (int row = 0; row < list_->count(); ++row) {
