@@ -11,7 +11,6 @@
 #include <array>
 #include <cmath>
 #include <optional>
-#include <utility>
 
 namespace engraving {
 namespace {
@@ -261,18 +260,19 @@ void drawKeySignature(QPainter& painter, const MusicFont& font, const Stave& sta
 
 void drawMetre(QPainter& painter, const MusicFont& font, const Stave& stave, qreal x, int beats,
                int beatValue) {
-    const qreal middle = x + kMetreWidth / 2 * stave.space;
-    for (const auto& [number, position] : {std::pair(beats, kMiddleLine + 2), {beatValue, 2}}) {
-        const auto digit = std::find_if(kDigits.begin(), kDigits.end(), [number](const Digit& row) {
-            return row.number == number;
-        });
+    const auto draw = [&](int number, int position) {
+        const auto* const digit =
+            std::find_if(kDigits.begin(), kDigits.end(),
+                         [number](const Digit& row) { return row.number == number; });
         if (digit == kDigits.end())
-            continue;
+            return;
         const auto& info = glyph_table::info(digit->glyph);
-        const qreal centre = (info.southWest.x + info.northEast.x) / 2 * stave.space;
-        drawGlyph(painter, font, digit->glyph, QPointF(middle - centre, stave.y(position)),
+        const qreal middle = (kMetreWidth - info.southWest.x - info.northEast.x) / 2;
+        drawGlyph(painter, font, digit->glyph, QPointF(x + middle * stave.space, stave.y(position)),
                   stave.space);
-    }
+    };
+    draw(beats, kMiddleLine + 2);
+    draw(beatValue, kMiddleLine - 2);
 }
 
 void drawArticulation(QPainter& painter, const MusicFont& font, const Stave& stave, qreal x,

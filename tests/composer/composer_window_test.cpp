@@ -4,6 +4,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QFile>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -11,6 +12,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QTimer>
 
 #include <gmock/gmock.h>
 
@@ -86,6 +88,34 @@ TEST_F(ComposerWindowTest, AnInstrumentIsFoundByNumberNameAndFamily) {
                                              {"VIOLONCELLO", 42},
                                              {"no such", 42}})
             EXPECT_EQ(choose(words), program);
+    });
+    runUntil(1s);
+}
+
+/// Bars and key change the picture of the staff alone, and without them it is what it was.
+TEST_F(ComposerWindowTest, TheStaffShowsBarsAndAKeyForThisRun) {
+    at(100ms, [this] {
+        enter({60, 63, 67, 70, 72});
+        const auto picture = [this] { return user.find<QWidget>("Regolo").grab().toImage(); };
+        const auto choose = [this](int metre, int key) {
+            QTimer::singleShot(0, &window, [this, metre, key] {
+                user.find<QComboBox>("cmbTempoBattuta").setCurrentIndex(metre);
+                user.find<QComboBox>("cmbTonalita").setCurrentIndex(key);
+                user.click("cmdOK");
+            });
+            user.trigger("mnuBattute");
+        };
+        const QString notes = user.text("lblNoteString");
+        const QImage before = picture();
+        choose(3, 0);
+        const QImage bars = picture();
+        EXPECT_NE(bars, before);
+        EXPECT_EQ(state.staff, (score::Notation{score::Metre{4, 4}, {}}));
+        choose(3, 10);
+        EXPECT_NE(picture(), bars);
+        EXPECT_EQ(user.text("lblNoteString"), notes);
+        choose(0, 0);
+        EXPECT_EQ(picture(), before);
     });
     runUntil(1s);
 }

@@ -11,7 +11,8 @@ engraving::Accidental signOf(const std::optional<int>& alter) {
         return Accidental::None;
     constexpr std::array kSigns{Accidental::Flat, Accidental::Natural, Accidental::Sharp,
                                 Accidental::DoubleSharp};
-    return kSigns[static_cast<std::size_t>(*alter + 1)];
+    const int fromFlat = *alter + 1;
+    return kSigns[static_cast<std::size_t>(fromFlat)];
 }
 
 }  // namespace
