@@ -8,12 +8,22 @@
 #include <array>
 #include <cstddef>
 #include <optional>
+#include <span>
 
 /// The note values: what they are called, how long they last and what they are drawn with. Whatever
 /// lists, plays, engraves or announces a note value reads its row here.
 namespace note_values {
 
-enum class Duration { Whole, Half, Quarter, Eighth, Sixteenth, ThirtySecond, SixtyFourth };
+enum class Duration {
+    Whole,
+    Half,
+    Quarter,
+    Eighth,
+    Sixteenth,
+    ThirtySecond,
+    SixtyFourth,
+    HundredTwentyEighth
+};
 
 struct NoteValue {
     Duration duration;
@@ -30,8 +40,9 @@ struct NoteValue {
 
 using glyph_table::Glyph;
 
-/// From the longest to the shortest, each half as long as the one before.
-constexpr auto kAll = std::to_array<NoteValue>({
+/// Every value that is written, from the longest to the shortest, each half as long as the one
+/// before. The last is needed where a bar line divides a shorter one.
+constexpr auto kWritten = std::to_array<NoteValue>({
     {Duration::Whole, 4, QT_TRANSLATE_NOOP("UserText", "Semibreve"),
      QT_TRANSLATE_NOOP("UserText", "Intero"), "4/4", Glyph::RestWhole, Glyph::NoteheadWhole, false},
     {Duration::Half, 2, QT_TRANSLATE_NOOP("UserText", "Minima"),
@@ -50,24 +61,30 @@ constexpr auto kAll = std::to_array<NoteValue>({
     {Duration::SixtyFourth, 0.0625, QT_TRANSLATE_NOOP("UserText", "Semibiscroma"),
      QT_TRANSLATE_NOOP("UserText", "Sessantaquattresimo"), "1/64", Glyph::Rest64th,
      Glyph::NoteheadBlack, true, Glyph::Flag64thUp, Glyph::Flag64thDown},
+    {Duration::HundredTwentyEighth, 0.03125, QT_TRANSLATE_NOOP("UserText", "Fusa"),
+     QT_TRANSLATE_NOOP("UserText", "Centoventottesimo"), "1/128", Glyph::Rest128th,
+     Glyph::NoteheadBlack, true, Glyph::Flag128thUp, Glyph::Flag128thDown},
 });
+
+/// Those that a user enters.
+constexpr auto kAll = std::span(kWritten).first<kWritten.size() - 1>();
 
 static_assert(
     [] {
-        for (std::size_t i = 0; i < kAll.size(); ++i) {
-            if (static_cast<std::size_t>(kAll[i].duration) != i)
+        for (std::size_t i = 0; i < kWritten.size(); ++i) {
+            if (static_cast<std::size_t>(kWritten[i].duration) != i)
                 return false;
-            if (kAll[i].flagUp.has_value() != kAll[i].flagDown.has_value())
+            if (kWritten[i].flagUp.has_value() != kWritten[i].flagDown.has_value())
                 return false;
-            if (i > 0 && kAll[i].quarters * 2 != kAll[i - 1].quarters)
+            if (i > 0 && kWritten[i].quarters * 2 != kWritten[i - 1].quarters)
                 return false;
         }
-        return kAll.back().duration == Duration::SixtyFourth;
+        return kWritten.back().duration == Duration::HundredTwentyEighth;
     }(),
     "a row for each duration, in the order of the enum");
 
 constexpr const NoteValue& rowOf(Duration duration) {
-    return kAll[static_cast<std::size_t>(duration)];
+    return kWritten[static_cast<std::size_t>(duration)];
 }
 
 /// The name within a sentence: "semiminima".

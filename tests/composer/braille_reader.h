@@ -57,7 +57,7 @@ private:
         char letter = 'n';
 
         int units(bool isSmall) const {
-            if (shape == 3 && isSmall)
+            if (shape == 3 && isSmall && dotted)
                 return 0;
             const int plain = 384 >> (shape + (isSmall ? 4 : 0));
             return (dotted ? plain * 3 / 2 : plain) * (triplet ? 2 : 3) / 3;

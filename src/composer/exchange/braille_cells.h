@@ -28,7 +28,7 @@ constexpr std::array<char16_t, pitch::kDegrees> kNotes{
     cell({1, 2, 5}), cell({2, 4}), cell({2, 4, 5})};
 
 /// What a value adds to a note's cell, and its rest. A whole note looks like a 16th, a half note
-/// like a 32nd, a quarter note like a 64th.
+/// like a 32nd, a quarter note like a 64th, an eighth note like a 128th.
 struct ValueCells {
     char16_t added;
     char16_t rest;

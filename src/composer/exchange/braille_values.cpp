@@ -10,14 +10,12 @@ namespace {
 
 using score::WrittenNote;
 
-/// The units of the value that looks the same, or 0 for an eighth note: no melody has 128ths.
+/// The units of the value that looks the same, or 0 if there is none that is written.
 int otherUnits(score::WrittenValue value) {
     const auto row = static_cast<std::size_t>(value.value);
     const std::size_t other = row < kValues.size() ? row + kValues.size() : row - kValues.size();
-    if (other >= note_values::kAll.size())
-        return 0;
-    value.value = note_values::kAll[other].duration;
-    return value.units();
+    value.value = note_values::kWritten[other].duration;
+    return value.isWhole() ? value.units() : 0;
 }
 
 }  // namespace

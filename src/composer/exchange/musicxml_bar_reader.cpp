@@ -264,7 +264,7 @@ void BarReader::readMetronome() {
             const QString unit = xml_.takeText();
             for (std::size_t i = 0; i < kTypes.size(); ++i) {
                 if (unit == QString::fromUtf8(kTypes[i]))
-                    quarters = note_values::kAll[i].quarters;
+                    quarters = note_values::kWritten[i].quarters;
             }
         } else if (xml_.name() == u"beat-unit-dot") {
             quarters = note_values::dotted(quarters);

@@ -12,8 +12,8 @@ namespace musicxml {
 constexpr std::array<char, pitch::kDegrees> kSteps{'C', 'D', 'E', 'F', 'G', 'A', 'B'};
 
 /// The types of the note values, from the longest to the shortest.
-constexpr std::array<const char*, note_values::kAll.size()> kTypes{
-    "whole", "half", "quarter", "eighth", "16th", "32nd", "64th"};
+constexpr std::array<const char*, note_values::kWritten.size()> kTypes{
+    "whole", "half", "quarter", "eighth", "16th", "32nd", "64th", "128th"};
 
 /// The articulations, by the letters of entries.
 struct Articulation {

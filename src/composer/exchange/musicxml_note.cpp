@@ -92,15 +92,15 @@ private:
         }
     }
 
-    /// Types that no melody of this program has, such as the 128th, can be read as well.
+    /// Types that this program does not write can be read as well.
     void readType() {
         const QString text = xml_.takeText();
-        constexpr std::array<const char*, 3> kOthers{"breve", "128th", "256th"};
-        constexpr std::array<std::int64_t, 3> kOtherShares{2, -32, -64};
+        constexpr std::array<const char*, 2> kOthers{"breve", "256th"};
+        constexpr std::array<std::int64_t, 2> kOtherShares{2, -64};
         constexpr std::int64_t kQuarter = imported::kTicksPerQuarter;
         for (std::size_t i = 0; i < kTypes.size(); ++i) {
             if (text == QString::fromUtf8(kTypes[i]))
-                ticks_ = static_cast<std::int64_t>(note_values::kAll[i].quarters * kQuarter);
+                ticks_ = static_cast<std::int64_t>(note_values::kWritten[i].quarters * kQuarter);
         }
         for (std::size_t i = 0; i < kOthers.size(); ++i) {
             const std::int64_t share = kOtherShares[i];

@@ -10,40 +10,64 @@ namespace {
 /// A third of a quarter note has fifteen digits in a file, and a tie adds such numbers.
 constexpr double kLargestError = 1e-9;
 
-constexpr std::size_t kValues = note_values::kAll.size();
+using note_values::kWritten;
 
 constexpr int plainUnits(std::size_t row) {
-    return static_cast<int>(note_values::kAll[row].quarters * kUnitsPerQuarter);
+    return static_cast<int>(kWritten[row].quarters * kUnitsPerQuarter);
 }
 
-static_assert(plainUnits(kValues - 1) % 6 == 0, "its dotted value and its triplet are whole too");
+constexpr std::size_t kShortest = kWritten.size() - 1;
+static_assert(plainUnits(kShortest) % 3 == 0, "its triplet is whole too");
 
-/// Each value dotted and then plain, from the longest to the shortest.
+/// Each value dotted and then plain, from the longest to the shortest, which has no dotted one.
 constexpr auto kPlain = [] {
-    std::array<WrittenValue, 2 * kValues> values;
-    for (std::size_t row = 0; row < kValues; ++row) {
-        values[2 * row] = {note_values::kAll[row].duration, true, false};
-        values[2 * row + 1] = {note_values::kAll[row].duration, false, false};
+    std::array<WrittenValue, 2 * kWritten.size() - 1> values;
+    for (std::size_t row = 0; row < kShortest; ++row) {
+        values[2 * row] = {kWritten[row].duration, true, false};
+        values[2 * row + 1] = {kWritten[row].duration, false, false};
     }
+    values.back() = {kWritten[kShortest].duration, false, false};
     return values;
 }();
 
-/// Whether values that are not of a triplet can fill so many units: the shortest and the shortest
-/// dotted one add up to every multiple of their difference from there on.
-constexpr bool isPlain(int units) {
-    constexpr int kShortest = plainUnits(kValues - 1);
-    return units == 0 || (units >= kShortest && units % (kShortest / 2) == 0);
+/// Whether values that are not of a triplet, and not shorter than one, can fill so many units. They
+/// add up to every multiple of half the shortest value that may be dotted.
+constexpr bool isPlain(int units, std::size_t shortest) {
+    const int least = plainUnits(shortest);
+    const int step = shortest == kShortest ? least : least / 2;
+    return units == 0 || (units >= least && units % step == 0);
 }
 
-void appendPlain(std::vector<WrittenValue>& values, int units) {
+void appendPlain(std::vector<WrittenValue>& values, int units, std::size_t shortest) {
     while (units > 0) {
         const auto* const longest =
-            std::find_if(kPlain.begin(), kPlain.end(), [units](const WrittenValue& value) {
-                return value.units() <= units && isPlain(units - value.units());
+            std::find_if(kPlain.begin(), kPlain.end(), [&](const WrittenValue& value) {
+                return value.units() <= units && isPlain(units - value.units(), shortest);
             });
         values.push_back(*longest);
         units -= longest->units();
     }
+}
+
+/// Of values that are not shorter than one.
+std::vector<WrittenValue> fewestValues(int units, std::size_t shortest) {
+    std::vector<WrittenValue> fewest;
+    if (isPlain(units, shortest)) {
+        appendPlain(fewest, units, shortest);
+        return fewest;
+    }
+    for (std::size_t row = 0; row <= shortest; ++row) {
+        const WrittenValue triplet{kWritten[row].duration, false, true};
+        const int rest = units - triplet.units();
+        if (rest < 0 || !isPlain(rest, shortest))
+            continue;
+        std::vector<WrittenValue> values;
+        appendPlain(values, rest, shortest);
+        values.push_back(triplet);
+        if (fewest.empty() || values.size() < fewest.size())
+            fewest = std::move(values);
+    }
+    return fewest;
 }
 
 }  // namespace
@@ -54,6 +78,10 @@ std::optional<int> unitsOf(double quarters) {
     if (!isWhole || !(units > 0) || units > kLongestMelody)
         return std::nullopt;
     return static_cast<int>(units);
+}
+
+bool WrittenValue::isWhole() const {
+    return !dotted || value != kWritten[kShortest].duration;
 }
 
 int WrittenValue::units() const {
@@ -79,23 +107,8 @@ std::optional<WrittenValue> tripletValue(int units) {
 }
 
 std::vector<WrittenValue> valuesOf(int units) {
-    std::vector<WrittenValue> fewest;
-    if (isPlain(units)) {
-        appendPlain(fewest, units);
-        return fewest;
-    }
-    for (const note_values::NoteValue& row : note_values::kAll) {
-        const WrittenValue triplet{row.duration, false, true};
-        const int rest = units - triplet.units();
-        if (rest < 0 || !isPlain(rest))
-            continue;
-        std::vector<WrittenValue> values;
-        appendPlain(values, rest);
-        values.push_back(triplet);
-        if (fewest.empty() || values.size() < fewest.size())
-            fewest = std::move(values);
-    }
-    return fewest;
+    std::vector<WrittenValue> values = fewestValues(units, kShortest - 1);
+    return values.empty() ? fewestValues(units, kShortest) : values;
 }
 
 }  // namespace score

@@ -6,7 +6,8 @@
 #include <vector>
 
 /// Durations as notation writes them. They are counted exactly, in units of a 96th of a quarter
-/// note: every note value, dotted or in a triplet, is a whole number of them.
+/// note: every note value, dotted or in a triplet, is a whole number of them, but a dotted 128th
+/// note.
 namespace score {
 
 constexpr int kUnitsPerQuarter = 96;
@@ -26,6 +27,9 @@ struct WrittenValue {
 
     int units() const;
 
+    /// Whether it lasts a whole number of units, as all that are written do.
+    bool isWhole() const;
+
     bool operator==(const WrittenValue&) const = default;
 };
 
@@ -36,7 +40,7 @@ std::optional<WrittenValue> plainValue(int units);
 std::optional<WrittenValue> tripletValue(int units);
 
 /// The fewest values that last so many units together; none if there are no such values. At most
-/// one is of a triplet, and it is the last.
+/// one is of a triplet, and it is the last. 128th notes stand only where nothing else does.
 std::vector<WrittenValue> valuesOf(int units);
 
 }  // namespace score
