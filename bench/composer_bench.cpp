@@ -42,12 +42,14 @@ struct Bench {
 
 /// The staff of a composition, laid out as far as it is seen.
 struct Engraving {
-    explicit Engraving(const Melody& melody) : melody_(melody), seen_(melody.changes().revision()) {
+    Engraving(const Melody& melody, const score::Notation& notation)
+        : melody_(melody), seen_(melody.changes().revision()) {
         layout_.setSource({[&melody] { return int{melody.EntryCount()}; },
                            [&melody](int i) {
                                const MelodyEntry& entry = melody.entry(i);
                                return staff_entry::Entry{entry.noteNumber(), entry.quarters()};
-                           }});
+                           },
+                           notation});
         layout_.layOutAll();
     }
 
@@ -102,9 +104,12 @@ void insertInTheMiddle(benchmark::State& state) {
     }
 }
 
-void engraveWhatWasAppended(benchmark::State& state) {
+/// In 6/8 the dotted eighth notes of the melody are divided and tied.
+constexpr score::Notation kInBars{score::Metre{6, 8}, {-3, false}};
+
+void engraveWhatWasAppended(benchmark::State& state, const score::Notation& notation) {
     Bench bench(state.range(0));
-    Engraving engraving(bench.composition.melody);
+    Engraving engraving(bench.composition.melody, notation);
     for ([[maybe_unused]] auto _ : state) {
         bench.editor.insertNote();
         engraving.refresh();
@@ -113,9 +118,9 @@ void engraveWhatWasAppended(benchmark::State& state) {
     }
 }
 
-void engraveWhatWasInsertedInTheMiddle(benchmark::State& state) {
+void engraveWhatWasInsertedInTheMiddle(benchmark::State& state, const score::Notation& notation) {
     Bench bench(state.range(0));
-    Engraving engraving(bench.composition.melody);
+    Engraving engraving(bench.composition.melody, notation);
     for ([[maybe_unused]] auto _ : state) {
         bench.editor.insertAfter({"1/4", "1", "n"});
         engraving.refresh();
@@ -154,8 +159,11 @@ BENCHMARK(append)->Apply(atAllLengths);
 BENCHMARK(deleteLast)->Apply(atAllLengths);
 BENCHMARK(modifyInTheMiddle)->Apply(atAllLengths);
 BENCHMARK(insertInTheMiddle)->Apply(atAllLengths);
-BENCHMARK(engraveWhatWasAppended)->Apply(atAllLengths);
-BENCHMARK(engraveWhatWasInsertedInTheMiddle)->Apply(atAllLengths);
+BENCHMARK_CAPTURE(engraveWhatWasAppended, barless, score::kWithoutBars)->Apply(atAllLengths);
+BENCHMARK_CAPTURE(engraveWhatWasAppended, inBars, kInBars)->Apply(atAllLengths);
+BENCHMARK_CAPTURE(engraveWhatWasInsertedInTheMiddle, barless, score::kWithoutBars)
+    ->Apply(atAllLengths);
+BENCHMARK_CAPTURE(engraveWhatWasInsertedInTheMiddle, inBars, kInBars)->Apply(atAllLengths);
 BENCHMARK(step)->Apply(atAllLengths);
 BENCHMARK(refresh)->Apply(atAllLengths);
 BENCHMARK(makeTheTexts)->Apply(atAllLengths);
