@@ -37,7 +37,7 @@ constexpr const char* kUsage =
                       "                [--metre M] [--key T] [--instrument N]\n"
                       "     cantavista --export-braille MELODIA -o FILE.brf|FILE.txt\n"
                       "                [--metre M|none] [--key T]\n"
-                      "     cantavista --import FILE.musicxml|FILE.mxl -o MELODIA\n"
+                      "     cantavista --import FILE.musicxml|FILE.mxl|FILE.mid -o MELODIA\n"
                       "     cantavista --list-devices | --version | --help\n");
 
 constexpr const char* kExplanation = QT_TRANSLATE_NOOP(
@@ -54,7 +54,7 @@ constexpr const char* kExplanation = QT_TRANSLATE_NOOP(
     "                    compressa, se il nome finisce in \".mxl\"\n"
     "  --export-braille  scrive la melodia in musica braille: \".brf\" per stampanti e\n"
     "                    barre braille, altrimenti caratteri braille Unicode\n"
-    "  --import          fa una melodia di un file MusicXML a una voce\n"
+    "  --import          fa una melodia di un file MusicXML o MIDI a una voce\n"
     "  --list-devices    elenca le uscite MIDI; -1 è il sintetizzatore interno. Dice anche\n"
     "                    quali tastiere MIDI sono collegate e se il sistema concede al\n"
     "                    suono una priorità in tempo reale\n"

@@ -21,7 +21,8 @@ set(allowed_composer/library composer/library ${allowed_composer/melody})
 set(allowed_composer/score composer/score ${allowed_composer/melody})
 set(allowed_composer/notation composer/notation composer/score core platform)
 set(allowed_composer/playback composer/playback ${allowed_composer/melody})
-set(allowed_composer/exchange composer/exchange composer/score ${allowed_composer/library})
+set(allowed_composer/exchange composer/exchange composer/score composer/playback
+    ${allowed_composer/library})
 set(allowed_composer/export composer/export composer/playback composer/library
     ${allowed_composer/exchange})
 set(allowed_composer/staff composer/staff composer/notation composer/score ${below_subsystems})

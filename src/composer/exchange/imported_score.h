@@ -59,6 +59,7 @@ enum class LeftOut {
     Articulations,
     Words,
     TempoChanges,
+    Gaps,  ///< between notes, shorter than a rest that is written
     Others
 };
 

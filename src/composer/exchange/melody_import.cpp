@@ -1,6 +1,7 @@
 #include "composer/exchange/melody_import.h"
 
 #include "composer/exchange/melody_builder.h"
+#include "composer/exchange/midi_melody.h"
 #include "composer/exchange/musicxml_reader.h"
 #include "composer/library/melody_names.h"
 #include "core/funzioni_mm.h"
@@ -18,7 +19,10 @@ namespace {
 
 constexpr qsizetype kFaultsShown = 10;
 
-constexpr std::array kSuffixes{"musicxml", "mxl", "xml"};
+constexpr std::array kNotationSuffixes{"musicxml", "mxl", "xml"};
+constexpr std::array kMidiSuffixes{"mid", "midi"};
+
+constexpr qint64 kLargestFile = std::max(musicxml::kLargestFile, midi_recording::kLargestFile);
 
 /// By `imported::LeftOut`.
 constexpr std::array kLeftOut{QT_TRANSLATE_NOOP("UserText", "abbellimenti"),
@@ -28,6 +32,7 @@ constexpr std::array kLeftOut{QT_TRANSLATE_NOOP("UserText", "abbellimenti"),
                               QT_TRANSLATE_NOOP("UserText", "altre articolazioni"),
                               QT_TRANSLATE_NOOP("UserText", "indicazioni a parole"),
                               QT_TRANSLATE_NOOP("UserText", "cambi di velocità"),
+                              QT_TRANSLATE_NOOP("UserText", "piccoli stacchi tra le note"),
                               QT_TRANSLATE_NOOP("UserText", "altri segni")};
 static_assert(kLeftOut.size() == static_cast<std::size_t>(imported::LeftOut::Others) + 1);
 
@@ -63,26 +68,62 @@ MelodyFile fileOf(const std::vector<MelodyEntry>& entries, const imported::Score
     return file;
 }
 
-}  // namespace
-
-bool isForeign(const QString& path) {
-    return std::any_of(kSuffixes.begin(), kSuffixes.end(), [&path](const char* suffix) {
-        return path.endsWith(QLatin1Char('.') + QString::fromUtf8(suffix), Qt::CaseInsensitive);
-    });
+bool endsWith(const QString& path, const char* suffix) {
+    return path.endsWith(QLatin1Char('.') + QString::fromUtf8(suffix), Qt::CaseInsensitive);
 }
 
-Outcome read(const Folders& folders, const QString& path, QChar decimalSeparator) {
-    const Folders::Content content = folders.readFile(path, musicxml::kLargestFile + 1);
-    Outcome outcome;
-    outcome.error = content.error;
-    if (outcome.error.failed())
-        return outcome;
-    imported::Score score = musicxml::read(content.bytes);
+bool isMidi(const QString& path) {
+    return std::any_of(kMidiSuffixes.begin(), kMidiSuffixes.end(),
+                       [&path](const char* suffix) { return endsWith(path, suffix); });
+}
+
+/// The entries; of no use if the score has faults then.
+std::vector<MelodyEntry> readMusicXml(const QByteArray& bytes, QChar decimalSeparator,
+                                      imported::Score& score) {
+    score = musicxml::read(bytes);
     std::vector<MelodyEntry> entries;
     if (score.faults.isEmpty())
         entries = entriesOf(score, decimalSeparator);
     if (score.faults.isEmpty() && entries.empty())
         score.faults += UserText::tr("non ha note");
+    return entries;
+}
+
+std::vector<MelodyEntry> readMidi(const QByteArray& bytes, QChar decimalSeparator,
+                                  imported::Score& score) {
+    const midi_recording::Recording recording = midi_recording::read(bytes);
+    if (!recording.fault.isEmpty()) {
+        score.faults += recording.fault;
+        return {};
+    }
+    midi_recording::Line line = midi_recording::lineOf(recording, decimalSeparator);
+    score.faults = line.faults;
+    score.tempo = line.tempo;
+    score.program = recording.program;
+    score.leftOut = recording.leftOut;
+    for (const imported::LeftOut what : line.leftOut)
+        score.leaveOut(what);
+    return std::move(line.entries);
+}
+
+}  // namespace
+
+bool isForeign(const QString& path) {
+    return isMidi(path) ||
+           std::any_of(kNotationSuffixes.begin(), kNotationSuffixes.end(),
+                       [&path](const char* suffix) { return endsWith(path, suffix); });
+}
+
+Outcome read(const Folders& folders, const QString& path, QChar decimalSeparator) {
+    const Folders::Content content = folders.readFile(path, kLargestFile + 1);
+    Outcome outcome;
+    outcome.error = content.error;
+    if (outcome.error.failed())
+        return outcome;
+    imported::Score score;
+    const std::vector<MelodyEntry> entries =
+        isMidi(path) ? readMidi(content.bytes, decimalSeparator, score)
+                     : readMusicXml(content.bytes, decimalSeparator, score);
     if (!score.faults.isEmpty()) {
         outcome.fault = inWords(score.faults);
         return outcome;
@@ -105,9 +146,12 @@ MelodyImport::MelodyImport(const Services& services, Composition& composition, M
 
 QString MelodyImport::askFile() const {
     QStringList suffixes;
-    for (const char* suffix : melody_import::kSuffixes)
+    for (const char* suffix : melody_import::kNotationSuffixes)
         suffixes += QString::fromUtf8(suffix);
-    return dialogs_.openFile(UserText::tr("Importa"), UserText::tr("File di notazione"), suffixes);
+    for (const char* suffix : melody_import::kMidiSuffixes)
+        suffixes += QString::fromUtf8(suffix);
+    return dialogs_.openFile(UserText::tr("Importa"), UserText::tr("File di notazione e MIDI"),
+                             suffixes);
 }
 
 bool MelodyImport::open(const QString& path) {
