@@ -87,9 +87,7 @@ void StaffPage::showSystem(std::size_t index) {
     const qreal staves = top + kPadding + shown.middle() * space_ / 2;
     if (bottom - top > size_.height())
         scrollTo(staves - size_.height() / 2);
-    else if (top < offset_)
-        scrollTo(top);
-    else if (bottom > offset_ + size_.height())
+    else if (top < offset_ || bottom > offset_ + size_.height())
         scrollTo(top);
 }
 
