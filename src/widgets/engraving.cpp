@@ -83,6 +83,14 @@ void drawHorizontal(QPainter& painter, qreal left, qreal right, qreal y, qreal t
     fillOnPixels(painter, QRectF(left, y - thickness / 2, right - left, thickness));
 }
 
+/// From the top of one stave to the bottom of another, so many staff spaces thick.
+void drawVertical(QPainter& painter, const Stave& upper, const Stave& lower, qreal x,
+                  double thickness) {
+    const qreal halfLine = glyph_table::kStaffLineThickness * upper.space / 2;
+    fillOnPixels(painter, QRectF(QPointF(x, upper.y(kTopLine) - halfLine),
+                                 QPointF(x + thickness * upper.space, lower.y(0) + halfLine)));
+}
+
 void drawLedgerLines(QPainter& painter, const Stave& stave, qreal x, qreal width, int position) {
     const qreal extension = glyph_table::kLedgerLineExtension * stave.space;
     const auto line = [&](int at) {
@@ -184,10 +192,14 @@ void drawLines(QPainter& painter, const Stave& stave) {
 }
 
 void drawBarline(QPainter& painter, const Stave& upper, const Stave& lower, qreal x) {
-    const qreal thickness = glyph_table::kThinBarlineThickness * upper.space;
-    const qreal halfLine = glyph_table::kStaffLineThickness * upper.space / 2;
-    fillOnPixels(painter, QRectF(QPointF(x, upper.y(kTopLine) - halfLine),
-                                 QPointF(x + thickness, lower.y(0) + halfLine)));
+    drawVertical(painter, upper, lower, x, glyph_table::kThinBarlineThickness);
+}
+
+void drawFinalBarline(QPainter& painter, const Stave& upper, const Stave& lower, qreal right) {
+    const qreal thick = right - glyph_table::kThickBarlineThickness * upper.space;
+    drawVertical(painter, upper, lower, thick, glyph_table::kThickBarlineThickness);
+    const double before = glyph_table::kBarlineSeparation + glyph_table::kThinBarlineThickness;
+    drawBarline(painter, upper, lower, thick - before * upper.space);
 }
 
 void drawBrace(QPainter& painter, const MusicFont& font, const Stave& upper, const Stave& lower,

@@ -37,6 +37,9 @@ void fillOnPixels(QPainter& painter, const QRectF& rect);
 void drawLines(QPainter& painter, const Stave& stave);
 void drawBarline(QPainter& painter, const Stave& upper, const Stave& lower, qreal x);
 
+/// A thin and a thick line, which end a piece of music at `right`.
+void drawFinalBarline(QPainter& painter, const Stave& upper, const Stave& lower, qreal right);
+
 /// A brace to the left of `right`, from the top of one stave to the bottom of another.
 void drawBrace(QPainter& painter, const MusicFont& font, const Stave& upper, const Stave& lower,
                qreal right);
