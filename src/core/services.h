@@ -6,6 +6,7 @@ class FunzioniMM;
 class HelpViewer;
 class MidiKeyboard;
 class MidiOut;
+class Printing;
 class Runtime;
 class WaveRenderer;
 
@@ -19,4 +20,5 @@ struct Services {
     FunzioniMM& funzioniMM;
     WaveRenderer* waveRenderer = nullptr;  ///< where the machine has one
     MidiKeyboard* midiKeyboard = nullptr;  ///< where MIDI inputs are listened to
+    Printing* printing = nullptr;          ///< where the machine can print
 };

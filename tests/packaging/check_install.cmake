@@ -26,6 +26,13 @@ expect(${menu} ${catalogue} ${types} share/man/man1/cantavista.1.gz share/man/it
        share/cantavista/Melodie/Esempi/Greensleeves.mel share/cantavista/aiuto/index.html
        share/doc/cantavista/copyright share/doc/cantavista/changelog.gz)
 
+# Where the executable looks for it.
+file(GLOB modules ${TREE}/lib*/cantavista/*.so ${TREE}/lib/*/cantavista/*.so)
+list(LENGTH modules count)
+if(NOT count EQUAL 1)
+  message(SEND_ERROR "Not the module for printing: ${modules}")
+endif()
+
 read_between(program ${menu} "^Exec=" " %f$")
 read_between(icon ${menu} "^Icon=" "$")
 read_between(type ${menu} "^MimeType=" "$")

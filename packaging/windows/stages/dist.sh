@@ -7,7 +7,7 @@ stage_dist() {
     version=$(sed -n 's/^project(cantavista VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
     rm -rf "$work/dist"
     mkdir -p "$tree"
-    cp -r "$program_bin"/{cantavista.exe,*.dll,qt.conf,plugins,translations,note,Melodie,aiuto} \
+    cp -r "$program_bin"/{cantavista.exe,*.dll,qt.conf,plugins,modules,translations,note,Melodie,aiuto} \
         "$tree/"
     rm "$tree/plugins/platforms/qoffscreen.dll"
     [[ ! -f $program_bin/cantavista.chm ]] || cp "$program_bin/cantavista.chm" "$tree/"

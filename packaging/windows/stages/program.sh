@@ -49,7 +49,7 @@ gather_libraries() {
     for library in libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll; do
         cp -u "$($compiler -print-file-name=$library)" "$program_bin/"
     done
-    cp -u "$qt_installed"/bin/Qt6{Core,Gui,Widgets}.dll "$program_bin/"
+    cp -u "$qt_installed"/bin/Qt6{Core,Gui,PrintSupport,Widgets}.dll "$program_bin/"
     mkdir -p "$program_bin"/plugins/{platforms,imageformats} "$program_bin/translations"
     cp -u "$plugins"/platforms/q{windows,offscreen}.dll "$program_bin/plugins/platforms/"
     cp -u "$plugins/imageformats/qico.dll" "$program_bin/plugins/imageformats/"

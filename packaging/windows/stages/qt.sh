@@ -5,7 +5,7 @@
 # shellcheck disable=SC2154 # $work and $here come from the script that sources this one.
 qt_installed=$work/qt/installed
 
-qt_off=(network sql dbus xml printsupport concurrent testlib vulkan tabletevent cpp_winrt icu glib
+qt_off=(network sql dbus xml concurrent testlib vulkan tabletevent cpp_winrt icu glib
     zstd fontconfig jpeg gif direct2d1_1 system_zlib system_pcre2 system_freetype system_harfbuzz
     system_png system_doubleconversion)
 

@@ -20,12 +20,6 @@ const QString kDefaultTitle = QStringLiteral("Cantavista");
 constexpr int kInputWidth = 360;
 constexpr QSize kFileBoxSize(800, 480);
 
-/// A window that is still opening is not active yet, but no other could be used.
-QWidget* windowInFront() {
-    QWidget* modal = QApplication::activeModalWidget();
-    return modal ? modal : QApplication::activeWindow();
-}
-
 /// Every box is shown by this.
 int run(QDialog& box, HeldInput& input) {
     const HeldInput::Box onShow(input);
@@ -38,7 +32,7 @@ QMessageBox::StandardButton show(const Runtime& runtime, HeldInput& input, const
                                  QMessageBox::StandardButton usual) {
     if (runtime.ending())
         return usual;
-    QMessageBox box(windowInFront());
+    QMessageBox box(QtDialogs::windowInFront());
     box.setIcon(icon);
     box.setWindowTitle(kDefaultTitle);
     box.setTextFormat(Qt::PlainText);
@@ -51,6 +45,11 @@ QMessageBox::StandardButton show(const Runtime& runtime, HeldInput& input, const
 }
 
 }  // namespace
+
+QWidget* QtDialogs::windowInFront() {
+    QWidget* modal = QApplication::activeModalWidget();
+    return modal ? modal : QApplication::activeWindow();
+}
 
 void QtDialogs::message(const QString& text) {
     show(runtime_, heldInput_, text, QMessageBox::Information, QMessageBox::Ok, QMessageBox::Ok);

@@ -4,6 +4,7 @@
 #include "platform/dialogs.h"
 
 class QFileDialog;
+class QWidget;
 class Runtime;
 
 /// The boxes of the desktop's toolkit, over the active window. None takes input that was meant for
@@ -12,6 +13,10 @@ class Runtime;
 class QtDialogs : public Dialogs {
 public:
     explicit QtDialogs(const Runtime& runtime) : runtime_(runtime) {}
+
+    /// The window that a box belongs to. One that is still opening is not active yet, but no other
+    /// could be used.
+    static QWidget* windowInFront();
 
     void message(const QString& text) override;
     bool confirm(const QString& text) override;

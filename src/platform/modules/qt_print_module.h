@@ -1,0 +1,16 @@
+#pragma once
+
+#include "platform/modules/print_module.h"
+
+#include <QObject>
+
+/// The module for printing, made by the toolkit's own loader.
+class QtPrintModule : public QObject, public PrintModule {
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID "cantavista.PrintModule/1")
+    Q_INTERFACES(PrintModule)
+
+public:
+    Printing::Outcome print(const QString& title, QWidget* parent, const RunDialog& runDialog,
+                            const Printing::PaintPages& paintPages) override;
+};
