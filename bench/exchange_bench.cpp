@@ -1,5 +1,6 @@
 // Melodies as files of notation programs: writing and reading the longest one, and refusing what is
-// hostile. The largest memory that the process held is printed at the end.
+// hostile; sheet music of 1,000 entries. The largest memory that the process held is printed at the
+// end.
 
 #include "composer/exchange/braille_writer.h"
 #include "composer/exchange/melody_builder.h"
@@ -7,9 +8,11 @@
 #include "composer/exchange/musicxml_writer.h"
 #include "composer/exchange/score_heading.h"
 #include "composer/exchange/zip_archive.h"
+#include "composer/melody/composition.h"
+#include "composer/melody_sheet.h"
 #include "composer/score/bar_view.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 
 #include <benchmark/benchmark.h>
 
@@ -54,6 +57,16 @@ void writeBraille(benchmark::State& state) {
         benchmark::DoNotOptimize(braille::write(score::barsOf(melody, {}), kHeading));
 }
 
+void writePdf(benchmark::State& state, Paper paper) {
+    Composition composition;
+    composition.melody = melodyOf(state.range(0));
+    const MelodySheet sheet = sheetOf(composition, QStringLiteral("lunga"), {});
+    qsizetype bytes = 0;
+    for ([[maybe_unused]] auto _ : state)
+        bytes = sheet_painter::pdf(sheet, paper).size();
+    state.counters["kB"] = static_cast<double>(bytes) / 1000;
+}
+
 void readMusicXml(benchmark::State& state) {
     // One value each, so that the longest melody comes back as long.
     MelodyDelta delta;
@@ -92,13 +105,16 @@ void refuseHostile(benchmark::State& state) {
 BENCHMARK(writeMusicXml)->Arg(Melody::kMaxEntries)->Unit(benchmark::kMillisecond);
 BENCHMARK(writeCompressed)->Arg(Melody::kMaxEntries)->Unit(benchmark::kMillisecond);
 BENCHMARK(writeBraille)->Arg(Melody::kMaxEntries)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(writePdf, A4, Paper::A4)->Arg(1000)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(writePdf, Letter, Paper::Letter)->Arg(1000)->Unit(benchmark::kMillisecond);
 BENCHMARK(readMusicXml)->Arg(Melody::kMaxEntries)->Unit(benchmark::kMillisecond);
 BENCHMARK(refuseHostile)->DenseRange(0, 4)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    const QCoreApplication application(argc, argv);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QGuiApplication application(argc, argv);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     rusage usage{};

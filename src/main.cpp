@@ -1,5 +1,6 @@
 #include "command/command_line.h"
 #include "command/commands.h"
+#include "composer/export/sheet_request.h"
 #include "composer/melody_sheet.h"
 #include "core/funzioni_mm.h"
 #include "core/midi_keyboard.h"
@@ -9,6 +10,7 @@
 #include "platform/chm_viewer.h"
 #include "platform/desktop/desktop_folders.h"
 #include "platform/desktop/qt_dialogs.h"
+#include "platform/desktop/qt_printing.h"
 #include "platform/desktop/qt_runtime.h"
 #include "platform/sound.h"
 #include "platform/user_text.h"
@@ -43,7 +45,8 @@ QStringList argumentsOf(int argc, char* argv[]) {
 
 /// What a command needs of the toolkit: sheet music has fonts, but no display.
 std::unique_ptr<QCoreApplication> commandApplication(int& argc, char* argv[]) {
-    if (CommandLine::parse(argumentsOf(argc, argv)).action != CommandLine::Action::ExportPdf)
+    const CommandLine::Action action = CommandLine::parse(argumentsOf(argc, argv)).action;
+    if (action != CommandLine::Action::ExportPdf && action != CommandLine::Action::ExportSystem)
         return std::make_unique<QCoreApplication>(argc, argv);
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen;windows");
@@ -60,11 +63,8 @@ int runCommand(int argc, char* argv[]) {
     const std::unique_ptr<Sound> sound = openSound(folders);
     QTextStream out(stdout);
     QTextStream err(stderr);
-    return commands::run(
-        CommandLine::parse(QCoreApplication::arguments()),
-        {folders, *sound, out, err, [](const Composition& composition, const QString& title) {
-             return sheet_painter::pdf(sheetOf(composition, title), sheet_painter::usualPaper());
-         }});
+    return commands::run(CommandLine::parse(QCoreApplication::arguments()),
+                         {folders, *sound, out, err, sheetFileOf});
 }
 
 /// Where no display answers the toolkit gives up: the last word is the program's own.
@@ -108,8 +108,9 @@ int main(int argc, char* argv[]) {
 
     MidiKeyboard midiKeyboard(runtime, sound->midiIn());
 
+    QtPrinting printing(runtime);
     MainWindow window({runtime, sound->midiOut(), dialogs, folders, help, funzioniMM,
-                       sound->waveRenderer(), &midiKeyboard});
+                       sound->waveRenderer(), &midiKeyboard, &printing});
     window.openMelodyAtStart(melodyAtStart());
     window.show();
     return QApplication::exec();

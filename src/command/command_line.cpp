@@ -5,6 +5,7 @@
 
 #include <QCommandLineOption>
 #include <QCommandLineParser>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <array>
@@ -14,25 +15,29 @@ namespace {
 
 using Action = CommandLine::Action;
 
+/// What may stand beside an action.
+enum Option : unsigned { Output = 1, Instrument = 2, Bars = 4, PaperSize = 8, System = 16 };
+
 struct ActionName {
     const char* name;
     Action action;
     int leastFiles;
     int mostFiles;
-    bool hasOutput;
-    bool hasInstrument = false;
-    bool hasBars = false;
+    unsigned options = 0;
+
+    bool takes(Option option) const { return (options & option) != 0; }
 };
 constexpr int kAnyNumber = 1'000'000;
 constexpr auto kActions = std::to_array<ActionName>({
-    {"check", Action::Check, 1, kAnyNumber, false},
-    {"render", Action::Render, 1, 1, true, true},
-    {"export-midi", Action::ExportMidi, 1, 1, true, true},
-    {"export-pdf", Action::ExportPdf, 1, 1, true},
-    {"export-musicxml", Action::ExportMusicXml, 1, 1, true, true, true},
-    {"export-braille", Action::ExportBraille, 1, 1, true, false, true},
-    {"import", Action::Import, 1, 1, true},
-    {"list-devices", Action::ListDevices, 0, 0, false},
+    {"check", Action::Check, 1, kAnyNumber},
+    {"render", Action::Render, 1, 1, Output | Instrument},
+    {"export-midi", Action::ExportMidi, 1, 1, Output | Instrument},
+    {"export-pdf", Action::ExportPdf, 1, 1, Output | Bars | PaperSize},
+    {"export-system", Action::ExportSystem, 1, 1, Output | Bars | PaperSize | System},
+    {"export-musicxml", Action::ExportMusicXml, 1, 1, Output | Instrument | Bars},
+    {"export-braille", Action::ExportBraille, 1, 1, Output | Bars},
+    {"import", Action::Import, 1, 1, Output},
+    {"list-devices", Action::ListDevices, 0, 0},
 });
 
 const QString kHelp = QStringLiteral("help");
@@ -41,6 +46,8 @@ const QString kOutput = QStringLiteral("output");
 const QString kInstrument = QStringLiteral("instrument");
 const QString kMetre = QStringLiteral("metre");
 const QString kKey = QStringLiteral("key");
+const QString kPaper = QStringLiteral("paper");
+const QString kSystem = QStringLiteral("system");
 
 /// Options that the windows' toolkit takes for itself, with one dash or two.
 struct ToolkitOption {
@@ -91,6 +98,8 @@ void addOptions(QCommandLineParser& parser) {
     parser.addOption({kInstrument, {}, QStringLiteral("n")});
     parser.addOption({kMetre, {}, QStringLiteral("n/n")});
     parser.addOption({kKey, {}, QStringLiteral("n")});
+    parser.addOption({kPaper, {}, QStringLiteral("name")});
+    parser.addOption({kSystem, {}, QStringLiteral("n")});
 }
 
 QString syntaxFault(const QCommandLineParser& parser, const QStringList& arguments) {
@@ -113,14 +122,19 @@ QString contentFault(const QCommandLineParser& parser, const ActionName& action)
         return UserText::tr("%1: manca il file della melodia").arg(name);
     if (files > action.mostFiles)
         return UserText::tr("%1: troppi file").arg(name);
-    if (action.hasOutput && parser.value(kOutput).isEmpty())
+    const bool writes = action.takes(Output);
+    if (writes && parser.value(kOutput).isEmpty())
         return UserText::tr("%1: manca il file da scrivere (-o)").arg(name);
-    if (!action.hasOutput && (parser.isSet(kOutput) || parser.isSet(kInstrument)))
+    if (!writes && (parser.isSet(kOutput) || parser.isSet(kInstrument)))
         return UserText::tr("%1: -o e --instrument non servono").arg(name);
-    if (!action.hasInstrument && parser.isSet(kInstrument))
+    if (!action.takes(Instrument) && parser.isSet(kInstrument))
         return UserText::tr("%1: --instrument non serve").arg(name);
-    if (!action.hasBars && (parser.isSet(kMetre) || parser.isSet(kKey)))
+    if (!action.takes(Bars) && (parser.isSet(kMetre) || parser.isSet(kKey)))
         return UserText::tr("%1: --metre e --key non servono").arg(name);
+    if (!action.takes(PaperSize) && parser.isSet(kPaper))
+        return UserText::tr("%1: --paper non serve").arg(name);
+    if (!action.takes(System) && parser.isSet(kSystem))
+        return UserText::tr("%1: --system non serve").arg(name);
     return {};
 }
 
@@ -147,13 +161,13 @@ std::optional<score::Key> keyOf(QString text) {
 /// Reads metre and key; answers what is wrong with them.
 QString readNotation(const QCommandLineParser& parser, Action action, score::Notation& notation) {
     const bool hasNoBars =
-        action == Action::ExportBraille && parser.value(kMetre) == QLatin1String("none");
+        action != Action::ExportMusicXml && parser.value(kMetre) == QLatin1String("none");
     if (hasNoBars) {
         notation.metre.reset();
     } else if (parser.isSet(kMetre)) {
         notation.metre = metreOf(parser.value(kMetre));
         if (!notation.metre)
-            return UserText::tr("--metre: serve 2/4, 3/4, 4/4 o 6/8; per il braille anche none");
+            return UserText::tr("--metre: serve 2/4, 3/4, 4/4 o 6/8, o none (non per MusicXML)");
     }
     if (parser.isSet(kKey)) {
         const std::optional<score::Key> key = keyOf(parser.value(kKey));
@@ -164,7 +178,28 @@ QString readNotation(const QCommandLineParser& parser, Action action, score::Not
     return {};
 }
 
+/// Reads what a sheet is printed on, and which of its systems is wanted; answers what is wrong.
+QString readSheet(const QCommandLineParser& parser, CommandLine& line) {
+    if (parser.isSet(kPaper)) {
+        const QString paper = parser.value(kPaper).toLower();
+        if (paper != QLatin1String("a4") && paper != QLatin1String("letter"))
+            return UserText::tr("--paper: serve a4 o letter");
+        line.paper = paper == QLatin1String("a4") ? Paper::A4 : Paper::Letter;
+    }
+    if (parser.isSet(kSystem)) {
+        bool isNumber = false;
+        line.system = parser.value(kSystem).toInt(&isNumber);
+        if (!isNumber || line.system < 1)
+            return UserText::tr("--system: serve un numero da 1 in su");
+    }
+    return {};
+}
+
 }  // namespace
+
+bool CommandLine::writes(const char* suffix) const {
+    return QFileInfo(output).suffix().compare(QString::fromUtf8(suffix), Qt::CaseInsensitive) == 0;
+}
 
 bool CommandLine::isCommand(const QStringList& arguments) {
     int files = 0;
@@ -211,8 +246,12 @@ CommandLine CommandLine::parse(const QStringList& arguments) {
     }
     if (const QString fault = readNotation(parser, action.action, line.notation); !fault.isEmpty())
         return misused(fault);
+    if (const QString fault = readSheet(parser, line); !fault.isEmpty())
+        return misused(fault);
     line.action = action.action;
     line.files = parser.positionalArguments();
     line.output = parser.value(kOutput);
+    if (line.action == Action::ExportSystem && !line.writes("svg") && !line.writes("png"))
+        return misused(UserText::tr("--export-system: il nome del file finisce in .svg o .png"));
     return line;
 }

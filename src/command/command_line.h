@@ -1,6 +1,7 @@
 #pragma once
 
 #include "composer/score/bar_view.h"
+#include "core/paper.h"
 
 #include <QString>
 #include <QStringList>
@@ -17,6 +18,7 @@ struct CommandLine {
         Render,
         ExportMidi,
         ExportPdf,
+        ExportSystem,
         ExportMusicXml,
         ExportBraille,
         Import,
@@ -28,7 +30,12 @@ struct CommandLine {
     QString output;
     std::optional<int> instrument;  ///< General MIDI program in place of the file's own
     score::Notation notation;       ///< of a melody that is written in bars
+    std::optional<Paper> paper;     ///< in place of the usual one
+    int system = 1;                 ///< of sheet music, from 1
     QString fault;                  ///< what is wrong with the arguments, for `Misused`
+
+    /// Whether the name of the file to be written ends so.
+    bool writes(const char* suffix) const;
 
     /// Whether the arguments, the program's name first, ask for anything but the window with at
     /// most one melody. Options of the windows' toolkit do not count.

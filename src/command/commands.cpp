@@ -7,6 +7,7 @@
 #include "composer/export/melody_score.h"
 #include "composer/export/midi_file_writer.h"
 #include "composer/export/notation_export.h"
+#include "composer/export/sheet_request.h"
 #include "composer/export/wave_file_writer.h"
 #include "composer/library/melody_file.h"
 #include "composer/library/melody_names.h"
@@ -33,6 +34,9 @@ constexpr const char* kUsage =
                       "     cantavista --render MELODIA -o FILE.wav [--instrument N]\n"
                       "     cantavista --export-midi MELODIA -o FILE.mid [--instrument N]\n"
                       "     cantavista --export-pdf MELODIA -o FILE.pdf\n"
+                      "                [--metre M|none] [--key T] [--paper a4|letter]\n"
+                      "     cantavista --export-system MELODIA -o FILE.svg|FILE.png [--system N]\n"
+                      "                [--metre M|none] [--key T] [--paper a4|letter]\n"
                       "     cantavista --export-musicxml MELODIA -o FILE.musicxml|FILE.mxl\n"
                       "                [--metre M] [--key T] [--instrument N]\n"
                       "     cantavista --export-braille MELODIA -o FILE.brf|FILE.txt\n"
@@ -50,6 +54,7 @@ constexpr const char* kExplanation = QT_TRANSLATE_NOOP(
     "  --render          suona la melodia in un file WAV, con il sintetizzatore interno\n"
     "  --export-midi     scrive la melodia in un file MIDI\n"
     "  --export-pdf      scrive lo spartito della melodia in un file PDF\n"
+    "  --export-system   scrive un rigo (sistema) dello spartito in un'immagine SVG o PNG\n"
     "  --export-musicxml scrive la melodia in battute per i programmi di notazione;\n"
     "                    compressa, se il nome finisce in \".mxl\"\n"
     "  --export-braille  scrive la melodia in musica braille: \".brf\" per stampanti e\n"
@@ -61,9 +66,11 @@ constexpr const char* kExplanation = QT_TRANSLATE_NOOP(
     "  -o, --output      il file da scrivere\n"
     "  --instrument N    lo strumento, da 0 a 127, al posto di quello della melodia\n"
     "  --metre M         il tempo delle battute: 2/4, 3/4, 4/4 o 6/8; senza, 4/4;\n"
-    "                    in braille anche none, senza battute\n"
+    "                    in braille e nello spartito anche none, senza battute\n"
     "  --key T           la tonalità: le alterazioni in chiave, da -7 (bemolli) a 7\n"
     "                    (diesis), con \"m\" per il modo minore; senza, Do maggiore\n"
+    "  --paper a4|letter la carta dello spartito; senza, quella del paese\n"
+    "  --system N        il rigo da scrivere, da 1 in poi; senza, il primo\n"
     "  -v, --version     la versione del programma\n"
     "  -h, --help        questo testo\n"
     "\n"
@@ -131,6 +138,19 @@ QString writeOutput(const CommandLine& line, const CommandMachine& machine,
         wave_file::write(*renderer, score, machine.folders, path, [](double) { return true; }));
 }
 
+/// A sheet of the melody, or why there is none.
+SheetFile sheetOf(const CommandLine& line, const CommandMachine& machine,
+                  const Composition& composition) {
+    if (const QString fault = notation_export::sheetFault(composition.melody, line.notation);
+        !fault.isEmpty())
+        return {{}, fault};
+    using Form = SheetRequest::Form;
+    const bool isPicture = line.action == Action::ExportSystem;
+    const Form form = !isPicture ? Form::Pdf : line.writes("svg") ? Form::Svg : Form::Png;
+    return machine.makeSheet(
+        composition, {form, nameOf(line.files.front()), line.notation, line.paper, line.system});
+}
+
 int write(const CommandLine& line, const CommandMachine& machine) {
     const QString& file = line.files.front();
     const auto fail = [&machine](const QString& about, const QString& fault) {
@@ -145,10 +165,12 @@ int write(const CommandLine& line, const CommandMachine& machine) {
     const Melody& melody = composition.melody;
     if (melody.empty())
         return fail(file, UserText::tr("la melodia è vuota"));
-    if (line.action == Action::ExportPdf) {
-        const QByteArray bytes = machine.makePdf(composition, nameOf(file));
-        const QString fault = machine.folders.writeFile(pathOf(line.output), bytes).text;
-        return fault.isEmpty() ? kDone : fail(line.output, fault);
+    if (line.action == Action::ExportPdf || line.action == Action::ExportSystem) {
+        const SheetFile sheet = sheetOf(line, machine, composition);
+        if (!sheet.fault.isEmpty())
+            return fail(file, sheet.fault);
+        const FileError error = machine.folders.writeFile(pathOf(line.output), sheet.bytes);
+        return error.failed() ? fail(line.output, error.text) : kDone;
     }
     if (line.action == Action::ExportMusicXml || line.action == Action::ExportBraille) {
         const score::BarView view = score::barsOf(melody, line.notation);
@@ -227,6 +249,7 @@ int run(const CommandLine& line, const CommandMachine& machine) {
         case Action::Render:
         case Action::ExportMidi:
         case Action::ExportPdf:
+        case Action::ExportSystem:
         case Action::ExportMusicXml:
         case Action::ExportBraille:
             return write(line, machine);

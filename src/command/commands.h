@@ -1,8 +1,5 @@
 #pragma once
 
-#include <QByteArray>
-#include <QString>
-
 #include <functional>
 
 class Folders;
@@ -10,6 +7,8 @@ class QTextStream;
 class Sound;
 struct CommandLine;
 struct Composition;
+struct SheetFile;
+struct SheetRequest;
 
 /// What the commands work with. Only the list of devices touches a device.
 struct CommandMachine {
@@ -17,8 +16,7 @@ struct CommandMachine {
     Sound& sound;
     QTextStream& out;
     QTextStream& err;
-    /// Makes a PDF document of a composition under a title.
-    std::function<QByteArray(const Composition&, const QString& title)> makePdf = {};
+    std::function<SheetFile(const Composition&, const SheetRequest&)> makeSheet = {};
 };
 
 namespace commands {

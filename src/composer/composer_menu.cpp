@@ -60,6 +60,7 @@ ComposerMenu::ComposerMenu(QWidget& window)
         {"mnuEsportaMidi", QT_TR_NOOP("Esporta MIDI…"), "", &ComposerMenu::exportMidiChosen}, file);
     exportPdf_ = add(
         {"mnuEsportaPdf", QT_TR_NOOP("Esporta PDF…"), "", &ComposerMenu::exportPdfChosen}, file);
+    print_ = add({"mnuStampa", QT_TR_NOOP("Stampa…"), "", &ComposerMenu::printChosen}, file);
     exportMusicXml_ = add({"mnuEsportaMusicXml", QT_TR_NOOP("Esporta MusicXML…"), "",
                            &ComposerMenu::exportMusicXmlChosen},
                           file);
@@ -149,6 +150,6 @@ void ComposerMenu::enableUndo(bool undo, bool redo) {
 
 void ComposerMenu::enableExport(bool audio, bool notes) {
     exportAudio_->setEnabled(audio);
-    for (QAction* action : {exportMidi_, exportPdf_, exportMusicXml_, exportBraille_})
+    for (QAction* action : {exportMidi_, exportPdf_, print_, exportMusicXml_, exportBraille_})
         action->setEnabled(notes);
 }

@@ -32,6 +32,7 @@ Q_SIGNALS:
     void exportAudioChosen();
     void exportMidiChosen();
     void exportPdfChosen();
+    void printChosen();
     void exportMusicXmlChosen();
     void exportBrailleChosen();
     void saveToFloppyChosen();
@@ -63,6 +64,7 @@ private:
     QAction* directInsertion_ = nullptr;
     QAction* silence_ = nullptr;
     QAction* exportPdf_ = nullptr;
+    QAction* print_ = nullptr;
     QAction* exportMusicXml_ = nullptr;
     QAction* exportBraille_ = nullptr;
 };

@@ -15,6 +15,7 @@ ExportControls::ExportControls(QWidget& window, Runtime& runtime, ComposerModel&
     connect(&menu, &ComposerMenu::exportAudioChosen, this, &ExportControls::mnuEsportaAudio_Click);
     connect(&menu, &ComposerMenu::exportMidiChosen, this, &ExportControls::mnuEsportaMidi_Click);
     connect(&menu, &ComposerMenu::exportPdfChosen, this, &ExportControls::mnuEsportaPdf_Click);
+    connect(&menu, &ComposerMenu::printChosen, this, &ExportControls::mnuStampa_Click);
     connect(&menu, &ComposerMenu::exportMusicXmlChosen, this,
             &ExportControls::mnuEsportaMusicXml_Click);
     connect(&menu, &ComposerMenu::exportBrailleChosen, this,
@@ -37,11 +38,21 @@ void ExportControls::mnuEsportaMidi_Click() {
 }
 
 void ExportControls::mnuEsportaPdf_Click() {
-    keyboard_.releaseHeldKeys();
-    model_.playback.stop();
-    model_.exporter.exportPdf([this](const QString& title) {
-        return sheet_painter::pdf(sheetOf(model_.composition, title), sheet_painter::usualPaper());
+    if (!askNotation(frmBattute::WithoutBars::Offered))
+        return;
+    model_.exporter.exportPdf(notation_, [this](const QString& title) {
+        return sheet_painter::pdf(sheetOf(model_.composition, title, notation_), usualPaper());
     });
+}
+
+void ExportControls::mnuStampa_Click() {
+    if (!askNotation(frmBattute::WithoutBars::Offered))
+        return;
+    model_.exporter.print(
+        notation_, [this](QPagedPaintDevice& device, const QString& title, bool lastPageFirst) {
+            return sheet_painter::paint(device, sheetOf(model_.composition, title, notation_),
+                                        lastPageFirst);
+        });
 }
 
 /// The choice is proposed again. Music without bars is chosen for itself: where it is not offered,

@@ -23,6 +23,7 @@ private Q_SLOTS:
     void mnuEsportaAudio_Click();
     void mnuEsportaMidi_Click();
     void mnuEsportaPdf_Click();
+    void mnuStampa_Click();
     void mnuEsportaMusicXml_Click();
     void mnuEsportaBraille_Click();
     void mnuSalvaA_Click();

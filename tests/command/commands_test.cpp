@@ -1,6 +1,7 @@
 #include "command/commands.h"
 
 #include "command/command_line.h"
+#include "composer/export/sheet_request.h"
 #include "platform/desktop/desktop_folders.h"
 #include "platform/sound.h"
 
@@ -64,7 +65,7 @@ TEST(Commands, AnswerWithTheirStatusAndSayWhy) {
         {"--export-musicxml buona.mel -o x.mid --key 8m", 2, "", "da -7 a 7"},
         {"--export-musicxml corta.mel -o x.mid", 1, "", "durata delle note: 2 !!!"},
         {"--export-musicxml buona.mel -o a.xml --metre 6/8 --key -1m", 0, "", ""},
-        {"--export-musicxml buona.mel -o x.mid --metre none", 2, "", "anche none"},
+        {"--export-musicxml buona.mel -o x.mid --metre none", 2, "", "none .non per MusicXML"},
         {"--export-braille buona.mel -o a.brf --metre none", 0, "", ""},
         {"--import a.xml -o b.mel", 0, "", ""},
         {"--import a.xml -o /dev/null", 1, "", "cantavista: /dev/null: .*negato"},
@@ -72,7 +73,17 @@ TEST(Commands, AnswerWithTheirStatusAndSayWhy) {
         {"--import buona.mel -o x.mid", 1, "", "non è un file MusicXML"},
         {"--import nulla.mxl -o x.mid", 1, "", "non trovato"},
         {"--import a.xml -o x.mid --instrument 3", 2, "", "--instrument non serve"},
-        {"--export-pdf buona.mel -o a.pdf", 0, "", ""},
+        {"--export-pdf buona.mel -o a.pdf --metre none --paper LETTER", 0, "", ""},
+        {"--export-pdf corta.mel -o a2.pdf --metre none", 0, "", ""},
+        {"--export-pdf corta.mel -o x.pdf", 1, "", "durata delle note: 2 !!!"},
+        {"--export-pdf buona.mel -o x.pdf --paper a5", 2, "", "a4 o letter"},
+        {"--export-pdf buona.mel -o x.pdf --system 1", 2, "", "--system non serve"},
+        {"--export-braille buona.mel -o x.brf --paper a4", 2, "", "--paper non serve"},
+        {"--export-system buona.mel -o a.SVG --metre 3/4 --key 2m", 0, "", ""},
+        {"--export-system buona.mel -o a.png --system 2", 0, "", ""},
+        {"--export-system buona.mel -o x.png --system 3", 1, "", "buona.mel: il 3 manca"},
+        {"--export-system buona.mel -o x.png --system 0", 2, "", "da 1 in su"},
+        {"--export-system buona.mel -o x.pdf", 2, "", ".svg o .png"},
         {"--export-pdf buona.mel -o x.pdf --instrument 3", 2, "", "--instrument non serve"},
         {"--export-pdf vuota.mel -o x.pdf", 1, "", "vuota"},
         {"--export-midi corta.mel -o corta.mid", 0, "", "La nota 2 è troppo breve"},
@@ -84,9 +95,18 @@ TEST(Commands, AnswerWithTheirStatusAndSayWhy) {
         QString err;
         QTextStream outStream(&out);
         QTextStream errStream(&err);
-        const CommandMachine machine{
-            folders, *sound, outStream, errStream,
-            [](const Composition&, const QString& title) { return title.toUtf8(); }};
+        const auto makeSheet = [](const Composition&, const SheetRequest& wanted) {
+            const auto& metre = wanted.notation.metre;
+            const QString told = QStringLiteral("%1 %2 %3 %4 %5 %6")
+                                     .arg(wanted.title)
+                                     .arg(static_cast<int>(wanted.form))
+                                     .arg(metre ? metre->beats : 0)
+                                     .arg(wanted.notation.key.fifths)
+                                     .arg(wanted.paper == Paper::Letter)
+                                     .arg(wanted.system);
+            return SheetFile{told.toUtf8(), wanted.system > 2 ? "il 3 manca" : ""};
+        };
+        const CommandMachine machine{folders, *sound, outStream, errStream, makeSheet};
         EXPECT_EQ(commands::run(CommandLine::parse(words), machine), status) << arguments;
         for (const auto& [text, wanted] : {std::pair{out, outWanted}, {err, errWanted}})
             EXPECT_TRUE(*wanted ? text.contains(QRegularExpression(wanted)) : text.isEmpty())
@@ -99,7 +119,9 @@ TEST(Commands, AnswerWithTheirStatusAndSayWhy) {
         EXPECT_TRUE(contentOf("a.xml").contains(part)) << part;
     EXPECT_EQ(contentOf("a.brf").simplified(), "BUONA ?7#FJ #A \"[:<K");
     EXPECT_EQ(contentOf("b.mel"), kMelody);
-    EXPECT_EQ(contentOf("a.pdf"), "buona");
+    EXPECT_EQ(contentOf("a.pdf"), "buona 0 0 0 1 1");
+    EXPECT_EQ(contentOf("a.SVG"), "buona 1 3 2 0 1");
+    EXPECT_EQ(contentOf("a.png"), "buona 2 4 0 0 2");
     EXPECT_TRUE(contentOf("corta.mid").contains(QByteArray("\0\xC0\0", 3)));
     QDir::setCurrent(QDir::rootPath());
 }

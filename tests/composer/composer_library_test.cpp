@@ -9,6 +9,7 @@
 
 using namespace std::chrono_literals;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 
 namespace {
@@ -188,7 +189,7 @@ TEST_F(ComposerFilesTest, TheSelectedMelodiesOfTheFloppyDiskAreCopied) {
     });
 }
 
-/// The choice of bars and key is asked each time and proposed again; without bars only for braille.
+/// The choice of bars and key is asked each time and proposed again; without bars not for MusicXML.
 TEST_F(ComposerFilesTest, AMelodyIsExportedInBarsAndKey) {
     const Lines lines = run(
         [](OpenComposer& composer) {
@@ -210,23 +211,35 @@ TEST_F(ComposerFilesTest, AMelodyIsExportedInBarsAndKey) {
             const QStringList metres{"2/4", "3/4", "4/4", "6/8"};
             const QStringList all = metres + QStringList{"Nessuno"};
             composer.world.dialogs.inputs = {kMusic + "a.musicxml", kMusic + "b.brf",
-                                             kMusic + "d.mxl", kMusic + "c.txt"};
+                                             kMusic + "d.mxl", kMusic + "c.txt", kMusic + "e.pdf"};
             step("mnuEsportaMusicXml", "3/4", "cmdAnnulla", metres, "4/4Do maggiore");
             step("mnuEsportaMusicXml", "3/4", "cmdOK", metres, "4/4Do maggiore");
             step("mnuEsportaBraille", "Nessuno", "cmdOK", all, "3/4Re minore");
             step("mnuEsportaMusicXml", "3/4", "cmdOK", metres, "3/4Re minore");
             step("mnuEsportaBraille", "6/8", "cmdOK", all, "NessunoRe minore");
+            step("mnuEsportaPdf", "Nessuno", "cmdOK", all, "6/8Re minore");
+            using Outcome = Printing::Outcome;
+            for (const Outcome outcome : {Outcome::NotInstalled, Outcome::NoPrinter,
+                                          Outcome::Cancelled, Outcome::Failed, Outcome::Printed}) {
+                composer.printing.outcome = outcome;
+                step("mnuStampa", "Nessuno", "cmdOK", all, "NessunoRe minore");
+            }
+            step("mnuStampa", "3/4", "cmdAnnulla", all, "NessunoRe minore");
         },
         {}, kDue);
     EXPECT_TRUE(disk.folders.at(kMusic + "a.musicxml").contains("<beats>3</beats>"));
     EXPECT_TRUE(disk.folders.at(kMusic + "b.brf").contains("#ABJ <\r\n"));
+    EXPECT_TRUE(disk.folders.at(kMusic + "e.pdf").startsWith("%PDF"));
     EXPECT_TRUE(disk.folders.at(kMusic + "c.txt").contains("\u2823\u283C\u280B\u2826"));
     EXPECT_THAT(
         lines,
         ElementsAre("save: Esporta MusicXML | Due.musicxml", "message: Esportato: a.musicxml",
                     "save: Esporta braille | Due.brf", "message: Esportato: b.brf",
                     "save: Esporta MusicXML | Due.musicxml", "message: Esportato: d.mxl",
-                    "save: Esporta braille | Due.brf", "message: Esportato: c.txt"));
+                    "save: Esporta braille | Due.brf", "message: Esportato: c.txt",
+                    "save: Esporta PDF | Due.pdf", "message: Esportato: e.pdf", "print: Due",
+                    HasSubstr("Manca il modulo"), "print: Due", HasSubstr("nessuna stampante"),
+                    "print: Due", "print: Due", HasSubstr("non è riuscita"), "print: Due"));
 }
 
 TEST_F(ComposerFilesTest, TheBrowserKeepsItsPlaceAsItsFolderChanges) {

@@ -44,6 +44,7 @@ Services OpenComposer::services() {
     world.openOutput();
     Services all = world.services();
     all.waveRenderer = &renderer;
+    all.printing = &printing;
     return all;
 }
 

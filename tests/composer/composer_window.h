@@ -2,6 +2,7 @@
 
 #include "composer/composer_state.h"
 #include "composer/frmComposer.h"
+#include "platform/printing.h"
 #include "platform/wave_renderer.h"
 #include "support/heard.h"
 #include "support/test_world.h"
@@ -26,6 +27,22 @@ private:
     VirtualRuntime& runtime_;
 };
 
+/// Ends as a test says, with a line among those of the boxes.
+class ScriptedPrinting : public Printing {
+public:
+    explicit ScriptedPrinting(ScriptedDialogs& dialogs) : dialogs_(dialogs) {}
+
+    Outcome outcome = Outcome::Printed;
+
+    Outcome print(const QString& title, const PaintPages&) override {
+        dialogs_.lines.push_back("print: " + title.toStdString());
+        return outcome;
+    }
+
+private:
+    ScriptedDialogs& dialogs_;
+};
+
 /// "a|*b|c": the items of a list without blanks, the selected one with a mark before it.
 QString itemsOf(const QListWidget& list, const QString& selected);
 
@@ -37,6 +54,7 @@ struct OpenComposer {
     SlowRenderer renderer{world.runtime};
     ComposerState state;
     Heard heard;
+    ScriptedPrinting printing{world.dialogs};
     frmComposer window;
     WindowDriver user{window};
 

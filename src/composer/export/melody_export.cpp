@@ -52,6 +52,7 @@ MelodyExport::MelodyExport(const Services& services, const Composition& composit
       folders_(services.folders),
       funzioniMM_(services.funzioniMM),
       waveRenderer_(services.waveRenderer),
+      printing_(services.printing),
       composition_(composition) {}
 
 bool MelodyExport::canExportMidi() const {
@@ -105,12 +106,49 @@ void MelodyExport::exportMidi() {
     report(error.failed() ? melody_names::failureText(error) : QString(), path, played);
 }
 
-void MelodyExport::exportPdf(const std::function<QByteArray(const QString& title)>& makePdf) {
+/// Says what cannot.
+bool MelodyExport::canBePrinted(const score::Notation& notation) const {
+    const QString fault = notation_export::sheetFault(composition_.melody, notation);
+    if (!fault.isEmpty())
+        dialogs_.message(fault);
+    return fault.isEmpty();
+}
+
+void MelodyExport::exportPdf(const score::Notation& notation,
+                             const std::function<QByteArray(const QString& title)>& makePdf) {
+    if (!canBePrinted(notation))
+        return;
     const FileKind kind{UserText::tr("File PDF"), QStringLiteral("pdf")};
     const QString path = dialogs_.saveFile(UserText::tr("Esporta PDF"), proposedName(), kind);
-    if (path.isEmpty())
+    if (!path.isEmpty())
+        write(path, makePdf(proposedName()));
+}
+
+void MelodyExport::print(const score::Notation& notation, const PaintSheet& paintSheet) {
+    if (!canBePrinted(notation))
         return;
-    write(path, makePdf(proposedName()));
+    const QString title = proposedName();
+    const auto paintPages = [&](QPagedPaintDevice& device, bool lastPageFirst) {
+        return paintSheet(device, title, lastPageFirst);
+    };
+    using Outcome = Printing::Outcome;
+    switch (printing_ ? printing_->print(title, paintPages) : Outcome::NotInstalled) {
+        case Outcome::NoPrinter:
+            dialogs_.message(UserText::tr(
+                "Non c'è nessuna stampante !!!\nLo spartito si può scrivere con Esporta PDF."));
+            break;
+        case Outcome::NotInstalled:
+            dialogs_.message(
+                UserText::tr("Manca il modulo per la stampa !!!\nLo spartito si può "
+                             "scrivere con Esporta PDF."));
+            break;
+        case Outcome::Failed:
+            dialogs_.message(UserText::tr("La stampa non è riuscita !!!"));
+            break;
+        case Outcome::Printed:
+        case Outcome::Cancelled:
+            break;
+    }
 }
 
 void MelodyExport::exportMusicXml(const score::Notation& notation) {

@@ -2,6 +2,7 @@
 
 #include "composer/export/notation_export.h"
 #include "composer/export/wave_file_writer.h"
+#include "platform/printing.h"
 
 #include <QByteArray>
 #include <QString>
@@ -29,9 +30,14 @@ public:
 
     void exportMidi();
 
-    /// `makePdf` is given the sheet's title.
-    void exportPdf(const std::function<QByteArray(const QString& title)>& makePdf);
-    /// In bars of this notation, which the user has chosen.
+    /// In a notation that the user has chosen. `makePdf` is given the sheet's title.
+    void exportPdf(const score::Notation& notation,
+                   const std::function<QByteArray(const QString& title)>& makePdf);
+
+    using PaintSheet =
+        std::function<bool(QPagedPaintDevice& device, const QString& title, bool lastPageFirst)>;
+    void print(const score::Notation& notation, const PaintSheet& paintSheet);
+
     void exportMusicXml(const score::Notation& notation);
     void exportBraille(const score::Notation& notation);
 
@@ -42,6 +48,7 @@ private:
     using NotationFormat = notation_export::Format (*)(const QString& fileName);
 
     MelodyScore score() const;
+    bool canBePrinted(const score::Notation& notation) const;
     void exportNotation(const score::Notation& notation, const QString& title, const FileKind& kind,
                         NotationFormat formatOf);
     void write(const QString& path, const QByteArray& bytes);
@@ -53,6 +60,7 @@ private:
     Folders& folders_;
     FunzioniMM& funzioniMM_;
     WaveRenderer* waveRenderer_;
+    Printing* printing_;
     const Composition& composition_;
 };
 

@@ -55,4 +55,8 @@ QString faultOf(const score::BarView& view) {
         .arg(numbers.join(QStringLiteral(", ")));
 }
 
+QString sheetFault(const Melody& melody, const score::Notation& notation) {
+    return notation.metre ? faultOf(score::barsOf(melody, notation)) : QString();
+}
+
 }  // namespace notation_export

@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QString>
 
+class Melody;
 struct ScoreHeading;
 
 /// A melody as a file of notes for other programs and readers.
@@ -26,5 +27,9 @@ QByteArray bytesOf(const score::BarView& view, const ScoreHeading& heading, Form
 
 /// The message about entries that cannot be written; empty if there are none.
 QString faultOf(const score::BarView& view);
+
+/// The same for a printed sheet. Without a metre it writes every melody: a sign stands beside what
+/// no note values give.
+QString sheetFault(const Melody& melody, const score::Notation& notation);
 
 }  // namespace notation_export

@@ -198,4 +198,11 @@ void drawSymbols(QPainter& painter, const MusicFont& font, const System& system,
     SystemPainter(painter, font, system, place).drawSymbols();
 }
 
+void drawEnd(QPainter& painter, const System& system, const Place& place, bool withBass) {
+    const Stave treble =
+        engraving::onPixels(painter, staveOf(system, notation::Staff::Treble, place));
+    const Stave bass = engraving::onPixels(painter, staveOf(system, notation::Staff::Bass, place));
+    engraving::drawFinalBarline(painter, treble, withBass ? bass : treble, treble.right);
+}
+
 }  // namespace score_painter

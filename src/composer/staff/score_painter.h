@@ -38,4 +38,7 @@ void drawTrebleStaff(QPainter& painter, const MusicFont& font, const notation::S
 void drawSymbols(QPainter& painter, const MusicFont& font, const notation::System& system,
                  const Place& place);
 
+/// The line that ends a melody, at the right end of the staves.
+void drawEnd(QPainter& painter, const notation::System& system, const Place& place, bool withBass);
+
 }  // namespace score_painter

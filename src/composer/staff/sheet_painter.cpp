@@ -1,14 +1,12 @@
 #include "composer/staff/sheet_painter.h"
 
-#include "composer/notation/sheet_layout.h"
-#include "composer/staff/score_painter.h"
-#include "widgets/engraving.h"
-#include "widgets/music_font.h"
+#include "composer/staff/sheet_music.h"
+#include "widgets/svg_page.h"
 
 #include <QBuffer>
-#include <QFontMetricsF>
-#include <QLocale>
+#include <QImage>
 #include <QPageLayout>
+#include <QPageRanges>
 #include <QPagedPaintDevice>
 #include <QPainter>
 #include <QPdfWriter>
@@ -18,120 +16,65 @@
 namespace sheet_painter {
 namespace {
 
-constexpr double kSpace = 1.75;  ///< millimetres: the staff of printed songs is 7 high
-constexpr double kMargin = 15;   ///< millimetres
-constexpr int kResolution = 1200;
+constexpr double kMargin = 15;           ///< millimetres
+constexpr double kPictureMargin = 2;     ///< millimetres
+constexpr int kResolution = 1200;        ///< of what is drawn with lines, in dots an inch
+constexpr int kPictureResolution = 300;  ///< of what is printed as it is
 constexpr double kMillimetresPerInch = 25.4;
 
-constexpr double kTitlePoints = 18;
-constexpr double kTextPoints = 10;
-constexpr double kNumberPoints = 7;
+QPageSize pageSizeOf(Paper paper) {
+    return QPageSize(paper == Paper::A4 ? QPageSize::A4 : QPageSize::Letter);
+}
 
-/// In staff spaces.
-constexpr double kTitleRoom = 9;
-constexpr double kTempoLine = 7;
-constexpr double kTempoNote = 0.7;  ///< of a note on a staff
-constexpr double kFooterRoom = 4;
-constexpr double kNarrowest = 24;
+/// As it stands on the pages of this paper.
+SheetMusic musicOf(const MelodySheet& sheet, Paper paper) {
+    const QSizeF page = pageSizeOf(paper).size(QPageSize::Millimeter);
+    return {sheet, page - QSizeF(2 * kMargin, 2 * kMargin)};
+}
 
-/// Paints the pages of one sheet.
-class SheetPainter {
-public:
-    SheetPainter(QPagedPaintDevice& device, const MelodySheet& sheet)
-        : device_(device),
-          sheet_(sheet),
-          painter_(&device),
-          space_(kSpace * device.logicalDpiX() / kMillimetresPerInch) {
-        painter_.setRenderHint(QPainter::Antialiasing);
-        painter_.setPen(Qt::black);
+/// A system with a margin, in pixels or units of this resolution.
+struct Picture {
+    const SheetMusic music;
+    std::size_t system;
+    int resolution;
+
+    double unitsPerMillimetre() const { return resolution / kMillimetresPerInch; }
+
+    QSize size() const {
+        const QSizeF margins(2 * kPictureMargin, 2 * kPictureMargin);
+        return ((music.sizeOf(system) + margins) * unitsPerMillimetre()).toSize();
     }
 
-    bool paint() {
-        if (!painter_.isActive())
-            return false;
-        const double width = device_.width() / space_ - score_painter::kBraceRoom;
-        score_.setSource(sheet_.source);
-        score_.setPage({std::max(kNarrowest, width), 0, false});
-        score_.layOutAll();
-        bass_ = notation::usesBass(score_);
-        const auto pages = pagesOf(score_, device_.height() / space_ - kFooterRoom, kTitleRoom);
-        paintHead();
-        for (std::size_t i = 0; i < pages.size(); ++i) {
-            if (i > 0 && !device_.newPage())
-                return false;
-            for (std::size_t s = 0; s < pages[i].tops.size(); ++s)
-                paintSystem(score_.systems()[pages[i].first + s], pages[i].tops[s]);
-            paintFooter(i + 1);
-        }
-        return true;
+    void paint(QPainter& painter) const {
+        const double margin = kPictureMargin * unitsPerMillimetre();
+        painter.translate(margin, margin);
+        music.paintSystem(painter, system, unitsPerMillimetre());
     }
-
-private:
-    QFont font(double points, bool bold = false) const {
-        QFont font = painter_.font();
-        font.setPointSizeF(points);
-        font.setBold(bold);
-        return font;
-    }
-
-    void paintHead() {
-        painter_.save();
-        painter_.setFont(font(kTitlePoints, true));
-        painter_.drawText(QRectF(0, 0, device_.width(), kTempoLine * space_ - space_),
-                          Qt::AlignHCenter | Qt::AlignTop | Qt::TextSingleLine, sheet_.title);
-        const qreal small = kTempoNote * space_;
-        const engraving::Stave stave{0, 0, kTempoLine * space_, small};
-        const qreal left = score_painter::kBraceRoom * space_;
-        engraving::drawNote(painter_, MusicFont::shared(), stave, left, {.position = 0});
-        painter_.setFont(font(kTextPoints));
-        painter_.drawText(QPointF(left + 2.2 * small, stave.bottomLine + small / 2),
-                          QStringLiteral("= %1").arg(sheet_.tempo));
-        painter_.restore();
-    }
-
-    /// With the number of its first entry, by which the program names a note.
-    void paintSystem(const notation::System& system, double top) {
-        const score_painter::Place place{score_painter::kBraceRoom * space_, top * space_,
-                                         score_.page().width * space_, space_};
-        if (bass_)
-            score_painter::drawStaves(painter_, MusicFont::shared(), system, place);
-        else
-            score_painter::drawTrebleStaff(painter_, MusicFont::shared(), system, place);
-        score_painter::drawSymbols(painter_, MusicFont::shared(), system, place);
-        if (system.start.entry == 0 || system.symbols.empty())
-            return;
-        painter_.save();
-        painter_.setFont(font(kNumberPoints));
-        painter_.drawText(QPointF(place.left, place.top + (system.above / 2 - 1.5) * space_),
-                          QString::number(system.start.entry + 1));
-        painter_.restore();
-    }
-
-    void paintFooter(std::size_t page) {
-        painter_.save();
-        painter_.setFont(font(kTextPoints));
-        painter_.drawText(QRectF(0, 0, device_.width(), device_.height()),
-                          Qt::AlignHCenter | Qt::AlignBottom, QString::number(page));
-        painter_.restore();
-    }
-
-    QPagedPaintDevice& device_;
-    const MelodySheet& sheet_;
-    QPainter painter_;
-    qreal space_;
-    notation::ScoreLayout score_;
-    bool bass_ = true;
 };
 
 }  // namespace
 
-Paper usualPaper() {
-    return QLocale::system().measurementSystem() == QLocale::MetricSystem ? Paper::A4
-                                                                          : Paper::Letter;
-}
-
-bool paint(QPagedPaintDevice& device, const MelodySheet& sheet) {
-    return SheetPainter(device, sheet).paint();
+bool paint(QPagedPaintDevice& device, const MelodySheet& sheet, bool lastPageFirst) {
+    const QMarginsF least(kMargin, kMargin, kMargin, kMargin);
+    const QMarginsF chosen = device.pageLayout().margins(QPageLayout::Millimeter);
+    device.setPageMargins(chosen | least, QPageLayout::Millimeter);
+    QPainter painter(&device);
+    if (!painter.isActive())
+        return false;
+    const double unitsPerMillimetre = device.logicalDpiX() / kMillimetresPerInch;
+    const SheetMusic music(sheet, QSizeF(device.width(), device.height()) / unitsPerMillimetre);
+    const QPageRanges wanted = device.pageRanges();
+    bool first = true;
+    for (std::size_t i = 0; i < music.pages(); ++i) {
+        const std::size_t page = lastPageFirst ? music.pages() - 1 - i : i;
+        if (!wanted.isEmpty() && !wanted.contains(static_cast<int>(page) + 1))
+            continue;
+        if (!first && !device.newPage())
+            return false;
+        music.paintPage(painter, page, unitsPerMillimetre);
+        first = false;
+    }
+    return painter.end();
 }
 
 QByteArray pdf(const MelodySheet& sheet, Paper paper) {
@@ -142,11 +85,40 @@ QByteArray pdf(const MelodySheet& sheet, Paper paper) {
     writer.setTitle(sheet.title);
     writer.setCreator(QStringLiteral("Cantavista"));
     writer.setResolution(kResolution);
-    writer.setPageSize(QPageSize(paper == Paper::A4 ? QPageSize::A4 : QPageSize::Letter));
-    writer.setPageMargins(QMarginsF(kMargin, kMargin, kMargin, kMargin), QPageLayout::Millimeter);
+    writer.setPageSize(pageSizeOf(paper));
     if (!paint(writer, sheet))
         bytes.clear();
     return bytes;
+}
+
+std::size_t systemsOf(const MelodySheet& sheet, Paper paper) {
+    return musicOf(sheet, paper).systems();
+}
+
+QByteArray systemPng(const MelodySheet& sheet, Paper paper, std::size_t system) {
+    const Picture picture{musicOf(sheet, paper), system, kPictureResolution};
+    QImage image(picture.size(), QImage::Format_Grayscale8);
+    const int dotsPerMetre = qRound(picture.unitsPerMillimetre() * 1000);
+    image.setDotsPerMeterX(dotsPerMetre);
+    image.setDotsPerMeterY(dotsPerMetre);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    picture.paint(painter);
+    painter.end();
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    return bytes;
+}
+
+QByteArray systemSvg(const MelodySheet& sheet, Paper paper, std::size_t system) {
+    const Picture picture{musicOf(sheet, paper), system, kResolution};
+    SvgPage page(sheet.title, picture.size(), picture.resolution);
+    QPainter painter(&page);
+    picture.paint(painter);
+    painter.end();
+    return page.picture();
 }
 
 }  // namespace sheet_painter

@@ -1,30 +1,27 @@
 #pragma once
 
-#include "composer/notation/system_layout.h"
+#include "core/paper.h"
 
 #include <QByteArray>
-#include <QString>
 
 class QPagedPaintDevice;
+struct MelodySheet;
 
-/// A melody as printed sheet music.
-struct MelodySheet {
-    QString title;
-    int tempo = 60;  ///< quarter notes a minute
-    notation::Source source;
-};
-
+/// Sheet music on paper and in files.
 namespace sheet_painter {
 
-enum class Paper { A4, Letter };
-
-/// The paper that is usual where the user lives.
-Paper usualPaper();
-
-/// Paints all pages, whose size and margins the device has. False if it cannot be painted on.
-bool paint(QPagedPaintDevice& device, const MelodySheet& sheet);
+/// Paints the pages that the device wants, of the size and with the margins that it has, which must
+/// not be narrower than the sheet's own. False if it cannot be painted on.
+bool paint(QPagedPaintDevice& device, const MelodySheet& sheet, bool lastPageFirst = false);
 
 /// A PDF document; its texts are text and its fonts are inside.
 QByteArray pdf(const MelodySheet& sheet, Paper paper);
+
+/// How many systems a sheet has on this paper.
+std::size_t systemsOf(const MelodySheet& sheet, Paper paper);
+
+/// A system, from 0, as a picture: on white, or on nothing.
+QByteArray systemPng(const MelodySheet& sheet, Paper paper, std::size_t system);
+QByteArray systemSvg(const MelodySheet& sheet, Paper paper, std::size_t system);
 
 }  // namespace sheet_painter
