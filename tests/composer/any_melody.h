@@ -18,7 +18,7 @@ inline int anyUnits(std::mt19937& random) {
         case 2:
             return plain * 5 + kTriplets[random() % 7];
         case 3:
-            return random() % 40 == 0 ? 1 : 288;
+            return random() % 40 == 0 ? static_cast<int>(random() % 2) : 288;
         case 4:
         case 5:
             return kTriplets[random() % 7];

@@ -1,9 +1,11 @@
 #include "composer/score/bar_view.h"
 
 #include "composer/any_melody.h"
+#include "composer/score/written_value.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
 
 using namespace score;
@@ -42,6 +44,8 @@ TEST(BarView, WritesEveryEntryExactlyOrListsIt) {
         std::vector<int> wanted;
         const Melody melody = anyMelody(random, wanted);
         const BarView view = barsOf(melody, notation);
+        for (std::size_t i = 0; i < wanted.size(); ++i)
+            ASSERT_TRUE(wanted[i] > 3 || std::ranges::count(view.unwritable, int(i)) == 1);
         if (!view.unwritable.empty()) {
             ASSERT_TRUE(view.bars.empty());
             ++listed;
@@ -66,7 +70,11 @@ TEST(BarView, WritesEveryEntryExactlyOrListsIt) {
                 inGroup = inGroup || note.groupStarts;
                 ASSERT_EQ(inGroup, note.value.triplet);
                 inGroup = inGroup && !note.groupEnds;
+                if (!notation.metre)
+                    musician.changed.clear();  // each sign is written again
                 ASSERT_TRUE(!entry || note.tiedBack || musician.soundOf(note) == entry);
+                const int against = notation.key.fifths < 0 ? 1 : -1;
+                ASSERT_TRUE(notation.key.minor || !entry || note.spelling.alter != against);
                 before = &note;
             }
             ASSERT_FALSE(inGroup);
@@ -75,6 +83,8 @@ TEST(BarView, WritesEveryEntryExactlyOrListsIt) {
         }
         ASSERT_EQ(written, wanted);
     }
+    for (const double quarters : {0.0, -1.0, 0.3, 1e9})
+        EXPECT_FALSE(unitsOf(quarters)) << quarters;
     EXPECT_GT(listed, 20);
     EXPECT_LT(listed, 600);
 }

@@ -2,11 +2,13 @@
 #include "composer/exchange/melody_builder.h"
 #include "composer/exchange/musicxml_reader.h"
 #include "composer/exchange/musicxml_writer.h"
-#include "composer/exchange/play_order.h"
 #include "composer/exchange/score_heading.h"
 #include "composer/exchange/zip_archive.h"
 
 #include <gtest/gtest.h>
+
+#include <cstring>
+#include <map>
 
 namespace {
 
@@ -145,71 +147,110 @@ TEST(MusicXml, SaysWhatItRefusesAndWhere) {
                            QByteArray(musicxml::kLargestFile + 1, ' '),
                            zip_archive::write({{"a.xml", QByteArray(40 << 20, ' ')}}),
                            measure("$<!--" + QString(70'000, u'=') + "-->"),
-                           "<!DOCTYPE score-partwise SYSTEM '<!--'>" + measure("$" + tag + "/>")};
+                           "<!DOCTYPE score-partwise SYSTEM '<!--'>" + measure("$" + tag + "/>"),
+                           "<?xml version='1.0' encoding='x-nessuna'?>" + measure("$")};
     for (const QByteArray& noTag : noTags())
         hostile << measure("$" + noTag + tag + "/>");
     for (const QByteArray& bytes : hostile)
         EXPECT_FALSE(musicxml::read(bytes).faults.isEmpty()) << bytes.left(200).toStdString();
 }
 
+/// What is heard of a note's and a bar's elements, as "note:quarters letter", with the tempo and
+/// what stays out.
+TEST(MusicXml, ReadsWhatOtherProgramsWrite) {
+    const QString note = "<note><pitch><step>B</step>%1<octave>3</octave></pitch>%2</note>";
+    const auto lasting = [&note](const char* duration) { return note.arg("", duration); };
+    const std::pair<QString, const char*> cases[] = {
+        {note.arg("<alter>-2</alter>", "<duration>1</duration>"), "57:0.5n"},
+        {"<attributes><transpose><chromatic>-2</chromatic><octave-change>1</octave-change>"
+         "</transpose></attributes>$",
+         "70:1n"},
+        {lasting("<duration>1</duration><type>eighth</type><time-modification><actual-notes>3"
+                 "</actual-notes><normal-notes>2</normal-notes></time-modification>"),
+         "59:0.333333n"},
+        {lasting("<duration>1</duration><type>eighth</type><dot/>"), "59:0.75n"},
+        {lasting("<duration>0</duration><type>128th</type>"), "59:0.03125n"},
+        {lasting("<duration>15.5</duration><type>breve</type>"), "59:8n"},
+        {lasting("<duration>2</duration><tie type='start'/>") +
+             lasting("<duration>1</duration><notations><tied type='stop'/><articulations>"
+                     "<staccato/></articulations></notations>") +
+             lasting("<duration>2</duration><notations><articulations><tenuto/><accent/>"
+                     "</articulations></notations>"),
+         "59:1.5n 59:1t; 4"},
+        {"$<backup><duration>2</duration></backup><note><rest/><duration>2</duration><voice>2"
+         "</voice></note>",
+         "60:1n"},
+        {"<forward><duration>3</duration></forward>$", "0:1.5p 60:1n"},
+        {"<direction><direction-type><metronome><beat-unit>quarter</beat-unit><beat-unit-dot/>"
+         "<per-minute>80</per-minute></metronome></direction-type><sound tempo='120.5'/>"
+         "</direction>$<sound tempo='90'/>",
+         "60:1n; 120; 6"},
+        {"<note><grace/></note><note><cue/><duration>2</duration></note><harmony/>" +
+             lasting("<duration>2</duration><lyric/><notations><slur/><dynamics/></notations>") +
+             "<direction><direction-type><words/></direction-type></direction>",
+         "0:1p 59:1n; 0 7 1 2 3 5"},
+    };
+    for (const auto& [content, wanted] : cases) {
+        imported::Score score = musicxml::read(measure(content));
+        QStringList heard, leftOut;
+        for (const MelodyEntry& entry : imported::entriesOf(score, '.'))
+            heard << QString("%1:%2%3")
+                         .arg(entry.noteNumber())
+                         .arg(entry.quarters())
+                         .arg(entry.attribute);
+        for (const imported::LeftOut what : score.leftOut)
+            leftOut << QString::number(static_cast<int>(what));
+        QStringList all{heard.join(' ')};
+        if (score.tempo)
+            all << QString::number(*score.tempo);
+        if (!leftOut.isEmpty())
+            all << leftOut.join(' ');
+        EXPECT_EQ(all.join("; "), wanted)
+            << content.toStdString() << score.faults.join(' ').toStdString();
+    }
+}
+
 /// Bars by their letters; before a bar "|" starts a repeat, "1" to "3" an ending and "$" is the
 /// segno, "@" the coda; behind it ":" ends a repeat, "0" is da capo, "s" dal segno, "c" to the
 /// coda, "f" fine.
 TEST(PlayOrder, WritesRepeatsOut) {
+    const QString ending = "<barline location='left'><ending number='%1' type='start'/></barline>";
+    const std::map<char, QString> elements{
+        {'|', "<barline location='left'><repeat direction='forward'/></barline>"},
+        {'$', "<barline location='left'><segno/></barline>"},
+        {'@', "<sound coda='a'/>"},
+        {'1', ending.arg("1")},
+        {'2', ending.arg("2")},
+        {'3', ending.arg("3, 31")},
+        {':', "<barline><repeat direction='backward'/></barline>"},
+        {'0', "<sound dacapo='yes'/>"},
+        {'s', "<direction><sound dalsegno='a'/></direction>"},
+        {'c', "<sound tocoda='a'/>"},
+        {'f', "<sound fine='yes'/>"}};
     const std::pair<const char*, const char*> cases[] = {
         {"AB:C", "ABABC"},       {"A|BC:D:", "ABCBCDD"}, {"|A1B:2C|D1E:2F", "ABACDEDF"},
         {"A1B:2C:3D", "ABACAD"}, {"ABfC0", "ABCAB"},     {"A$BcCs@D", "ABCBD"},
         {"|A1B:2C0", "ABACAC"},  {"A:Bf:C0", "AABBCAB"}, {"A$B1C:2DfEs", "ABCABDEBD"},
     };
+    const QString end = "<barline><ending type='stop'/></barline></measure>";
     for (const auto& [signs, wanted] : cases) {
-        std::vector<imported::Bar> bars;
-        std::uint32_t endings = 0;
-        imported::BarSigns before;
+        QString bars, before;
         for (const char c : std::string(signs)) {
-            imported::BarSigns& last = bars.empty() ? before : bars.back().signs;
-            switch (c) {
-                case '|':
-                    before.startsRepeat = true;
-                    endings = 0;
-                    break;
-                case '$':
-                    before.segno = true;
-                    break;
-                case '@':
-                    before.coda = true;
-                    endings = 0;
-                    break;
-                case ':':
-                    last.timesRepeated = 2;
-                    break;
-                case '0':
-                    last.daCapo = true;
-                    break;
-                case 's':
-                    last.dalSegno = true;
-                    break;
-                case 'c':
-                    last.toCoda = true;
-                    break;
-                case 'f':
-                    last.fine = true;
-                    break;
-                case '1':
-                case '2':
-                case '3':
-                    endings = 1U << (c - '0');
-                    break;
-                default:
-                    bars.emplace_back();
-                    bars.back().number = QChar(c);
-                    bars.back().signs = std::exchange(before, {});
-                    bars.back().signs.endings = std::exchange(endings, 0);
+            if (elements.contains(c)) {
+                (std::strchr("|123$@", c) ? before : bars) += elements.at(c);
+                continue;
             }
+            bars += bars.isEmpty() ? QString() : end;
+            bars += QString(
+                        "<measure number='%1'>%2<note><pitch><step>%1</step><octave>4</octave>"
+                        "</pitch><duration>1</duration></note>")
+                        .arg(QChar(c), std::exchange(before, {}));
         }
+        imported::Score score = musicxml::read(
+            ("<score-partwise><part>" + bars + end + "</part></score-partwise>").toUtf8());
         std::string played;
-        const auto order = imported::playOrder(bars);
-        for (const std::size_t bar : order.value())
-            played += bars[bar].number.toStdString();
+        for (const MelodyEntry& entry : imported::entriesOf(score, '.'))
+            played += "C D EF G A B"[entry.noteNumber() % 12];
         EXPECT_EQ(played, wanted) << signs;
     }
 }

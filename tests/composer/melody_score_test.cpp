@@ -74,7 +74,7 @@ TEST(MelodyScore, IsWhatThePlayerSendsAlsoInAMidiFile) {
                   midiFile(score, static_cast<int>(60'000.0 / tempo + 0.5), "Perché"));
     }
     // What the format cannot hold.
-    const MelodyScore score{{{0, 0x643C90}, {700'000'000, 0x3C90}}, 700'000'030, 1};
+    const MelodyScore score{{{0, 0x643C90}, {0x0FFFFFFF, 0x3C90}}, 700'000'030, 1};
     EXPECT_EQ(midi_file::write(score, 1, {}), midiFile(score, 16'777, {}));
     EXPECT_EQ(midi_file::write(score, 200'000, {}), midiFile(score, 1, {}));
 }

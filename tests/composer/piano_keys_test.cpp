@@ -48,10 +48,14 @@ void playBesideTheTable(PianoKeys::Backspace backspace) {
             runtime.yield();
             keys.poll(typing);
             keys.poll();
+            if (operation == 1)
+                keys.releaseAll();
             runtime.runActs();
             keys.poll();
             if (!typing)
                 wanted.insert(wanted.end(), {note, -note});
+            for (std::size_t i = 0; i < ends.size() && operation == 1; ++i)
+                end(ends[i].first);
         } else if (operation < 22) {
             EXPECT_TRUE(keys.keyDown(key));
             const bool looksAtComma = key == 8 && backspace == PianoKeys::Backspace::LooksAtComma;

@@ -53,6 +53,9 @@ TEST(Instruments, StandInTheFamiliesOfGeneralMidi) {
     QStringList names;
     for (int program = 0; program < 128; ++program) {
         names << instruments::InstrumentName(program);
+        EXPECT_EQ(
+            instruments::InstrumentName(program - 128) + instruments::InstrumentName(program + 128),
+            "");
         EXPECT_EQ(instruments::caption(program), QString::number(program) + '-' + names.back());
     }
     for (const auto& [word, first, last] : families)
