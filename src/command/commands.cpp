@@ -169,6 +169,8 @@ int write(const CommandLine& line, const CommandMachine& machine) {
         const SheetFile sheet = sheetOf(line, machine, composition);
         if (!sheet.fault.isEmpty())
             return fail(file, sheet.fault);
+        if (sheet.bytes.isEmpty())
+            return fail(line.output, melody_export::noSheet());
         const FileError error = machine.folders.writeFile(pathOf(line.output), sheet.bytes);
         return error.failed() ? fail(line.output, error.text) : kDone;
     }

@@ -82,6 +82,7 @@ TEST(Commands, AnswerWithTheirStatusAndSayWhy) {
         {"--export-system buona.mel -o a.SVG --metre 3/4 --key 2m", 0, "", ""},
         {"--export-system buona.mel -o a.png --system 2", 0, "", ""},
         {"--export-system buona.mel -o x.png --system 3", 1, "", "buona.mel: il 3 manca"},
+        {"--export-system buona.mel -o x.png --system 4", 1, "", "x.png: Lo spartito non è riusc"},
         {"--export-system buona.mel -o x.png --system 0", 2, "", "da 1 in su"},
         {"--export-system buona.mel -o x.pdf", 2, "", ".svg o .png"},
         {"--export-pdf buona.mel -o x.pdf --instrument 3", 2, "", "--instrument non serve"},
@@ -104,7 +105,8 @@ TEST(Commands, AnswerWithTheirStatusAndSayWhy) {
                                      .arg(wanted.notation.key.fifths)
                                      .arg(wanted.paper == Paper::Letter)
                                      .arg(wanted.system);
-            return SheetFile{told.toUtf8(), wanted.system > 2 ? "il 3 manca" : ""};
+            return SheetFile{wanted.system == 4 ? QByteArray() : told.toUtf8(),
+                             wanted.system == 3 ? "il 3 manca" : ""};
         };
         const CommandMachine machine{folders, *sound, outStream, errStream, makeSheet};
         EXPECT_EQ(commands::run(CommandLine::parse(words), machine), status) << arguments;
