@@ -198,8 +198,7 @@ void drawBarline(QPainter& painter, const Stave& upper, const Stave& lower, qrea
 void drawFinalBarline(QPainter& painter, const Stave& upper, const Stave& lower, qreal right) {
     const qreal thick = right - glyph_table::kThickBarlineThickness * upper.space;
     drawVertical(painter, upper, lower, thick, glyph_table::kThickBarlineThickness);
-    const double before = glyph_table::kBarlineSeparation + glyph_table::kThinBarlineThickness;
-    drawBarline(painter, upper, lower, thick - before * upper.space);
+    drawBarline(painter, upper, lower, right - kFinalBarlineWidth * upper.space);
 }
 
 void drawBrace(QPainter& painter, const MusicFont& font, const Stave& upper, const Stave& lower,

@@ -37,7 +37,11 @@ void fillOnPixels(QPainter& painter, const QRectF& rect);
 void drawLines(QPainter& painter, const Stave& stave);
 void drawBarline(QPainter& painter, const Stave& upper, const Stave& lower, qreal x);
 
-/// A thin and a thick line, which end a piece of music at `right`.
+/// A thin and a thick line, which end a piece of music at `right` and are so many staff spaces
+/// wide.
+constexpr double kFinalBarlineWidth = glyph_table::kThinBarlineThickness +
+                                      glyph_table::kBarlineSeparation +
+                                      glyph_table::kThickBarlineThickness;
 void drawFinalBarline(QPainter& painter, const Stave& upper, const Stave& lower, qreal right);
 
 /// A brace to the left of `right`, from the top of one stave to the bottom of another.

@@ -108,8 +108,10 @@ void SheetMusic::paintSystemAt(QPainter& painter, std::size_t index, double top,
     const bool hasBars = sheet_.source.notation.metre.has_value();
     const bool ends = hasBars && system.last;
     const MusicFont& font = MusicFont::shared();
-    const score_painter::Place place{score_painter::kBraceRoom * space, top * space,
-                                     (ends ? system.end : score_.page().width) * space, space};
+    const double full = score_.page().width;
+    const double width = ends ? std::min(full, system.end + engraving::kFinalBarlineWidth) : full;
+    const score_painter::Place place{score_painter::kBraceRoom * space, top * space, width * space,
+                                     space};
     if (bass_)
         score_painter::drawStaves(painter, font, system, place);
     else
