@@ -96,5 +96,9 @@ TEST(SheetPainter, PaintsThePagesThatAreWantedInTheirOrder) {
         for (int page = first; page <= std::min<qsizetype>(last, all.size()); ++page)
             wanted << QString::number(page);
         ASSERT_EQ(paint(false), wanted);
+        ranges.clear();
+        ranges.addPage(static_cast<int>(all.size()) + 1);
+        pages.setPageRanges(ranges);
+        EXPECT_FALSE(sheet_painter::paint(pages, sheet));
     }
 }

@@ -12,6 +12,7 @@
 #include <QPdfWriter>
 
 #include <algorithm>
+#include <vector>
 
 namespace sheet_painter {
 namespace {
@@ -30,6 +31,16 @@ QPageSize pageSizeOf(Paper paper) {
 SheetMusic musicOf(const MelodySheet& sheet, Paper paper) {
     const QSizeF page = pageSizeOf(paper).size(QPageSize::Millimeter);
     return {sheet, page - QSizeF(2 * kMargin, 2 * kMargin)};
+}
+
+/// Those that are wanted; without ranges all.
+std::vector<std::size_t> pagesOf(const SheetMusic& music, const QPageRanges& wanted) {
+    std::vector<std::size_t> pages;
+    for (std::size_t page = 0; page < music.pages(); ++page) {
+        if (wanted.isEmpty() || wanted.contains(static_cast<int>(page) + 1))
+            pages.push_back(page);
+    }
+    return pages;
 }
 
 /// A system with a margin, in pixels or units of this resolution.
@@ -58,21 +69,20 @@ bool paint(QPagedPaintDevice& device, const MelodySheet& sheet, bool lastPageFir
     const QMarginsF least(kMargin, kMargin, kMargin, kMargin);
     const QMarginsF chosen = device.pageLayout().margins(QPageLayout::Millimeter);
     device.setPageMargins(chosen | least, QPageLayout::Millimeter);
+    const double unitsPerMillimetre = device.logicalDpiX() / kMillimetresPerInch;
+    const SheetMusic music(sheet, QSizeF(device.width(), device.height()) / unitsPerMillimetre);
+    std::vector<std::size_t> pages = pagesOf(music, device.pageRanges());
+    if (pages.empty())
+        return false;
+    if (lastPageFirst)
+        std::reverse(pages.begin(), pages.end());
     QPainter painter(&device);
     if (!painter.isActive())
         return false;
-    const double unitsPerMillimetre = device.logicalDpiX() / kMillimetresPerInch;
-    const SheetMusic music(sheet, QSizeF(device.width(), device.height()) / unitsPerMillimetre);
-    const QPageRanges wanted = device.pageRanges();
-    bool first = true;
-    for (std::size_t i = 0; i < music.pages(); ++i) {
-        const std::size_t page = lastPageFirst ? music.pages() - 1 - i : i;
-        if (!wanted.isEmpty() && !wanted.contains(static_cast<int>(page) + 1))
-            continue;
-        if (!first && !device.newPage())
+    for (const std::size_t& page : pages) {
+        if (&page != &pages.front() && !device.newPage())
             return false;
         music.paintPage(painter, page, unitsPerMillimetre);
-        first = false;
     }
     return painter.end();
 }

@@ -10,8 +10,8 @@ struct MelodySheet;
 /// Sheet music on paper and in files.
 namespace sheet_painter {
 
-/// Paints the pages that the device wants, of the size and with the margins that it has, which must
-/// not be narrower than the sheet's own. False if it cannot be painted on.
+/// Paints the pages that the device wants, of its size; margins that are narrower than the sheet's
+/// own are widened. False if it cannot be painted on, or wants none of the pages.
 bool paint(QPagedPaintDevice& device, const MelodySheet& sheet, bool lastPageFirst = false);
 
 /// A PDF document; its texts are text and its fonts are inside.

@@ -7,6 +7,12 @@
 #include <QPrinterInfo>
 #include <QRadioButton>
 
+namespace {
+
+constexpr int kMostPages = 9999;
+
+}  // namespace
+
 Printing::Outcome QtPrintModule::print(const QString& title, QWidget* parent,
                                        const RunDialog& runDialog,
                                        const Printing::PaintPages& paintPages) {
@@ -19,6 +25,8 @@ Printing::Outcome QtPrintModule::print(const QString& title, QWidget* parent,
     // A file is written whole or not at all, which the toolkit's printing into files does not
     // promise; the program has an export of its own for that.
     dialog.setOption(QAbstractPrintDialog::PrintToFile, false);
+    // How many there are is known when the paper is.
+    dialog.setMinMax(1, kMostPages);
     // The toolkit's Italian lacks this word.
     if (auto* const pages = dialog.findChild<QRadioButton*>(QStringLiteral("pagesRadioButton")))
         pages->setText(UserText::tr("Pagine"));
