@@ -316,6 +316,36 @@ class Robot:
         self.hear("^Metronomo fermato$", timed=True)
         self.end()
 
+    def sheets(self):
+        """Walks two tables cell by cell; what each must hold is known by the theory of music."""
+        self.begin("promemoria")
+        self.screen.press("ctrl+r")
+        self.hear("Pagina Nomi Note", 6)
+        self.tab_to("^Semibreve")
+        values = ["semibreve", "minima", "semiminima", "croma", "semicroma", "biscroma", "semibiscroma"]
+        for row, name in enumerate(values[1:], 1):
+            self.screen.press("Down")
+            self.hear("^%s$" % name.capitalize(), timed=True)
+            self.hear("^Pausa di %s: " % name)
+        self.screen.press("Left")
+        self.hear("testa piena, gambo, 4 codette", timed=True)
+        self.screen.press("End")
+        self.hear("Pausa di semibiscroma: asta con 4 uncini", timed=True)
+        self.screen.press("Tab", "shift+Tab", "shift+Tab")
+        self.hear("Pagina Intervalli")
+        self.screen.press("space", "Tab")
+        self.hear("^0 semitoni", 6)
+        for size in range(1, 14):
+            self.screen.press("Down")
+            self.hear("^%d semiton[oi]$" % size, timed=True)
+            if size == 7:
+                self.hear("^Quinta giusta$")
+        self.screen.press("ctrl+Home", "Right", "Right")
+        self.hear("^Seconda diminuita", timed=True)
+        self.screen.press("Escape")
+        self.hear("Cantavista frame", 6)
+        self.end()
+
     def key(self):
         self.begin("tonalità")
         self.screen.press("ctrl+r")
@@ -363,7 +393,7 @@ def main():
         robot = Robot(screen)
         tasks = {"lettura": lambda: (robot.drill(False), robot.drill(True)), "midi": robot.choose_midi_port,
                  "altezza": robot.pitch, "intervallo": robot.interval, "accordo": robot.chord,
-                 "melodia": robot.melody, "metronomo": robot.metronome, "tonalita": robot.key}
+                 "melodia": robot.melody, "metronomo": robot.metronome, "promemoria": robot.sheets, "tonalita": robot.key}
         for name, task in tasks.items():
             if name in (sys.argv[2:] or tasks):
                 task()

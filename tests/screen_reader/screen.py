@@ -64,7 +64,7 @@ class Screen:
         os.mkdir(run, 0o700)
         self.environment = dict(
             os.environ, HOME=self.home, XDG_RUNTIME_DIR=run, LC_ALL="C.UTF-8",
-            QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", JACK_DEFAULT_SERVER="hear%d" % os.getpid(),
+            QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
             SPEECHD_ADDRESS="inet_socket:127.0.0.1:1", CANTAVISTA_HOME=self.folder,
             ASAN_OPTIONS="detect_leaks=0", PULSE_SERVER="unix:/nowhere")
         # With the other layout the numeric keypad, which answers in the automatic drill, is Orca's.
@@ -75,39 +75,61 @@ class Screen:
                 "default": dict(LAPTOP, pronunciations={}, keybindings={})}}, file)
         reading, writing = os.pipe()
         self.start("Xvfb", "-displayfd", str(writing), "-screen", "0", "1366x768x24", pass_fds=[writing])
-        self.environment["DISPLAY"] = ":" + os.read(reading, 20).decode().strip()
+        display = os.read(reading, 20).decode().strip()
+        self.environment["DISPLAY"] = ":" + display
+        # A name that comes again: the next server takes over the entry of one that was killed.
+        self.environment["JACK_DEFAULT_SERVER"] = "hear" + display
         bus = self.start("dbus-daemon", "--session", "--nofork", "--print-address", stdout=subprocess.PIPE)
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().decode().strip()
-        self.start("openbox")
+        self.start_window_manager()
         self.start(LAUNCHER, "--launch-immediately")
-        self.start("jackd", "-r", "-n", self.environment["JACK_DEFAULT_SERVER"], "-d", "dummy", "-r", "48000")
+        jack = self.start("jackd", "-r", "-n", self.environment["JACK_DEFAULT_SERVER"], "-d", "dummy", "-r", "48000")
         time.sleep(1)
+        if jack.poll() is not None:
+            self.__exit__()
+            raise RuntimeError("The JACK server did not start; ended ones may hold all entries of /dev/shm/jack-shm-registry")
         with open(self.midi_file, "wb") as dump:
-            self.start("stdbuf", "-oL", "jack_midi_dump", "-r", stdout=dump)
+            self.start("stdbuf", "-oL", "jack_midi_dump", "-r", stdout=dump, ends_by=signal.SIGINT)
         # Orca writes whole lines at once only where its file is a terminal.
         ours, its = pty.openpty()
         tty.setraw(its)
         threading.Thread(target=self.listen, args=(ours,), daemon=True).start()
-        self.start("orca", "--disable=braille", "--debug-file=" + os.ttyname(its))
+        self.start("orca", "--disable=braille", "--debug-file=" + os.ttyname(its), ends_by=signal.SIGKILL)
         self.wait_for(r"Screen reader on", 60)
         self.start(self.program)
-        self.wait_for(r"Start push button", 60)
+        if not self.wait_for(r"Start push button", 60):
+            self.__exit__()
+            raise RuntimeError("The program's first words were not heard: %s" % [u.text for u in self.said])
         time.sleep(4)  # the tune at the start
         return self
 
     def __exit__(self, *_):
-        for process in reversed(self.processes):
-            process.terminate()
-        time.sleep(1)
-        for process in self.processes:
-            process.kill()
-            process.wait()
+        # Each ends before what it needs: a JACK server that loses a client under way ends late, and
+        # one that is killed leaves its entry among the few that this machine has.
+        for process, signal_ in reversed(self.processes):
+            process.send_signal(signal_)
+            try:
+                process.wait(10)
+            except subprocess.TimeoutExpired:
+                process.kill()
+                process.wait()
         shutil.rmtree(self.home, ignore_errors=True)
 
-    def start(self, *command, **options):
+    def start_window_manager(self):
+        """Now and then it hangs while it starts; then no window ever gets the focus."""
+        for _ in range(5):
+            manager = self.start("openbox")
+            for _ in range(20):
+                time.sleep(0.1)
+                if subprocess.run(["xdotool", "get_desktop"], env=self.environment, stdout=subprocess.DEVNULL,
+                                  stderr=subprocess.DEVNULL).returncode == 0:
+                    return
+            manager.kill()
+
+    def start(self, *command, ends_by=signal.SIGTERM, **options):
         options.setdefault("stdout", subprocess.DEVNULL)
         process = subprocess.Popen(command, env=self.environment, stderr=subprocess.DEVNULL, **options)
-        self.processes.append(process)
+        self.processes.append((process, ends_by))
         return process
 
     def press(self, *keys, pause=0.0):
