@@ -2,8 +2,12 @@
 
 #include "manual/help_pages.h"
 #include "platform/user_text.h"
+#include "widgets/announcement.h"
+#include "widgets/appearance.h"
 
 #include <QAbstractTextDocumentLayout>
+#include <QAccessible>
+#include <QKeyEvent>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QWheelEvent>
@@ -12,18 +16,14 @@
 
 namespace {
 
+using appearance::mixed;
+
 constexpr int kMargin = 18;
 constexpr int kSmallest = -4;
 constexpr int kLargest = 12;
 
 QString nameOf(const QColor& colour) {
     return colour.name(QColor::HexRgb);
-}
-
-QColor mixed(const QColor& over, const QColor& under, double share) {
-    const auto mix = [share](int a, int b) { return qRound(a * share + b * (1 - share)); };
-    return {mix(over.red(), under.red()), mix(over.green(), under.green()),
-            mix(over.blue(), under.blue())};
 }
 
 }  // namespace
@@ -80,6 +80,51 @@ void HelpBrowser::doSetSource(const QUrl& name, QTextDocument::ResourceType type
         pictures_.clear();
     }
     QTextBrowser::doSetSource(name, type);
+    if (hasFocus())
+        announce(documentTitle());
+}
+
+/// A screen reader follows a cursor in the text; without one the arrow keys scroll the page.
+void HelpBrowser::focusInEvent(QFocusEvent* event) {
+    setTextInteractionFlags(QAccessible::isActive()
+                                ? Qt::TextBrowserInteraction | Qt::TextSelectableByKeyboard
+                                : Qt::TextInteractionFlags(Qt::TextBrowserInteraction));
+    QTextBrowser::focusInEvent(event);
+}
+
+bool HelpBrowser::focusNextPrevChild(bool next) {
+    const bool found = QTextBrowser::focusNextPrevChild(next);
+    if (found && hasFocus())
+        announce(UserText::tr("%1, collegamento").arg(textCursor().selectedText()));
+    return found;
+}
+
+void HelpBrowser::keyPressEvent(QKeyEvent* event) {
+    const bool plain = (event->modifiers() & ~Qt::ShiftModifier) == Qt::NoModifier;
+    if (plain && event->key() == Qt::Key_H)
+        goToHeading(!event->modifiers().testFlag(Qt::ShiftModifier));
+    else
+        QTextBrowser::keyPressEvent(event);
+}
+
+/// The next heading after the cursor, or the one before it, at the upper edge.
+void HelpBrowser::goToHeading(bool next) {
+    const auto step = [next](const QTextBlock& block) {
+        return next ? block.next() : block.previous();
+    };
+    QTextBlock block = step(textCursor().block());
+    while (block.isValid() && block.blockFormat().headingLevel() == 0)
+        block = step(block);
+    if (!block.isValid()) {
+        announce(next ? UserText::tr("Nessun altro titolo")
+                      : UserText::tr("Nessun titolo prima di questo"));
+        return;
+    }
+    setTextCursor(QTextCursor(block));
+    verticalScrollBar()->setValue(verticalScrollBar()->value() + cursorRect().top());
+    announce(UserText::tr("%1, titolo di livello %2")
+                 .arg(block.text())
+                 .arg(block.blockFormat().headingLevel()));
 }
 
 void HelpBrowser::resizeEvent(QResizeEvent* event) {

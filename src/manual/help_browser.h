@@ -4,7 +4,9 @@
 #include <QMap>
 #include <QTextBrowser>
 
-/// Shows a page of the manual in the window's own colours, its pictures no wider than the page.
+/// Shows a page of the manual in the window's own colours, its pictures no wider than the page. For
+/// those who listen to it, Tab names each link, H and Shift+H go from heading to heading, and while
+/// a screen reader runs the arrow keys move a cursor that it reads at.
 class HelpBrowser : public QTextBrowser {
     Q_OBJECT
 
@@ -23,10 +25,14 @@ protected:
     void doSetSource(const QUrl& name, QTextDocument::ResourceType type) override;
     void resizeEvent(QResizeEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     QString styleSheetOfPage() const;
     QImage fitted(const QImage& picture) const;
+    void goToHeading(bool next);
 
     QMap<QUrl, QImage> pictures_;  ///< of the page on show, as they are in their files
     int zoom_ = 0;

@@ -3,6 +3,7 @@
 #include "platform/key_codes.h"
 #include "platform/user_text.h"
 #include "ui_help_window.h"
+#include "widgets/announcement.h"
 
 #include <QEvent>
 #include <QGuiApplication>
@@ -129,6 +130,8 @@ void HelpWindow::selectInContents(const QString& file) {
         if ((*it)->data(0, kFileRole).toString() == file)
             ui_->contenuti->setCurrentItem(*it);
     }
+    // The list has told screen readers that it has the focus.
+    announceCursor(*ui_->pagina, *ui_->pagina);
 }
 
 void HelpWindow::search() {
