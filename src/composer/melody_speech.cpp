@@ -82,7 +82,7 @@ QString MelodySpeech::whole() const {
 
 Entries MelodySpeech::remember(int first) {
     const Entries& entries = composition_.melody.entries();
-    const Entries before(known_.begin() + first, known_.end());
+    Entries before(known_.begin() + first, known_.end());
     known_.resize(static_cast<std::size_t>(first));
     known_.insert(known_.end(), entries.begin() + first, entries.end());
     seen_ = composition_.melody.changes().revision();
