@@ -2,6 +2,7 @@
 
 #include "shell/closed_windows.h"
 #include "shell/menu_escape.h"
+#include "shell/palettes.h"
 #include "shell/window_style.h"
 
 #include <QApplication>
@@ -11,51 +12,17 @@
 #include <QPalette>
 #include <QTranslator>
 
-#include <array>
+#include <optional>
 
 namespace application {
 namespace {
 
-struct Colours {
-    QRgb window, windowText, base, alternateBase, text, button, buttonText, accent, accentText,
-        placeholder, disabledText, toolTip;
-};
-
-constexpr Colours kLight{0xFFF3F1EC, 0xFF23272B, 0xFFFFFEFB, 0xFFF0EEE8, 0xFF1C1F22, 0xFFE9E6DF,
-                         0xFF23272B, 0xFF1F6F86, 0xFFFFFFFF, 0xFF6A6F75, 0xFF9A9C9E, 0xFFFFFBEA};
-constexpr Colours kDark{0xFF23262A, 0xFFE6E4DF, 0xFF1A1C1F, 0xFF2A2D32, 0xFFEDEBE6, 0xFF33373D,
-                        0xFFE6E4DF, 0xFF4BA3BC, 0xFF0E1113, 0xFF8E9399, 0xFF9A9FA5, 0xFF3A3F46};
-
-QPalette paletteOf(const Colours& colours) {
-    QPalette palette(QColor::fromRgb(colours.button), QColor::fromRgb(colours.window));
-    const std::array<std::pair<QPalette::ColorRole, QRgb>, 13> roles{{
-        {QPalette::Window, colours.window},
-        {QPalette::WindowText, colours.windowText},
-        {QPalette::Base, colours.base},
-        {QPalette::AlternateBase, colours.alternateBase},
-        {QPalette::Text, colours.text},
-        {QPalette::Button, colours.button},
-        {QPalette::ButtonText, colours.buttonText},
-        {QPalette::Highlight, colours.accent},
-        {QPalette::HighlightedText, colours.accentText},
-        {QPalette::Link, colours.accent},
-        {QPalette::PlaceholderText, colours.placeholder},
-        {QPalette::ToolTipBase, colours.toolTip},
-        {QPalette::ToolTipText, colours.windowText},
-    }};
-    for (const auto& [role, colour] : roles)
-        palette.setColor(role, QColor::fromRgb(colour));
-    for (const QPalette::ColorRole role :
-         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        palette.setColor(QPalette::Disabled, role, QColor::fromRgb(colours.disabledText));
-    return palette;
-}
-
-bool desktopIsDark() {
+/// Nothing if the user did not name a theme.
+std::optional<Theme> namedTheme() {
     const QString named = qEnvironmentVariable("CANTAVISTA_THEME");
-    if (!named.isEmpty())
-        return named == QLatin1String("dark");
-    return QApplication::palette().color(QPalette::Window).lightness() < 128;
+    if (named.isEmpty())
+        return {};
+    return named == QLatin1String("dark") ? Theme::Dark : Theme::Light;
 }
 
 QIcon icon() {
@@ -74,7 +41,14 @@ void chooseLocale() {
 }  // namespace
 
 void showTheme(Theme theme) {
-    QApplication::setPalette(paletteOf(theme == Theme::Dark ? kDark : kLight));
+    QApplication::setPalette(theme == Theme::Dark ? palettes::dark() : palettes::light());
+}
+
+void followDesktop(const QPalette& desktop) {
+    if (palettes::hasHighContrast(desktop))
+        QApplication::setPalette(palettes::highContrast(desktop));
+    else
+        showTheme(desktop.color(QPalette::Window).lightness() < 128 ? Theme::Dark : Theme::Light);
 }
 
 void translate(QCoreApplication& app) {
@@ -102,9 +76,12 @@ void prepare(QApplication& app) {
     QApplication::setDesktopFileName(QStringLiteral("cantavista"));
     QApplication::setWindowIcon(icon());
     chooseLocale();
-    const Theme theme = desktopIsDark() ? Theme::Dark : Theme::Light;
+    const QPalette desktop = QApplication::palette();
     QApplication::setStyle(new WindowStyle);
-    showTheme(theme);
+    if (const auto theme = namedTheme())
+        showTheme(*theme);
+    else
+        followDesktop(desktop);
     translate(app);
     app.installEventFilter(new ClosedWindows(&app));
     app.installEventFilter(new MenuEscape(&app));
