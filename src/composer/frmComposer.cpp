@@ -105,7 +105,7 @@ void frmComposer::addSpeech(ComposerState& state) {
 /// upper edge when the dialog is nearly as high as the screen.
 void frmComposer::placeOnScreen() {
     const QRect room = appearance::roomOnScreen(*this);
-    resize(kSize.boundedTo(room.size()));
+    resize(kSize.expandedTo(minimumSizeHint()).boundedTo(room.size()));
     const QSize free = room.size() - size();
     move(room.topLeft() + QPoint(free.width(), free.height()) / 2);
 }

@@ -1,5 +1,7 @@
 #include "widgets/room_scale.h"
 
+#include "widgets/appearance.h"
+
 #include <QEvent>
 
 #include <algorithm>
@@ -8,6 +10,7 @@
 namespace {
 
 constexpr double kStep = 0.1;
+constexpr double kUsualType = 10;  ///< points; with that every window fits the smallest screen
 
 void setPointSize(QWidget& widget, double size) {
     QFont font = widget.font();
@@ -25,7 +28,22 @@ RoomScale::RoomScale(QWidget& window, QSize made)
         if (own && widget->window() == &window)
             others_.push_back({widget, widget->font().pointSizeF()});
     }
+    fitScreen();
     window.installEventFilter(this);
+}
+
+void RoomScale::fitScreen() {
+    const QSize room = appearance::roomOnScreen(window_).size();
+    for (double scale = 1; !fits(room) && scale * ownSize_ > kUsualType; scale -= kStep)
+        scaleType(std::max(scale - kStep, kUsualType / ownSize_));
+    ownSize_ *= scale_;
+    for (Other& other : others_)
+        other.size *= scale_;
+    scale_ = 1;
+}
+
+bool RoomScale::fits(QSize room) const {
+    return window_.minimumSizeHint().boundedTo(room) == window_.minimumSizeHint();
 }
 
 bool RoomScale::eventFilter(QObject* /*target*/, QEvent* event) {

@@ -8,7 +8,8 @@
 #include <vector>
 
 /// Enlarges the type of a window, and with it whatever takes its size from the type, while the
-/// window is larger than it was made: in proportion to the smaller of its sides, up to a limit.
+/// window is larger than it was made: in proportion to the smaller of its sides, up to a limit. A
+/// desktop's type that is so large that the window would not fit the screen becomes smaller in it.
 class RoomScale : public QObject {
     Q_OBJECT
 
@@ -23,6 +24,8 @@ protected:
     bool eventFilter(QObject* target, QEvent* event) override;
 
 private:
+    void fitScreen();
+    bool fits(QSize room) const;
     void follow();
     void scaleType(double scale);
 
