@@ -23,7 +23,7 @@ namespace {
 constexpr QSize kSmallScreen(952, 500);
 constexpr QSize kLargeScreen(1920, 1050);
 constexpr double kLargeText = 1.5;
-constexpr int kFrame = 4;  ///< that every style leaves around a text
+constexpr int kFrame = 4;          ///< that every style leaves around a text
 
 /// The window's widgets but for parts of the toolkit's own, which have no names.
 QWidgetList widgetsOf(const QWidget& window) {
@@ -131,10 +131,10 @@ struct EveryWindow : testing::TestWithParam<Scene> {};
 
 TEST_P(EveryWindow, IsNamedHasItsOwnKeysAndIsSeenWholeAndWell) {
     const QFont font = QApplication::font();
-    for (const double scale : {kLargeText, 1.0}) {
-        application::showTheme(scale == 1 ? application::Theme::Dark : application::Theme::Light);
+    for (const bool large : {true, false}) {
+        application::showTheme(large ? application::Theme::Light : application::Theme::Dark);
         QFont scaled = font;
-        scaled.setPointSizeF(font.pointSizeF() * scale);
+        scaled.setPointSizeF(font.pointSizeF() * (large ? kLargeText : 1));
         QApplication::setFont(scaled);
         bool looked = false;
         GetParam().show([&](QWidget& window) {
@@ -148,7 +148,7 @@ TEST_P(EveryWindow, IsNamedHasItsOwnKeysAndIsSeenWholeAndWell) {
             window.resize(window.minimumSizeHint().expandedTo(window.minimumSize()));
             settle();
             EXPECT_EQ(clipped(window), QStringList());
-            if (scale == 1) {
+            if (!large) {
                 EXPECT_LE(window.width(), kSmallScreen.width());
                 EXPECT_LE(window.height(), kSmallScreen.height());
                 window.resize(kSmallScreen.boundedTo(window.maximumSize()));
@@ -166,6 +166,21 @@ TEST_P(EveryWindow, IsNamedHasItsOwnKeysAndIsSeenWholeAndWell) {
             EXPECT_EQ(window.isVisible(), !GetParam().escCloses);
         });
         EXPECT_TRUE(looked);
+    }
+}
+
+TEST_P(EveryWindow, TakesTheColoursOfADesktopOfHighContrast) {
+    for (const auto& [behind, text, accent] :
+         {std::tuple(Qt::black, Qt::white, Qt::yellow), std::tuple(Qt::black, Qt::yellow, Qt::blue),
+          std::tuple(Qt::white, Qt::black, Qt::darkMagenta)}) {
+        QPalette desktop(text, behind, behind, behind, behind, text, text, behind, behind);
+        desktop.setColor(QPalette::Highlight, accent);
+        application::followDesktop(desktop);
+        GetParam().show([&](QWidget& window) {
+            settle();
+            EXPECT_EQ(window.palette().color(QPalette::Window), QColor(behind));
+            EXPECT_EQ(pale(window), QStringList());
+        });
     }
 }
 

@@ -12,6 +12,7 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
 #include <set>
 
 namespace {
@@ -22,12 +23,31 @@ int lightness(QPalette::ColorRole role) {
 
 }  // namespace
 
-TEST(Application, PaletteIsReadableInBothThemesAndButtonsAreItalian) {
+TEST(Application, PaletteIsReadableOnEveryDesktopAndButtonsAreItalian) {
     using P = QPalette;
-    for (const char* theme : {"dark", "light"}) {
-        qputenv("CANTAVISTA_THEME", theme);
-        application::prepare(*qApp);
-        EXPECT_EQ(lightness(P::Window) < 128, theme == std::string("dark"));
+    std::mt19937 random(18);
+    const QColor colours[] = {Qt::black, 0x101010,   0x303030, 0xEFEFEF,
+                              Qt::white, Qt::yellow};
+    const auto any = [&] { return colours[random() % std::size(colours)]; };
+    for (int i = 0; i < 3000; ++i) {
+        const QColor behind = any(), text = any();
+        P desktop(text, i % 2 ? any() : behind, behind, behind, behind, text, text, behind,
+                  i % 3 ? behind : any());
+        desktop.setColor(P::Highlight, any());
+        desktop.setColor(P::HighlightedText, any());
+        const bool isDark = i >= 2 ? desktop.window().color().lightness() < 128 : i == 0;
+        if (i < 2) {
+            qputenv("CANTAVISTA_THEME", isDark ? "dark" : "light");
+            application::prepare(*qApp);
+        } else {
+            application::followDesktop(desktop);
+        }
+        EXPECT_EQ(lightness(P::Window) < 128, isDark);
+        const bool flat =
+            desktop.button() == desktop.window() && desktop.base() == desktop.window();
+        const int apart = std::abs(text.lightness() - behind.lightness());
+        const bool followed = QApplication::palette().window() == desktop.window();
+        EXPECT_TRUE(followed || i < 2 || !flat || apart < 255);
         EXPECT_GT(std::abs(lightness(P::WindowText) - lightness(P::Window)), 50);
         EXPECT_GT(std::abs(lightness(P::Text) - lightness(P::Base)), 50);
         EXPECT_GT(std::abs(lightness(P::ButtonText) - lightness(P::Button)), 50);

@@ -6,13 +6,19 @@
 #include "widgets/lamp_row.h"
 #include "widgets/level_bar.h"
 #include "widgets/picture_button.h"
+#include "widgets/room_scale.h"
 #include "widgets/verdict_mark.h"
 
 #include <QAccessible>
 #include <QApplication>
+#include <QLabel>
 #include <QPainter>
+#include <QScreen>
+#include <QVBoxLayout>
 
 #include <gtest/gtest.h>
+
+#include <random>
 
 /// Whatever changes a widget changes its picture: each act shows something not seen before.
 TEST(PaintedWidgets, LookDifferentInEveryState) {
@@ -103,4 +109,39 @@ TEST(LevelBar, RisesTowardsItsTop) {
     }
     WindowDriver(bar).type(Qt::Key_Up);
     EXPECT_EQ(bar.value(), 41);
+}
+
+/// On the screen of the tests, which is 800 × 800.
+TEST(RoomScale, TypeThatIsTooLargeForTheScreenIsAsLargeAsFits) {
+    const QSize room = QGuiApplication::primaryScreen()->availableSize() - QSize(8, 40);
+    std::mt19937 random(5);
+    for (int i = 0; i < 60; ++i) {
+        const double points = 8 + static_cast<int>(random() % 22);
+        const QString text =
+            QStringLiteral("Semibreve ").repeated(1 + static_cast<int>(random() % 9));
+        const auto widthAt = [&](double size) {
+            QWidget window;
+            QVBoxLayout layout(&window);
+            QFont font = window.font();
+            font.setPointSizeF(size);
+            window.setFont(font);
+            layout.addWidget(new QLabel(text));
+            return window.minimumSizeHint().width();
+        };
+        double expected = points;
+        for (int step = 9; step > 0 && expected > 10 && widthAt(expected) > room.width(); --step)
+            expected = std::max(10.0, points * step / 10);
+        QWidget window;
+        auto* layout = new QVBoxLayout(&window);
+        QFont font = window.font();
+        font.setPointSizeF(points);
+        window.setFont(font);
+        layout->addWidget(new QLabel(text));
+        new RoomScale(window, room);
+        EXPECT_NEAR(window.font().pointSizeF(), expected, 0.01) << points << text.toStdString();
+        window.resize(room * 1.25);
+        window.show();
+        QCoreApplication::processEvents();
+        EXPECT_NEAR(window.font().pointSizeF(), expected * 1.2, 0.01) << "it grows from there";
+    }
 }

@@ -1,10 +1,12 @@
+#include "coherence/large_screen.h"
 #include "coherence/scenes.h"
 #include "shell/application.h"
 
 #include <QApplication>
 #include <QDir>
+#include <QFont>
+#include <QPalette>
 #include <QPixmap>
-#include <QTemporaryFile>
 #include <QWidget>
 
 #include <gtest/gtest.h>
@@ -12,11 +14,6 @@
 #include <cstdio>
 
 namespace {
-
-/// Large enough for every window at twice its size; the platform's own is not.
-constexpr const char* kScreen =
-    R"({"screens": [{"name": "screen", "x": 0, "y": 0, "width": 3200, "height": 2000,
-                     "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})";
 
 void settle() {
     for (int pass = 0; pass < 5; ++pass)
@@ -34,27 +31,55 @@ bool writePicture(const Scene& scene, const QString& folder) {
     return written;
 }
 
+/// What follows an option, which goes with it; nothing without it.
+QString takeOption(QStringList& arguments, const char* name) {
+    const qsizetype at = arguments.indexOf(QLatin1String(name));
+    if (at < 0 || at + 1 >= arguments.size())
+        return {};
+    arguments.removeAt(at);
+    return arguments.takeAt(at);
+}
+
+QPalette desktopOf(const QStringList& colours) {
+    const auto colour = [&](int index) { return QColor(colours.value(index)); };
+    QPalette palette(colour(1), colour(0), colour(0), colour(0), colour(0), colour(1), colour(1),
+                     colour(0), colour(0));
+    palette.setColor(QPalette::Highlight, colour(2));
+    palette.setColor(QPalette::HighlightedText, colour(0));
+    return palette;
+}
+
 }  // namespace
 
-/// picture_maker FOLDER [SCENE…] writes the windows as they stand in the scenes to FOLDER. It needs
-/// no display; CANTAVISTA_THEME and QT_SCALE_FACTOR mean what they mean to the program.
+/// picture_maker [--points SIZE] [--colours BACKGROUND,TEXT,ACCENT] FOLDER [SCENE…] writes the
+/// windows as they stand in the scenes to FOLDER, with a system font of that size and a desktop of
+/// these colours. It needs no display; CANTAVISTA_THEME and QT_SCALE_FACTOR mean what they mean to
+/// the program.
 int main(int argc, char* argv[]) {
-    QTemporaryFile screen;
-    if (!screen.open() || screen.write(kScreen) < 0 || !screen.flush())
-        return 1;
-    qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + screen.fileName().toUtf8());
+    const LargeScreen screen;
     testing::InitGoogleTest(&argc, argv);
     QApplication app(argc, argv);
     application::prepare(app);
-    const QStringList wanted = QApplication::arguments().mid(2);
-    if (argc < 2 || !QDir().mkpath(QString::fromLocal8Bit(argv[1]))) {
-        std::fputs("Usage: picture_maker FOLDER [SCENE…]\n", stderr);
+    QStringList arguments = QApplication::arguments().mid(1);
+    if (const QString points = takeOption(arguments, "--points"); !points.isEmpty()) {
+        QFont font = QApplication::font();
+        font.setPointSizeF(points.toDouble());
+        QApplication::setFont(font);
+    }
+    if (const QString colours = takeOption(arguments, "--colours"); !colours.isEmpty())
+        application::followDesktop(desktopOf(colours.split(u',')));
+    if (arguments.isEmpty() || !QDir().mkpath(arguments[0])) {
+        std::fputs(
+            "Usage: picture_maker [--points SIZE] [--colours BACKGROUND,TEXT,ACCENT] "
+            "FOLDER [SCENE…]\n",
+            stderr);
         return 2;
     }
+    const QString folder = arguments.takeFirst();
     bool whole = true;
     for (const Scene& scene : scenes()) {
-        const bool skipped = !wanted.isEmpty() && !wanted.contains(QLatin1String(scene.name));
-        if (!skipped && !writePicture(scene, QString::fromLocal8Bit(argv[1]))) {
+        const bool skipped = !arguments.isEmpty() && !arguments.contains(QLatin1String(scene.name));
+        if (!skipped && !writePicture(scene, folder)) {
             std::fprintf(stderr, "No picture of %s\n", scene.name);
             whole = false;
         }
