@@ -64,7 +64,7 @@ class Screen:
         os.mkdir(run, 0o700)
         self.environment = dict(
             os.environ, HOME=self.home, XDG_RUNTIME_DIR=run, LC_ALL="C.UTF-8",
-            QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
+            QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", QT_QPA_PLATFORM="xcb",
             SPEECHD_ADDRESS="inet_socket:127.0.0.1:1", CANTAVISTA_HOME=self.folder,
             ASAN_OPTIONS="detect_leaks=0", PULSE_SERVER="unix:/nowhere")
         # With the other layout the numeric keypad, which answers in the automatic drill, is Orca's.
