@@ -101,7 +101,7 @@ TEST(MidiImport, ReadsWhatOtherProgramsWrite) {
             continue;
         const bool onGrid = std::all_of(wanted.begin(), wanted.end(), [](const MelodyEntry& entry) {
             const int length = static_cast<int>(std::lround(entry.quarters() * 96));
-            return length % 2 == 0 || length % 3 == 0;
+            return length > 0 && (length % 2 == 0 || length % 3 == 0);
         });
         if (!onGrid)
             continue;
