@@ -117,7 +117,8 @@ TEST(Commands, AnswerWithTheirStatusAndSayWhy) {
     EXPECT_EQ(contentOf("buona.mel"), kMelody);
     EXPECT_FALSE(QFile::exists("x.mid"));
     EXPECT_TRUE(contentOf("a.mid").contains(QByteArray("\0\xC0\x49", 3)));
-    for (const char* part : {"<fifths>-1<", "<mode>minor<", "<beats>6<", "<step>D</step>"})
+    for (const char* part :
+         {"<fifths>-1<", "<mode>minor<", "<beats>6<", "<step>D</step>", "measure number=\"1\""})
         EXPECT_TRUE(contentOf("a.xml").contains(part)) << part;
     EXPECT_EQ(contentOf("a.brf").simplified(), "BUONA ?7#FJ #A \"[:<K");
     EXPECT_EQ(contentOf("b.mel"), kMelody);
