@@ -188,7 +188,7 @@ TEST(MusicXml, ReadsWhatOtherProgramsWrite) {
         {"<note><grace/></note><note><cue/><duration>2</duration></note><harmony/>" +
              lasting("<duration>2</duration><lyric/><notations><slur/><dynamics/></notations>") +
              "<direction><direction-type><words/></direction-type></direction>",
-         "0:1p 59:1n | 0 | 0 7 1 2 3 5"},
+         "0:1p 59:1n | 0 | 0 8 1 2 3 5"},
     };
     for (const auto& [content, wanted] : cases) {
         imported::Score score = musicxml::read(measure(content));
