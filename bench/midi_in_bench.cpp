@@ -3,6 +3,7 @@
 //
 //   midi_in_bench [notes, 500]        while a JACK server runs
 
+#include "composer/composer_state.h"
 #include "composer/frmComposer.h"
 #include "core/midi_keyboard.h"
 #include "core/services.h"
@@ -167,7 +168,8 @@ int main(int argc, char* argv[]) {
     bool answered = bench.measure("MIDI key to the note of a judged answer", 59, notes);
     window.findChild<QPushButton*>(QStringLiteral("Start"))->click();
 
-    frmComposer composer(services, &window);
+    ComposerState state;
+    frmComposer composer(services, state, &window);
     QTimer::singleShot(500, &composer, [&] {
         answered = bench.measure("MIDI key to note-on in the composer", 60, notes) && answered;
         composer.close();

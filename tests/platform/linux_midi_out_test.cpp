@@ -236,16 +236,20 @@ TEST_F(LinuxMidiOutTest, APortThatGoesIsMissedAndFoundAgainByItsName) {
 }
 
 TEST_F(LinuxMidiOutTest, KeyboardsAreHeardOnceAndNothingThatTheProgramSends) {
-    machine.sources = {{RtMidi::LINUX_ALSA,
-                        {"Midi Through:Midi Through Port-0 14:0", "Keys 49:Keys 49 MIDI 1 20:0",
-                         "Cantavista:Cantavista 129:0"}},
-                       {RtMidi::UNIX_JACK,
-                        {"a2j:Midi-Through [14] (capture)", "Midi-Bridge:Keys 49 MIDI 1 (capture)",
-                         "Cantavista-01:Cantavista", "sender:keys"}}};
+    machine.sources = {
+        {RtMidi::LINUX_ALSA,
+         {"Midi Through:Midi Through Port-0 14:0", "Keys 49:Keys 49 MIDI 1 20:0",
+          "Cantavista:Cantavista 129:0", "aria:out 130:0"}},
+        {RtMidi::UNIX_JACK,
+         {"a2j:Midi-Through [14] (capture)", "Midi-Bridge:Keys 49 MIDI 1 (capture)",
+          "a2j:Cantavista [129] (capture): Cantavista", "a2j:aria [130] (capture): out",
+          "Midi-Bridge:Cantavista:(capture_0) Cantavista", "Cantavista-01:Cantavista",
+          "sender:keys_out"}}};
     const std::vector<PortAddress> inputs = listMidiInputs();
-    ASSERT_EQ(inputs.size(), 2U);
+    ASSERT_EQ(inputs.size(), 3U);
     EXPECT_EQ(displayName(inputs[0]), "Keys 49 MIDI 1");
-    EXPECT_EQ(displayName(inputs[1]), "sender:keys");
+    EXPECT_EQ(displayName(inputs[1]), "aria: out");
+    EXPECT_EQ(displayName(inputs[2]), "sender:keys_out");
     for (const PortAddress& input : inputs) {
         std::vector<std::uint32_t> heard;
         auto port =

@@ -394,9 +394,8 @@ def main():
         tasks = {"lettura": lambda: (robot.drill(False), robot.drill(True)), "midi": robot.choose_midi_port,
                  "altezza": robot.pitch, "intervallo": robot.interval, "accordo": robot.chord,
                  "melodia": robot.melody, "metronomo": robot.metronome, "promemoria": robot.sheets, "tonalita": robot.key}
-        for name, task in tasks.items():
-            if name in (sys.argv[2:] or tasks):
-                task()
+        for name in sys.argv[2:] or tasks:
+            tasks[name]()
         return 1 if robot.failed() else 0
 
 

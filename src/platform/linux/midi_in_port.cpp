@@ -59,16 +59,21 @@ std::unique_ptr<RtMidiIn> makeIn(RtMidi::Api api) {
     return in;
 }
 
-/// The name of a port of ALSA, of which RtMidi makes "client:port 20:0".
-std::string alsaPortName(const std::string& name) {
-    const std::size_t begin = name.find(':') + 1;
-    const std::size_t end = name.rfind(' ');
-    return end != std::string::npos && begin < end ? name.substr(begin, end - begin) : name;
-}
+/// RtMidi calls a port of ALSA "client:port 20:0".
+struct AlsaName {
+    std::string client;
+    std::string port;
 
-/// JACK's bridges repeat the name of ALSA's port.
-bool isBridgeOf(const std::string& jackName, const std::string& alsaName) {
-    return jackName.find(alsaPortName(alsaName)) != std::string::npos;
+    explicit AlsaName(const std::string& name)
+        : client(name.substr(0, name.find(':'))), port(name.substr(name.find(':') + 1)) {
+        port.erase(std::min(port.rfind(' '), port.size()));
+    }
+};
+
+/// JACK's bridges repeat the names of ALSA's client and port.
+bool isBridgeOf(const std::string& jackName, const AlsaName& alsa) {
+    return jackName.find(alsa.client) != std::string::npos &&
+           jackName.find(alsa.port) != std::string::npos;
 }
 
 }  // namespace
@@ -88,7 +93,7 @@ std::vector<PortAddress> listMidiInputs() {
     const auto jack = JackWatch::ofRunningServer();
     for (const std::string& name : jack ? jack->midiSources() : std::vector<std::string>()) {
         if (std::none_of(ofAlsa.begin(), ofAlsa.end(), [&name](const PortAddress& input) {
-                return isBridgeOf(name, input.name);
+                return isBridgeOf(name, AlsaName(input.name));
             }))
             add(RtMidi::UNIX_JACK, name);
     }
@@ -96,8 +101,12 @@ std::vector<PortAddress> listMidiInputs() {
 }
 
 QString displayName(const PortAddress& address) {
-    return QString::fromStdString(address.api == RtMidi::LINUX_ALSA ? alsaPortName(address.name)
-                                                                    : address.name);
+    if (address.api != RtMidi::LINUX_ALSA)
+        return QString::fromStdString(address.name);
+    const auto [client, port] = AlsaName(address.name);
+    // Devices repeat their name in that of the port; of programs it may be "out" alone.
+    const bool tellsClient = port.find(client) != std::string::npos;
+    return QString::fromStdString(tellsClient ? port : client + ": " + port);
 }
 
 MidiInPort::Receiver* MidiInPort::Receiver::make(RtMidi::Api api) {
@@ -170,9 +179,11 @@ MidiInPort::~MidiInPort() {
 
 bool MidiInPort::isAlive(const std::vector<std::string>& exited) const {
     if (receiver_.jack) {
+        if (receiver_.jack->serverGone())
+            return false;
         const bool connected = receiver_.jack->isConnected(address_.name, kClientName);
         wasConnected_ = wasConnected_ || connected;
-        return !receiver_.jack->serverGone() && connected == wasConnected_;
+        return connected == wasConnected_;
     }
     return std::none_of(exited.begin(), exited.end(), [this](const std::string& port) {
         return address_.name.ends_with(' ' + port);

@@ -6,8 +6,9 @@
 #include <iostream>
 #include <mutex>
 #include <optional>
-#include <sstream>
+#include <streambuf>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// What the MIDI outputs and inputs have in common in the use of RtMidi, which throws, prints and
@@ -18,20 +19,33 @@ constexpr const char* kClientName = "Cantavista";
 constexpr RtMidi::Api kApis[] = {RtMidi::LINUX_ALSA, RtMidi::UNIX_JACK};
 
 /// RtMidi prints to std::cerr what it also throws or reports. There is one such stream for all
-/// threads.
+/// threads; it is mute while any of them is in a call, which in a sound library may never return.
 class MutedErrorStream {
 public:
-    MutedErrorStream() : lock_(mutex_), previous_(std::cerr.rdbuf(sink_.rdbuf())) {}
-    ~MutedErrorStream() { std::cerr.rdbuf(previous_); }
+    MutedErrorStream() {
+        const std::lock_guard lock(mutex_);
+        if (calls_++ == 0)
+            previous_ = std::cerr.rdbuf(&nowhere_);
+    }
+    ~MutedErrorStream() {
+        const std::lock_guard lock(mutex_);
+        if (--calls_ == 0)
+            std::cerr.rdbuf(previous_);
+    }
     MutedErrorStream(const MutedErrorStream&) = delete;
     MutedErrorStream& operator=(const MutedErrorStream&) = delete;
 
 private:
-    static inline std::mutex mutex_;
+    /// Keeps nothing, so that several threads may write to it.
+    class Nowhere : public std::streambuf {
+        int_type overflow(int_type character) override { return traits_type::not_eof(character); }
+    };
 
-    const std::lock_guard<std::mutex> lock_;
-    std::ostringstream sink_;
-    std::streambuf* previous_;
+    static inline std::mutex mutex_;
+    static inline int calls_ = 0;
+    static inline std::streambuf* previous_ = nullptr;
+    /// Never destroyed: a call that hangs may write to it as the program ends.
+    static inline Nowhere& nowhere_ = *new Nowhere;
 };
 
 /// Runs what RtMidi may throw out of or print from; answers whether it went well.
@@ -51,9 +65,11 @@ inline void noteFailure(RtMidiError::Type type, const std::string&, void* failed
         *static_cast<bool*>(failed) = true;
 }
 
-/// Whether a port is one of the program's, whose clients are numbered.
+/// Whether a port is one of the program's, whose clients are numbered, or what a bridge of JACK
+/// makes of one: "a2j:Cantavista [129] (capture): Cantavista".
 inline bool isOwn(const std::string& port) {
-    return port.starts_with(kClientName);
+    return port.starts_with(kClientName) ||
+           std::string_view(port).substr(port.find(':') + 1).starts_with(kClientName);
 }
 
 /// Asks for the count first: without a server, asking for a name crashes.

@@ -3,6 +3,7 @@
 #include "platform/midi_bytes.h"
 #include "platform/midi_through.h"
 
+#include <set>
 #include <utility>
 
 namespace {
@@ -106,9 +107,14 @@ LRESULT CALLBACK MidiInputs::windowProcedure(HWND window, UINT message, WPARAM f
 
 void MidiInputs::update() {
     const std::map<Key, UINT> found = devices();
+    // Of several of one name it is not known which has gone, so all of them are opened anew.
+    std::set<std::wstring> fewer;
+    for (const auto& [key, device] : open_)
+        if (found.count(key) == 0)
+            fewer.insert(key.first);
     bool changed = false;
     for (auto one = open_.begin(); one != open_.end();) {
-        if (found.count(one->first) > 0) {
+        if (fewer.count(one->first.first) == 0) {
             ++one;
             continue;
         }
