@@ -110,19 +110,25 @@ double StreamClock::timeLost(double residual, int count) {
 }
 
 void StreamClock::resize() {
-    resized_ = std::exchange(running_, false);
+    if (running_ && told_) {
+        carriedTime_ = heardAt(lineFrame_);
+        carriedFrame_ = lineFrame_;
+        carried_ = true;
+    }
+    running_ = false;
     early_ = 0;
     lead_ = 0;
     leadKnown_ = false;
 }
 
 void StreamClock::heard(std::int64_t instant, std::int64_t frame) {
-    if (!running_)
+    if (!running_ || carried_)
         return;
-    const double since = static_cast<double>(frame - heardFrame_);
-    heardTime_ += since * frameTime_;
-    heardFrame_ = frame;
-    const double off = static_cast<double>(instant) - heardTime_;
+    if (std::exchange(rebased_, false))
+        bias_ = static_cast<double>(instant) - heardAt(static_cast<double>(frame));
+    const double told = static_cast<double>(instant) - bias_;
+    const double since = static_cast<double>(frame - std::exchange(heardFrame_, frame));
+    const double off = told - heardAt(static_cast<double>(frame));
     const double longest = kHeardSeconds * kNanoseconds / nominalFrameTime_;
     const double weight = std::min(static_cast<double>(frame - heardSince_), longest);
     const bool goesOn = off * heardShift_ > 0;
@@ -131,15 +137,16 @@ void StreamClock::heard(std::int64_t instant, std::int64_t frame) {
     const bool moved =
         goesOn && (std::abs(off) >= kHeardStep || static_cast<double>(frame - shiftFrame_) >=
                                                       kHeardShiftSeconds * longest / kHeardSeconds);
-    if (!told_ || std::exchange(guessed_, false) || moved) {
-        heardTime_ = static_cast<double>(instant);
+    heardShift_ = told_ && !moved && std::abs(off) >= kHeardShift ? off : 0;
+    if (!std::exchange(told_, true)) {
+        lag_ = told - instantOf(static_cast<double>(frame));
+        heardSince_ = frame;
+    } else if (std::exchange(guessed_, false) || moved) {
+        lag_ += off;
         heardSince_ = frame;
     } else if (weight > 0 && std::abs(off) < kHeardStep) {
-        heardTime_ += off * std::min(since / weight, 0.5);
+        lag_ += off * std::min(since / weight, 0.5);
     }
-    heardShift_ = told_ && !moved && std::abs(off) >= kHeardShift ? off : 0;
-    told_ = true;
-    lag_ = heardTime_ - instantOf(static_cast<double>(frame));
 }
 
 void StreamClock::start(std::int64_t now, std::int64_t frame) {
@@ -154,18 +161,20 @@ void StreamClock::start(std::int64_t now, std::int64_t frame) {
     lineTime_ = static_cast<double>(now);
     lineFrame_ = static_cast<double>(frame) + lead_;
     weight_ = 0;
-    if (told_ && !std::exchange(resized_, false)) {
-        // What is known of the buffers holds until the next statement.
-        heardFrame_ = frame;
-        heardTime_ = instantOf(static_cast<double>(frame)) + lag_;
-        guessed_ = true;
-    }
+    guessed_ = told_ && !carried_;
+    if (guessed_)
+        bias_ = 0;
 }
 
 void StreamClock::learnLead() {
     // Once for each start: later an error of the rate would count as lead.
     if (leadMeasured_)
         return;
+    if (carried_) {
+        lag_ = heardAt(lineFrame_) - lineTime_;
+        carried_ = false;
+        rebased_ = true;
+    }
     leadMeasured_ = true;
     leadKnown_ = true;
     const double lead =
@@ -189,8 +198,9 @@ double StreamClock::delayNanoseconds() const {
 }
 
 double StreamClock::heardAt(double frame) const {
-    return told_ ? heardTime_ + (frame - static_cast<double>(heardFrame_)) * frameTime_
-                 : instantOf(frame) + lead_ * frameTime_;
+    if (carried_)
+        return carriedTime_ + (frame - carriedFrame_) * frameTime_;
+    return instantOf(frame) + (told_ ? lag_ : lead_ * frameTime_);
 }
 
 double StreamClock::plannedFrameFor(std::int64_t time) const {

@@ -10,7 +10,7 @@ public:
     explicit StreamClock(double framesPerSecond);
 
     /// The stream stood still and its buffers ran empty: the next request starts a new line.
-    void restart() { running_ = false; }
+    void restart() { running_ = carried_ = false; }
 
     /// The buffers are of another size from now on, and nothing that they held is lost: requests
     /// come sooner or later than before, and each frame is heard when it would have been.
@@ -58,16 +58,21 @@ private:
     double lead_ = 0;
     bool leadKnown_ = false;  // measured, not assumed
     bool leadMeasured_ = false;
-    bool resized_ = false;  // and not stopped, since the line was drawn
-    // When frames are heard: a point on a line of its own, that statements draw.
+    // From the request for a frame, by the line, until it is heard, in nanoseconds.
+    double lag_ = 0;
     bool told_ = false;
-    bool guessed_ = false;  // since the stream stood still, from what was told before
-    std::int64_t heardFrame_ = 0;
-    double heardTime_ = 0;
-    std::int64_t heardSince_ = 0;  // the frame of the first statement averaged
+    bool guessed_ = false;         // since the stream stood still, from what was told before
+    std::int64_t heardFrame_ = 0;  // of the last statement
+    std::int64_t heardSince_ = 0;  // of the first statement averaged
     double heardShift_ = 0;        // how far off the last statement was, if that was far
-    std::int64_t shiftFrame_ = 0;  // the frame of the first one of them
-    double lag_ = 0;    // nanoseconds from the request for a frame, by the line, until it is heard
+    std::int64_t shiftFrame_ = 0;  // of the first one that was so
+    // Of statements for buffers of one size against those of another: some milliseconds.
+    double bias_ = 0;
+    bool rebased_ = false;  // the next statement tells it
+    // When frames are heard, while the line for buffers of another size is being drawn: a point.
+    bool carried_ = false;
+    double carriedFrame_ = 0;
+    double carriedTime_ = 0;
     double early_ = 0;  // nanoseconds: how far before the line requests come
     // Of requests that follow at once only the first tells how time passes.
     std::int64_t burstTime_ = 0;
