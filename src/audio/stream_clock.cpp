@@ -13,6 +13,8 @@ constexpr double kDropout = 6e7;           // a request this far off the line st
 constexpr std::int64_t kFillTime = 100'000'000;
 constexpr double kAveragedSeconds = 2.0;
 constexpr double kSettledSeconds = 0.1;
+/// Of requests that follow at once so many count with the first of them.
+constexpr double kMostInBurst = 4;
 /// So long after a start the line is true enough to tell how early requests come.
 constexpr double kTrueSeconds = 5.0;
 constexpr double kLargestRateError = 0.005;
@@ -73,18 +75,21 @@ void StreamClock::request(std::int64_t now, std::int64_t frame, int count) {
 
 void StreamClock::follow(double residual, std::int64_t frame, int count) {
     const double average = kAveragedSeconds * kNanoseconds / nominalFrameTime_;
-    residual -= timeLost(residual, count);
+    // With those requests that followed at once and told nothing.
+    const double passed = std::clamp(static_cast<double>(frame) - lineFrame_,
+                                     static_cast<double>(count), kMostInBurst * count);
+    residual -= timeLost(residual, passed);
     if (weight_ > 0)
         residual = std::min(residual, kLate);
-    weight_ = std::min(weight_ + count, average);
-    lineTime_ = instantOf(static_cast<double>(frame)) + residual * count / weight_;
+    weight_ = std::min(weight_ + passed, average);
+    lineTime_ = instantOf(static_cast<double>(frame)) + residual * passed / weight_;
     lineFrame_ = static_cast<double>(frame);
     if (weight_ >= kSettledSeconds * kNanoseconds / nominalFrameTime_)
         learnLead();
     if (weight_ < average)
         return;
     // Critically damped: the rate follows as fast as it can without swinging.
-    frameTime_ += residual * count / (2 * average * average);
+    frameTime_ += residual * passed / (2 * average * average);
     frameTime_ = std::clamp(frameTime_, nominalFrameTime_ * (1 - kLargestRateError),
                             nominalFrameTime_ * (1 + kLargestRateError));
     learnEarliness(residual, frame);
@@ -97,10 +102,10 @@ void StreamClock::learnEarliness(double residual, std::int64_t frame) {
 }
 
 /// Moves the line if the stream has stood still for a moment; answers by how much.
-double StreamClock::timeLost(double residual, int count) {
+double StreamClock::timeLost(double residual, double passed) {
     leastResidual_ = std::min(leastResidual_, residual);
-    watchedFrames_ += count;
-    if (static_cast<double>(watchedFrames_) * nominalFrameTime_ < kTimeLostSeconds * kNanoseconds)
+    watchedFrames_ += passed;
+    if (watchedFrames_ * nominalFrameTime_ < kTimeLostSeconds * kNanoseconds)
         return 0;
     const double lost = leastResidual_ > kTimeLost ? leastResidual_ : 0;
     lineTime_ += lost;

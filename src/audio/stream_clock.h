@@ -38,7 +38,7 @@ private:
     void start(std::int64_t now, std::int64_t frame);
     void follow(double residual, std::int64_t frame, int count);
     void learnEarliness(double residual, std::int64_t frame);
-    double timeLost(double residual, int count);
+    double timeLost(double residual, double passed);
     void learnLead();
     double instantOf(double frame) const;
     double heardAt(double frame) const;
@@ -79,5 +79,5 @@ private:
     std::int64_t burstFrame_ = 0;
     int largestRequest_ = 0;
     double leastResidual_ = 0;  // of the requests that are watched for lost time
-    int watchedFrames_ = 0;
+    double watchedFrames_ = 0;
 };
