@@ -1,10 +1,10 @@
 #include "widgets/piano_keyboard.h"
 
+#include "core/note_words.h"
 #include "core/pitch.h"
 #include "platform/user_text.h"
 #include "widgets/announcement.h"
 #include "widgets/piano_key_accessible.h"
-#include "core/note_words.h"
 #include "widgets/piano_key_painting.h"
 #include "widgets/pixel_grid.h"
 

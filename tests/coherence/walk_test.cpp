@@ -23,7 +23,7 @@ namespace {
 constexpr QSize kSmallScreen(952, 500);
 constexpr QSize kLargeScreen(1920, 1050);
 constexpr double kLargeText = 1.5;
-constexpr int kFrame = 4;          ///< that every style leaves around a text
+constexpr int kFrame = 4;  ///< that every style leaves around a text
 
 /// The window's widgets but for parts of the toolkit's own, which have no names.
 QWidgetList widgetsOf(const QWidget& window) {

@@ -76,8 +76,8 @@ struct OpenComposer {
     /// One step of a user: a control's or menu item's name clicks it, with "*" behind it by a
     /// double click; "lblid_1" is held for 0.15 s; "lblNini=3" is typed and Enter; "cmbPer=2",
     /// "Slider1=90" and "List1=0" choose, "Regolo=2" an entry on the staff; "lb_24" is a key of the
-    /// piano, "lb" moves the focus there, "midi_60" is one of a MIDI keyboard and "pedal" its pedal;
-    /// "Ctrl+Z" and "Return" are keys; "in=…", "yes" and "no" are answers to the next box.
+    /// piano, "lb" moves the focus there, "midi_60" is one of a MIDI keyboard and "pedal" its
+    /// pedal; "Ctrl+Z" and "Return" are keys; "in=…", "yes" and "no" are answers to the next box.
     void step(const QString& what);
 
     /// What some steps changed, as far as the user can tell: "lblNt=3" for each control that shows

@@ -26,8 +26,7 @@ int lightness(QPalette::ColorRole role) {
 TEST(Application, PaletteIsReadableOnEveryDesktopAndButtonsAreItalian) {
     using P = QPalette;
     std::mt19937 random(18);
-    const QColor colours[] = {Qt::black, 0x101010,   0x303030, 0xEFEFEF,
-                              Qt::white, Qt::yellow};
+    const QColor colours[] = {Qt::black, 0x101010, 0x303030, 0xEFEFEF, Qt::white, Qt::yellow};
     const auto any = [&] { return colours[random() % std::size(colours)]; };
     for (int i = 0; i < 3000; ++i) {
         const QColor behind = any(), text = any();

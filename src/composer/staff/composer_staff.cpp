@@ -1,12 +1,12 @@
 #include "composer/staff/composer_staff.h"
 
 #include "composer/notation/entry_in_words.h"
+#include "core/note_words.h"
 #include "core/pitch.h"
 #include "platform/user_text.h"
 #include "widgets/appearance.h"
 #include "widgets/music_font.h"
 #include "widgets/parts_accessible.h"
-#include "core/note_words.h"
 
 #include <QEvent>
 #include <QFontInfo>
