@@ -19,7 +19,7 @@ constexpr std::array kLetter{QLocale::Belize,       QLocale::Canada,      QLocal
 QLocale localeOfPaper() {
     for (const char* name : {"LC_ALL", "LC_PAPER", "LANG"}) {
         if (const QByteArray locale = qgetenv(name); !locale.isEmpty())
-            return QLocale(QString::fromLatin1(locale));
+            return QLocale(QString::fromUtf8(locale));
     }
     return QLocale::system();
 }
