@@ -49,6 +49,9 @@ public:
     /// No stream runs, and one is about to.
     void streamOpens() { timeline_.setRate(rate_); }
 
+    /// Audio thread: what was rendered is being played from `now` on.
+    void streamBegan(std::int64_t now) { timeline_.begin(now); }
+
     /// Audio thread: the stream's buffers ran empty, or are of another size from now on.
     void streamInterrupted() { timeline_.restart(); }
     void streamResized() { timeline_.resize(); }

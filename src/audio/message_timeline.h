@@ -31,6 +31,7 @@ public:
     /// Consumer: as in StreamClock.
     void restart() { clock_.restart(); }
     void resize() { clock_.resize(); }
+    void begin(std::int64_t now) { clock_.begin(now); }
     void request(std::int64_t now, std::int64_t frame, int count);
     void heard(std::int64_t instant, std::int64_t frame) { clock_.heard(instant, frame); }
 

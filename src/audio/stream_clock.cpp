@@ -114,6 +114,13 @@ double StreamClock::timeLost(double residual, double passed) {
     return lost;
 }
 
+void StreamClock::begin(std::int64_t now) {
+    if (!running_ || leadKnown_)
+        return;
+    lineTime_ += static_cast<double>(now - startTime_);
+    startTime_ = now;
+}
+
 void StreamClock::resize() {
     if (running_ && told_) {
         carriedTime_ = heardAt(lineFrame_);

@@ -12,6 +12,9 @@ public:
     /// The stream stood still and its buffers ran empty: the next request starts a new line.
     void restart() { running_ = carried_ = false; }
 
+    /// The stream has begun to play at `now`, some time after it first asked for frames.
+    void begin(std::int64_t now);
+
     /// The buffers are of another size from now on, and nothing that they held is lost: requests
     /// come sooner or later than before, and each frame is heard when it would have been.
     void resize();

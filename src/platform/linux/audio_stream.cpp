@@ -188,6 +188,7 @@ bool AudioStream::Core::openPulse() {
         engine->render(left, right, frames, steadyNow());
     };
     source.latency = [this](std::int64_t latency) { engine->streamHeard(steadyNow() + latency); };
+    source.began = [this] { engine->streamBegan(steadyNow()); };
     source.interrupted = [this] { engine->streamInterrupted(); };
     source.resized = [this] { engine->streamResized(); };
     source.waitForWork = [this] { return waitForWork(); };

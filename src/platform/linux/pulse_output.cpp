@@ -194,6 +194,7 @@ bool PulseOutput::Stream::startStream() {
 
 void PulseOutput::Stream::started() {
     playing = true;
+    source.began();
     lastDropout = std::chrono::steady_clock::now();
     askForLatency();
 }

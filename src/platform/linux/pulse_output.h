@@ -18,6 +18,8 @@ public:
         std::function<void(float* left, float* right, int frames)> render;
         /// In so many nanoseconds the next frame that is rendered will be heard.
         std::function<void(std::int64_t latency)> latency;
+        /// What was rendered is being played.
+        std::function<void()> began;
         /// The buffers ran empty, or the stream moved to another device.
         std::function<void()> interrupted;
         /// The buffers are of another size from now on.
