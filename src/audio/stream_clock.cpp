@@ -136,11 +136,8 @@ void StreamClock::resize() {
 void StreamClock::heard(std::int64_t instant, std::int64_t frame) {
     if (!running_ || carried_)
         return;
-    if (std::exchange(rebased_, false))
-        bias_ = static_cast<double>(instant) - heardAt(static_cast<double>(frame));
-    const double told = static_cast<double>(instant) - bias_;
     const double since = static_cast<double>(frame - std::exchange(heardFrame_, frame));
-    const double off = told - heardAt(static_cast<double>(frame));
+    const double off = static_cast<double>(instant) - heardAt(static_cast<double>(frame));
     const double longest = kHeardSeconds * kNanoseconds / nominalFrameTime_;
     const double weight = std::min(static_cast<double>(frame - heardSince_), longest);
     const bool goesOn = off * heardShift_ > 0;
@@ -151,7 +148,7 @@ void StreamClock::heard(std::int64_t instant, std::int64_t frame) {
                                                       kHeardShiftSeconds * longest / kHeardSeconds);
     heardShift_ = told_ && !moved && std::abs(off) >= kHeardShift ? off : 0;
     if (!std::exchange(told_, true)) {
-        lag_ = told - instantOf(static_cast<double>(frame));
+        lag_ = static_cast<double>(instant) - instantOf(static_cast<double>(frame));
         heardSince_ = frame;
     } else if (std::exchange(guessed_, false) || moved) {
         lag_ += off;
@@ -174,8 +171,6 @@ void StreamClock::start(std::int64_t now, std::int64_t frame) {
     lineFrame_ = static_cast<double>(frame) + lead_;
     weight_ = 0;
     guessed_ = told_ && !carried_;
-    if (guessed_)
-        bias_ = 0;
 }
 
 void StreamClock::learnLead() {
@@ -185,7 +180,6 @@ void StreamClock::learnLead() {
     if (carried_) {
         lag_ = heardAt(lineFrame_) - lineTime_;
         carried_ = false;
-        rebased_ = true;
     }
     leadMeasured_ = true;
     leadKnown_ = true;

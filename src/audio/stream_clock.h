@@ -69,9 +69,6 @@ private:
     std::int64_t heardSince_ = 0;  // of the first statement averaged
     double heardShift_ = 0;        // how far off the last statement was, if that was far
     std::int64_t shiftFrame_ = 0;  // of the first one that was so
-    // Of statements for buffers of one size against those of another: some milliseconds.
-    double bias_ = 0;
-    bool rebased_ = false;  // the next statement tells it
     // When frames are heard, while the line for buffers of another size is being drawn: a point.
     bool carried_ = false;
     double carriedFrame_ = 0;
