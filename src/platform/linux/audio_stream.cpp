@@ -1,6 +1,7 @@
 #include "platform/linux/audio_stream.h"
 
 #include "audio/audio_engine.h"
+#include "audio/dropouts.h"
 #include "audio/fluid_synth.h"
 #include "audio/steady_time.h"
 #include "audio/synthesizer.h"
@@ -20,6 +21,9 @@
 namespace {
 
 constexpr int kPeriods = 4;
+/// The size of periods after repeated dropouts, in their first size. The buffers are then as long
+/// as what is planned is heard later than its instant, less what a late thread takes.
+constexpr int kGrowth = 2;
 /// How long the end of the program waits until the stream is closed.
 constexpr auto kCloseTimeout = std::chrono::seconds(1);
 /// The same while the stream is opening: there is nothing to close yet, and the opening may hang.
@@ -57,6 +61,12 @@ bool callbackMayBlock(const std::string& driver) {
     return driver == "alsa";
 }
 
+/// Whether the stream plays from buffers of the size that is asked for here, and fills them anew
+/// without a word when they have run empty. Servers have buffers of their own.
+bool hasOwnBuffers(const std::string& driver) {
+    return driver == "alsa" || driver == "oss";
+}
+
 }  // namespace
 
 /// What the program, the opening thread and the audio thread share. The last owner frees it: a
@@ -73,13 +83,19 @@ struct AudioStream::Core {
     bool openDriver(const std::string& name);
     bool openPulse();
     bool waitForWork();
+    void watchBuffers(int frames, std::int64_t now);
     static int fill(void* self, int frames, int effects, float* effectSides[], int sides,
                     float* out[]);
 
     const std::shared_ptr<AudioEngine> engine;
     const Setup setup;
     Driver output;          // the opening thread's
-    bool mayBlock = false;  // written before the driver starts
+    bool mayBlock = false;  // these two are written before the driver starts
+    bool ownBuffers = false;
+    BufferLevel level;  // the audio thread's
+    DropoutCount dropouts;
+    std::atomic<bool> needsLargerBuffers = false;
+    std::atomic<bool> hasLargerBuffers = false;
     std::atomic<bool> closing = false;
 
     std::mutex mutex;
@@ -97,9 +113,12 @@ int AudioStream::Core::fill(void* self, int frames, int, float**, int sides, flo
     if (sides < 2)
         return FLUID_FAILED;
     AudioEngine& engine = *core.engine;
-    if (core.mayBlock)
-        core.waitForWork();
-    engine.render(out[0], out[1], frames, steadyNow());
+    if (core.mayBlock && core.waitForWork())
+        core.level.restart();
+    const std::int64_t now = steadyNow();
+    if (core.ownBuffers)
+        core.watchBuffers(frames, now);
+    engine.render(out[0], out[1], frames, now);
     for (int side = 2; side < sides; ++side)
         std::fill_n(out[side], frames, 0.0F);
     return FLUID_OK;
@@ -111,6 +130,15 @@ bool AudioStream::Core::waitForWork() {
         return false;
     engine->waitForPost();
     return true;
+}
+
+/// Audio thread, which cannot open the stream anew: the next message sees to that.
+void AudioStream::Core::watchBuffers(int frames, std::int64_t now) {
+    if (!level.ranEmpty(now, frames, kPeriods * frames, engine->rate()))
+        return;
+    engine->streamInterrupted();
+    if (dropouts.callsForMore(now))
+        needsLargerBuffers = true;
 }
 
 void AudioStream::Core::run() {
@@ -172,11 +200,17 @@ bool AudioStream::Core::openDriver(const std::string& name) {
     if (!settings || fluid_settings_setstr(settings, "audio.driver", name.c_str()) != FLUID_OK)
         return false;
     fluid_settings_setnum(settings, "synth.sample-rate", engine->rate());
-    fluid_settings_setint(settings, "audio.period-size", setup.periodFrames);
+    hasLargerBuffers = needsLargerBuffers.load();
+    fluid_settings_setint(settings, "audio.period-size",
+                          setup.periodFrames * (hasLargerBuffers ? kGrowth : 1));
     fluid_settings_setint(settings, "audio.periods", kPeriods);
     fluid_settings_setint(settings, "audio.jack.autoconnect", 1);
     fluid_settings_setstr(settings, "audio.jack.id", "Cantavista");
     mayBlock = callbackMayBlock(name);
+    ownBuffers = hasOwnBuffers(name);
+    engine->streamOpens();
+    level.restart();
+    dropouts.streamBegan(steadyNow());
     output.driver.reset(new_fluid_audio_driver2(settings, &Core::fill, this));
     return output.driver != nullptr;
 }
@@ -264,7 +298,8 @@ void AudioStream::retry() {
 
 void AudioStream::revive() {
     const std::int64_t last = core_->engine->lastRequest();
-    if (steadyNow() - kStalledAfter >= last)
+    const bool starved = core_->needsLargerBuffers && !core_->hasLargerBuffers;
+    if (starved || steadyNow() - kStalledAfter >= last)
         core_->reopenAfter(Status::Running);
 }
 

@@ -44,7 +44,8 @@ public:
     /// Tries once more after a failure; without one, does nothing.
     void retry();
 
-    /// Opens the stream anew if it has stopped asking for frames.
+    /// Opens the stream anew if it has stopped asking for frames, or with larger buffers if it has
+    /// run out of them repeatedly.
     void revive();
 
     /// Known once the stream does not open any more.

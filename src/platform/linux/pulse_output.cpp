@@ -1,5 +1,7 @@
 #include "platform/linux/pulse_output.h"
 
+#include "audio/dropouts.h"
+#include "audio/steady_time.h"
 #include "platform/linux/thread_priority.h"
 
 #include <algorithm>
@@ -21,11 +23,6 @@ constexpr std::size_t kFrameBytes = kSides * sizeof(float);
 constexpr int kLargestBlock = 1024;
 /// A device that sleeps may take a while; what is played meanwhile waits in the buffers.
 constexpr auto kStartTimeout = std::chrono::seconds(2);
-/// After so many dropouts, each no longer after the last than this, the buffers grow for good. What
-/// follows at once belongs to the same dropout, and the start is uneven.
-constexpr int kDropoutsAllowed = 2;
-constexpr auto kForgotten = std::chrono::seconds(30);
-constexpr auto kSameDropout = std::chrono::milliseconds(500);
 /// The size of buffers that have grown, in their first size: as much as what is planned is heard
 /// later than its instant, less what the answer to a request takes.
 constexpr std::uint32_t kGrowth = 8;
@@ -75,8 +72,7 @@ struct PulseOutput::Stream {
     bool playing = false;
     bool latencyKnown = false;
     bool rested = false;  // the buffers ran empty because there was nothing to play
-    int dropouts = 0;
-    std::chrono::steady_clock::time_point lastDropout;
+    DropoutCount dropouts;
     bool grown = false;       // for good
     bool forPlanned = false;  // until the output rests
 
@@ -195,7 +191,7 @@ bool PulseOutput::Stream::startStream() {
 void PulseOutput::Stream::started() {
     playing = true;
     source.began();
-    lastDropout = std::chrono::steady_clock::now();
+    dropouts.streamBegan(steadyNow());
     askForLatency();
 }
 
@@ -256,13 +252,10 @@ void PulseOutput::Stream::dropout() {
     if (std::exchange(rested, false))
         return;
     source.interrupted();
-    const auto now = std::chrono::steady_clock::now();
-    const auto since = now - std::exchange(lastDropout, now);
-    if (grown || since < kSameDropout)
+    if (!dropouts.callsForMore(steadyNow()))
         return;
-    dropouts = since > kForgotten ? 1 : dropouts + 1;
-    grown = dropouts == kDropoutsAllowed;
-    if (grown && !forPlanned)
+    grown = true;
+    if (!forPlanned)
         resize();
 }
 
