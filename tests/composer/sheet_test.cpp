@@ -53,7 +53,7 @@ protected:
 TEST(SheetPainter, PaintsThePagesThatAreWantedInTheirOrder) {
     std::mt19937 random(5);
     const auto draw = [&random](int below) { return static_cast<int>(random() % below); };
-    for (int turn = 0; turn < 60; ++turn) {
+    for (int turn = 0; turn < 30; ++turn) {
         Composition composition;
         MelodyDelta delta;
         for (int entries = draw(900); entries >= 0; --entries)
