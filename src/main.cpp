@@ -102,13 +102,13 @@ int main(int argc, char* argv[]) {
     DesktopFolders folders;
     QtRuntime runtime;
     const std::unique_ptr<Sound> sound = openSound(folders, &runtime);
-    QtDialogs dialogs(runtime);
+    QtDialogs dialogs(runtime, runtime.heldInput());
     DesktopHelpViewer help(folders, dialogs, openChm, installedHelpFolders());
     FunzioniMM funzioniMM(runtime, sound->midiOut(), sound->media(), dialogs, randomNumbers());
 
     MidiKeyboard midiKeyboard(runtime, sound->midiIn());
 
-    QtPrinting printing(runtime);
+    QtPrinting printing(runtime, runtime.heldInput());
     MainWindow window({runtime, sound->midiOut(), dialogs, folders, help, funzioniMM,
                        sound->waveRenderer(), &midiKeyboard, &printing});
     window.openMelodyAtStart(melodyAtStart());

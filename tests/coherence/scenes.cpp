@@ -5,6 +5,7 @@
 #include "eartraining/ear_training_state.h"
 #include "eartraining/frmInto.h"
 #include "manual/help_window.h"
+#include "platform/desktop/held_input.h"
 #include "platform/desktop/qt_dialogs.h"
 #include "reading/staff_step.h"
 #include "shell/main_window.h"
@@ -189,7 +190,8 @@ void showHelp(const Look& look) {
 auto box(const std::function<void(Dialogs&)>& show) {
     return [show](const Look& look) {
         TestWorld world;
-        QtDialogs dialogs(world.runtime);
+        HeldInput heldInput;
+        QtDialogs dialogs(world.runtime, heldInput);
         lookAtModal(
             world, [&] { show(dialogs); }, {}, look);
     };

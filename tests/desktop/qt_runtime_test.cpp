@@ -36,7 +36,7 @@ namespace {
 
 struct QtRuntimeTest : testing::Test {
     QtRuntime runtime;
-    QtDialogs dialogs{runtime};
+    QtDialogs dialogs{runtime, runtime.heldInput()};
 
     /// Works in the next box that comes up.
     static void inBox(const std::function<void(QDialog&)>& act) {
@@ -242,7 +242,7 @@ TEST_F(QtRuntimeTest, BoxesProposeWhatLosesNothingAndTellWhatTheUserChose) {
 TEST(EndOfTheProgram, CutsWaitsAndBoxesShortAndSavesTheWork) {
     for (const int signal : {0, SIGTERM, SIGINT, SIGHUP}) {
         QtRuntime runtime;
-        QtDialogs dialogs(runtime);
+        QtDialogs dialogs(runtime, runtime.heldInput());
         int saved = 0;
         const SavedAtEnd work(runtime, [&saved] { ++saved; });
         for (const bool inBox : {false, true}) {
@@ -287,7 +287,10 @@ TEST_F(QtRuntimeTest, NoBoxTakesTheInputThatWaitedBeforeIt) {
     };
     const std::function<void()> boxes[] = {
         [&] { dialogs.message("a"); },
-        [&] { dialogs.input("a", {}, {}); },
+        [&] {
+            runtime.blockUnless(runtime.now() + 70ms, [](const QEvent&) { return true; });
+            dialogs.input("a", {}, {});
+        },
         [&] {
             dialogs.saveFile("a", "a", {"a", "b"});
         },

@@ -73,12 +73,12 @@ HeldInput::HeldInput() {
 HeldInput::~HeldInput() = default;
 
 HeldInput::Box::Box(HeldInput& input) : input_(input) {
-    ++boxes_;
+    ++input_.boxes_;
     input_.take();
 }
 
 HeldInput::Box::~Box() {
-    if (--boxes_ == 0 && !input_.held_.empty())
+    if (--input_.boxes_ == 0 && !input_.held_.empty())
         input_.delivery_.start(0);
     input_.triesLeft_ = kTries;
 }

@@ -64,9 +64,9 @@ private:
     void deliver();
 
     static inline int paused_ = 0;
-    static inline int boxes_ = 0;
 
     std::vector<Held> held_;
+    int boxes_ = 0;  ///< on show
     QTimer delivery_;
     int triesLeft_ = 0;  ///< to find the window active again, for a shortcut
 };

@@ -1,5 +1,6 @@
 #include "platform/desktop/qt_dialogs.h"
 
+#include "platform/desktop/held_input.h"
 #include "platform/runtime.h"
 
 #include <QApplication>

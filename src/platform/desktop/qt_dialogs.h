@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/desktop/held_input.h"
 #include "platform/dialogs.h"
 
+class HeldInput;
 class QFileDialog;
 class QWidget;
 class Runtime;
@@ -12,7 +12,8 @@ class Runtime;
 /// then on no box comes up.
 class QtDialogs : public Dialogs {
 public:
-    explicit QtDialogs(const Runtime& runtime) : runtime_(runtime) {}
+    QtDialogs(const Runtime& runtime, HeldInput& heldInput)
+        : runtime_(runtime), heldInput_(heldInput) {}
 
     /// The window that a box belongs to. One that is still opening is not active yet, but no other
     /// could be used.
@@ -32,6 +33,6 @@ private:
     QString fileOf(QFileDialog& box);
 
     const Runtime& runtime_;
-    HeldInput heldInput_;
+    HeldInput& heldInput_;
     QString lastFolder_;  ///< of the file that was chosen last
 };

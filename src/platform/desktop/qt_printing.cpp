@@ -1,5 +1,6 @@
 #include "platform/desktop/qt_printing.h"
 
+#include "platform/desktop/held_input.h"
 #include "platform/desktop/program_module.h"
 #include "platform/desktop/qt_dialogs.h"
 #include "platform/modules/print_module.h"

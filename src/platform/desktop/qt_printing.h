@@ -1,19 +1,20 @@
 #pragma once
 
-#include "platform/desktop/held_input.h"
 #include "platform/printing.h"
 
+class HeldInput;
 class Runtime;
 
 /// Printing by the toolkit, whose part for it is opened at the first use. The end of the program
 /// closes the dialogue, and from then on nothing is printed.
 class QtPrinting : public Printing {
 public:
-    explicit QtPrinting(const Runtime& runtime) : runtime_(runtime) {}
+    QtPrinting(const Runtime& runtime, HeldInput& heldInput)
+        : runtime_(runtime), heldInput_(heldInput) {}
 
     Outcome print(const QString& title, const PaintPages& paintPages) override;
 
 private:
     const Runtime& runtime_;
-    HeldInput heldInput_;
+    HeldInput& heldInput_;
 };

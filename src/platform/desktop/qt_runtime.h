@@ -37,6 +37,9 @@ public:
     void end() override;
     bool ending() const override { return ending_; }
 
+    /// The one that boxes use as well, so that all input keeps its order.
+    HeldInput& heldInput() { return heldInput_; }
+
 private:
     std::uint64_t inputCount() const { return input_.count() + deliveries_.count(); }
     bool takeTurns();
