@@ -46,7 +46,9 @@ void ExportControls::mnuEsportaPdf_Click() {
 }
 
 void ExportControls::mnuStampa_Click() {
-    if (!askNotation(frmBattute::WithoutBars::Offered))
+    keyboard_.releaseHeldKeys();
+    model_.playback.stop();
+    if (!model_.exporter.canPrint() || !askNotation(frmBattute::WithoutBars::Offered))
         return;
     model_.exporter.print(
         notation_, [this](QPagedPaintDevice& device, const QString& title, bool lastPageFirst) {

@@ -218,9 +218,14 @@ TEST_F(ComposerFilesTest, AMelodyIsExportedInBarsAndKey) {
             step("mnuEsportaMusicXml", "3/4", "cmdOK", metres, "3/4Re minore");
             step("mnuEsportaBraille", "6/8", "cmdOK", all, "NessunoRe minore");
             step("mnuEsportaPdf", "Nessuno", "cmdOK", all, "6/8Re minore");
+            using Readiness = Printing::Readiness;
+            for (const Readiness ready : {Readiness::NotInstalled, Readiness::NoPrinter}) {
+                composer.printing.ready = ready;
+                composer.step("mnuStampa");
+            }
+            composer.printing.ready = Readiness::Ready;
             using Outcome = Printing::Outcome;
-            for (const Outcome outcome : {Outcome::NotInstalled, Outcome::NoPrinter,
-                                          Outcome::Cancelled, Outcome::Failed, Outcome::Printed}) {
+            for (const Outcome outcome : {Outcome::Cancelled, Outcome::Failed, Outcome::Printed}) {
                 composer.printing.outcome = outcome;
                 step("mnuStampa", "Nessuno", "cmdOK", all, "NessunoRe minore");
             }
@@ -237,9 +242,9 @@ TEST_F(ComposerFilesTest, AMelodyIsExportedInBarsAndKey) {
                     "save: Esporta braille | Due.brf", "message: Esportato: b.brf",
                     "save: Esporta MusicXML | Due.musicxml", "message: Esportato: d.mxl",
                     "save: Esporta braille | Due.brf", "message: Esportato: c.txt",
-                    "save: Esporta PDF | Due.pdf", "message: Esportato: e.pdf", "print: Due",
-                    HasSubstr("Manca il modulo"), "print: Due", HasSubstr("nessuna stampante"),
-                    "print: Due", "print: Due", HasSubstr("non è riuscita"), "print: Due"));
+                    "save: Esporta PDF | Due.pdf", "message: Esportato: e.pdf",
+                    HasSubstr("Manca il modulo"), HasSubstr("nessuna stampante"), "print: Due",
+                    "print: Due", HasSubstr("non è riuscita"), "print: Due"));
 }
 
 TEST_F(ComposerFilesTest, TheBrowserKeepsItsPlaceAsItsFolderChanges) {

@@ -32,7 +32,10 @@ class ScriptedPrinting : public Printing {
 public:
     explicit ScriptedPrinting(ScriptedDialogs& dialogs) : dialogs_(dialogs) {}
 
+    Readiness ready = Readiness::Ready;
     Outcome outcome = Outcome::Printed;
+
+    Readiness readiness() override { return ready; }
 
     Outcome print(const QString& title, const PaintPages&) override {
         dialogs_.lines.push_back("print: " + title.toStdString());

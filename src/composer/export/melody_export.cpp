@@ -124,6 +124,19 @@ void MelodyExport::exportPdf(const score::Notation& notation,
         write(path, makePdf(proposedName()));
 }
 
+bool MelodyExport::canPrint() const {
+    using Readiness = Printing::Readiness;
+    const Readiness ready = printing_ ? printing_->readiness() : Readiness::NotInstalled;
+    if (ready == Readiness::Ready)
+        return true;
+    const QString fault = ready == Readiness::NoPrinter
+                              ? UserText::tr("Non c'è nessuna stampante !!!")
+                              : UserText::tr("Manca il modulo per la stampa !!!");
+    dialogs_.message(fault + QLatin1Char('\n') +
+                     UserText::tr("Lo spartito si può scrivere con Esporta PDF."));
+    return false;
+}
+
 void MelodyExport::print(const score::Notation& notation, const PaintSheet& paintSheet) {
     if (!canBePrinted(notation))
         return;
@@ -131,24 +144,8 @@ void MelodyExport::print(const score::Notation& notation, const PaintSheet& pain
     const auto paintPages = [&](QPagedPaintDevice& device, bool lastPageFirst) {
         return paintSheet(device, title, lastPageFirst);
     };
-    using Outcome = Printing::Outcome;
-    switch (printing_ ? printing_->print(title, paintPages) : Outcome::NotInstalled) {
-        case Outcome::NoPrinter:
-            dialogs_.message(UserText::tr(
-                "Non c'è nessuna stampante !!!\nLo spartito si può scrivere con Esporta PDF."));
-            break;
-        case Outcome::NotInstalled:
-            dialogs_.message(
-                UserText::tr("Manca il modulo per la stampa !!!\nLo spartito si può "
-                             "scrivere con Esporta PDF."));
-            break;
-        case Outcome::Failed:
-            dialogs_.message(UserText::tr("La stampa non è riuscita !!!"));
-            break;
-        case Outcome::Printed:
-        case Outcome::Cancelled:
-            break;
-    }
+    if (printing_->print(title, paintPages) == Printing::Outcome::Failed)
+        dialogs_.message(UserText::tr("La stampa non è riuscita !!!"));
 }
 
 void MelodyExport::exportMusicXml(const score::Notation& notation) {

@@ -34,6 +34,9 @@ public:
     void exportPdf(const score::Notation& notation,
                    const std::function<QByteArray(const QString& title)>& makePdf);
 
+    /// Whether there is something to print with; says why not.
+    bool canPrint() const;
+
     using PaintSheet =
         std::function<bool(QPagedPaintDevice& device, const QString& title, bool lastPageFirst)>;
     void print(const score::Notation& notation, const PaintSheet& paintSheet);

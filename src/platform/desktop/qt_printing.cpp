@@ -8,12 +8,27 @@
 
 #include <QDialog>
 
+namespace {
+
+PrintModule* printModule() {
+    return openModule<PrintModule>("printing");
+}
+
+}  // namespace
+
+Printing::Readiness QtPrinting::readiness() {
+    const PrintModule* const module = printModule();
+    if (!module)
+        return Readiness::NotInstalled;
+    return module->hasPrinter() ? Readiness::Ready : Readiness::NoPrinter;
+}
+
 Printing::Outcome QtPrinting::print(const QString& title, const PaintPages& paintPages) {
     if (runtime_.ending())
         return Outcome::Cancelled;
-    auto* const module = openModule<PrintModule>("printing");
+    PrintModule* const module = printModule();
     if (!module)
-        return Outcome::NotInstalled;
+        return Outcome::Failed;
     const auto run = [this](QDialog& dialog) {
         const HeldInput::Box onShow(heldInput_);
         return dialog.exec() == QDialog::Accepted && !runtime_.ending();

@@ -12,6 +12,7 @@ public:
     QtPrinting(const Runtime& runtime, HeldInput& heldInput)
         : runtime_(runtime), heldInput_(heldInput) {}
 
+    Readiness readiness() override;
     Outcome print(const QString& title, const PaintPages& paintPages) override;
 
 private:

@@ -13,6 +13,8 @@ class PrintModule {
 public:
     virtual ~PrintModule() = default;
 
+    virtual bool hasPrinter() const = 0;
+
     /// Shows a dialogue; true if it was accepted.
     using RunDialog = std::function<bool(QDialog& dialog)>;
 
@@ -21,4 +23,4 @@ public:
                                     const Printing::PaintPages& paintPages) = 0;
 };
 
-Q_DECLARE_INTERFACE(PrintModule, "cantavista.PrintModule/1")
+Q_DECLARE_INTERFACE(PrintModule, "cantavista.PrintModule/2")

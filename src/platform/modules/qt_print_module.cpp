@@ -13,11 +13,13 @@ constexpr int kMostPages = 9999;
 
 }  // namespace
 
+bool QtPrintModule::hasPrinter() const {
+    return !QPrinterInfo::availablePrinterNames().isEmpty();
+}
+
 Printing::Outcome QtPrintModule::print(const QString& title, QWidget* parent,
                                        const RunDialog& runDialog,
                                        const Printing::PaintPages& paintPages) {
-    if (QPrinterInfo::availablePrinterNames().isEmpty())
-        return Printing::Outcome::NoPrinter;
     QPrinter printer(QPrinter::HighResolution);
     printer.setDocName(title);
     printer.setCreator(QStringLiteral("Cantavista"));
