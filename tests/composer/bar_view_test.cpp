@@ -45,7 +45,10 @@ TEST(BarView, WritesEveryEntryExactlyOrListsIt) {
         const Melody melody = anyMelody(random, wanted);
         const BarView view = barsOf(melody, notation);
         for (std::size_t i = 0; i < wanted.size(); ++i)
-            ASSERT_TRUE(wanted[i] > 3 || std::ranges::count(view.unwritable, int(i)) == 1);
+            ASSERT_TRUE(wanted[i] > 3 ||
+                        std::ranges::count(view.unwritable, int(i), &Unwritable::entry) == 1);
+        for (const auto& [entry, reason] : view.unwritable)
+            ASSERT_EQ(reason == Unwritable::Reason::BarLine, wanted[entry] > 1);
         if (!view.unwritable.empty()) {
             ASSERT_TRUE(view.bars.empty());
             ++listed;

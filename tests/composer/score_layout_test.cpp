@@ -199,7 +199,7 @@ void expectBars(const ScoreLayout& score, const std::vector<Entry>& entries,
     };
     score::BarView view = barsOf();
     if (!view.unwritable.empty()) {
-        delta.others.resize(static_cast<std::size_t>(view.unwritable.front()));
+        delta.others.resize(static_cast<std::size_t>(view.unwritable.front().entry));
         view = barsOf();
         ASSERT_TRUE(view.unwritable.empty());
     }

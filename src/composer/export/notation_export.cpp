@@ -8,10 +8,39 @@
 
 #include <QStringList>
 
+#include <array>
+
 namespace notation_export {
 namespace {
 
-constexpr std::size_t kNumbersShown = 20;
+using Reason = score::Unwritable::Reason;
+
+constexpr qsizetype kNumbersShown = 20;
+
+/// By `Reason`. The last is said of the first such note.
+constexpr std::array kFaults{
+    QT_TRANSLATE_NOOP("UserText",
+                      "Nessun valore di nota scrive esattamente la durata delle note: %1 !!!"),
+    QT_TRANSLATE_NOOP("UserText",
+                      "In queste battute nessun valore di nota scrive esattamente le parti in cui "
+                      "la stanghetta divide le note: %1 !!!"),
+    QT_TRANSLATE_NOOP("UserText", "L'attributo è sconosciuto nelle note: %1 !!!"),
+    QT_TRANSLATE_NOOP("UserText", "La melodia è troppo lunga, dalla nota %1 in poi !!!"),
+};
+static_assert(kFaults.size() == static_cast<std::size_t>(Reason::Length) + 1);
+
+/// The numbers of the entries that a reason concerns, from 1.
+QStringList numbersOf(const score::BarView& view, Reason reason) {
+    const qsizetype most = reason == Reason::Length ? 1 : kNumbersShown + 1;
+    QStringList numbers;
+    for (const score::Unwritable& entry : view.unwritable) {
+        if (entry.reason == reason && numbers.size() < most)
+            numbers += QString::number(entry.entry + 1);
+    }
+    if (numbers.size() > kNumbersShown)
+        numbers.back() = QStringLiteral("…");
+    return numbers;
+}
 
 }  // namespace
 
@@ -41,18 +70,13 @@ QByteArray bytesOf(const score::BarView& view, const ScoreHeading& heading, Form
 }
 
 QString faultOf(const score::BarView& view) {
-    if (view.unwritable.empty())
-        return {};
-    QStringList numbers;
-    for (const int entry : view.unwritable) {
-        if (static_cast<std::size_t>(numbers.size()) == kNumbersShown) {
-            numbers += QStringLiteral("…");
-            break;
-        }
-        numbers += QString::number(entry + 1);
+    QStringList faults;
+    for (std::size_t reason = 0; reason < kFaults.size(); ++reason) {
+        const QStringList numbers = numbersOf(view, static_cast<Reason>(reason));
+        if (!numbers.isEmpty())
+            faults += UserText::tr(kFaults[reason]).arg(numbers.join(QStringLiteral(", ")));
     }
-    return UserText::tr("Nessun valore di nota scrive esattamente la durata delle note: %1 !!!")
-        .arg(numbers.join(QStringLiteral(", ")));
+    return faults.join(QLatin1Char('\n'));
 }
 
 QString sheetFault(const Melody& melody, const score::Notation& notation) {

@@ -25,7 +25,7 @@ Format brailleFormat(const QString& fileName);
 /// The bytes of a melody in bars.
 QByteArray bytesOf(const score::BarView& view, const ScoreHeading& heading, Format format);
 
-/// The message about entries that cannot be written; empty if there are none.
+/// The message about entries that cannot be written, and why; empty if there are none.
 QString faultOf(const score::BarView& view);
 
 /// The same for a printed sheet. Without a metre it writes every melody: a sign stands beside what

@@ -6,17 +6,23 @@
 namespace score {
 namespace {
 
+using Reason = Unwritable::Reason;
+
 /// Brings the entries of a melody to bars.
 class BarWriter {
 public:
     explicit BarWriter(const std::optional<Metre>& metre) : divider_(metre) {}
 
-    /// Whether the entry can be written.
-    bool add(int index, const MelodyEntry& entry) {
+    /// Why the entry cannot be written; nothing if it can.
+    std::optional<Reason> add(int index, const MelodyEntry& entry) {
         const letter::EntryLetter* const row = letter::find(entry.attribute);
+        if (!row)
+            return Reason::Letter;
         const std::optional<int> units = unitsOf(entry.quarters());
-        if (!row || !units || *units > kLongestMelody - total_)
-            return false;
+        if (!units)
+            return Reason::Duration;
+        if (*units > kLongestMelody - total_)
+            return Reason::Length;
         total_ += *units;
         WrittenNote note;
         note.entry = index;
@@ -26,7 +32,9 @@ public:
         const bool written = divider_.canWrite(*units);
         for (int left = *units; left > 0;)
             left = divider_.append(note, left);
-        return written;
+        if (written)
+            return std::nullopt;
+        return valuesOf(*units).empty() ? Reason::Duration : Reason::BarLine;
     }
 
     std::vector<Bar> takeBars() { return divider_.takeBars(); }
@@ -43,8 +51,8 @@ BarView barsOf(const Melody& melody, const Notation& notation) {
     view.notation = notation;
     BarWriter writer(notation.metre);
     for (int i = 0; i < melody.EntryCount(); ++i) {
-        if (!writer.add(i, melody.entry(i)))
-            view.unwritable.push_back(i);
+        if (const std::optional<Reason> reason = writer.add(i, melody.entry(i)))
+            view.unwritable.push_back({i, *reason});
     }
     if (!view.unwritable.empty())
         return view;

@@ -55,16 +55,27 @@ struct Bar {
     std::vector<WrittenNote> notes;
 };
 
+/// An entry that cannot be written exactly.
+struct Unwritable {
+    enum class Reason {
+        Duration,  ///< no values give it
+        BarLine,   ///< no values give a part that a bar line leaves of it
+        Letter,    ///< nobody knows how it is played
+        Length,    ///< the melody is too long with it
+    };
+
+    int entry = 0;  ///< from 0
+    Reason reason = Reason::Duration;
+};
+
 /// A melody as notation writes it, which neither changes the melody nor is stored with it. The last
 /// bar may be short. Without a metre there is one bar.
 struct BarView {
     Notation notation;
     std::vector<Bar> bars;
 
-    /// The entries, from 0, that cannot be written exactly: no values give the duration, or the
-    /// part of it that a bar line leaves; nobody knows how the letter is played; or the melody is
-    /// too long. There are no bars then.
-    std::vector<int> unwritable;
+    /// By their entries. If there are any there are no bars.
+    std::vector<Unwritable> unwritable;
 };
 
 BarView barsOf(const Melody& melody, const Notation& notation);
