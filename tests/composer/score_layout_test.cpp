@@ -38,7 +38,7 @@ double quartersOf(const Figure& figure) {
 TEST(StaffEntry, DurationsAreEngravedAsAMusicianWritesThem) {
     const std::vector<std::pair<double, const char*>> cases{
         {3, "2."},        {1.25, "4 16"},   {5, "1 4"},          {8, "1 1"},
-        {0.1875, "32."},  {2.5, "2 8"},     {24, "1 1 1 1 1 1"}, {0.15625, "64 64."},
+        {0.1875, "32."},  {2.5, "2 8"},     {24, "1 1 1 1 1 1"}, {0.15625, "64. 64"},
         {8.0 / 3, "3:1"}, {1.0 / 3, "3:8"}, {5.0 / 3, "3:2 8"},  {0.1, "~64."},
         {0, "~64"},       {1e300, "~1."}};
     for (const auto& [duration, figure] : cases)

@@ -1,95 +1,58 @@
 #include "composer/notation/staff_entry.h"
 
+#include "composer/score/written_value.h"
 #include "core/pitch.h"
 
 #include <QLocale>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
+#include <limits>
 
 namespace staff_entry {
 namespace {
 
-/// Durations are counted in units of 1/32 of a quarter, which every value is a multiple of.
-constexpr int kUnitsPerQuarter = 32;
+/// No figure is longer.
+constexpr int kMostUnits = kMostValues * 6 * score::kUnitsPerQuarter;
 
-struct ValueUnits {
-    Value value;
-    int units;
-};
-
-/// Every note value, before it the dotted one, which is longer.
-constexpr auto kValues = [] {
-    std::array<ValueUnits, 2 * note_values::kAll.size()> values{};
-    std::size_t i = 0;
-    for (const note_values::NoteValue& value : note_values::kAll) {
-        const double dotted = note_values::dotted(value.quarters);
-        values[i++] = {{value.duration, 1}, static_cast<int>(dotted * kUnitsPerQuarter)};
-        values[i++] = {{value.duration, 0}, static_cast<int>(value.quarters * kUnitsPerQuarter)};
-    }
-    return values;
-}();
-constexpr ValueUnits kDottedLongest = kValues[0];
-constexpr ValueUnits kLongest = kValues[1];
-constexpr ValueUnits kDottedShortest = kValues[kValues.size() - 2];
-static_assert(kDottedShortest.units % 2 == 1, "no other value is an odd number of units");
-
-constexpr double kMostQuarters =
-    static_cast<double>(kMostValues) * kDottedLongest.units / kUnitsPerQuarter;
-
-/// Durations come from texts of 15 digits, and ties add them up.
-constexpr double kTolerance = 1e-6;
-
-/// Zero for a duration that is no whole number of units or more than a figure holds.
-int unitsOf(double quarters) {
-    if (!(quarters > 0) || quarters > kMostQuarters)
-        return 0;
-    const double units = quarters * kUnitsPerQuarter;
-    const double whole = std::round(units);
-    return std::abs(units - whole) < kTolerance ? static_cast<int>(whole) : 0;
-}
-
-/// The largest value first, but no dotted semibreve before the last one of a long tie: 8 is two
-/// semibreves. Empty if it would take too many values.
-std::vector<Value> decomposed(int units) {
+/// Empty if it would take too many values.
+std::vector<Value> figureValues(int units) {
     std::vector<Value> values;
-    const bool odd = units % 2 != 0;
-    if (odd)
-        units -= kDottedShortest.units;
-    while (units > 0) {
-        const auto* next = units > kDottedLongest.units
-                               ? &kLongest
-                               : std::find_if(kValues.begin(), kValues.end(),
-                                              [&](const auto& v) { return v.units <= units; });
-        values.push_back(next->value);
-        units -= next->units;
-    }
-    if (odd)
-        values.push_back(kDottedShortest.value);
-    if (units < 0 || values.size() > kMostValues)
+    if (units > kMostUnits)
+        return values;
+    for (const score::WrittenValue& value : score::plainValuesOf(units))
+        values.push_back({value.value, value.dotted ? 1 : 0});
+    if (values.size() > kMostValues)
         values.clear();
     return values;
 }
 
 Value nearestValue(double quarters) {
-    const auto distance = [&](const ValueUnits& value) {
-        return std::abs(quarters - static_cast<double>(value.units) / kUnitsPerQuarter);
-    };
-    return std::min_element(kValues.begin(), kValues.end(),
-                            [&](const auto& a, const auto& b) { return distance(a) < distance(b); })
-        ->value;
+    Value nearest;
+    double least = std::numeric_limits<double>::infinity();
+    for (const note_values::NoteValue& value : note_values::kAll) {
+        for (const int dots : {1, 0}) {
+            const double length = dots > 0 ? note_values::dotted(value.quarters) : value.quarters;
+            const double distance = std::abs(quarters - length);
+            if (distance < least)
+                nearest = {value.duration, dots};
+            least = std::min(least, distance);
+        }
+    }
+    return nearest;
 }
 
 }  // namespace
 
 Figure figureOf(double duration) {
-    for (const bool triplet : {false, true}) {
-        auto values = decomposed(unitsOf(triplet ? duration * 3 / 2 : duration));
-        if (!values.empty())
-            return {std::move(values), triplet, true};
-    }
-    return {{nearestValue(duration)}, false, false};
+    const int units = score::unitsOf(duration).value_or(0);
+    std::vector<Value> values = figureValues(units);
+    const bool triplet = values.empty() && units % 2 == 0;
+    if (triplet)
+        values = figureValues(units / 2 * 3);
+    if (values.empty())
+        return {{nearestValue(duration)}, false, false};
+    return {std::move(values), triplet, true};
 }
 
 bool isRest(const Entry& entry) {

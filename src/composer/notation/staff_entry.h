@@ -22,9 +22,9 @@ struct Value {
     int dots = 0;
 };
 
-/// What is engraved for a duration: values tied together, the longest first, which last two thirds
-/// of their time under a triplet sign. A duration that no such figure has is the nearest value and
-/// not exact.
+/// What is engraved for a duration in music without bars: values tied together, all of which last
+/// two thirds of their time under a triplet sign. A duration that no such figure has is the nearest
+/// value and not exact.
 struct Figure {
     std::vector<Value> values;
     bool triplet = false;

@@ -30,6 +30,9 @@ constexpr auto kPlain = [] {
     return values;
 }();
 
+constexpr WrittenValue kDottedWhole = kPlain[0];
+constexpr WrittenValue kWhole = kPlain[1];
+
 /// Whether values that are not of a triplet, and not shorter than one, can fill so many units. They
 /// add up to every multiple of half the shortest value that may be dotted.
 constexpr bool isPlain(int units, std::size_t shortest) {
@@ -38,19 +41,20 @@ constexpr bool isPlain(int units, std::size_t shortest) {
     return units == 0 || (units >= least && units % step == 0);
 }
 
+/// Units that such values can fill.
 void appendPlain(std::vector<WrittenValue>& values, int units, std::size_t shortest) {
     while (units > 0) {
         const auto* const longest =
             std::find_if(kPlain.begin(), kPlain.end(), [&](const WrittenValue& value) {
                 return value.units() <= units && isPlain(units - value.units(), shortest);
             });
-        values.push_back(*longest);
-        units -= longest->units();
+        values.push_back(units > kDottedWhole.units() ? kWhole : *longest);
+        units -= values.back().units();
     }
 }
 
 /// Of values that are not shorter than one.
-std::vector<WrittenValue> fewestValues(int units, std::size_t shortest) {
+std::vector<WrittenValue> valuesWith(std::size_t shortest, int units) {
     std::vector<WrittenValue> fewest;
     if (isPlain(units, shortest)) {
         appendPlain(fewest, units, shortest);
@@ -106,9 +110,16 @@ std::optional<WrittenValue> tripletValue(int units) {
     return value;
 }
 
+std::vector<WrittenValue> plainValuesOf(int units) {
+    std::vector<WrittenValue> values;
+    if (isPlain(units, kShortest - 1))
+        appendPlain(values, units, kShortest - 1);
+    return values;
+}
+
 std::vector<WrittenValue> valuesOf(int units) {
-    std::vector<WrittenValue> values = fewestValues(units, kShortest - 1);
-    return values.empty() ? fewestValues(units, kShortest) : values;
+    std::vector<WrittenValue> values = valuesWith(kShortest - 1, units);
+    return values.empty() ? valuesWith(kShortest, units) : values;
 }
 
 }  // namespace score

@@ -39,8 +39,13 @@ std::optional<WrittenValue> plainValue(int units);
 /// The same of a triplet.
 std::optional<WrittenValue> tripletValue(int units);
 
-/// The fewest values that last so many units together; none if there are no such values. At most
-/// one is of a triplet, and it is the last. 128th notes stand only where nothing else does.
+/// Values that are not of a triplet and last so many units together, no 128th notes; none if there
+/// are no such values. The longest comes first, but only the last can be a dotted semibreve: 8
+/// quarter notes are two semibreves.
+std::vector<WrittenValue> plainValuesOf(int units);
+
+/// The same with one value of a triplet, the last, where nothing else will do. 128th notes stand
+/// only where nothing at all does without.
 std::vector<WrittenValue> valuesOf(int units);
 
 }  // namespace score
