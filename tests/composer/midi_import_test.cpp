@@ -121,7 +121,7 @@ TEST(MidiImport, ReadsWhatOtherProgramsWrite) {
 
 /// Damaged files, and what is no line of one voice on the grid: a melody or a reason.
 TEST(MidiImport, OutlivesDamagedFilesAndGivesReasons) {
-    std::mt19937 random(13);
+    std::mt19937 random(13U + testing::UnitTest::GetInstance()->random_seed());
     for (int round = 0; round < 4000; ++round) {
         std::vector<int> units;
         QByteArray bytes = writtenElsewhere(anyMelody(random, units), 20 + random() % 231, 90);

@@ -278,8 +278,9 @@ Recording read(const QByteArray& bytes) {
         const QByteArrayView content = file.take(file.number(4));
         const bool isTrack = kind == QByteArrayView("MTrk");
         tracks += isTrack ? 1 : 0;
-        if (file.failed() || tracks > kMostTracks ||
-            (isTrack && !TrackReader(content, recording, setting).read()))
+        if (tracks > kMostTracks)
+            recording.fault = UserText::tr("ha più di %1 tracce").arg(kMostTracks);
+        else if (file.failed() || (isTrack && !TrackReader(content, recording, setting).read()))
             recording.fault = UserText::tr("il file è danneggiato");
         else if (recording.notes.size() > Melody::kMaxEntries)
             recording.fault = UserText::tr("ha più di %1 note").arg(Melody::kMaxEntries);
