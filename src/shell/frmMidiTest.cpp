@@ -33,7 +33,7 @@ frmMidiTest::frmMidiTest(const Services& services, QWidget* parent)
     ui_->InstrS->setMaximum(instruments::kCount - 1);
     panel_text::reserve(*ui_->lblInstr, QStringLiteral("000"), 0);
     showInstrument();
-    keyboardsChanged();
+    frmMidiTest::keyboardsChanged();
     connectControls();
 }
 
