@@ -12,8 +12,9 @@
 /// by its name, which is what the drill asks for.
 class ReadingSpeech {
 public:
-    /// What follows an answer is said when the notes of its sound are over.
-    static constexpr std::chrono::milliseconds kAfterSound{250};
+    /// What follows an answer is said when the notes of its sound are over, which last 194 and
+    /// 214 ms.
+    static constexpr std::chrono::milliseconds kAfterSound{220};
 
     /// A session begins. In the automatic mode everything is said in fewer words, for its pace.
     void start(ReadingMode mode);
