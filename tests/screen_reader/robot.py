@@ -59,8 +59,9 @@ class Robot:
         result["strokes"] = self.screen.strokes - result["strokes"]
         self.report()
 
-    def hear(self, pattern, seconds=4.0, timed=False):
-        """Waits for an utterance; one that does not come counts as wrong."""
+    def hear(self, pattern, seconds=4.0, timed=False, with_pulse=False):
+        """Waits for an utterance; one that does not come counts as wrong. What takes effect with the
+        next pulse of the metronome is timed from there."""
         said = self.screen.wait_for(pattern, seconds)
         result = self.results[self.task]
         if not said:
@@ -69,7 +70,8 @@ class Robot:
             return ""
         result["heard"] += 1
         if timed:
-            result["seconds"].append(said.time - self.screen.pressed_at)
+            pulse = self.screen.pulse_before(said.time) if with_pulse else 0.0
+            result["seconds"].append(said.time - max(self.screen.pressed_at, pulse))
         return said.text
 
     def verdict(self, right, words):
@@ -95,7 +97,8 @@ class Robot:
             if len(notes) >= count:
                 return notes, now
             time.sleep(0.05)
-        self.results[self.task]["wrong"].append("%d MIDI notes instead of %d" % (len(notes), count))
+        self.results[self.task]["wrong"].append("%d MIDI notes instead of %d; the last: %s" % (
+            len(notes), count, [(round(note.time - end, 2), note.number) for note in self.screen.played[-6:]]))
         return notes + [MIDDLE_C] * count, now
 
     def drill(self, automatic):
@@ -313,7 +316,7 @@ class Robot:
         self.screen.press("space")
         self.hear("^Metronomo avviato, 3/4, 96$", 8, timed=True)
         self.screen.press("space")
-        self.hear("^Metronomo fermato$", timed=True)
+        self.hear("^Metronomo fermato$", timed=True, with_pulse=True)
         self.end()
 
     def sheets(self):
@@ -341,7 +344,7 @@ class Robot:
             if size == 7:
                 self.hear("^Quinta giusta$")
         self.screen.press("ctrl+Home", "Right", "Right")
-        self.hear("^Seconda diminuita", timed=True)
+        self.hear("Seconda diminuita$", timed=True)
         self.screen.press("Escape")
         self.hear("Cantavista frame", 6)
         self.end()

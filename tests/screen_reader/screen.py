@@ -16,12 +16,14 @@ import tempfile
 import threading
 import time
 import tty
+from collections import namedtuple
 from datetime import datetime
 
 NEEDED = ["orca", "Xvfb", "openbox", "xdotool", "dbus-daemon", "jackd", "jack_midi_dump"]
 LAUNCHER = "/usr/libexec/at-spi-bus-launcher"
 LAPTOP = {"profile": ["Default", "default"], "keyboardLayout": 2}
-NOTE_ON = re.compile(r"[+ \d]+: 90 ([0-9a-f]{2}) ([0-9a-f]{2})", re.I)
+NOTE_ON = re.compile(r"[+ \d]+: 9([0-9a-f]) ([0-9a-f]{2}) ([0-9a-f]{2})", re.I)
+MELODY, PERCUSSION = 0, 9  # channels
 SPEECH = re.compile(r"^(\d\d:\d\d:\d\d\.\d+) - SPEECH OUTPUT: '(.*)'(?: voice=\w+)? ?\{")
 
 
@@ -42,6 +44,9 @@ class Utterance:
         self.text = text.rstrip(".")
 
 
+Note = namedtuple("Note", "time channel number")
+
+
 class Screen:
     """Starts everything, presses keys, and listens. To be used in a `with` statement."""
 
@@ -49,7 +54,7 @@ class Screen:
         self.home = tempfile.mkdtemp(prefix="hear-")
         self.processes = []
         self.said = []
-        self.midi_file = os.path.join(self.home, "midi.out")
+        self.played = []
         self.pressed_at = 0.0
         self.presses = []
         self.heard_so_far = 0
@@ -83,13 +88,13 @@ class Screen:
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().decode().strip()
         self.start_window_manager()
         self.start(LAUNCHER, "--launch-immediately")
-        jack = self.start("jackd", "-r", "-n", self.environment["JACK_DEFAULT_SERVER"], "-d", "dummy", "-r", "48000")
+        jack = self.start("jackd", "-r", "-n", self.environment["JACK_DEFAULT_SERVER"], "-d", "dummy", "-r", "48000", "-p", "256")
         time.sleep(1)
         if jack.poll() is not None:
             self.__exit__()
             raise RuntimeError("The JACK server did not start; ended ones may hold all entries of /dev/shm/jack-shm-registry")
-        with open(self.midi_file, "wb") as dump:
-            self.start("stdbuf", "-oL", "jack_midi_dump", "-r", stdout=dump, ends_by=signal.SIGINT)
+        dump = self.start("stdbuf", "-oL", "jack_midi_dump", "-r", stdout=subprocess.PIPE, ends_by=signal.SIGINT)
+        threading.Thread(target=self.listen_to_notes, args=(dump.stdout,), daemon=True).start()
         # Orca writes whole lines at once only where its file is a terminal.
         ours, its = pty.openpty()
         tty.setraw(its)
@@ -168,13 +173,18 @@ class Screen:
             time.sleep(0.03)
         return None
 
+    def listen_to_notes(self, lines):
+        """Collects the MIDI notes that begin, with the instant of each."""
+        for line in lines:
+            message = NOTE_ON.match(line.decode(errors="replace"))
+            if message and message.group(3) != "00":
+                self.played.append(Note(time.time(), int(message.group(1), 16), int(message.group(2), 16)))
+
     def notes_since(self, place):
-        """The MIDI notes that began after a place in the stream, and the stream's end."""
-        with open(self.midi_file, encoding="ascii", errors="replace") as file:
-            lines = file.read().splitlines()
-        notes = []
-        for line in lines[place:]:
-            message = NOTE_ON.match(line)
-            if message and message.group(2) != "00":
-                notes.append(int(message.group(1), 16))
-        return notes, len(lines)
+        """The notes that began after a place in the list of what was played, and the end of the list."""
+        played = self.played[place:]
+        return [note.number for note in played if note.channel == MELODY], place + len(played)
+
+    def pulse_before(self, instant):
+        """When the metronome's last pulse before an instant was played."""
+        return max((note.time for note in self.played if note.channel == PERCUSSION and note.time < instant), default=0.0)
