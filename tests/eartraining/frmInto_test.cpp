@@ -157,7 +157,7 @@ struct Users {
     std::vector<Act> acts;
     std::size_t next = 0;
     int depth = 0;
-    std::set<int> played;
+    std::set<int> played, choosing;
 
     explicit Users(unsigned seed) : random(seed) {
         world.openOutput();

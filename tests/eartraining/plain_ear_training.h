@@ -313,8 +313,16 @@ struct PlainEarTraining : PlainEarState {
             pitchKey(note - 36);
         else if (w.chosen == 5 && note >= 60 && note <= 73)
             semitones(note - 60);
-        else if (w.chosen == 7)
-            w.hasRange ? chordType(typeOf(w.played)) : chordKey(note - 36);
+        if (w.chosen != 7)
+            return;
+        if (!w.hasRange) {
+            w.choosing = w.played;
+            return chordKey(note - 36);
+        }
+        w.choosing.erase(note);
+        if (std::none_of(w.played.begin(), w.played.end(),
+                         [this](int down) { return w.choosing.contains(down); }))
+            chordType(typeOf(w.played));
     }
     /// Of three keys in any octaves and order.
     static int typeOf(const std::set<int>& played) {

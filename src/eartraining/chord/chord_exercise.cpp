@@ -64,9 +64,15 @@ void ChordExercise::keyClicked(pitch::NoteIndex key) {
 }
 
 void ChordExercise::keyPlayed(pitch::NoteIndex key, const HeldKeys& held) {
-    if (!range_.complete())
+    if (!range_.complete()) {
+        choosing_ = held;
         keyClicked(key);
-    else if (const std::optional<int> type = chord_types::typeOf(held))
+        return;
+    }
+    choosing_.erase(key);
+    const std::optional<int> type = chord_types::typeOf(held);
+    if (type && std::none_of(held.begin(), held.end(),
+                             [this](pitch::NoteIndex down) { return choosing_.contains(down); }))
         typeClicked(*type);
 }
 

@@ -21,7 +21,7 @@ public:
     /// A click on a key: a bound of the range.
     void keyClicked(pitch::NoteIndex key) override;
     /// With a complete range, three keys that are held together answer with the type of their
-    /// chord.
+    /// chord. Those still down from the choice of the range do not.
     void keyPlayed(pitch::NoteIndex key, const HeldKeys& held) override;
 
     /// Only with a complete range.
@@ -60,6 +60,7 @@ private:
 
     chord_types::Notes& chord_;
     ChordRange range_;
+    HeldKeys choosing_;  ///< were down when a key chose an end of the range
     std::array<bool, chord_types::kCount> excluded_{};
     std::int16_t current_ = 0;
     bool showsKeys_ = true;
