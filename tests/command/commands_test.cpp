@@ -29,11 +29,12 @@ TEST(Commands, AnswerWithTheirStatusAndSayWhy) {
     QDir::setCurrent(folder.path());
     DesktopFolders folders(DesktopFolders::ProgramFolder::Unused);
     const std::unique_ptr<Sound> sound = openSound(folders);
-    for (const auto& [name, bytes] : {std::pair{"buona.mel", kMelody},
-                                      {"rotta.mel", "60;62;\r\n1;\r\nn;n;\r\n"},
-                                      {"corta.mel", "69;62;\r\n1;0,01;\r\nn;n;\r\n 60 \r\n 0 \r\n"},
-                                      {"vuota.mel", "\r\n\r\n\r\n"},
-                                      {"-o.mel", kMelody}}) {
+    for (const auto& [name, bytes] :
+         {std::pair{"buona.mel", kMelody},
+          {"rotta.mel", "60;62;\r\n1;\r\nn;n;\r\n"},
+          {"corta.mel", "69;62;9;9;9;\r\n1;0,01;1;2,9895833333;1;\r\nn;n;z;n;n;\r\n60\r\n0\r\n"},
+          {"vuota.mel", "\r\n\r\n\r\n"},
+          {"-o.mel", kMelody}}) {
         QFile file(name);
         EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
     }
@@ -63,7 +64,7 @@ TEST(Commands, AnswerWithTheirStatusAndSayWhy) {
         {"--export-midi buona.mel -o x.mid --key 1", 2, "", "--metre e --key non servono"},
         {"--export-musicxml buona.mel -o x.mid --metre 5/4", 2, "", "serve 2/4, 3/4, 4/4 o 6/8"},
         {"--export-musicxml buona.mel -o x.mid --key 8m", 2, "", "da -7 a 7"},
-        {"--export-musicxml corta.mel -o x.mid", 1, "", "durata delle note: 2 !!!"},
+        {"--export-musicxml corta.mel -o x.mid", 1, "", "note: 2 .*\n.*divide.* 5 .*\n.*: 3 "},
         {"--export-musicxml buona.mel -o a.xml --metre 6/8 --key -1m", 0, "", ""},
         {"--export-musicxml buona.mel -o x.mid --metre none", 2, "", "none .non per MusicXML"},
         {"--export-braille buona.mel -o a.brf --metre none", 0, "", ""},
