@@ -10,8 +10,9 @@ struct PlainEarState {
         bool sounding = false;  ///< something that has to be ended
         bool start = false;     ///< the button is visible
         bool reset = false;
-        bool asked = false;  ///< a note, not recognised yet
-        int number = 0;      ///< of what it plays, to see whether events have replaced it
+        bool asked = false;   ///< a note, not recognised yet
+        int number = 0;       ///< of what it plays, to see whether another has replaced it
+        bool silent = false;  ///< the rest before a chord
         int target = 0;
         std::set<int> excluded = {};
     };
@@ -22,12 +23,14 @@ struct PlainEarState {
         int chosen = 3;
         Exercise pitch, interval, chord;
         QString prompt = kLower;
+        QString focus;  ///< a button that hears again, and where the focus goes from there
         int right = 0, wrong = 0;
         char verdict = ' ';
         QString judged;  ///< the control of the last answer and its verdict, as "lb_27 +"
         Instant judgedAt{};
         bool closeButton = true, menuLocked = false;
         std::set<int> marks, keys, played;      ///< played on a MIDI keyboard and still down
+        std::set<int> choosing;                 ///< of those, that chose a chord's range
         bool started = false, stopped = false;  ///< of pitches, with the reference
         int reference = 0;
         int mode = 0;  ///< of intervals, with the last one's notes

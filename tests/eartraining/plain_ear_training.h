@@ -31,11 +31,12 @@ struct PlainEarTraining : PlainEarState {
         ++w.interval.number;
         if (w.interval.sounding)
             silenceInterval();
-        if (w.chord.sounding)
+        if (w.chord.sounding || w.chord.silent)
             endChord();
     }
     void choose(int exercise) {
         w.judged.clear();
+        w.focus.clear();
         if (exercise != 3) {
             w.pitch.reset = w.pitch.start = false;
             silencePitch();
@@ -67,7 +68,8 @@ struct PlainEarTraining : PlainEarState {
         w.judgedAt = world.runtime.now();
         return right;
     }
-    void hearAgain() {
+    void hearAgain(const QString& button) {
+        w.focus = button;
         if (w.pitch.running)
             playTest(true);
         else if (w.interval.running)
@@ -79,7 +81,9 @@ struct PlainEarTraining : PlainEarState {
         exercise.running = true;
         w.right = w.wrong = 0;
     }
-    void stop(Exercise& exercise) {
+    void stop(Exercise& exercise, const char* button) {
+        if (!w.focus.isEmpty())
+            w.focus = button;
         exercise.running = false;
         w.menuLocked = false;
     }
@@ -120,7 +124,7 @@ struct PlainEarTraining : PlainEarState {
     }
     void startPitch() {
         if (w.pitch.running) {
-            stop(w.pitch);
+            stop(w.pitch, "IntoStart");
             w.stopped = w.pitch.reset = w.closeButton = true;
             w.prompt = kReset;
             return silencePitch();
@@ -196,11 +200,12 @@ struct PlainEarTraining : PlainEarState {
             world.runtime.yield();
         if (number != w.interval.number)
             return;
-        for (int i = 0; i < 2 && mode > 0; ++i) {
-            send({w.pair[i]}, 90);
-            sound.WaitSeconds(0.7);
-            send({w.pair[i]}, 0);
-            sound.WaitSeconds(i == 0 ? 0.1 : 0.3);
+        w.interval.sounding = true;
+        for (int i = 0; i < 4 && mode > 0; ++i) {
+            send({w.pair[i / 2]}, i % 2 == 0 ? 90 : 0);
+            sound.WaitSeconds(std::array{0.7, 0.1, 0.7, 0.3}[i]);
+            if (number != w.interval.number)
+                return;
         }
         w.interval.sounding = mode != 1;
         if (mode != 1)
@@ -214,7 +219,7 @@ struct PlainEarTraining : PlainEarState {
     }
     void startInterval() {
         if (w.interval.running) {
-            stop(w.interval);
+            stop(w.interval, "CmdIntStart");
             return silenceInterval();
         }
         start(w.interval);
@@ -239,7 +244,8 @@ struct PlainEarTraining : PlainEarState {
     }
 
     void endChord() {
-        w.chord.sounding = false;
+        ++w.chord.number;
+        w.chord.sounding = w.chord.silent = false;
         if (!chordPlayable())
             return;
         show(notes, false);
@@ -251,33 +257,47 @@ struct PlainEarTraining : PlainEarState {
             sound.WaitSeconds(0.3);
     }
     void drawChord() {
+        int type = 0;
         do {
-            w.chord.target = sound.random().between(0, 3);
-        } while (w.chord.excluded.count(w.chord.target));
+            type = sound.random().between(0, 3);
+        } while (w.chord.excluded.count(type));
         const int root = 36 + sound.RandomNoteIndex(static_cast<std::int16_t>(w.lower),
                                                     static_cast<std::int16_t>(w.upper));
-        const auto [middle, top] = kShapes[w.chord.target];
-        playChord({root, root + middle, root + top});
+        const auto [middle, top] = kShapes[type];
+        if (playChord({root, root + middle, root + top}))
+            w.chord.target = type;
     }
-    void playChord(const std::vector<int>& next) {
-        silenceChord();
+    bool playChord(const std::vector<int>& next) {
+        endChord();
+        if (chordPlayable()) {
+            const int number = w.chord.number;
+            w.chord.silent = true;
+            sound.WaitSeconds(0.3);
+            if (number != w.chord.number)
+                return false;
+            w.chord.silent = false;
+        }
         notes = next;
         if (!chordPlayable())
-            return;
+            return true;
         if (w.showsKeys)
             show(notes, true);
         send(notes, 90);
         w.chord.sounding = true;
+        return true;
     }
     void startChord() {
         if (!w.hasRange)
             return;
-        w.closeButton = w.chord.reset = w.chord.running;
         if (w.chord.running) {
-            stop(w.chord);
-            return silenceChord();
+            stop(w.chord, "ComdRacStart");
+            silenceChord();
+            if (!w.chord.running)
+                w.closeButton = w.chord.reset = true;
+            return;
         }
         start(w.chord);
+        w.closeButton = w.chord.reset = false;
         drawChord();
     }
     void resetChord() {
@@ -337,7 +357,7 @@ struct PlainEarTraining : PlainEarState {
         return -1;
     }
     void chordType(int type) {
-        if (type >= 0 && judge("TipoAcc", type, type == w.chord.target))
+        if (type >= 0 && !w.chord.silent && judge("TipoAcc", type, type == w.chord.target))
             drawChord();
     }
 
@@ -349,7 +369,9 @@ struct PlainEarTraining : PlainEarState {
     void click(const QString& control) {
         const int i = control.section('_', 1).toInt();
         const bool menu = menuEnabled(), pitches = w.chosen == 3 || w.pitch.start || w.pitch.reset;
-        const bool intervals = w.chosen == 5, chords = w.chosen == 7;
+        const bool intervals = w.chosen == 5, chords = w.chosen == 7, again = canHearAgain();
+        if (control != "F4" && control != "Ctrl+Return" && !control.startsWith("midi"))
+            w.focus.clear();
         const std::tuple<const char*, bool, std::function<void()>> rules[] = {
             {"lb", true, [&] { w.keys.erase(i); }},
             {"lb", chords, [&] { chordKey(i); }},
@@ -370,10 +392,14 @@ struct PlainEarTraining : PlainEarState {
             {"midi", true, [&] { midi(i); }},
             {"EsclTa", chords && i >= 2, [&] { toggle(w.chord.excluded, i); }},
             {"lblVt lblModoVt", chords, [&] { w.showsKeys = !w.showsKeys; }},
-            {"F4", canHearAgain(), [&] { hearAgain(); }},
-            {"cmdRiascoltaNota", pitches && canHearAgain(), [&] { hearAgain(); }},
-            {"cmdRiascoltaIntervallo", intervals && canHearAgain(), [&] { hearAgain(); }},
-            {"cmdRiascoltaAccordo", chords && canHearAgain(), [&] { hearAgain(); }},
+            {"F4", again, [&] { hearAgain(w.focus); }},
+            {"cmdRiascoltaNota", pitches && again,
+             [&] { hearAgain(w.chosen == 3 ? control : ""); }},
+            {"cmdRiascoltaIntervallo", intervals && again, [&] { hearAgain(control); }},
+            {"cmdRiascoltaAccordo", chords && again, [&] { hearAgain(control); }},
+            {"Ctrl+Return", w.chosen == 3 && w.pitch.start, [&] { startPitch(); }},
+            {"Ctrl+Return", intervals, [&] { startInterval(); }},
+            {"Ctrl+Return", chords && w.chord.start, [&] { startChord(); }},
             {"cmdRes", chords && w.chord.reset, [&] { resetChord(); }}};
         for (const auto& [names, usable, rule] : rules) {
             if (QString(names).split(' ').contains(control.section('_', 0, 0)) && usable)
