@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <deque>
 #include <random>
 
 using namespace std::chrono_literals;
@@ -195,76 +194,5 @@ TEST(FunzioniMM, WaitsUntilTheFirstReadingThatTheRuleAcceptsAndLetsNothingHappen
         ASSERT_TRUE(waited == 0 || !isOver(waited - 1e-9)) << start << " + " << seconds;
         ASSERT_FALSE(interrupted);
         world.runtime.forgetActs();
-    }
-}
-
-/// What is planned sounds at its instant, once, if it is sent then; whatever else is sent takes
-/// back what is still to come.
-TEST(OpenOutput, PlannedMessagesSoundOnceAndGiveWayToOthers) {
-    using Message = std::optional<std::uint32_t>;  // nothing is a reset
-    struct Planned {
-        Message message;
-        Instant at;
-        bool sounds = false;
-    };
-    std::mt19937 engine(1);
-    TestWorld world;
-    OpenOutput output(world.runtime, world.midi);
-    MidiRecorder plain(world.runtime);
-    output.open(kMidiMapper);
-    MidiHandle handle = plain.open(kMidiMapper).handle;
-    std::deque<Planned> planned;
-    const auto sound = [&](Message m) { m ? plain.send(handle, *m) : plain.reset(handle); };
-    for (int step = 0; step < 20000; ++step) {
-        Message message = 0x3C90U + engine() % 2 * 256 + engine() % 3 * 0x100000;
-        if (engine() % 5 == 0)
-            message.reset();
-        const Instant now = world.runtime.now();
-        switch (engine() % 12) {
-            case 0:
-                output.cancelPlanned();
-                std::erase_if(planned, [&](const Planned& later) { return later.at > now; });
-                break;
-            case 1:
-                output.close();
-                output.open(kMidiMapper);
-                plain.close(handle);
-                handle = plain.open(kMidiMapper).handle;
-                planned.clear();
-                break;
-            case 2:
-            case 3:
-            case 4: {
-                if (!planned.empty() && engine() % 4)
-                    message = planned.front().message;
-                const Message next = planned.empty() ? Message(0) : planned.front().message;
-                const bool startsIt = next && message && *next > 0xFFFF && *message > 0xFFFF &&
-                                      *next % 0x10000 == *message % 0x10000;
-                if ((next == message || startsIt) && planned.front().at <= now) {
-                    planned.pop_front();
-                } else {
-                    planned.clear();
-                    sound(message);
-                }
-                message ? void(output.send(*message)) : output.reset();
-                break;
-            }
-            case 5:
-            case 6:
-            case 7:
-                world.runtime.advance(1ms);
-                break;
-            default: {
-                const Instant last = planned.empty() ? now : std::max(now, planned.back().at);
-                planned.push_back({message, last + 1ms * (engine() % 3)});
-                message ? output.plan(*message, planned.back().at)
-                        : output.planReset(planned.back().at);
-            }
-        }
-        for (Planned& each : planned) {
-            if (each.at <= world.runtime.now() && !std::exchange(each.sounds, true))
-                sound(each.message);
-        }
-        ASSERT_EQ(world.midi.take(), plain.take()) << step;
     }
 }

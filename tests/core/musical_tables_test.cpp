@@ -1,11 +1,9 @@
 #include "core/instruments.h"
 #include "core/pitch.h"
-#include "core/random.h"
-#include "support/test_world.h"
+
+#include <QStringList>
 
 #include <gtest/gtest.h>
-
-#include <cmath>
 
 TEST(Pitch, NamesAndStepsAreThoseOfTheChromaticScale) {
     using enum pitch::AnswerNames;
@@ -28,21 +26,6 @@ TEST(Pitch, NamesAndStepsAreThoseOfTheChromaticScale) {
     }
     EXPECT_FALSE(pitch::StepToNoteIndex(13) || pitch::StepToNoteIndex(step));
     EXPECT_EQ(answerName(-1, Letters) + answerName(7, Letters), "");
-}
-
-TEST(Random, DrawsCoverARangeEvenlyAndNeverLeaveIt) {
-    TestWorld world;
-    EXPECT_EQ(world.funzioniMM.RandomNoteIndex(4, 5), 4);
-    EXPECT_EQ(world.funzioniMM.RandomNoteIndex(4, 4), 4);
-    EXPECT_EQ(world.random.drawn, 1) << "equal bounds draw nothing";
-    for (std::int16_t lower = -1; lower < 60; ++lower) {
-        for (std::int16_t upper = lower; upper < 60; ++upper) {
-            const int count = upper - lower + 1;
-            EXPECT_EQ(drawBetween(lower, upper, std::nextafter(1.0F, 0.0F)), upper);
-            for (int i = 0; i < count; ++i)
-                EXPECT_EQ(drawBetween(lower, upper, (float(i) + 0.5F) / float(count)), lower + i);
-        }
-    }
 }
 
 TEST(Instruments, StandInTheFamiliesOfGeneralMidi) {

@@ -1,59 +1,64 @@
 #include "core/wait_chain.h"
 
+#include "core/blocking_wait.h"
 #include "support/test_world.h"
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 using namespace std::chrono_literals;
 
-namespace {
-
-struct WaitChainTest : testing::Test {
+/// Random waits, some reached late, among changes of the system's time and input that takes time.
+TEST(WaitChain, GoesOnFromEachEndUnlessItIsFarBehind) {
+    std::mt19937 random(1);
     TestWorld world;
     VirtualRuntime& runtime = world.runtime;
-    WaitChain waits{runtime};
-
-    void passIn(Instant handling) {
-        runtime.at(runtime.now(), [this, handling] { runtime.advance(handling); });
-        waits.pass();
+    QDateTime midnight(QDate(2004, 10, 1), QTime(23, 59));
+    runtime.setWallClock(midnight);
+    WaitChain waits(runtime);
+    const auto seconds = [](Instant time) { return std::chrono::duration<double>(time).count(); };
+    Instant reached{0};
+    double clock = runtime.secondsSinceMidnight();
+    const auto beginWait = [&] {
+        const double late = seconds(runtime.now() - reached);
+        const double reading = runtime.secondsSinceMidnight() - (late > 0.5 ? 0 : late);
+        reached = late > 0.5 ? runtime.now() : reached;
+        clock = late > 0.5 || std::abs(reading - clock) > 0.05 ? reading : clock;
+    };
+    for (int i = 0; i < 20000; ++i) {
+        const auto what = random() % 7;
+        const int ms = static_cast<int>(random() % 700);
+        const Instant busy = 1ms * (ms % 2 ? ms / 2 : ms % 41);
+        if (what == 0) {
+            runtime.advance(1ms * ms);
+        } else if (what < 3) {
+            runtime.blockUntil(reached);
+        } else if (what == 3) {
+            runtime.setWallClock(midnight = midnight.addMSecs(ms % 3 ? ms / 7 : -ms * 90));
+        } else if (what == 4) {
+            if (ms % 3)
+                runtime.at(runtime.now(), [&] { runtime.advance(busy); });
+            waits.pass();
+            if (ms % 3 && busy > 20ms) {
+                reached += busy;
+                clock += seconds(busy);
+            }
+        } else if (what == 5) {
+            beginWait();
+            reached += 1ms * ms;
+            clock += seconds(1ms * ms);
+            ASSERT_EQ(waits.afterMs(ms), reached) << i;
+        } else {
+            const double length = ms % 9 ? ms / 700.0 : ms - 300;
+            if (length > 0 && length < 10) {
+                beginWait();
+                const double end = blocking_wait::endOf(clock, length);
+                reached += secondsToInstant(end - std::exchange(clock, end));
+            }
+            ASSERT_EQ(waits.afterSeconds(length), reached) << i;
+        }
+        ASSERT_EQ(waits.reached(), reached) << i;
+        ASSERT_EQ(waits.delay(), runtime.now() - reached) << i;
     }
-};
-
-}  // namespace
-
-TEST_F(WaitChainTest, GoesOnFromTheRulesInstantUnlessItIsFarBehind) {
-    runtime.advance(300ms);
-    EXPECT_EQ(waits.afterMs(100), 100ms);
-    EXPECT_EQ(waits.afterMs(500), 600ms) << "known before the wait begins";
-    runtime.advance(800ms);
-    EXPECT_EQ(waits.delay(), 500ms);
-    EXPECT_EQ(waits.afterMs(100), 700ms);
-    runtime.advance(100ms);
-    EXPECT_EQ(waits.afterMs(100), 800ms);
-    runtime.advance(101ms);
-    EXPECT_EQ(waits.afterMs(100), 1401ms) << "it begins anew instead of catching up";
-}
-
-TEST_F(WaitChainTest, CountsOnlyWhatTheUserKeepsItBusyWith) {
-    runtime.advance(10ms);
-    passIn(19ms);
-    EXPECT_EQ(waits.reached(), 0ms) << "too short to matter";
-    passIn(250ms);
-    EXPECT_EQ(waits.reached(), 250ms) << "lateness before is not counted";
-    waits.pass();
-    EXPECT_EQ(waits.reached(), 250ms) << "nothing came";
-}
-
-TEST_F(WaitChainTest, FollowsTheClockThroughMidnightAndChanges) {
-    runtime.setWallClock(QDateTime(QDate(2004, 10, 1), QTime(23, 59, 59, 500)));
-    waits.restart();
-    const Instant before = waits.afterSeconds(0.4);
-    EXPECT_NEAR(std::chrono::duration<double>(before).count(), 0.4, 0.008);
-    runtime.blockUntil(waits.afterSeconds(0.4));
-    // A new day has the finest grain again: the next wait is exact.
-    const Instant midnight = waits.reached();
-    runtime.advance(1ms);
-    EXPECT_NEAR(std::chrono::duration<double>(waits.afterSeconds(0.3) - midnight).count(), 0.3,
-                1e-6);
-    EXPECT_EQ(waits.afterSeconds(10), waits.reached()) << "no wait at all";
 }
