@@ -10,37 +10,39 @@
 inline int anyUnits(std::mt19937& random) {
     constexpr int kTriplets[] = {256, 128, 64, 32, 16, 8, 4};
     const int plain = 6 << random() % 7;
-    switch (random() % 8) {
-        case 0:
-            return plain + plain / 2;
-        case 1:
-            return plain + (6 << random() % 7);
-        case 2:
-            return plain * 5 + kTriplets[random() % 7];
-        case 3:
-            return random() % 40 == 0 ? static_cast<int>(random() % 2) : 288;
-        case 4:
-        case 5:
-            return kTriplets[random() % 7];
-        default:
-            return plain;
-    }
+    const int triplet = kTriplets[random() % 7];
+    const int tied = plain + (6 << random() % 7);
+    const int odd = random() % 40 == 0 ? static_cast<int>(random() % 2) : 288;
+    const int all[] = {
+        plain + plain / 2, tied, plain * 5 + triplet, odd, triplet, triplet, plain, plain};
+    return all[random() % 8];
+}
+
+/// An entry of so many 96ths of a quarter note.
+inline MelodyEntry lasting(int units, int note = 60, char letter = 'n') {
+    return MelodyEntry::make(static_cast<pitch::NoteNumber>(note), units / 96.0,
+                             QString(QChar(letter)), ',');
+}
+
+inline Melody melodyOf(std::vector<MelodyEntry> entries) {
+    MelodyDelta delta{0, 0, std::move(entries), true, {}};
+    Melody melody;
+    melody.exchange(delta);
+    return melody;
 }
 
 /// A random melody; `units` are the lengths of its entries.
 inline Melody anyMelody(std::mt19937& random, std::vector<int>& units) {
     units.resize(random() % 100 == 0 ? 300 : 1 + random() % 12);
-    MelodyDelta delta;
+    std::vector<MelodyEntry> entries;
     for (int& length : units) {
         length = anyUnits(random);
         const bool rest = random() % 4 == 0;
-        const auto note = static_cast<pitch::NoteNumber>(rest ? 0 : 36 + random() % 60);
-        const QString letter = rest ? "p" : QString("nsta"[random() % 4]);
-        delta.others.push_back(MelodyEntry::make(note, length / 96.0, letter, ','));
+        const int note = 36 + static_cast<int>(random() % 60);
+        entries.push_back(rest ? lasting(length, 0, 'p')
+                               : lasting(length, note, "nsta"[random() % 4]));
     }
-    Melody melody;
-    melody.exchange(delta);
-    return melody;
+    return melodyOf(std::move(entries));
 }
 
 inline score::Notation anyNotation(std::mt19937& random) {

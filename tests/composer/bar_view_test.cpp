@@ -91,3 +91,30 @@ TEST(BarView, WritesEveryEntryExactlyOrListsIt) {
     EXPECT_GT(listed, 20);
     EXPECT_LT(listed, 600);
 }
+
+TEST(BarView, AValueAndItsHalfAreATripletFromAQuarterNoteOn) {
+    using Numbers = std::vector<int>;
+    const std::pair<Numbers, Numbers> groups[] = {{{32, 32, 32, 8, 8, 8}, {3, 3}},
+                                                  {{64, 32, 32, 64, 128, 64, 48}, {2, 2, 2}},
+                                                  {{32, 16, 16, 32, 16, 8, 8, 16}, {4, 4}},
+                                                  {{32, 64, 16, 32, 32}, {2, 2, 1}},
+                                                  {{32, 160}, {2}}};
+    for (const auto& [units, wanted] : groups) {
+        Numbers sizes;
+        bool inside = false;
+        std::vector<MelodyEntry> entries;
+        std::ranges::transform(units, std::back_inserter(entries),
+                               [](int n) { return lasting(n); });
+        const BarView view = barsOf(melodyOf(entries), kWithoutBars);
+        for (const WrittenNote& note : view.bars.front().notes) {
+            if (note.groupStarts)
+                sizes.push_back(0);
+            inside = inside || note.groupStarts;
+            if (inside)
+                ++sizes.back();
+            inside = inside && !note.groupEnds;
+        }
+        EXPECT_EQ(sizes, wanted);
+    }
+    EXPECT_EQ(spell(60, {6, true}).degree, 6) << "the raised sixth degree of Re diesis minore";
+}

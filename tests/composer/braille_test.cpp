@@ -45,18 +45,14 @@ namespace {
 
 /// A few equal entries as braille music without bars, read back; without the bar's number and the
 /// double bar.
-QString signsOf(int count, pitch::NoteNumber note, int units, char letter) {
-    MelodyDelta delta;
-    const auto entry = MelodyEntry::make(note, units / 96.0, QString(QChar(letter)), ',');
-    delta.others.assign(static_cast<std::size_t>(count), entry);
-    Melody melody;
-    melody.exchange(delta);
+QString signsOf(std::size_t count, pitch::NoteNumber note, int units, char letter) {
+    const Melody melody = melodyOf(std::vector(count, lasting(units, note, letter)));
     const QString text =
         braille::write(score::barsOf(melody, score::kWithoutBars), {"", 60, 0}).section('\n', 1);
     BrailleReader reader(score::kWithoutBars);
     reader.read(QString::fromLatin1(braille::ascii(text)));
     const BrailleReader::Sound wanted{note, units, letter};
-    EXPECT_EQ(reader.sounds, std::vector(static_cast<std::size_t>(count), wanted));
+    EXPECT_EQ(reader.sounds, std::vector(count, wanted));
     EXPECT_TRUE(reader.fault.isEmpty());
     return text.trimmed().section(QChar(braille::kBlank), 1).chopped(2);
 }
@@ -115,21 +111,10 @@ TEST(Braille, IsAsTheTableOfTheDocumentationShows) {
 
 /// What a reader of the manual can check by eye: every kind of sign in three bars.
 TEST(Braille, LooksAsTheManualPrintsIt) {
-    MelodyDelta delta;
-    const auto add = [&delta](pitch::NoteNumber note, double quarters, const char* letter) {
-        delta.others.push_back(MelodyEntry::make(note, quarters, letter, ','));
-    };
-    add(60, 1, "n");
-    add(64, 1, "s");
-    add(72, 0.5, "t");
-    add(66, 1.5, "a");
-    for (const pitch::NoteNumber note : {67, 69, 71})
-        add(note, 1 / 3.0, "n");
-    add(0, 2, "p");
-    add(59, 2, "n");
-    Melody melody;
-    melody.exchange(delta);
+    const Melody melody = melodyOf({lasting(96), lasting(96, 64, 's'), lasting(48, 72, 't'),
+                                    lasting(144, 66, 'a'), lasting(32, 67), lasting(32, 69),
+                                    lasting(32, 71), lasting(192, 0, 'p'), lasting(192, 59)});
     const score::BarView view = score::barsOf(melody, {score::Metre{4, 4}, {1, false}});
-    EXPECT_EQ(braille::ascii(braille::write(view, {"Eh, Più 12", 112, 0})).simplified(),
-              ".EH1 .PI) #AB ?7#AAB %#D4 #A \"?8$_8.D.8\"]' 2HIJU_W@C W<K");
+    EXPECT_EQ(braille::ascii(braille::write(view, {"Eh, Più 120", 112, 0})).simplified(),
+              ".EH1 .PI) #ABJ ?7#AAB %#D4 #A \"?8$_8.D.8\"]' 2HIJU_W@C W<K");
 }

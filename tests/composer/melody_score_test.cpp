@@ -1,5 +1,7 @@
 #include "composer/export/melody_score.h"
 
+#include "audio/sound_file_bytes.h"
+#include "composer/any_melody.h"
 #include "composer/export/midi_file_writer.h"
 #include "composer/player_model.h"
 
@@ -15,11 +17,6 @@ std::string lineOf(std::int64_t ms, std::uint32_t message) {
                       std::to_string(message / 256 % 256) + ' ' + std::to_string(message / 65536));
 }
 
-QByteArray bigEndian(std::int64_t number, int size) {
-    return size == 0 ? QByteArray()
-                     : bigEndian(number / 256, size - 1) + static_cast<char>(number % 256);
-}
-
 /// In groups of seven bits.
 QByteArray variable(std::int64_t number, int topBit = 0) {
     const QByteArray last(1, static_cast<char>(number % 128 + topBit));
@@ -27,10 +24,11 @@ QByteArray variable(std::int64_t number, int topBit = 0) {
 }
 
 /// A MIDI file of one track, in which a tick takes a millisecond.
-QByteArray midiFile(const MelodyScore& score, int ticksOfAQuarter, const QByteArray& name) {
+QByteArray midiFile(const MelodyScore& score, unsigned ticksOfAQuarter, const QByteArray& name) {
     constexpr std::int64_t kLongest = 0x0FFFFFFF;
     QByteArray track = QByteArray("\0\xFF\3", 3) + variable(name.size()) + name +
-                       QByteArray("\0\xFF\x51\3", 4) + bigEndian(1000 * ticksOfAQuarter, 3);
+                       QByteArray("\0\xFF\x51\3", 4) +
+                       bytes::number(1000 * ticksOfAQuarter, 3, false);
     std::int64_t now = 0;
     const auto wait = [&](std::int64_t until) {
         for (; until - now > kLongest; now += kLongest)
@@ -44,8 +42,7 @@ QByteArray midiFile(const MelodyScore& score, int ticksOfAQuarter, const QByteAr
     }
     wait(score.endMs);
     track += QByteArray("\xFF\x2F\0", 3);
-    return QByteArray("MThd\0\0\0\6\0\0\0\1", 12) + bigEndian(ticksOfAQuarter, 2) + "MTrk" +
-           bigEndian(track.size(), 4) + track;
+    return bytes::midi(0, ticksOfAQuarter, bytes::track(track));
 }
 
 }  // namespace
@@ -58,9 +55,7 @@ TEST(MelodyScore, IsWhatThePlayerSendsAlsoInAMidiFile) {
         player.load(anyEntries(random), 0, 99);
         player.setTempo(tempo);
         player.clickPlay();
-        Melody melody;
-        MelodyDelta delta{0, 0, player.entries, true, {}};
-        melody.exchange(delta);
+        const Melody melody = melodyOf(player.entries);
         const MelodyScore score = scoreOf(melody, tempo, 40);
         Lines lines{"0.000 program 40"};
         lines.insert(lines.end(), player.midi.begin(), player.midi.end());
@@ -71,7 +66,7 @@ TEST(MelodyScore, IsWhatThePlayerSendsAlsoInAMidiFile) {
         ASSERT_EQ(score.entries == melody.EntryCount(), !player.playing);
         ASSERT_EQ(score.endMs, player.now + (player.playing ? 0 : 30));
         ASSERT_EQ(midi_file::write(score, tempo, QStringLiteral("Perché")),
-                  midiFile(score, static_cast<int>(60'000.0 / tempo + 0.5), "Perché"));
+                  midiFile(score, static_cast<unsigned>(60'000.0 / tempo + 0.5), "Perché"));
     }
     // What the format cannot hold.
     const MelodyScore score{{{0, 0x643C90}, {0x0FFFFFFF, 0x3C90}}, 700'000'030, 1};

@@ -1,5 +1,6 @@
 #include "composer/playback/playback.h"
 
+#include "composer/any_melody.h"
 #include "composer/melody/composition.h"
 #include "composer/playback/articulation.h"
 #include "composer/playback/range_arrows.h"
@@ -49,8 +50,7 @@ public:
     void runActs() { world.runtime.runActs(); }
     void load(Entries entries, int start = 0, int end = 99) {
         const int count = static_cast<int>(entries.size());
-        MelodyDelta delta{0, 0, std::move(entries), true, {}};
-        composition.melody.exchange(delta);
+        composition.melody = melodyOf(std::move(entries));
         composition.range.select(start, end, count);
     }
     Lines takeUntimed() {
@@ -106,27 +106,20 @@ TEST(Playback, SendsAndShowsWhatItsPlainestFormDoesAtItsMilliseconds) {
         for (int count = draw(5); count > 0; --count) {
             const int ms = draw(2) == 0 ? draw(60'000) : draw(5'000);
             const Entries other = anyEntries(random);
-            const auto act = [ms, other](int which, auto& player) {
-                switch (which) {
-                    case 0:
-                        return player.abandon();
-                    case 1:
-                        return player.setTempo(20 + ms % 231);
-                    case 2:
-                        player.stop();
-                        player.load(other, 0, 99);
-                        return player.clickPlay();
-                    case 3:
-                        return player.load({}, 0, 0);
-                    case 4:
-                        return player.endProgram();
-                    case 5:
-                        return player.toggleKeepLastNumber();
-                    default:
-                        player.clickPlay();
-                }
-            };
-            plan(ms, [act, which = draw(8)](auto& player) { act(which, player); });
+            plan(ms, [ms, other, which = std::min(draw(8), 6)](auto& player) {
+                const std::function<void()> acts[] = {[&] { player.abandon(); },
+                                                      [&] { player.setTempo(20 + ms % 231); },
+                                                      [&] {
+                                                          player.stop();
+                                                          player.load(other, 0, 99);
+                                                          player.clickPlay();
+                                                      },
+                                                      [&] { player.load({}, 0, 0); },
+                                                      [&] { player.endProgram(); },
+                                                      [&] { player.toggleKeepLastNumber(); },
+                                                      [&] { player.clickPlay(); }};
+                acts[which]();
+            });
         }
         plan(30'000, [](auto& player) { player.setLoops(false); });
         both([](auto& player) {

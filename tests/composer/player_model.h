@@ -2,10 +2,9 @@
 
 #include "composer/melody/melody.h"
 #include "composer/melody/rhythm.h"
+#include "support/same_lines.h"
 
-#include <array>
 #include <cstdint>
-#include <cstdio>
 #include <functional>
 #include <map>
 #include <random>
@@ -15,13 +14,6 @@
 
 using Lines = std::vector<std::string>;
 using Entries = std::vector<MelodyEntry>;
-
-/// What happens at a millisecond, as `MidiRecorder` writes it.
-inline std::string at(std::int64_t ms, const std::string& what) {
-    std::array<char, 24> time{};
-    std::snprintf(time.data(), time.size(), "%.3f ", static_cast<double>(ms) / 1000);
-    return time.data() + what;
-}
 
 /// Entries of every kind: odd tokens, and lengths from nothing to ones in which events run.
 inline Entries anyEntries(std::mt19937& random) {

@@ -1,6 +1,6 @@
 #include "composer/notation/score_layout.h"
 
-#include "composer/melody/melody.h"
+#include "composer/any_melody.h"
 #include "composer/notation/sheet_layout.h"
 
 #include <gmock/gmock.h>
@@ -110,7 +110,8 @@ struct Melodies {
 };
 
 /// The rules of a system in their plainest form.
-void expectEngraved(const System& system, const Page& page, double beats) {
+void expectEngraved(const System& system, const Page& page, const score::Notation& notation) {
+    const double beats = notation.metre == score::Metre{6, 8} ? 1.5 : 1;
     const auto& symbols = system.symbols;
     const auto sharesBeam = [&](std::size_t a, std::size_t b) {
         return std::any_of(system.beams.begin(), system.beams.end(), [&](const Beam& beam) {
@@ -147,6 +148,16 @@ void expectEngraved(const System& system, const Page& page, double beats) {
                                 : extentOf(next).left;
         const double head = symbol.rest ? extentOf(symbol).right : 1.18;
         ASSERT_GE(next.x - symbol.x, head + sign) << i;
+    }
+    // Without bars a triplet ends with the entry that completes a plain time, or with the twelfth.
+    for (const TripletBracket& triplet : system.triplets) {
+        const auto [first, last] = triplet.symbols;
+        for (std::size_t i = first; i <= last && !notation.metre; ++i) {
+            const double units = 32 * (symbols[i].onset + symbols[i].length - symbols[first].onset);
+            const bool whole = i >= first + 11 || std::abs(units - std::round(units)) < 1e-4;
+            const bool goesOn = i + 1 < symbols.size() && symbols[i + 1].triplet;
+            ASSERT_TRUE(!goesOn || (whole && symbols[i].closesEntry) == (i == last)) << i;
+        }
     }
     for (const Beam& beam : system.beams) {
         const Symbol& first = symbols[beam.notes.first];
@@ -185,22 +196,14 @@ void expectPages(const ScoreLayout& score, double height) {
 /// The notes of the bar view, up to an entry that has none, and no bars behind it.
 void expectBars(const ScoreLayout& score, const std::vector<Entry>& entries,
                 const score::Notation& notation) {
-    MelodyDelta delta;
-    for (const Entry& entry : entries) {
-        delta.others.push_back(MelodyEntry::make(static_cast<pitch::NoteNumber>(entry.noteNumber),
-                                                 entry.duration,
-                                                 QString(QLatin1Char(entry.attribute)), u','));
-    }
-    const auto barsOf = [&] {
-        Melody melody;
-        MelodyDelta copy = delta;
-        melody.exchange(copy);
-        return score::barsOf(melody, notation);
-    };
-    score::BarView view = barsOf();
+    std::vector<MelodyEntry> written;
+    for (const Entry& entry : entries)
+        written.push_back(MelodyEntry::make(static_cast<pitch::NoteNumber>(entry.noteNumber),
+                                            entry.duration, QString(QChar(entry.attribute)), u','));
+    score::BarView view = score::barsOf(melodyOf(written), notation);
     if (!view.unwritable.empty()) {
-        delta.others.resize(static_cast<std::size_t>(view.unwritable.front().entry));
-        view = barsOf();
+        written.resize(static_cast<std::size_t>(view.unwritable.front().entry));
+        view = score::barsOf(melodyOf(written), notation);
         ASSERT_TRUE(view.unwritable.empty());
     }
     std::vector<const Symbol*> symbols;
@@ -246,7 +249,7 @@ TEST(ScoreLayout, AfterEveryChangeItIsWhatANewOneWouldBe) {
         if (turn % 20 == 0)
             melody.changeNotation();
         if (turn % 50 == 0) {
-            const double width = 30 + melody.draw(90);
+            const double width = 24 + melody.draw(96);
             melody.layout.setPage({width, 6.0 * melody.draw(2), melody.draw(2) == 0});
         }
         const int first = melody.change();
@@ -261,6 +264,7 @@ TEST(ScoreLayout, AfterEveryChangeItIsWhatANewOneWouldBe) {
         const Page& page = melody.layout.page();
         ASSERT_EQ(systems.size(), fresh.systems().size()) << turn;
         int next = 0;
+        double onset = 0;
         for (std::size_t i = 0; i < systems.size(); ++i) {
             const System& system = systems[i];
             const System& other = fresh.systems()[i];
@@ -275,13 +279,21 @@ TEST(ScoreLayout, AfterEveryChangeItIsWhatANewOneWouldBe) {
             }
             ASSERT_EQ(system.start.entry, next) << "every entry once";
             next = system.next.entry;
+            ASSERT_EQ(system.opening.metre, i == 0 ? melody.notation.metre : std::nullopt);
+            std::size_t inexact = 0;
+            for (const Symbol& symbol : system.symbols) {
+                ASSERT_NEAR(symbol.onset, onset, 1e-6);
+                onset = symbol.onset + symbol.length;
+                const Entry& entry = melody.entries[static_cast<std::size_t>(symbol.entry)];
+                inexact += symbol.opensEntry && !staff_entry::figureOf(entry.duration).exact;
+            }
+            ASSERT_TRUE(melody.notation.metre || system.durationSigns.size() == inexact);
             ASSERT_EQ(system.last, i + 1 == systems.size());
             if (system.last)
                 ASSERT_LE(system.end, std::max(system.opening.end + 1, page.width - page.endRoom));
             else
                 ASSERT_NEAR(system.end, page.width, 1e-6) << "full lines";
-            const bool compound = melody.notation.metre == score::Metre{6, 8};
-            ASSERT_NO_FATAL_FAILURE(expectEngraved(system, page, compound ? 1.5 : 1));
+            ASSERT_NO_FATAL_FAILURE(expectEngraved(system, page, melody.notation));
         }
         if (melody.notation.metre) {
             SCOPED_TRACE(turn);
@@ -312,51 +324,6 @@ TEST(ScoreLayout, AChangeCostsTheSameAtAnyLength) {
             EXPECT_TRUE(melody.layout.systems()[melody.layout.systemOf(at)].has(at));
         }
     }
-}
-
-/// What a musician expects of the distances, of notes that nothing stands beside.
-TEST(ScoreLayout, EqualValuesStandEquallyFarApartAndLongerOnesFarther) {
-    Melodies melody(5);
-    for (int i = 0; i < 300; ++i) {
-        constexpr std::array kNaturals{60, 62, 64, 65, 67, 69, 57, 84};
-        const double duration = std::ldexp(4, -melody.draw(4));
-        melody.entries.push_back(
-            {kNaturals[static_cast<std::size_t>(melody.draw(8))], duration, 'n'});
-    }
-    melody.layout.setPage({90, 0, false});
-    melody.layout.layOutAll();
-    for (const System& system : melody.layout.systems()) {
-        std::map<double, std::set<int>> distances;
-        for (std::size_t i = 0; i + 1 < system.symbols.size(); ++i) {
-            const double distance = system.symbols[i + 1].x - system.symbols[i].x;
-            distances[system.symbols[i].length].insert(
-                static_cast<int>(std::lround(distance * 1e4)));
-        }
-        int shorter = 0;
-        for (const auto& [length, found] : distances) {
-            EXPECT_EQ(found.size(), 1U) << length;
-            EXPECT_GT(*found.begin(), shorter) << length;
-            shorter = *found.begin();
-        }
-    }
-}
-
-TEST(ScoreLayout, APhraseThatDipsBelowMiddleCStaysOnItsStaff) {
-    const auto stavesOf = [](const std::vector<int>& notes) {
-        std::string staves;
-        const Source source{[&] { return static_cast<int>(notes.size()); },
-                            [&](int i) {
-                                return Entry{notes[static_cast<std::size_t>(i)], 1};
-                            }};
-        for (const Symbol& symbol : layOutSystem(source, {}, {200}).symbols)
-            staves += symbol.staff == Staff::Treble ? 't' : 'b';
-        return staves;
-    };
-    EXPECT_EQ(stavesOf({60, 62, 60, 55, 60, 60, 55, 60}), "tttttttt");
-    EXPECT_EQ(stavesOf({48, 52, 60, 62, 60, 57, 55}), "bbbbbbb");
-    EXPECT_EQ(stavesOf({67, 64, 60, 0, 52, 50, 48, 0, 67}), "ttttbbbbt") << "a rest goes with "
-                                                                            "what is before it";
-    EXPECT_EQ(stavesOf({72, 48, 72}), "tbt");
 }
 
 }  // namespace

@@ -1,3 +1,4 @@
+#include "composer/any_melody.h"
 #include "composer/melody/composition.h"
 #include "composer/melody_sheet.h"
 
@@ -47,6 +48,16 @@ protected:
     QPaintEngine* paintEngine() const override { return &recorder; }
 };
 
+/// The rows of a picture that are inked almost from edge to edge.
+int staffLines(const QImage& picture) {
+    const QImage rows =
+        picture.scaled({1, picture.height()}, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    int lines = 0;
+    for (int y = 1; y < rows.height(); ++y)
+        lines += qGray(rows.pixel(0, y)) < 90 && qGray(rows.pixel(0, y - 1)) >= 90;
+    return lines;
+}
+
 }  // namespace
 
 /// Each page ends with its number.
@@ -55,16 +66,21 @@ TEST(SheetPainter, PaintsThePagesThatAreWantedInTheirOrder) {
     const auto draw = [&random](int below) { return static_cast<int>(random() % below); };
     for (int turn = 0; turn < 30; ++turn) {
         Composition composition;
-        MelodyDelta delta;
+        std::vector<MelodyEntry> melody;
+        const int lowest = turn % 2 ? 36 : 60;
         for (int entries = draw(900); entries >= 0; --entries)
-            delta.others.push_back(MelodyEntry::make(static_cast<pitch::NoteNumber>(36 + draw(60)),
-                                                     0.25 * (1 + draw(9)), "n", u','));
-        composition.melody.exchange(delta);
+            melody.push_back(lasting(24 * (1 + draw(9)), lowest + draw(36)));
+        composition.melody = melodyOf(melody);
         score::Notation notation{score::kMetres[draw(4)], {draw(15) - 7, draw(2) == 0}};
         if (draw(4) == 0)
             notation.metre.reset();
         const QString title = QStringLiteral("Aria ").repeated(1 + draw(60)).trimmed();
         const MelodySheet sheet = sheetOf(composition, title, notation);
+
+        if (turn < 8 && melody.size() > 99) {
+            const QByteArray png = sheet_painter::systemPng(sheet, Paper::A4, 0);
+            EXPECT_EQ(staffLines(QImage::fromData(png)), lowest == 36 ? 10 : 5);
+        }
 
         QBuffer buffer;
         BlankPages pages(&buffer);

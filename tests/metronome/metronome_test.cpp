@@ -46,14 +46,15 @@ struct PlainMetronome {
         view.showTimeSignature(shown);
         view.showLamps(static_cast<int>(state.MetroPattern.size()));
     }
-    void stepTimeSignature() {
+    bool stepTimeSignature() {
         const QStringList timeSigs{"2/4", "3/4", "4/4", "6/8", "2/4"};
         if (state.MetroRunning)
-            return;
+            return false;
         state.MetroTimeSig = timeSigs[timeSigs.indexOf(shown) + 1];
         state.MetroPattern =
             QStringList{"ab", "abb", "abbb", "abbcbb"}[timeSigs.indexOf(state.MetroTimeSig)];
         load();
+        return true;
     }
     void setTempo(int value) {
         tempo = value;
@@ -154,7 +155,7 @@ struct Stage : TestWorld {
             [&] { metronome.setTempo(20 + n % 181); },
             [&] { metronome.toggleDoubling(); },
             [&] { metronome.setVolume(n % 128); },
-            [&] { metronome.stepTimeSignature(); },
+            [&] { view.note(metronome.stepTimeSignature() ? "next" : "stays"); },
             [&] { state.MetroPattern = QString("abcbb?A").mid(n % 5, 1 + n % 7); },
             [&] { (n % 2 ? state.MetroNoteA : state.MetroNoteC) = std::int16_t(n % 128); },
             [&] { state.MetroRunning ? metronome.startOrStop() : void(); },
@@ -238,7 +239,9 @@ TEST(SequenceTest, SoundsAPulseEvery800MillisecondsUntilTheUserEndsIt) {
     struct Shown : SequenceTestView {
         std::vector<std::string> lines;
         bool heeds = false;  ///< the input is one that ends the test
+        std::function<void()> during;
         void showPulse(int pulse, int pulses) override {
+            during();
             lines.push_back(std::to_string(pulse) + '/' + std::to_string(pulses));
         }
         void showEnd() override { lines.push_back("end"); }
@@ -251,13 +254,9 @@ TEST(SequenceTest, SoundsAPulseEvery800MillisecondsUntilTheUserEndsIt) {
         MetronomeState state;
         Shown shown;
         SequenceTest test(world.funzioniMM, state, shown);
+        shown.during = [&test] { test.play("abc"); };  // which waits for its end
         const std::map<char, int> notes{{'a', 76}, {'b', 85}, {'c', 33}};
         const QEvent input(QEvent::KeyPress);
-        const auto at = [](Instant instant) {
-            char text[20];
-            std::snprintf(text, sizeof text, "%.3f ", static_cast<double>(instant.count()) / 1e9);
-            return std::string(text);
-        };
         const Instant stop = std::chrono::milliseconds(random() % 9000);
         shown.heeds = random() % 3 > 0;
         world.runtime.doInWait(stop, input);
@@ -273,14 +272,15 @@ TEST(SequenceTest, SoundsAPulseEvery800MillisecondsUntilTheUserEndsIt) {
                 continue;
             note = letter == 'x' ? note : notes.at(letter);
             seen.push_back(std::to_string(pulse + 1) + '/' + std::to_string(pulses));
-            heard.push_back(at(pulse * 800ms) + "reset");
+            heard.push_back(at(800 * pulse, "reset"));
             ended = shown.heeds && stop < (pulse + 1) * 800ms;
-            heard.push_back(ended ? at(stop) + "reset"
-                                  : at((pulse + 1) * 800ms) + "on 10 " + std::to_string(note) +
-                                        " 127");
+            heard.push_back(ended
+                                ? at(stop / 1ms, "reset")
+                                : at(800 * pulse + 800, "on 10 " + std::to_string(note) + " 127"));
         }
-        seen.push_back("end");
+        seen.insert(seen.end(), 2, "end");
         test.play(pattern);
+        test.play({});
         EXPECT_TRUE(sameLines(world.midi.take(), heard)) << pattern.toStdString();
         EXPECT_EQ(shown.lines, seen);
         EXPECT_EQ(state.MetroPulseNote, note);

@@ -1,9 +1,5 @@
 #include "metronome/tap_tempo.h"
 
-#include "core/tempo_names.h"
-
-#include <QStringList>
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -33,17 +29,4 @@ TEST(TapTempo, IsTheTempoOfUnevenTapsAfterEveryPauseAndChange) {
             }
         }
     }
-}
-
-/// What stands beside the marks on the scales of metronomes.
-TEST(TempoNames, AreThoseOfAMetronomesScale) {
-    QStringList read;
-    for (const int mark :
-         {20, 39, 40, 58, 60, 63, 66, 72, 76, 92, 104, 108, 116, 120, 160, 168, 192, 200, 208, 400})
-        read << QString("%1 %2").arg(mark).arg(tempo_names::nameOf(mark));
-    EXPECT_EQ(read.join(", "),
-              "20 Grave, 39 Grave, 40 Largo, 58 Largo, 60 Larghetto, 63 Larghetto, 66 Adagio, "
-              "72 Adagio, 76 Andante, 92 Andante, 104 Andante, 108 Moderato, 116 Moderato, "
-              "120 Allegro, 160 Allegro, 168 Presto, 192 Presto, 200 Prestissimo, "
-              "208 Prestissimo, 400 Prestissimo");
 }

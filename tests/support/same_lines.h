@@ -3,11 +3,21 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 #include <cmath>
+#include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <vector>
+
+/// What happens at a millisecond, as `MidiRecorder` writes it.
+inline std::string at(std::int64_t ms, const std::string& what) {
+    std::array<char, 24> time{};
+    std::snprintf(time.data(), time.size(), "%.3f ", static_cast<double>(ms) / 1000);
+    return time.data() + what;
+}
 
 /// The same text, at the same time but for its rounding.
 inline bool isSameLine(const std::string& line, const std::string& expected) {
