@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScreen>
 #include <QScrollArea>
 
 #include <gtest/gtest.h>
@@ -141,6 +142,7 @@ TEST_P(EveryWindow, IsNamedHasItsOwnKeysAndIsSeenWholeAndWell) {
             looked = true;
             settle();
             EXPECT_FALSE(window.windowTitle().isEmpty() || window.windowIcon().isNull());
+            EXPECT_TRUE(window.screen()->geometry().contains(window.geometry()));
             for (QWidget* widget : widgetsOf(window))
                 EXPECT_FALSE(lacksName(*widget)) << widget->objectName().toStdString();
             EXPECT_EQ(doubledKeys(window), QStringList());

@@ -45,6 +45,9 @@ TEST(FrmOptions, EachPageShowsItsTable) {
         pictures << image;
         ++rows[picture->mapTo(&window, picture->rect().center()).y()];
     }
+    EXPECT_GT(changeBetween(pictures[0], pictures[2]).height(),
+              2 * changeBetween(pictures[1], pictures[3]).height())
+        << "a stem comes to a note alone";
     for (const auto& value : note_values::kAll) {
         const int row = place(value.name).center().y();
         EXPECT_EQ(rows[row], 2) << value.name;
@@ -60,6 +63,9 @@ TEST(FrmOptions, EachPageShowsItsTable) {
             << "one more sign on both staves";
         before = image;
     }
+    std::map<int, QRect> places;
+    for (int k = 1; k <= 16; ++k)
+        places[k] = user.find<QWidget>(QStringLiteral("Ton_%1").arg(k)).geometry();
     std::mt19937 random(1);
     for (int shown = 0, i = 0; i < 300; ++i) {
         const int button = 1 + static_cast<int>(random() % (i % 2 ? 16 : 3));
@@ -77,6 +83,7 @@ TEST(FrmOptions, EachPageShowsItsTable) {
         for (int k = 1; k <= 16; ++k) {
             const QString name = QStringLiteral("Ton_%1").arg(k);
             ASSERT_EQ(user.text(name), k == shown ? "-" : "+") << button;
+            EXPECT_EQ(user.find<QWidget>(name).geometry(), places[k]) << "nothing moves";
             ASSERT_EQ(user.shown(k == 16 ? "Gradi" : QStringLiteral("Img_%1").arg(k)), k == shown);
         }
         for (const QLabel* label : labels)

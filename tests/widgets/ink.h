@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QImage>
-#include <QRect>
+#include <QScreen>
+#include <QWidget>
 
 #include <algorithm>
 #include <vector>
@@ -29,14 +31,27 @@ inline std::vector<InkRun> inkRuns(const QImage& image, int x) {
     return runs;
 }
 
-/// The rectangle around the pixels in which two pictures differ.
-inline QRect changeBetween(const QImage& one, const QImage& other) {
+/// What the screen shows of a widget, which a widget that does not repaint itself leaves as it was.
+inline QImage onScreen(QWidget& widget) {
+    QWidget& window = *widget.window();
+    QEvent repaint(QEvent::UpdateRequest);
+    QCoreApplication::sendEvent(&window, &repaint);
+    const QRect place(widget.mapTo(&window, QPoint()), widget.size());
+    return window.screen()
+        ->grabWindow(window.winId(), place.x(), place.y(), place.width(), place.height())
+        .toImage();
+}
+
+/// The rectangle around the pixels in which two pictures differ by more than some of 256 greys;
+/// from -1 on it is any difference.
+inline QRect changeBetween(const QImage& one, const QImage& other, int greys = 60) {
     QRect around;
     for (int y = 0; y < one.height(); ++y) {
         const auto* row = one.constScanLine(y);
         const bool same = std::equal(row, row + one.bytesPerLine(), other.constScanLine(y));
         for (int x = 0; !same && x < one.width(); ++x) {
-            if (std::abs(qGray(one.pixel(x, y)) - qGray(other.pixel(x, y))) > 60)
+            const QRgb a = one.pixel(x, y), b = other.pixel(x, y);
+            if (a != b && std::abs(qGray(a) - qGray(b)) > greys)
                 around |= QRect(x, y, 1, 1);
         }
     }

@@ -2,11 +2,13 @@
 #include "widgets/colour_button.h"
 #include "widgets/degree_label.h"
 #include "widgets/double_click_label.h"
+#include "widgets/ink.h"
 #include "widgets/key_button.h"
 #include "widgets/lamp_row.h"
 #include "widgets/level_bar.h"
 #include "widgets/picture_button.h"
 #include "widgets/room_scale.h"
+#include "widgets/verdict_badge.h"
 #include "widgets/verdict_mark.h"
 
 #include <QAccessible>
@@ -23,7 +25,7 @@
 /// Whatever changes a widget changes its picture: each act shows something not seen before.
 TEST(PaintedWidgets, LookDifferentInEveryState) {
     QWidget window;
-    window.resize(900, 300);
+    window.resize(800, 600);
     auto& colour = *new ColourButton(&window);
     auto& key = *new KeyButton(&window);
     auto& verdict = *new VerdictMark(&window);
@@ -34,6 +36,8 @@ TEST(PaintedWidgets, LookDifferentInEveryState) {
     auto& picture = *new PictureButton(
         "p", "?", [](QPainter& painter, const QRectF& rect) { painter.drawEllipse(rect); },
         &window);
+    auto& badge = *new VerdictBadge(&window);
+    badge.setGeometry(0, 0, 80, 40);
     colour.setText("W");
     const std::pair<QWidget*, std::vector<std::function<void()>>> rows[] = {
         {&colour,
@@ -42,7 +46,16 @@ TEST(PaintedWidgets, LookDifferentInEveryState) {
           [&] { colour.setDown(true); }, [&] { colour.setText({}); }, [&] { colour.setFocus(); }}},
         {&key,
          {[&] { key.showOpen(true); }, [&] { key.setText({}); }, [&] { key.setDown(true); },
-          [&] { key.setFocus(); }}},
+          [&] { key.setFocus(); },
+          [&] {
+              key.showOpen(false);
+              key.setText({});
+          }}},
+        {&badge,
+         {[&] { badge.showAt(window, badge.geometry(), Verdict::Right); },
+          [&] { badge.showAt(window, badge.geometry(), Verdict::Wrong); },
+          [&] { badge.showOver(window, Verdict::Wrong); },
+          [&] { badge.showOver(window, Verdict::Right); }}},
         {&verdict,
          {[&] { verdict.setMark(Mark::Tick, qRgb(0, 0, 255)); },
           [&] { verdict.setMark(Mark::Cross, qRgb(0, 0, 255)); },
@@ -67,11 +80,12 @@ TEST(PaintedWidgets, LookDifferentInEveryState) {
     window.setFocus();
     QCoreApplication::processEvents();
     for (const auto& [widget, acts] : rows) {
-        widget->resize(80, 40);
-        std::vector<QImage> seen{widget->grab().toImage()};
+        widget->setGeometry(0, 0, 80, 40);
+        widget->raise();
+        std::vector<QImage> seen{onScreen(*widget)};
         for (const auto& act : acts) {
             act();
-            seen.push_back(widget->grab().toImage());
+            seen.push_back(onScreen(*widget));
             for (std::size_t i = 0; i + 1 < seen.size(); ++i)
                 EXPECT_NE(seen[i], seen.back()) << widget->metaObject()->className() << seen.size();
         }
@@ -119,24 +133,22 @@ TEST(RoomScale, TypeThatIsTooLargeForTheScreenIsAsLargeAsFits) {
         const double points = 8 + static_cast<int>(random() % 22);
         const QString text =
             QStringLiteral("Semibreve ").repeated(1 + static_cast<int>(random() % 9));
-        const auto widthAt = [&](double size) {
-            QWidget window;
-            QVBoxLayout layout(&window);
+        const auto fill = [&](QWidget& window, double size) {
             QFont font = window.font();
             font.setPointSizeF(size);
             window.setFont(font);
-            layout.addWidget(new QLabel(text));
+            (new QVBoxLayout(&window))->addWidget(new QLabel(text));
             return window.minimumSizeHint().width();
         };
         double expected = points;
-        for (int step = 9; step > 0 && expected > 10 && widthAt(expected) > room.width(); --step)
+        for (int step = 9; step > 0 && expected > 10; --step) {
+            QWidget tried;
+            if (fill(tried, expected) <= room.width())
+                break;
             expected = std::max(10.0, points * step / 10);
+        }
         QWidget window;
-        auto* layout = new QVBoxLayout(&window);
-        QFont font = window.font();
-        font.setPointSizeF(points);
-        window.setFont(font);
-        layout->addWidget(new QLabel(text));
+        fill(window, points);
         new RoomScale(window, room);
         EXPECT_NEAR(window.font().pointSizeF(), expected, 0.01) << points << text.toStdString();
         window.resize(room * 1.25);

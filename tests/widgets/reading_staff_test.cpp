@@ -153,22 +153,19 @@ TEST_F(ReadingStaffTest, TheStepOfTheMouseOrTheCursorIsReportedAndSeen) {
                                           last,       0,          cursor};
         const auto move = random() % 7;
         const int step = kSteps[random() % kSteps.size()];
-        switch (random() % 4) {
-            case 0:
-                WindowDriver(window).type(keys[move]);
-                cursor = std::clamp<std::ptrdiff_t>(targets[move], 0, last);
-                break;
-            case 1:
-                mouse(QEvent::MouseMove, noteY(step));
-                under = step;
-                break;
-            case 2:
-                leave();
-                under.reset();
-                break;
-            default:
-                WindowDriver(window).type(random() % 2 ? Qt::Key_Space : Qt::Key_Return);
-                EXPECT_THAT(std::exchange(presses, {}), ElementsAre(kSteps[cursor]));
+        const auto what = random() % 4;
+        if (what == 0) {
+            WindowDriver(window).type(keys[move]);
+            cursor = std::clamp<std::ptrdiff_t>(targets[move], 0, last);
+        } else if (what == 1) {
+            mouse(QEvent::MouseMove, noteY(step));
+            under = step;
+        } else if (what == 2) {
+            leave();
+            under.reset();
+        } else {
+            WindowDriver(window).type(random() % 2 ? Qt::Key_Space : Qt::Key_Return);
+            EXPECT_THAT(std::exchange(presses, {}), ElementsAre(kSteps[cursor]));
         }
         ASSERT_EQ(ruler.cursorStep(), kSteps[cursor]) << act;
         ASSERT_TRUE(item(kSteps[cursor])->state().focused) << act;
