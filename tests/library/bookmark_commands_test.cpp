@@ -24,7 +24,9 @@ struct BookmarkTest : testing::Test {
     /// What is said to the name of a new bookmark, or of the second one.
     std::string reply(const QString& name, bool renames) {
         dialogs.inputs.push_back(name);
-        renames ? commands.rename(1) : commands.add();
+        const Bookmarks before = composition.bookmarks;
+        const bool changes = renames ? commands.rename(1) : commands.add();
+        EXPECT_EQ(changes, composition.bookmarks != before);
         const auto lines = std::exchange(dialogs.lines, {});
         return lines.size() > 1 ? lines[1] : std::string();
     }
@@ -64,6 +66,7 @@ TEST_F(BookmarkTest, KeepToTheMelodyAndToTheirPlaces) {
     EXPECT_FALSE(commands.activate(3) || commands.modify(3) || commands.rename(3));
     EXPECT_EQ(commands.move(3, Direction::Down), 3);
     EXPECT_EQ(commands.move(0, Direction::Up), 0);
+    EXPECT_EQ(commands.move(0, Direction::Down) + commands.move(1, Direction::Up), 1);
     EXPECT_EQ(commands.move(2, Direction::Down), 3);
     EXPECT_TRUE(commands.modify(1));
     EXPECT_EQ(composition.bookmarks.items(),

@@ -160,6 +160,7 @@ TEST_F(LibraryTest, WhatIsNotTheMelodysOwnLastVersionGoesToTheTrash) {
     EXPECT_EQ(save(), QList<QByteArray>{"another program's"});
     world.dialogs.inputs = {"Bella"};
     library.rename(1);
+    EXPECT_EQ(composition.name, "Bella");
     EXPECT_EQ(save(), QList<QByteArray>{}) << "under its new name";
     const QByteArray bella = folders.at(kRoot + "Bella.mel");
     editor.reset();

@@ -54,9 +54,9 @@ public:
 
     void step() {
         using Act = void (Model::*)();
-        constexpr std::array<Act, 9> kActs{&Model::open, &Model::save,  &Model::goBack,
-                                           &Model::end,  &Model::other, &Model::setTempo,
-                                           &Model::type, &Model::type,  &Model::type};
+        constexpr std::array<Act, 10> kActs{
+            &Model::open,     &Model::save,       &Model::goBack, &Model::end,  &Model::other,
+            &Model::setTempo, &Model::typeInVain, &Model::type,   &Model::type, &Model::type};
         (this->*kActs[random_() % kActs.size()])();
         check();
     }
@@ -91,6 +91,15 @@ private:
         composer_->composition.activeNote = static_cast<pitch::NoteNumber>(36 + draw(60));
         composer_->editor.insertNote();
         composer_->unsaved->changed();
+    }
+
+    /// The disk is full for so long that a copy fails.
+    void typeInVain() {
+        auto& world = composer_->world;
+        world.folders.writeFailure = {file_error::kDiskFull, {}};
+        type();
+        world.runtime.blockUntil(world.runtime.now() + 2s);
+        world.folders.writeFailure = {};
     }
 
     void setTempo() {
@@ -135,10 +144,13 @@ private:
         lost_.clear();
     }
 
-    /// The window is closed, with the answer that it asks for, or the program is killed.
+    /// The window is closed, with the answer that it asks for, or the program ends or is killed.
     void end() {
-        const bool killed = draw(2) == 0;
-        if (!killed) {
+        const bool killed = draw(3) == 0;
+        if (!killed && draw(2) == 0) {
+            type();
+            kept_[document()] = composer_->bytes();
+        } else if (!killed) {
             composer_->unsaved->forget();
             kept_.erase(document());
         }

@@ -1,6 +1,4 @@
-#include "shell/main_window.h"
-#include "support/test_world.h"
-#include "support/window_driver.h"
+#include "shell/main_window_fixture.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -18,15 +16,9 @@ using testing::ElementsAre;
 
 namespace {
 
-struct MetronomeWindowsTest : testing::Test {
-    TestWorld world;
-    MainWindow main{world.services()};
-    WindowDriver user{main};
-
+struct MetronomeWindowsTest : MainWindowFixture {
     MetronomeWindowsTest() {
-        main.show();
-        while (world.runtime.now() == Instant{0})
-            QCoreApplication::processEvents();
+        activate();
         user.trigger("mnuMetro");
         QCoreApplication::processEvents();
         world.midi.take();
@@ -42,6 +34,24 @@ struct MetronomeWindowsTest : testing::Test {
                 colours += names.at(lamp->palette().color(QPalette::Window).rgb());
         }
         return colours;
+    }
+
+    /// Whether a bar's arrow that is held down moves it again when its timer is due.
+    bool repeatsAnArrow(const char* name) const {
+        auto& bar = user.find<QScrollBar>(name);
+        const int start = bar.value();
+        bar.setValue(60);
+        const QPointF arrow = bar.rect().bottomRight() - QPoint(2, 2);
+        sendMouse(bar, QEvent::MouseButtonPress, arrow);
+        const int once = bar.value();
+        for (int timer = 0; timer < 300; ++timer) {
+            QTimerEvent due(timer);
+            QCoreApplication::sendEvent(&bar, &due);
+        }
+        sendMouse(bar, QEvent::MouseButtonRelease, arrow);
+        const int end = bar.value();
+        bar.setValue(start);
+        return end != once;
     }
 
     /// Lets the metronome beat once.
@@ -70,8 +80,7 @@ TEST_F(MetronomeWindowsTest, ShowsEachPulseTheTempoAndTakesTheVolumesThumb) {
         world.runtime.at(begin + pulse * 1s - 500ms, [&] { seen.push_back(lamps()); });
     world.runtime.at(begin + 6500ms, [&] {
         const QBrush stops = user.find<QWidget>("cmdSSmetro").palette().button();
-        QTimerEvent repeat(1);
-        EXPECT_TRUE(QCoreApplication::sendEvent(&user.find<QScrollBar>("MetroVol"), &repeat));
+        EXPECT_FALSE(repeatsAnArrow("MetroVol") || repeatsAnArrow("MetroTempoS"));
         user.click("cmdSSmetro");
         EXPECT_NE(user.find<QWidget>("cmdSSmetro").palette().button(), stops);
     });
@@ -79,6 +88,7 @@ TEST_F(MetronomeWindowsTest, ShowsEachPulseTheTempoAndTakesTheVolumesThumb) {
     EXPECT_THAT(seen,
                 ElementsAre("------", "r-----", "-g----", "--g---", "---b--", "----g-", "-----g"));
     EXPECT_EQ(lamps(), "------");
+    EXPECT_TRUE(repeatsAnArrow("MetroVol") && repeatsAnArrow("MetroTempoS"));
     for (const auto& [value, doubled, shown] :
          {std::tuple{300, "x2", "400"}, {1, "x1", "20"}, {70, "x2", "140"}, {60, "x1", "60"}}) {
         user.find<QScrollBar>("MetroTempoS").setValue(value);
@@ -117,7 +127,7 @@ TEST_F(MetronomeWindowsTest, TheTempoFollowsTheBarsKeysWhatIsTypedAndTaps) {
     const auto tap = [&](int distance) {
         QKeyEvent event(QEvent::KeyPress, Qt::Key_T, Qt::NoModifier, "t");
         event.setTimestamp(now += distance);
-        QCoreApplication::sendEvent(main.windowHandle(), &event);
+        QCoreApplication::sendEvent(window->windowHandle(), &event);
     };
     const auto typed = [&](const char* digits) {
         user.click("lblTempo");
@@ -148,18 +158,18 @@ TEST_F(MetronomeWindowsTest, TheTempoFollowsTheBarsKeysWhatIsTypedAndTaps) {
 }
 
 TEST_F(MetronomeWindowsTest, ACustomSequenceIsHeardTypedAndKept) {
-    configure([&](const WindowDriver& window) {
-        EXPECT_EQ(window.text("txtPattern") + window.text("txtTempo"), "ab2/4");
+    configure([&](const WindowDriver& opened) {
+        EXPECT_EQ(opened.text("txtPattern") + opened.text("txtTempo"), "ab2/4");
         const auto choose = [&](const QString& list, int position) {
-            auto& box = window.find<QComboBox>(list);
+            auto& box = opened.find<QComboBox>(list);
             box.setCurrentIndex(position);
             Q_EMIT box.activated(position);
-            return window.text(list);
+            return opened.text(list);
         };
         for (const auto& [tempo, i] : {std::pair{"2/4", 0}, {"3/4", 1}, {"4/4", 2}}) {
             EXPECT_EQ(choose("seqPreset", i), "ab" + QString("cb").repeated(i + 1));
-            EXPECT_EQ(window.text("txtTempo") + window.text("txtPattern"),
-                      tempo + window.text("seqPreset"));
+            EXPECT_EQ(opened.text("txtTempo") + opened.text("txtPattern"),
+                      tempo + opened.text("seqPreset"));
         }
         std::set<QString> names;
         for (const auto& [kind, notes] : {std::pair{"A", "38 40 46 49 53 61 65 66 76 77 81"},
@@ -168,30 +178,30 @@ TEST_F(MetronomeWindowsTest, ACustomSequenceIsHeardTypedAndKept) {
             const QStringList all = QString(notes).split(' ');
             for (int i = 0; i < all.size(); ++i) {
                 EXPECT_EQ(choose(QString("Instr") + kind, i), all[i]);
-                window.click(QString("lbl") + kind);
+                opened.click(QString("lbl") + kind);
                 const std::string sound = "on 10 " + all[i].toStdString() + " 127";
                 EXPECT_THAT(world.midi.takeUntimed(),
                             ElementsAre("on 1 60 0", sound, "on 1 60 0", sound));
-                names.insert(window.text(QString("lblSuono") + kind));
+                names.insert(opened.text(QString("lblSuono") + kind));
             }
         }
         EXPECT_EQ(names.size() - names.count(""), 29U);
-        window.find<QLineEdit>("txtPattern").setText("ca");
+        opened.find<QLineEdit>("txtPattern").setText("ca");
         const QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
         world.runtime.doInWait(world.runtime.now() + 1s, escape);
-        window.click("cmdTest");
+        opened.click("cmdTest");
         EXPECT_THAT(world.midi.takeUntimed(),
                     ElementsAre("reset", "on 10 51 127", "reset", "reset"));
-        window.type(Qt::Key_Escape);
-        EXPECT_TRUE(window.window().isVisible()) << "it ended the test";
-        auto& pattern = window.find<QLineEdit>("txtPattern");
+        opened.type(Qt::Key_Escape);
+        EXPECT_TRUE(opened.window().isVisible()) << "it ended the test";
+        auto& pattern = opened.find<QLineEdit>("txtPattern");
         pattern.selectAll();
         for (const char* typed : {"A", "d", "B", "1", " ", "c", "b", "a", "\b", "b"})
-            window.type(*typed == '\b' ? Qt::Key_Backspace : Qt::Key_X, typed);
+            opened.type(*typed == '\b' ? Qt::Key_Backspace : Qt::Key_X, typed);
         EXPECT_EQ(pattern.text(), "abcbb");
         for (const char* box : {"txtTempo", "txtPattern"})
-            window.find<QLineEdit>(box).setText("abcabcabcabcabcabcabcabc");
-        window.type(Qt::Key_Escape);
+            opened.find<QLineEdit>(box).setText("abcabcabcabcabcabcabcabc");
+        opened.type(Qt::Key_Escape);
     });
     click();
     EXPECT_EQ(user.text("lblTs") + lamps(), "abcab--------------------");
@@ -200,15 +210,15 @@ TEST_F(MetronomeWindowsTest, ACustomSequenceIsHeardTypedAndKept) {
                                                {"P.cab", "abbb", "7/8"},
                                                {"P.abbb", "", "7/8"},
                                                {"2/4ab", "", ""}}) {
-        configure([&](const WindowDriver& window) {
-            EXPECT_EQ(window.text("txtTempo") + window.text("txtPattern"), kept);
-            EXPECT_EQ(window.text("InstrA") + window.text("InstrB1") + window.text("InstrC"),
+        configure([&](const WindowDriver& opened) {
+            EXPECT_EQ(opened.text("txtTempo") + opened.text("txtPattern"), kept);
+            EXPECT_EQ(opened.text("InstrA") + opened.text("InstrB1") + opened.text("InstrC"),
                       "818551");
-            window.find<QLineEdit>("txtTempo").setText(tempo);
-            window.find<QLineEdit>("txtPattern").setText(pattern);
+            opened.find<QLineEdit>("txtTempo").setText(tempo);
+            opened.find<QLineEdit>("txtPattern").setText(pattern);
             const Instant before = world.runtime.now();
             for (const char* button : {"lblA", "cmdTest", "cmdOk"})
-                window.click(button);
+                opened.click(button);
             EXPECT_EQ(world.runtime.now(), before) << "nothing is played without an output";
         });
     }

@@ -33,15 +33,33 @@ struct Machine {
 Machine& machine = *new Machine;
 auto& neverClosed = *new std::vector<RtMidiOut*>;
 
-class FabricatedOutput : public MidiOutApi {
-public:
-    explicit FabricatedOutput(RtMidi::Api api) : api_(api) {}
+/// What an output and an input do alike; the ports are those of the machine.
+template <typename Base, auto kPorts>
+struct Fabricated : Base {
+    template <typename... Arguments>
+    explicit Fabricated(RtMidi::Api api, Arguments... arguments) : Base(arguments...), api_(api) {}
 
+    std::vector<std::string>& ports() { return (machine.*kPorts)[api_]; }
     RtMidi::Api getCurrentApi() override { return api_; }
+    unsigned int getPortCount() override { return static_cast<unsigned int>(ports().size()); }
+    std::string getPortName(unsigned int number) override { return ports().at(number); }
+    void openVirtualPort(const std::string&) override {}
+    void closePort() override {}
+    void setClientName(const std::string&) override {}
+    void setPortName(const std::string&) override {}
+    void initialize(const std::string&) override {}
+
+private:
+    RtMidi::Api api_;
+};
+
+struct FabricatedOutput : Fabricated<MidiOutApi, &Machine::ports> {
+    using Fabricated::Fabricated;
+
     void openPort(unsigned int number, const std::string& /*clientPort*/) override {
         if (machine.fails)
             return error(RtMidiError::DRIVER_ERROR, "refused");
-        name_ = machine.ports[api_].at(number);
+        name_ = ports().at(number);
         connected_ = true;
     }
     void sendMessage(const unsigned char* bytes, std::size_t count) override {
@@ -50,51 +68,26 @@ public:
         const QByteArray sent(reinterpret_cast<const char*>(bytes), static_cast<int>(count));
         machine.received.push_back(name_ + ": " + sent.toHex(' ').toStdString());
     }
-    unsigned int getPortCount() override {
-        return static_cast<unsigned int>(machine.ports[api_].size());
-    }
-    std::string getPortName(unsigned int number) override { return machine.ports[api_].at(number); }
-    void openVirtualPort(const std::string& /*name*/) override {}
-    void closePort() override {}
-    void setClientName(const std::string& /*name*/) override {}
-    void setPortName(const std::string& /*name*/) override {}
-    void initialize(const std::string& /*name*/) override {}
 
 private:
-    RtMidi::Api api_;
     std::string name_;
 };
 
-class FabricatedInput : public MidiInApi {
-public:
-    explicit FabricatedInput(RtMidi::Api api) : MidiInApi(1), api_(api) {}
+struct FabricatedInput : Fabricated<MidiInApi, &Machine::sources> {
+    explicit FabricatedInput(RtMidi::Api api) : Fabricated(api, 1U) {}
 
     /// Hands the bytes over as they come from the system.
     static void send(std::vector<unsigned char> bytes) {
         const RtMidiInData& data = lastOpened->inputData_;
         data.userCallback(0, &bytes, data.userData);
     }
-
-    RtMidi::Api getCurrentApi() override { return api_; }
     void openPort(unsigned int, const std::string&) override {
         lastOpened = this;
         connected_ = !machine.fails;
     }
-    unsigned int getPortCount() override {
-        return static_cast<unsigned int>(machine.sources[api_].size());
-    }
-    std::string getPortName(unsigned int number) override {
-        return machine.sources[api_].at(number);
-    }
-    void openVirtualPort(const std::string&) override {}
-    void closePort() override {}
-    void setClientName(const std::string&) override {}
-    void setPortName(const std::string&) override {}
-    void initialize(const std::string&) override {}
 
 private:
     static inline FabricatedInput* lastOpened = nullptr;
-    RtMidi::Api api_;
 };
 
 }  // namespace

@@ -1,7 +1,5 @@
 #include "reading/answer_keys.h"
 #include "reading/difficulty.h"
-#include "reading/ruler.h"
-#include "reading/staff_layout.h"
 #include "reading/staff_step.h"
 
 #include <QStringList>
@@ -42,26 +40,6 @@ TEST(StaffStep, PlacesInWords) {
         {35, ""}};
     for (const auto& [step, words] : places)
         EXPECT_EQ(staff_step::placeInWords(step), QString::fromUtf8(words)) << step;
-}
-
-TEST(Ruler, BandsOfWholePixelsFollowTheDrawnStaff) {
-    constexpr int kPixel = 15;  // twips of the screens that the ruler was drawn for
-    ruler::Band above{65, 45, 90};
-    for (int step = 64; step >= 11; --step) {
-        const auto band = ruler::bandOf(step);
-        ASSERT_EQ(band.has_value(), step < 32 || step > 39) << step;
-        if (!band)
-            continue;
-        EXPECT_EQ(band->top % kPixel + band->bottom % kPixel, 0) << step;
-        EXPECT_EQ(ruler::stepAt(band->top), step);
-        EXPECT_EQ(ruler::stepAt(band->bottom), step);
-        EXPECT_FALSE(ruler::stepAt(band->top - 1) || ruler::stepAt(band->bottom + 1)) << step;
-        const int steps = above.step - step;
-        EXPECT_NEAR(band->centre() - above.centre(), steps == 1 ? 98 : 430, 32) << step;
-        EXPECT_NEAR(staff_layout::twipsAt(staff_layout::placeOf(step)), band->centre(), 1e-9)
-            << step;
-        above = *band;
-    }
 }
 
 TEST(AnswerKeys, ArePolledWithOrWithoutNumLockAndTypedInEitherCase) {
