@@ -117,4 +117,5 @@ TEST(BarView, AValueAndItsHalfAreATripletFromAQuarterNoteOn) {
         EXPECT_EQ(sizes, wanted);
     }
     EXPECT_EQ(spell(60, {6, true}).degree, 6) << "the raised sixth degree of Re diesis minore";
+    EXPECT_EQ(spell(62, {6, true}).degree, 0) << "its raised seventh";
 }

@@ -126,6 +126,7 @@ void expectEngraved(const System& system, const Page& page, const score::Notatio
     for (std::size_t i = 0; i < symbols.size(); ++i) {
         const Symbol& symbol = symbols[i];
         ASSERT_EQ(symbol.triplet, sharesTriplet(i, i));
+        ASSERT_EQ(symbol.note.beamed, sharesBeam(i, i));
         ASSERT_LE(symbol.x, page.width);
         if (!symbol.rest) {
             const int position = symbol.note.position;
@@ -170,8 +171,10 @@ void expectEngraved(const System& system, const Page& page, const score::Notatio
             const int lines = static_cast<int>(symbol.value.duration) - 2;
             ASSERT_GE(length, 4 + 1.5 * (lines - 1)) << "the lines are clear of the head";
             int covered = 0;
-            for (const Beam::Line& line : beam.lines)
+            for (const Beam::Line& line : beam.lines) {
+                ASSERT_EQ(line.stub != 0, line.first == line.last);
                 covered += line.first <= i && i <= line.last ? 1 : 0;
+            }
             ASSERT_EQ(covered, lines);
         }
     }
@@ -280,6 +283,8 @@ TEST(ScoreLayout, AfterEveryChangeItIsWhatANewOneWouldBe) {
             ASSERT_EQ(system.start.entry, next) << "every entry once";
             next = system.next.entry;
             ASSERT_EQ(system.opening.metre, i == 0 ? melody.notation.metre : std::nullopt);
+            ASSERT_GE(system.opening.metreLeft, std::abs(melody.notation.key.fifths));
+            ASSERT_EQ(system.barNumberText().isEmpty(), i == 0 || !system.barNumber);
             std::size_t inexact = 0;
             for (const Symbol& symbol : system.symbols) {
                 ASSERT_NEAR(symbol.onset, onset, 1e-6);

@@ -184,8 +184,9 @@ struct Users {
         const std::size_t act = acts.size();
         const bool begins = !plain.sound.noteDrawn() && act < 6;
         const bool pitches = plain.w.chosen == 3 || plain.w.pitch.running;
-        acts.push_back({begins ? Instant{0} : Instant{random() % 4 * (random() % 700) * 1ms},
-                        act > 6 && !pitches && random() % 3 == 0});
+        const bool through = act > 6 && !pitches && random() % 3 == 0;
+        const auto ms = random() % 4 * (random() % (through ? 100 : 700));
+        acts.push_back({begins ? Instant{0} : Instant{ms * 1ms}, through});
         schedule(plain.world.runtime, acts.back(), [=, this] {
             if (!plain.w.open)
                 return;
@@ -345,6 +346,8 @@ TEST(EarTrainingWindow, ColoursTheScoreAndTakesInstrumentsAndOctaves) {
                                            "Scegli la nota di riferimento e premi Start",
                                            "Riconosci la nota suonata", "Giusto", "Sbagliato"}));
         EXPECT_EQ(user.text("Label4_24"), "4 Ecc");
+        EXPECT_NE(user.find<ColourButton>("LblSemi_6").background(),
+                  user.find<ColourButton>("LblSemi_7").background());
         for (const auto& [name, colour] :
              {std::pair{"txtResatte", 0xFF00BF0B}, {"txtRerrate", 0xFFF7CAE9}})
             EXPECT_EQ(user.find<QWidget>(name).palette().color(QPalette::Window).rgb(), colour);

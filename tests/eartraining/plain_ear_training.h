@@ -161,6 +161,7 @@ struct PlainEarTraining : PlainEarState {
             w.marks.insert(key);
             sound.PlayNoteIndex(static_cast<std::int16_t>(key));
             w.pitch.start = w.pitch.sounding = true;
+            w.focus = "IntoStart";
         } else if (upper == -1) {
             setRange(-1, key);
             w.marks.insert(key);

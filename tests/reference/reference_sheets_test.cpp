@@ -63,9 +63,6 @@ TEST(FrmOptions, EachPageShowsItsTable) {
             << "one more sign on both staves";
         before = image;
     }
-    std::map<int, QRect> places;
-    for (int k = 1; k <= 16; ++k)
-        places[k] = user.find<QWidget>(QStringLiteral("Ton_%1").arg(k)).geometry();
     std::mt19937 random(1);
     for (int shown = 0, i = 0; i < 300; ++i) {
         const int button = 1 + static_cast<int>(random() % (i % 2 ? 16 : 3));
@@ -83,7 +80,6 @@ TEST(FrmOptions, EachPageShowsItsTable) {
         for (int k = 1; k <= 16; ++k) {
             const QString name = QStringLiteral("Ton_%1").arg(k);
             ASSERT_EQ(user.text(name), k == shown ? "-" : "+") << button;
-            EXPECT_EQ(user.find<QWidget>(name).geometry(), places[k]) << "nothing moves";
             ASSERT_EQ(user.shown(k == 16 ? "Gradi" : QStringLiteral("Img_%1").arg(k)), k == shown);
         }
         for (const QLabel* label : labels)
