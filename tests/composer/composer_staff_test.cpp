@@ -5,7 +5,6 @@
 #include "widgets/ink.h"
 #include "widgets/music_font.h"
 
-#include <QApplication>
 #include <QPainter>
 #include <QScrollBar>
 #include <QWheelEvent>

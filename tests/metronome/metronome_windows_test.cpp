@@ -1,6 +1,5 @@
 #include "shell/main_window_fixture.h"
 
-#include <QApplication>
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QLineEdit>

@@ -12,7 +12,6 @@
 #include "widgets/verdict_mark.h"
 
 #include <QAccessible>
-#include <QApplication>
 #include <QLabel>
 #include <QPainter>
 #include <QScreen>
