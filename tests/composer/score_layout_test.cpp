@@ -6,7 +6,10 @@
 #include <gmock/gmock.h>
 
 #include <cmath>
+#include <functional>
+#include <map>
 #include <random>
+#include <ranges>
 #include <set>
 
 namespace {
@@ -328,6 +331,42 @@ TEST(ScoreLayout, AChangeCostsTheSameAtAnyLength) {
             EXPECT_LT(melody.asked, 6000) << at;
             EXPECT_TRUE(melody.layout.systems()[melody.layout.systemOf(at)].has(at));
         }
+    }
+}
+
+/// What a musician expects of the distances, of notes that nothing stands beside.
+TEST(ScoreLayout, EqualValuesStandEquallyFarApartAndLongerOnesFarther) {
+    Melodies melody(5);
+    for (int i = 0; i < 300; ++i)
+        melody.entries.push_back({60 + 12 * melody.draw(3), std::ldexp(4, -melody.draw(4)), 'n'});
+    melody.layout.setPage({90, 0, false});
+    melody.layout.layOutAll();
+    for (const System& system : melody.layout.systems()) {
+        std::map<double, int> distances;
+        for (std::size_t i = 0; i + 1 < system.symbols.size(); ++i) {
+            const double distance = system.symbols[i + 1].x - system.symbols[i].x;
+            const auto rounded = static_cast<int>(std::lround(distance * 1e4));
+            const double length = system.symbols[i].length;
+            EXPECT_EQ(distances.emplace(length, rounded).first->second, rounded) << length;
+        }
+        EXPECT_TRUE(std::ranges::is_sorted(distances | std::views::values, std::less_equal{}));
+    }
+}
+
+TEST(ScoreLayout, APhraseThatDipsBelowMiddleCStaysOnItsStaff) {
+    const std::pair<std::vector<int>, const char*> phrases[] = {
+        {{60, 62, 60, 55, 60, 60, 55, 60}, "tttttttt"},
+        {{48, 52, 60, 62, 60, 57, 55}, "bbbbbbb"},
+        {{67, 64, 60, 0, 52, 50, 48, 0, 67}, "ttttbbbbt"},
+        {{72, 48, 72}, "tbt"}};
+    for (const auto& [notes, wanted] : phrases) {
+        Melodies melody(1);
+        for (const int note : notes)
+            melody.entries.push_back({note, 1});
+        std::string staves;
+        for (const Symbol& symbol : layOutSystem(melody.source(), {}, {200}).symbols)
+            staves += symbol.staff == Staff::Treble ? 't' : 'b';
+        EXPECT_EQ(staves, wanted);
     }
 }
 
