@@ -78,8 +78,9 @@ TEST(SheetPainter, PaintsThePagesThatAreWantedInTheirOrder) {
         const QString title = QStringLiteral("Aria ").repeated(1 + draw(60)).trimmed();
         const MelodySheet sheet = sheetOf(composition, title, notation);
 
-        if (turn < 8 && melody.size() > 99)
+        if (turn < 8 && melody.size() > 99) {
             EXPECT_EQ(staffLines(sheet), lowest == 36 ? 10 : 5);
+        }
 
         QBuffer buffer;
         BlankPages pages(&buffer);

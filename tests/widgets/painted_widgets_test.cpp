@@ -12,6 +12,7 @@
 #include "widgets/verdict_mark.h"
 
 #include <QAccessible>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QPainter>
 #include <QScreen>
