@@ -10,12 +10,14 @@
 inline int anyUnits(std::mt19937& random) {
     constexpr int kTriplets[] = {256, 128, 64, 32, 16, 8, 4};
     const int plain = 6 << random() % 7;
-    const int triplet = kTriplets[random() % 7];
-    const int tied = plain + (6 << random() % 7);
-    const int odd = random() % 40 == 0 ? static_cast<int>(random() % 2) : 288;
-    const int all[] = {
-        plain + plain / 2, tied, plain * 5 + triplet, odd, triplet, triplet, plain, plain};
-    return all[random() % 8];
+    const auto kind = random() % 8;
+    if (kind == 1)
+        return plain + (6 << random() % 7);
+    if (kind == 3)
+        return random() % 40 == 0 ? static_cast<int>(random() % 2) : 288;
+    if (kind == 2 || kind == 4 || kind == 5)
+        return kTriplets[random() % 7] + (kind == 2 ? plain * 5 : 0);
+    return kind == 0 ? plain + plain / 2 : plain;
 }
 
 /// An entry of so many 96ths of a quarter note.
@@ -38,9 +40,8 @@ inline Melody anyMelody(std::mt19937& random, std::vector<int>& units) {
     for (int& length : units) {
         length = anyUnits(random);
         const bool rest = random() % 4 == 0;
-        const int note = 36 + static_cast<int>(random() % 60);
-        entries.push_back(rest ? lasting(length, 0, 'p')
-                               : lasting(length, note, "nsta"[random() % 4]));
+        const int note = rest ? 0 : 36 + static_cast<int>(random() % 60);
+        entries.push_back(lasting(length, note, rest ? 'p' : "nsta"[random() % 4]));
     }
     return melodyOf(std::move(entries));
 }
