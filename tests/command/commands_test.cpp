@@ -32,7 +32,7 @@ TEST(Commands, AnswerWithTheirStatusAndSayWhy) {
     for (const auto& [name, bytes] :
          {std::pair{"buona.mel", kMelody},
           {"rotta.mel", "60;62;\r\n1;\r\nn;n;\r\n"},
-          {"corta.mel", "69;62;9;9;9;\r\n1;0,01;1;2,9895833333;1;\r\nn;n;z;n;n;\r\n60\r\n0\r\n"},
+          {"corta.mel", "69;62;0;0;0;\r\n1;0,01;1;2,9895833333;1;\r\nn;n;z;n;n;\r\n60\r\n0\r\n"},
           {"vuota.mel", "\r\n\r\n\r\n"},
           {"-o.mel", kMelody}}) {
         QFile file(name);
