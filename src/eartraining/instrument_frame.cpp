@@ -3,18 +3,17 @@
 #include "core/instruments.h"
 #include "ui_instrument_frame.h"
 #include "widgets/instrument_button.h"
+#include "widgets/panel_text.h"
 
 #include <QSignalBlocker>
 
-#include <algorithm>
-
 namespace {
 
-int widestCaption(const QFontMetrics& metrics) {
-    int widest = 0;
+QStringList captions() {
+    QStringList all;
     for (int program = 0; program < instruments::kCount; ++program)
-        widest = std::max(widest, metrics.horizontalAdvance(instruments::caption(program)));
-    return widest;
+        all << instruments::caption(program);
+    return all;
 }
 
 }  // namespace
@@ -22,7 +21,7 @@ int widestCaption(const QFontMetrics& metrics) {
 InstrumentFrame::InstrumentFrame(QWidget* parent)
     : QGroupBox(parent), ui_(std::make_unique<Ui::InstrumentFrame>()) {
     ui_->setupUi(this);
-    ui_->lblInstr->setMinimumWidth(widestCaption(ui_->lblInstr->fontMetrics()));
+    panel_text::reserveWidest(*ui_->lblInstr, captions());
     connect(ui_->InstrS, &QSlider::valueChanged, this, &InstrumentFrame::programChosen);
     connect(ui_->cmdStrumento, &InstrumentButton::programChosen, ui_->InstrS, &QSlider::setValue);
     connect(ui_->cmdOk, &QPushButton::clicked, this, &QWidget::hide);

@@ -43,12 +43,15 @@ void fill(QComboBox& list, const Notes& notes, int chosen) {
     list.setCurrentIndex(chosen);
 }
 
-/// The name below the list says what the chosen note sounds.
-void nameSound(QComboBox& list, QLabel& name) {
+QStringList soundNames(const QComboBox& list) {
     QStringList names;
     for (int i = 0; i < list.count(); ++i)
         names << list.itemData(i, Qt::ToolTipRole).toString();
-    panel_text::reserveWidest(name, names);
+    return names;
+}
+
+/// The name below the list says what the chosen note sounds.
+void nameSound(QComboBox& list, QLabel& name) {
     const auto show = [&list, &name] {
         name.setText(list.currentData(Qt::ToolTipRole).toString());
         list.setAccessibleDescription(name.text());
@@ -100,12 +103,10 @@ void frmConfMetro::Form_Load() {
     nameSound(*ui_->InstrA, *ui_->lblSuonoA);
     nameSound(*ui_->InstrB1, *ui_->lblSuonoB1);
     nameSound(*ui_->InstrC, *ui_->lblSuonoC);
-    const std::initializer_list<QLabel*> names{ui_->lblSuonoA, ui_->lblSuonoB1, ui_->lblSuonoC};
-    int widest = 0;
-    for (const QLabel* name : names)
-        widest = std::max(widest, name->minimumWidth());
-    for (QLabel* name : names)
-        name->setMinimumWidth(widest);
+    const QStringList names =
+        soundNames(*ui_->InstrA) + soundNames(*ui_->InstrB1) + soundNames(*ui_->InstrC);
+    for (QLabel* name : {ui_->lblSuonoA, ui_->lblSuonoB1, ui_->lblSuonoC})
+        panel_text::reserveWidest(*name, names);
     for (const custom_sequence::Preset& preset : custom_sequence::kPresets)
         ui_->seqPreset->addItem(preset.pattern);
     ui_->seqPreset->setCurrentIndex(-1);

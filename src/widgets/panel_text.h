@@ -7,14 +7,17 @@
 class QLabel;
 class QWidget;
 
-/// Room for texts that change, so that nothing else moves when they do.
+/// Room for texts that change, in whatever type they are shown, so that nothing else moves when
+/// they do.
 namespace panel_text {
 
-/// Makes a widget at least as wide as a text, and some pixels of frame beside it.
+/// Keeps a widget at least as wide as a text, and some pixels of frame beside it.
 void reserve(QWidget& widget, const QString& widest, int frame = 12);
 
-/// Makes a label at least as wide as it is with the widest of some texts. It shows the last of them
-/// afterwards.
+/// Keeps a widget exactly so wide.
+void fix(QWidget& widget, const QString& widest, int frame = 12);
+
+/// Keeps a label at least as wide as the widest of some texts.
 void reserveWidest(QLabel& label, const QStringList& texts);
 
 /// The widest name of a note.

@@ -24,10 +24,8 @@ std::array<QToolButton*, 4> arrowsOf(const Ui::RangePanel& ui) {
 
 RangePanel::RangePanel(QWidget* parent) : QWidget(parent), ui_(std::make_unique<Ui::RangePanel>()) {
     ui_->setupUi(this);
-    for (QLineEdit* box : {ui_->lblNini, ui_->lblNfine}) {
-        panel_text::reserve(*box, panel_text::widestEntryNumber());
-        box->setMaximumWidth(box->minimumWidth());
-    }
+    for (QLineEdit* box : {ui_->lblNini, ui_->lblNfine})
+        panel_text::fix(*box, panel_text::widestEntryNumber());
     appearance::enlargeText(*ui_->lblSemitoni, 1.2);
     panel_text::reserve(*ui_->lblSemitoni, QString::number(-Composition::kLargestTransposition));
     makeLabelButton(*ui_->lblSemitoni, palette().color(QPalette::Link));

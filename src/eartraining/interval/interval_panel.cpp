@@ -75,8 +75,10 @@ IntervalPanel::IntervalPanel(IntervalExercise& exercise, QWidget* parent)
     styleName(*ui_->consonances, true);
     styleName(*ui_->dissonances, false);
     styleModeButtons(*ui_->Label7, *ui_->lblModo);
+    QStringList modes;
     for (const ModeText& mode : kModes)
-        panel_text::reserveWidest(*ui_->lblSpiegaModo, {UserText::tr(mode.toolTip)});
+        modes << UserText::tr(mode.toolTip);
+    panel_text::reserveWidest(*ui_->lblSpiegaModo, modes);
     connectControls();
     showMode();
     showAvailability();
