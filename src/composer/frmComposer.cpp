@@ -76,8 +76,9 @@ frmComposer::frmComposer(const Services& services, ComposerState& state, QWidget
     ui_->instrument->showProgram(composition_.instrument);
     view_.showActiveNote();
     presenter_.showMelody();
-    new RoomScale(*this, kSize);
-    placeOnScreen();
+    const QSize made = RoomScale::forType(*this, kSize);
+    new RoomScale(*this, made);
+    placeOnScreen(made);
 }
 
 /// The end of the program leaves the window without closing it. What the mouse holds ends here,
@@ -103,9 +104,9 @@ void frmComposer::addSpeech(ComposerState& state) {
 
 /// As large as the screen allows, with the title bar in view: without this it would be above the
 /// upper edge when the dialog is nearly as high as the screen.
-void frmComposer::placeOnScreen() {
+void frmComposer::placeOnScreen(QSize wanted) {
     const QRect room = appearance::roomOnScreen(*this);
-    resize(kSize.expandedTo(minimumSizeHint()).boundedTo(room.size()));
+    resize(wanted.expandedTo(minimumSizeHint()).boundedTo(room.size()));
     const QSize free = room.size() - size();
     move(room.topLeft() + QPoint(free.width(), free.height()) / 2);
 }

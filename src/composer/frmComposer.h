@@ -57,7 +57,7 @@ private Q_SLOTS:
 
 private:
     void becomeActive();
-    void placeOnScreen();
+    void placeOnScreen(QSize wanted);
     void orderTabs();
     void addSpeech(ComposerState& state);
     void pollKeys();

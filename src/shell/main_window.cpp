@@ -40,7 +40,7 @@ MainWindow::MainWindow(const Services& services)
       chooseOutput_(new QToolButton),
       keys_(services.midiKeyboard, *this, [this] { return isInFront(*this); }) {
     ui_->setupUi(this);
-    const QSize made = size();
+    const QSize made = RoomScale::forType(*this, size());
     resize(made.boundedTo(appearance::roomOnScreen(*this).size()));
     status_->setContentsMargins(kStatusIndent, 0, 0, 2);
     ui_->statusBar->addWidget(status_, 1);

@@ -60,13 +60,24 @@ QSize ColumnScrollArea::sizeHint() const {
 }
 
 QSize ColumnScrollArea::minimumSizeHint() const {
+    const QSize least = leastSize();
+    return asksForAll_ ? least.boundedTo(roomBelowMenu()) : least;
+}
+
+bool ColumnScrollArea::lacksRoom() const {
+    return asksForAll_ && minimumSizeHint() != leastSize();
+}
+
+/// Without regard to the screen.
+QSize ColumnScrollArea::leastSize() const {
     const QSize content = widget() ? widget()->minimumSizeHint() : QSize();
-    const int line = fontMetrics().height();
-    const QSize least(widthFor(content.width()), kLeastLines * line);
-    if (!asksForAll_)
-        return least;
-    const QSize room = appearance::roomOnScreen(*window()).size() - QSize(0, kMenuLines * line);
-    return QSize(least.width(), std::max(least.height(), content.height())).boundedTo(room);
+    const int least = kLeastLines * fontMetrics().height();
+    return {widthFor(content.width()), asksForAll_ ? std::max(least, content.height()) : least};
+}
+
+QSize ColumnScrollArea::roomBelowMenu() const {
+    return appearance::roomOnScreen(*window()).size() -
+           QSize(0, kMenuLines * fontMetrics().height());
 }
 
 /// The column changes its size when its controls do.

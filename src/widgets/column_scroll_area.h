@@ -22,6 +22,9 @@ public:
     /// Scrolls to a control that was just shown, as soon as it has its place.
     void reveal(QWidget& control);
 
+    /// Whether it asks for the whole column and the screen lacks the room.
+    bool lacksRoom() const;
+
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
@@ -35,6 +38,8 @@ private:
     void fitColumn();
     void enlargeWindow();
     int widthFor(int content) const;
+    QSize leastSize() const;
+    QSize roomBelowMenu() const;
 
     bool asksForAll_ = false;
 };

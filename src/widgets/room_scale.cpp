@@ -1,11 +1,14 @@
 #include "widgets/room_scale.h"
 
 #include "widgets/appearance.h"
+#include "widgets/column_scroll_area.h"
 
 #include <QEvent>
+#include <QLayout>
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -32,45 +35,77 @@ RoomScale::RoomScale(QWidget& window, QSize made)
     window.installEventFilter(this);
 }
 
-void RoomScale::fitScreen() {
-    const QSize room = appearance::roomOnScreen(window_).size();
-    for (double scale = 1; !fits(room) && scale * ownSize_ > kUsualType; scale -= kStep)
-        scaleType(std::max(scale - kStep, kUsualType / ownSize_));
-    ownSize_ *= scale_;
-    for (Other& other : others_)
-        other.size *= scale_;
-    scale_ = 1;
+QSize RoomScale::forType(const QWidget& window, QSize size) {
+    return size * std::max(window.font().pointSizeF() / kUsualType, 1.0);
 }
 
-bool RoomScale::fits(QSize room) const {
-    return window_.minimumSizeHint().boundedTo(room) == window_.minimumSizeHint();
-}
-
+/// A control that is shown asks for another layout.
 bool RoomScale::eventFilter(QObject* /*target*/, QEvent* event) {
     if (event->type() == QEvent::Resize)
-        follow();
+        followSize();
+    if (event->type() == QEvent::LayoutRequest) {
+        if (steps_ > 0 && !fits(window_.size()))
+            enlarge(steps_ - 1);
+        fitScreen();
+    }
     return false;
 }
 
-/// The larger type must not keep the window from becoming small again.
-void RoomScale::follow() {
+void RoomScale::followSize() {
     const double room = std::min(static_cast<double>(window_.width()) / made_.width(),
                                  static_cast<double>(window_.height()) / made_.height());
-    const double scale = std::clamp(std::floor(room / kStep) * kStep, 1.0, kLimit);
-    if (scale == scale_)
-        return;
-    if (scale_ == 1)
+    const int wanted = static_cast<int>(std::floor((std::clamp(room, 1.0, kLimit) - 1) / kStep));
+    if (std::exchange(wantedSteps_, wanted) != wanted)
+        enlarge(wanted);
+}
+
+/// By so many steps or as many as fit. The larger type must not keep the window from becoming small
+/// again.
+void RoomScale::enlarge(int steps) {
+    if (steps > 0 && steps_ == 0)
         window_.setMinimumSize(window_.minimumSizeHint());
-    scaleType(scale);
-    if (scale == 1)
+    do {
+        steps_ = steps--;
+        applyType();
+    } while (steps_ > 0 && !fits(window_.size()));
+    if (steps_ == 0)
         window_.setMinimumSize(0, 0);
 }
 
-void RoomScale::scaleType(double scale) {
-    scale_ = scale;
-    setPointSize(window_, scale * ownSize_);
+void RoomScale::fitScreen() {
+    if (type() <= kUsualType)
+        return;
+    const QSize room = appearance::roomOnScreen(window_).size();
+    const double before = fit_;
+    for (double fit = fit_; !fits(room) && type() > kUsualType; fit -= kStep) {
+        fit_ = std::max(fit - kStep, kUsualType / ownSize_);
+        applyType();
+    }
+    if (fit_ == before || window_.isHidden() || window_.isMaximized())
+        return;
+    window_.layout()->activate();
+    window_.resize(window_.size().boundedTo(room));
+}
+
+bool RoomScale::fits(QSize room) const {
+    const auto columns = window_.findChildren<ColumnScrollArea*>();
+    return window_.minimumSizeHint().boundedTo(room) == window_.minimumSizeHint() &&
+           std::none_of(columns.begin(), columns.end(),
+                        [](const ColumnScrollArea* column) { return column->lacksRoom(); });
+}
+
+/// In points.
+double RoomScale::type() const {
+    return ownSize_ * fit_ * (1 + steps_ * kStep);
+}
+
+void RoomScale::applyType() {
+    setPointSize(window_, type());
     for (const Other& other : others_) {
         if (other.widget)
-            setPointSize(*other.widget, scale * other.size);
+            setPointSize(*other.widget, other.size * type() / ownSize_);
     }
+    // The toolkit would ask the layouts within others afresh only when it next arranges them.
+    for (QLayout* layout : window_.findChildren<QLayout*>())
+        layout->invalidate();
 }
