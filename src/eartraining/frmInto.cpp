@@ -13,6 +13,7 @@
 #include "widgets/appearance.h"
 #include "widgets/in_front.h"
 #include "widgets/keyboard_span.h"
+#include "widgets/panel_text.h"
 #include "widgets/room_scale.h"
 #include "widgets/verdict_badge.h"
 
@@ -27,6 +28,7 @@
 namespace {
 
 constexpr double kPromptTextScale = 1.5;
+constexpr int kHintLetters = 56;  ///< wide ones; most of the hints stand in one line then
 
 /// The instruction and the line below it stand on one ground.
 void stylePrompt(QWidget& ground, QLabel& prompt) {
@@ -52,9 +54,10 @@ frmInto::frmInto(const Services& services, EarTrainingState& state, QWidget* par
       ear_(services.runtime, services.funzioniMM, services.dialogs, state, *this),
       keys_(services.midiKeyboard, *this, [this] { return isInFront(*this); }) {
     ui_->setupUi(this);
-    const QSize made = size();
+    const QSize made = RoomScale::forType(*this, size());
     resize(made.boundedTo(appearance::roomOnScreen(*this).size()));
     stylePrompt(*ui_->prompt, *ui_->lblStep);
+    panel_text::reserve(*ui_->lblSpiegaStep, QString(kHintLetters, QLatin1Char('n')), 0);
     appearance::keepPlace(*ui_->cmdEsci);
     ui_->keyboard->showRangeMarks(true);
     span_ = new KeyboardSpan(*ui_->keyboard);
