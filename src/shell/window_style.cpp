@@ -22,7 +22,7 @@ namespace {
 constexpr double kLetterSize = 0.68;  ///< of a badge's side
 constexpr int kLowestControl = 24;
 constexpr double kIconInLines = 1.2;
-constexpr int kIconButtonMargin = 9;  ///< the toolkit would make a short text's button wider
+constexpr double kButtonMargins = 1.1;  ///< on both sides of its text, in lines
 constexpr int kValueBarExtent = 24;
 constexpr int kScrollBarExtent = 16;
 constexpr int kSliderThumb = 18;
@@ -103,11 +103,13 @@ QSize WindowStyle::sizeFromContents(ContentsType type, const QStyleOption* optio
     const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
     const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
     switch (type) {
-        case CT_PushButton:
+        case CT_PushButton: {
+            const int margins = button ? qRound(kButtonMargins * button->fontMetrics.height()) : 0;
+            // The toolkit would make a short text's button with an icon wider.
             if (button && !button->icon.isNull())
-                return {contents.width() + 2 * kIconButtonMargin,
-                        std::max(size.height(), kLowestControl)};
-            [[fallthrough]];
+                return {contents.width() + margins, std::max(size.height(), kLowestControl)};
+            return size.expandedTo({contents.width() + margins, kLowestControl});
+        }
         case CT_ToolButton:
         case CT_CheckBox:
         case CT_ComboBox:
