@@ -34,7 +34,7 @@ ReadingBoard::ReadingBoard(QWidget* parent)
     buttons_ = {ui_->pdo, ui_->pre, ui_->pmi, ui_->pfa, ui_->psol, ui_->pla, ui_->psi};
     keys_ = {ui_->key_pdo,  ui_->key_pre, ui_->key_pmi, ui_->key_pfa,
              ui_->key_psol, ui_->key_pla, ui_->key_psi};
-    nameKeys(ReadingMode::Normale);
+    showKeys(ReadingMode::Normale);
     for (QPushButton* button : buttons_) {
         appearance::enlargeText(*button, kButtonTextScale);
         tint(*button);
@@ -57,9 +57,11 @@ void ReadingBoard::enableAnswers(bool on) {
         button->setEnabled(on);
 }
 
-void ReadingBoard::nameKeys(ReadingMode mode) {
+void ReadingBoard::showKeys(ReadingMode mode) {
     for (int degree = 0; degree < pitch::kDegrees; ++degree)
         keys_[static_cast<std::size_t>(degree)]->setText(answer_keys::inWords(degree, mode));
+    for (QLabel* label : {ui_->lblAuto1, ui_->lblAuto2})
+        label->setVisible(mode == ReadingMode::Automatico);
 }
 
 void ReadingBoard::showVerdict(const std::optional<ReadingVerdict::Shown>& shown) {

@@ -33,8 +33,9 @@ public:
 
     void nameAnswers(pitch::AnswerNames style);
     void enableAnswers(bool on);
-    /// Shows under each button the keys that answer in a mode.
-    void nameKeys(ReadingMode mode);
+    /// Shows the keys that answer in a mode: under each button and, for the automatic mode, in
+    /// words.
+    void showKeys(ReadingMode mode);
     /// At the note and at the button; nothing hides it.
     void showVerdict(const std::optional<ReadingVerdict::Shown>& shown);
 

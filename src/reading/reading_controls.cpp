@@ -5,11 +5,16 @@
 #include "ui_reading_controls.h"
 #include "widgets/action_icon.h"
 #include "widgets/appearance.h"
+#include "widgets/panel_text.h"
 
 namespace {
 
 constexpr double kCounterTextScale = 2.2;
 constexpr double kStartTextScale = 1.2;
+
+QString speedText(int notesPerMinute) {
+    return UserText::tr("Velocità: %1").arg(notesPerMinute);
+}
 
 }  // namespace
 
@@ -23,14 +28,17 @@ ReadingControls::ReadingControls(QWidget* parent)
     for (QWidget* counter : {ui_->conta, ui_->er})
         appearance::enlargeText(*counter, kCounterTextScale, QFont::Normal);
     appearance::enlargeText(*ui_->Start, kStartTextScale, QFont::Normal);
+    panel_text::reserveWidest(*ui_->lblVelocita, {speedText(ui_->Slider1->maximum())});
 }
 
 ReadingControls::~ReadingControls() = default;
 
+void ReadingControls::showSpeed(int notesPerMinute) {
+    ui_->lblVelocita->setText(speedText(notesPerMinute));
+}
+
 void ReadingControls::showSpeedControls(bool on) {
-    for (QWidget* widget : std::initializer_list<QWidget*>{ui_->Slider1, ui_->lblVelocita,
-                                                           ui_->lblAuto1, ui_->lblAuto2})
-        widget->setVisible(on);
+    ui_->speed->setVisible(on);
 }
 
 void ReadingControls::showStatistics(const ReadingStatistics& statistics) {

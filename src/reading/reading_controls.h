@@ -20,6 +20,7 @@ public:
 
     Ui::ReadingControls& ui() { return *ui_; }
 
+    void showSpeed(int notesPerMinute);
     void showSpeedControls(bool on);
     void showStatistics(const ReadingStatistics& statistics);
     void hideStatistics();

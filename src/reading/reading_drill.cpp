@@ -84,7 +84,7 @@ void ReadingDrill::nameAnswers(pitch::AnswerNames style) {
 void ReadingDrill::chooseMode(ReadingMode mode) {
     session_.setMode(mode);
     board_.enableAnswers(mode == ReadingMode::Normale);
-    board_.nameKeys(mode);
+    board_.showKeys(mode);
     controls_.showSpeedControls(mode == ReadingMode::Automatico);
 }
 
@@ -111,7 +111,7 @@ void ReadingDrill::Start_Click() {
 void ReadingDrill::Slider1_Change() {
     const int notesPerMinute = controls_.ui().Slider1->value();
     session_.setSpeed(notesPerMinute);
-    controls_.ui().lblVelocita->setText(UserText::tr("Velocità: %1").arg(notesPerMinute));
+    controls_.showSpeed(notesPerMinute);
 }
 
 void ReadingDrill::difficolt_Click() {

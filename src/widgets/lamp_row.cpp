@@ -19,7 +19,8 @@ constexpr double kLampShare = 0.86;
 constexpr int kRimDarkness = 160;  ///< of the lamp's colour, in percent
 constexpr double kSmallestPlace = 0.5;
 constexpr double kUsualPlace = 0.8;
-constexpr double kRowHeight = 2.4;  ///< this and the places in heights of a text line
+constexpr double kLowestRow = 1.8;
+constexpr double kUsualRow = 2.4;  ///< this and those above in heights of a text line
 
 QColor fromBgr(Colour colour) {
     return QColor(static_cast<int>(colour & 0xFF), static_cast<int>(colour >> 8 & 0xFF),
@@ -94,12 +95,12 @@ void LampRow::setAllColours(Colour colour) {
 
 QSize LampRow::sizeHint() const {
     const int line = fontMetrics().height();
-    return {qRound(kCount * kUsualPlace * line), qRound(kRowHeight * line)};
+    return {qRound(kCount * kUsualPlace * line), qRound(kUsualRow * line)};
 }
 
 QSize LampRow::minimumSizeHint() const {
     const int line = fontMetrics().height();
-    return {qRound(kCount * kSmallestPlace * line), qRound(kRowHeight * line)};
+    return {qRound(kCount * kSmallestPlace * line), qRound(kLowestRow * line)};
 }
 
 void LampRow::resizeEvent(QResizeEvent* /*event*/) {
