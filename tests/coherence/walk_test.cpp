@@ -23,8 +23,8 @@ namespace {
 /// The smallest screen at 200 %, 1920 × 1080, less a window's frame and title bar.
 constexpr QSize kSmallScreen(952, 500);
 constexpr QSize kLargeScreen(1920, 1050);
-constexpr double kLargeText = 1.5;
-constexpr int kFrame = 4;  ///< that every style leaves around a text
+constexpr double kLargeType = 18;  ///< points
+constexpr int kFrame = 4;          ///< that every style leaves around a text
 
 /// The window's widgets but for parts of the toolkit's own, which have no names.
 QWidgetList widgetsOf(const QWidget& window) {
@@ -135,7 +135,7 @@ TEST_P(EveryWindow, IsNamedHasItsOwnKeysAndIsSeenWholeAndWell) {
     for (const bool large : {true, false}) {
         application::showTheme(large ? application::Theme::Light : application::Theme::Dark);
         QFont scaled = font;
-        scaled.setPointSizeF(font.pointSizeF() * (large ? kLargeText : 1));
+        scaled.setPointSizeF(large ? kLargeType : font.pointSizeF());
         QApplication::setFont(scaled);
         bool looked = false;
         GetParam().show([&](QWidget& window) {
