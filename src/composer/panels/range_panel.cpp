@@ -47,12 +47,14 @@ RangePanel::RangePanel(QWidget* parent) : QWidget(parent), ui_(std::make_unique<
 
 RangePanel::~RangePanel() = default;
 
-/// A button's signal does not say what pressed it, and which keys press one is up to the desktop.
+/// A button's signal does not say what pressed it, and which keys press one is up to the desktop. A
+/// key that a screen reader looks at first comes from there, and its release too late: held, it
+/// would step twice.
 bool RangePanel::eventFilter(QObject* /*target*/, QEvent* event) {
     if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick)
         held_ = static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton;
     else if (event->type() == QEvent::KeyPress)
-        held_ = true;
+        held_ = event->spontaneous();
     else if (event->type() == QEvent::KeyRelease || event->type() == QEvent::FocusOut)
         held_ = false;
     return false;
