@@ -120,6 +120,7 @@ void ComposerMenu::addDirectInsertion(QMenu& menu) {
     directInsertion_ = menu.addAction(tr("Inserimento diretto"));
     directInsertion_->setObjectName(QStringLiteral("mnuInsDiretto"));
     directInsertion_->setCheckable(true);
+    directInsertion_->setAutoRepeat(false);
     directInsertion_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_I));
     directInsertion_->setStatusTip(
         tr("Ogni tasto di un pianoforte e ogni clic sul pentagramma inserisce la sua nota"));

@@ -23,6 +23,10 @@ void ComposerSpeech::transposed() {
     say(UserText::tr("Melodia trasposta"));
 }
 
+void ComposerSpeech::directInsertion(bool on) {
+    say(on ? UserText::tr("Inserimento diretto") : UserText::tr("Senza inserimento diretto"));
+}
+
 void ComposerSpeech::playing(bool playing) {
     if (std::exchange(playing_, playing) != playing)
         say(playing ? UserText::tr("Suona") : UserText::tr("Fermo"));

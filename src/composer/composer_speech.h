@@ -21,6 +21,7 @@ public:
     void range() { say(melody_.range()); }
     void transposition() { say(melody_.transposition()); }
     void transposed();
+    void directInsertion(bool on);
     void playing(bool playing);
 
     void readActiveEntry() const;

@@ -94,6 +94,8 @@ void frmComposer::addSpeech(ComposerState& state) {
         speech.setSilent(silent);
     });
     menu_.setSilent(state.silent);
+    connect(&menu_, &ComposerMenu::directInsertionChosen, this,
+            [&speech](bool on) { speech.directInsertion(on); });
     connect(&keyboard_, &ComposerKeyboard::semitoneChosen, this,
             [&speech] { speech.activeNote(); });
     connect(new QShortcut(Qt::Key_F2, this), &QShortcut::activated, this,
