@@ -118,6 +118,10 @@ void frmConfMetro::Form_Load() {
     // Characters composed by an input method would bypass the key filter.
     ui_->txtPattern->setAttribute(Qt::WA_InputMethodEnabled, false);
     ui_->txtPattern->installEventFilter(this);
+    for (const QLineEdit* box : {ui_->txtPattern, ui_->txtTempo}) {
+        connect(box, &QLineEdit::inputRejected, this,
+                [box] { announce(metronome_speech::full(box->maxLength())); });
+    }
 }
 
 /// The user's choice in the list sets the kind's note and sounds it, even if it is the same again;

@@ -28,4 +28,8 @@ QString refusedLetter() {
     return UserText::tr("Solo a, b e c");
 }
 
+QString full(int longest) {
+    return UserText::tr("Al massimo %1 caratteri").arg(longest);
+}
+
 }  // namespace metronome_speech

@@ -10,8 +10,10 @@ QString stopped();
 QString tempo(int beatsPerMinute);
 QString timeSignature(const QString& timeSig);
 
-/// The user's own sequence: what is stored when its window closes, and a character that it refuses.
+/// The user's own sequence: what is stored when its window closes, a character that it refuses, and
+/// one too many for its box.
 QString stored(const QString& pattern, const QString& timeSig);
 QString refusedLetter();
+QString full(int longest);
 
 }  // namespace metronome_speech
