@@ -107,14 +107,19 @@ void HelpWindow::addShortcuts() {
 }
 
 void HelpWindow::showPage(const QString& file) {
+    // Where it has the focus, the page tells its title by itself.
+    const bool told = ui_->pagina->hasFocus();
     if (!file.isEmpty()) {
         ui_->txtCerca->clear();
+        ui_->pagina->setFocus();
         openPage(file);
     }
     show();
     setWindowState(windowState() & ~Qt::WindowMinimized);
     raise();
     activateWindow();
+    if (!told)
+        announce(ui_->pagina->documentTitle());
 }
 
 void HelpWindow::openPage(const QString& file) {
