@@ -244,12 +244,12 @@ void frmInto::showHint(const char* hint) {
         hintSpeech_.start();
 }
 
-/// While an exercise runs the question sounds.
+/// While an exercise runs the question sounds. A window that opens is read with its labels.
 void frmInto::announceHint() {
     const bool running =
         std::any_of(panels_.begin(), panels_.end(),
                     [](const ExercisePanel* panel) { return panel->exercise().running(); });
-    if (!running)
+    if (!running && isActiveWindow())
         announce(ui_->lblSpiegaStep->text());
 }
 
