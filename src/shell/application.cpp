@@ -4,6 +4,7 @@
 #include "shell/menu_escape.h"
 #include "shell/palettes.h"
 #include "shell/window_style.h"
+#include "widgets/accessible_updates.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -85,6 +86,7 @@ void prepare(QApplication& app) {
     translate(app);
     app.installEventFilter(new ClosedWindows(&app));
     app.installEventFilter(new MenuEscape(&app));
+    accessible_updates::reportScreenOnly();
 }
 
 }  // namespace application

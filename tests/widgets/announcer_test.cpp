@@ -1,7 +1,11 @@
 #include "widgets/announcer.h"
 
+#include "widgets/accessible_updates.h"
+
+#include <QAccessible>
 #include <QCoreApplication>
 #include <QStringList>
+#include <QWidget>
 
 #include <gtest/gtest.h>
 
@@ -28,4 +32,19 @@ TEST(Announcer, SaysEachTextOnceInOrderAndNotBeforeItsDelay) {
     for (int pass = 0; pass < 1000 && said.size() < given.size(); ++pass)
         QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
     EXPECT_EQ(said, given);
+}
+
+TEST(AccessibleUpdates, TellOfWindowsAndOfPartsOnTheScreen) {
+    QWidget window;
+    QWidget part(&window);
+    const auto tells = [](QWidget& widget, QAccessible::Event type) {
+        return accessible_updates::concernsScreen(QAccessibleEvent(&widget, type));
+    };
+    for (const bool shown : {false, true, false}) {
+        window.setVisible(shown);
+        EXPECT_TRUE(tells(part, QAccessible::Focus));
+        for (const auto type : {QAccessible::ObjectShow, QAccessible::ObjectHide,
+                                QAccessible::NameChanged, QAccessible::DescriptionChanged})
+            EXPECT_TRUE(tells(part, type) == shown && tells(window, type)) << type;
+    }
 }
