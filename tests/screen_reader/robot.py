@@ -15,6 +15,7 @@ import time
 from screen import Screen, missing
 
 QUESTIONS = 20
+STARTS = 4  # of the metronome
 ORDINALS = {"prim": 0, "second": 1, "terz": 2, "quart": 3, "quint": 4}
 PLACE = r"linea|spazio|taglio"
 NOTES = ["Do", "Do diesis", "Re", "Re diesis", "Mi", "Fa", "Fa diesis", "Sol", "Sol diesis", "La",
@@ -52,16 +53,18 @@ class Robot:
 
     def begin(self, task):
         self.task = task
-        self.results[task] = {"heard": 0, "wrong": [], "seconds": [], "strokes": self.screen.strokes}
+        self.results[task] = {"heard": 0, "wrong": [], "seconds": [], "strokes": self.screen.strokes,
+                              "dropped": self.screen.dropped}
 
     def end(self):
         result = self.results[self.task]
         result["strokes"] = self.screen.strokes - result["strokes"]
+        result["dropped"] = self.screen.dropped - result["dropped"]
         self.report()
 
     def hear(self, pattern, seconds=4.0, timed=False, with_pulse=False):
-        """Waits for an utterance; one that does not come counts as wrong. What takes effect with the
-        next pulse of the metronome is timed from there."""
+        """Waits for an utterance; one that does not come counts as wrong. It is timed from the key, or
+        from where the metronome's next pulse lets the key through to Orca and to its effect."""
         said = self.screen.wait_for(pattern, seconds)
         result = self.results[self.task]
         if not said:
@@ -70,8 +73,8 @@ class Robot:
             return ""
         result["heard"] += 1
         if timed:
-            pulse = self.screen.pulse_before(said.time) if with_pulse else 0.0
-            result["seconds"].append(said.time - max(self.screen.pressed_at, pulse))
+            since = self.screen.reached_at if with_pulse else self.screen.pressed_at
+            result["seconds"].append(said.time - since)
         return said.text
 
     def verdict(self, right, words):
@@ -98,7 +101,7 @@ class Robot:
                 return notes, now
             time.sleep(0.05)
         self.results[self.task]["wrong"].append("%d MIDI notes instead of %d; the last: %s" % (
-            len(notes), count, [(round(note.time - end, 2), note.number) for note in self.screen.played[-6:]]))
+            len(notes), count, self.screen.played[-6:]))
         return notes + [MIDDLE_C] * count, now
 
     def drill(self, automatic):
@@ -313,10 +316,11 @@ class Robot:
             self.screen.press("Right")
         self.hear("^96 pulsazioni al minuto$", 20)
         self.tab_to("^Start / Stop", key="shift+Tab")
-        self.screen.press("space")
-        self.hear("^Metronomo avviato, 3/4, 96$", 8, timed=True)
-        self.screen.press("space")
-        self.hear("^Metronomo fermato$", timed=True, with_pulse=True)
+        for _ in range(STARTS):
+            self.screen.press("space")
+            self.hear("^Metronomo avviato, 3/4, 96$", 8, timed=True, with_pulse=True)
+            self.screen.press("space")
+            self.hear("^Metronomo fermato$", timed=True, with_pulse=True)
         self.end()
 
     def sheets(self):
@@ -373,6 +377,8 @@ class Robot:
         result = self.results[self.task]
         line = "%s: heard %d, wrong %d, strokes %d" % (
             self.task, result["heard"], len(result["wrong"]), result["strokes"])
+        if result["dropped"]:
+            line += ", reports dropped by Orca %d" % result["dropped"]
         if result["seconds"]:
             line += ", seconds to the words: median %.2f, largest %.2f" % (
                 statistics.median(result["seconds"]), max(result["seconds"]))
@@ -381,7 +387,7 @@ class Robot:
     def failed(self):
         twice = self.said_twice()
         print("said twice: %d %s" % (len(twice), twice[:3]))
-        return twice or any(result["wrong"] for result in self.results.values())
+        return twice or self.screen.dropped or any(result["wrong"] for result in self.results.values())
 
 
 def main():

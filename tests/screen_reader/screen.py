@@ -16,14 +16,13 @@ import tempfile
 import threading
 import time
 import tty
-from collections import namedtuple
 from datetime import datetime
 
 NEEDED = ["orca", "Xvfb", "openbox", "xdotool", "dbus-daemon", "jackd", "jack_midi_dump"]
 LAUNCHER = "/usr/libexec/at-spi-bus-launcher"
 LAPTOP = {"profile": ["Default", "default"], "keyboardLayout": 2}
-NOTE_ON = re.compile(r"[+ \d]+: 9([0-9a-f]) ([0-9a-f]{2}) ([0-9a-f]{2})", re.I)
-MELODY, PERCUSSION = 0, 9  # channels
+NOTE_ON = re.compile(r"[+ \d]+: 90 ([0-9a-f]{2}) ([0-9a-f]{2})", re.I)
+DROPPED = re.compile(r"EVENT MANAGER: (\d+) events pruned")
 SPEECH = re.compile(r"^(\d\d:\d\d:\d\d\.\d+) - SPEECH OUTPUT: '(.*)'(?: voice=\w+)? ?\{")
 
 
@@ -44,9 +43,6 @@ class Utterance:
         self.text = text.rstrip(".")
 
 
-Note = namedtuple("Note", "time channel number")
-
-
 class Screen:
     """Starts everything, presses keys, and listens. To be used in a `with` statement."""
 
@@ -55,6 +51,8 @@ class Screen:
         self.processes = []
         self.said = []
         self.played = []
+        self.dropped = 0
+        self.reached_at = 0.0  # when Orca was told of the last key
         self.pressed_at = 0.0
         self.presses = []
         self.heard_so_far = 0
@@ -151,12 +149,18 @@ class Screen:
         return len(self.presses)
 
     def listen(self, terminal):
-        """Collects what is said; the echo of keys, which ends in a blank, is left out."""
+        """Collects what is said; the echo of keys, which ends in a blank, is left out. Of too many
+        reports at once Orca drops those that wait, words as well."""
         with os.fdopen(terminal, "rb") as lines:
             for line in lines:
-                found = SPEECH.match(line.decode(errors="replace"))
-                if found and not found.group(2).endswith(" "):
+                text = line.decode(errors="replace")
+                found = SPEECH.match(text)
+                if found and found.group(2).endswith(" "):
+                    self.reached_at = Utterance(*found.groups()).time
+                elif found:
                     self.said.append(Utterance(*found.groups()))
+                dropped = DROPPED.search(text)
+                self.dropped += int(dropped.group(1)) if dropped else 0
 
     def utterances(self):
         return list(self.said)
@@ -174,17 +178,13 @@ class Screen:
         return None
 
     def listen_to_notes(self, lines):
-        """Collects the MIDI notes that begin, with the instant of each."""
+        """Collects the MIDI notes that begin."""
         for line in lines:
             message = NOTE_ON.match(line.decode(errors="replace"))
-            if message and message.group(3) != "00":
-                self.played.append(Note(time.time(), int(message.group(1), 16), int(message.group(2), 16)))
+            if message and message.group(2) != "00":
+                self.played.append(int(message.group(1), 16))
 
     def notes_since(self, place):
         """The notes that began after a place in the list of what was played, and the end of the list."""
         played = self.played[place:]
-        return [note.number for note in played if note.channel == MELODY], place + len(played)
-
-    def pulse_before(self, instant):
-        """When the metronome's last pulse before an instant was played."""
-        return max((note.time for note in self.played if note.channel == PERCUSSION and note.time < instant), default=0.0)
+        return played, place + len(played)
