@@ -5,12 +5,16 @@
 #include <QMenu>
 #include <QMenuBar>
 
-/// The bar gets the focus when the menu has handled its key.
 bool MenuEscape::eventFilter(QObject* target, QEvent* event) {
-    if (event->type() == QEvent::KeyPress && qobject_cast<QMenu*>(target) &&
-        static_cast<QKeyEvent*>(event)->matches(QKeySequence::Cancel))
+    const auto isAlt = [event] { return static_cast<QKeyEvent*>(event)->key() == Qt::Key_Alt; };
+    if (event->type() == QEvent::ShortcutOverride && target->isWindowType() && isAlt())
+        altInMenu_ = QApplication::activePopupWidget();
+    if (event->type() != QEvent::KeyPress || !qobject_cast<QMenu*>(target))
+        return false;
+    // The bar gets the focus when the menu has handled its key.
+    if (static_cast<QKeyEvent*>(event)->matches(QKeySequence::Cancel))
         QMetaObject::invokeMethod(this, &MenuEscape::leaveMenuBar, Qt::QueuedConnection);
-    return false;
+    return isAlt() && !altInMenu_;
 }
 
 /// The bar's own Escape returns the focus to where it was.
