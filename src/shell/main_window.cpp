@@ -71,6 +71,11 @@ void MainWindow::connectMenu() {
     const auto on = [this](QAction* item, void (MainWindow::*handler)()) {
         item->setAutoRepeat(false);
         connect(item, &QAction::triggered, this, handler);
+        // By its key a choice would be made without a word.
+        connect(item, &QAction::triggered, this, [item] {
+            if (item->isChecked())
+                announce(item->text());
+        });
     };
     on(ui_->Esci, &MainWindow::Esci_Click);
     on(ui_->mnuLettura, &MainWindow::mnuLettura_Click);

@@ -250,6 +250,13 @@ struct DrillWalk : MainWindowFixture {
         }
         user.find<Regolo>("Regolo").pressStep(step);
     }
+    /// A choice by key is told; one that no item shows is not.
+    void choose(const char* item) {
+        heard.take();
+        MainWindowFixture::choose(item);
+        const QString text = user.find<QAction>(item).text();
+        EXPECT_EQ(heard.take().contains(text), item != QLatin1String("Suono2"));
+    }
     void chooseMode() {
         answers = automatic;
         automatic = !automatic;
