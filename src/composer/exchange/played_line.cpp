@@ -10,11 +10,12 @@ namespace midi_recording {
 namespace {
 
 constexpr double kMsPerMinute = 60'000;
-/// An entry loses a millisecond at most, and the few rests that follow each other so much.
+/// An entry loses a millisecond at most. Rests that follow each other are read as one, which lost
+/// one for each of them, but less than a unit.
 constexpr double kNoLoss = 0.01;
 constexpr double kLoss = 1.01;
-constexpr double kLossOfRests = 3;
-constexpr double kMostOfUnit = 0.85;
+constexpr double kLossOfRests = 20;
+constexpr double kMostOfUnit = 0.99;
 
 /// A note with the rest behind it.
 struct Split {
