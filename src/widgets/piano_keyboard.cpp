@@ -106,7 +106,7 @@ bool PianoKeyboard::pressed(int index) const {
 }
 
 void PianoKeyboard::setRangeMark(int index, bool on) {
-    if (!isKey(index))
+    if (!isKey(index) || rangeMark(index) == on)
         return;
     rangeMarked_[static_cast<std::size_t>(index)] = on;
     markWidget(index)->setVisible(on && showsRangeMarks_);
