@@ -44,7 +44,7 @@ bool RoomScale::eventFilter(QObject* /*target*/, QEvent* event) {
     if (event->type() == QEvent::Resize)
         followSize();
     if (event->type() == QEvent::LayoutRequest) {
-        if (steps_ > 0 && !fits(window_.size()))
+        if (steps_ > 0 && !fits(roomHere()))
             enlarge(steps_ - 1);
         fitScreen();
     }
@@ -67,24 +67,28 @@ void RoomScale::enlarge(int steps) {
     do {
         steps_ = steps--;
         applyType();
-    } while (steps_ > 0 && !fits(window_.size()));
+    } while (steps_ > 0 && !fits(roomHere()));
     if (steps_ == 0)
         window_.setMinimumSize(0, 0);
 }
 
 void RoomScale::fitScreen() {
-    if (type() <= kUsualType)
-        return;
+    const double least = kUsualType / ownSize_;
     const QSize room = appearance::roomOnScreen(window_).size();
     const double before = fit_;
-    for (double fit = fit_; !fits(room) && type() > kUsualType; fit -= kStep) {
-        fit_ = std::max(fit - kStep, kUsualType / ownSize_);
+    while (fit_ > least && !fits(room)) {
+        fit_ = std::max(fit_ - kStep, least);
         applyType();
     }
     if (fit_ == before || window_.isHidden() || window_.isMaximized())
         return;
     window_.layout()->activate();
     window_.resize(window_.size().boundedTo(room));
+}
+
+/// What is shown can make the window larger than the screen.
+QSize RoomScale::roomHere() const {
+    return window_.size().boundedTo(appearance::roomOnScreen(window_).size());
 }
 
 bool RoomScale::fits(QSize room) const {

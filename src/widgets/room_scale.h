@@ -31,6 +31,7 @@ private:
     void followSize();
     void enlarge(int steps);
     void fitScreen();
+    QSize roomHere() const;
     bool fits(QSize room) const;
     double type() const;
     void applyType();
