@@ -8,8 +8,10 @@
 #include <QLabel>
 #include <QToolButton>
 
+#include <algorithm>
+
 GuidePanel::GuidePanel(QWidget* parent) : QWidget(parent), content_(new QWidget(this)) {
-    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Expanding);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
     content_->setObjectName(QStringLiteral("guida"));
 }
 
@@ -33,12 +35,17 @@ void GuidePanel::setRows(const QString& title, const std::vector<Row>& rows) {
         grid->addWidget(keys, line, 1);
         lastControl_ = button;
     }
+    updateGeometry();
     arrange();
 }
 
 void GuidePanel::setWanted(bool wanted) {
     wanted_ = wanted;
     arrange();
+}
+
+QSize GuidePanel::minimumSizeHint() const {
+    return {std::max(0, content_->sizeHint().width()), 0};
 }
 
 void GuidePanel::resizeEvent(QResizeEvent* /*event*/) {

@@ -7,7 +7,7 @@
 class QAction;
 
 /// Names what else there is, with its shortcuts, in a place that would be empty; a click does it.
-/// It asks for no room: where it does not fit as a whole, nothing is shown.
+/// It asks for no height: where it does not fit as a whole, nothing is shown.
 class GuidePanel : public QWidget {
     Q_OBJECT
 
@@ -29,7 +29,7 @@ public:
     void setWanted(bool wanted);
 
     QSize sizeHint() const override { return minimumSizeHint(); }
-    QSize minimumSizeHint() const override { return {0, 0}; }
+    QSize minimumSizeHint() const override;
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
