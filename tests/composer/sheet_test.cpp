@@ -65,7 +65,7 @@ int staffLines(const MelodySheet& sheet) {
 TEST(SheetPainter, PaintsThePagesThatAreWantedInTheirOrder) {
     std::mt19937 random(5);
     const auto draw = [&random](int below) { return static_cast<int>(random() % below); };
-    for (int turn = 0; turn < 30; ++turn) {
+    for (int turn = 0; turn < 20; ++turn) {
         Composition composition;
         std::vector<MelodyEntry> melody;
         const int lowest = turn % 2 ? 36 : 60;
