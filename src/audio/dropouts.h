@@ -26,7 +26,7 @@ class DropoutCount {
 public:
     void streamBegan(std::int64_t now) { last_ = now; }
 
-    /// Whether this dropout is the one that calls for larger buffers. It is asked for them once.
+    /// A dropout happened. Whether the buffers must become larger because of it, which is so once.
     bool callsForMore(std::int64_t now);
 
 private:

@@ -178,6 +178,8 @@ void AudioStream::Core::close() {
 
 void AudioStream::Core::open() {
     close();
+    // Of whatever opens now: a server has buffers of its own.
+    hasLargerBuffers = needsLargerBuffers.load();
     for (const std::string& name : setup.drivers)
         if (openDriver(name))
             return;
@@ -200,7 +202,6 @@ bool AudioStream::Core::openDriver(const std::string& name) {
     if (!settings || fluid_settings_setstr(settings, "audio.driver", name.c_str()) != FLUID_OK)
         return false;
     fluid_settings_setnum(settings, "synth.sample-rate", engine->rate());
-    hasLargerBuffers = needsLargerBuffers.load();
     fluid_settings_setint(settings, "audio.period-size",
                           setup.periodFrames * (hasLargerBuffers ? kGrowth : 1));
     fluid_settings_setint(settings, "audio.periods", kPeriods);
