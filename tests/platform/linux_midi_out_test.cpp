@@ -135,6 +135,7 @@ struct LinuxMidiOutTest : testing::Test {
         machine.ports = {{RtMidi::LINUX_ALSA, {"Tastiera 20:0", "", "Modulo 24:0"}},
                          {RtMidi::UNIX_JACK, {"jack:in"}}};
         machine.hasJack = true;
+        qputenv("PIPEWIRE_REMOTE", "of this machine");  // so that JACK is asked for
     }
     ~LinuxMidiOutTest() override {
         machine.loseJack();

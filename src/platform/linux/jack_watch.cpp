@@ -5,12 +5,10 @@
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <dlfcn.h>
 #include <jack/jack.h>
 #include <jack/midiport.h>
 #include <mutex>
@@ -19,16 +17,17 @@
 
 namespace {
 
-/// Whether a server may be running. JACK's own has files as long as it does, and to ask its library
-/// costs 2 MB. PipeWire's library of the same name finds its server in another way.
+/// Whether a server may be running: where none is, asking for it costs 2 MB for the database of
+/// JACK's library. JACK's own server has files; PipeWire's, which the same calls reach where its
+/// library stands in for JACK's, has a socket.
 bool serverMayRun() {
-    Dl_info library{};
-    if (dladdr(reinterpret_cast<void*>(&jack_client_open), &library) == 0 || !library.dli_fname)
+    if (qEnvironmentVariableIsSet("PIPEWIRE_REMOTE"))
         return true;
-    const QFileInfo file(QFile::decodeName(library.dli_fname));
-    const bool isJacksOwn =
-        file.fileName().startsWith("libjack") && !file.filePath().contains("pipewire");
-    return !isJacksOwn ||
+    for (const char* folder : {"PIPEWIRE_RUNTIME_DIR", "XDG_RUNTIME_DIR"}) {
+        if (QFile::exists(qEnvironmentVariable(folder) + QLatin1String("/pipewire-0")))
+            return true;
+    }
+    return QFile::exists(QStringLiteral("/run/pipewire/pipewire-0")) ||
            !QDir("/dev/shm", "jack*", QDir::NoSort, QDir::AllEntries | QDir::System).isEmpty();
 }
 
