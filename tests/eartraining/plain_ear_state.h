@@ -62,6 +62,18 @@ struct PlainEarState {
         sound.setRangeLower(static_cast<pitch::NoteIndex>(lower));
         sound.setRangeUpper(static_cast<pitch::NoteIndex>(upper));
     }
+    /// The type of chord of three keys in any octaves and order.
+    static int typeOf(const std::set<int>& played) {
+        std::set<int> classes;
+        for (const int note : played)
+            classes.insert(note % 12);
+        for (int i = 0; i < 48 && played.size() == 3; ++i) {
+            const auto [middle, top] = kShapes[i % 4];
+            if (classes == std::set<int>{i / 4, (i / 4 + middle) % 12, (i / 4 + top) % 12})
+                return i % 4;
+        }
+        return -1;
+    }
     bool chordPlayable() const { return notes[0] >= 36 && notes[2] <= 95; }
     QString badge() const {
         return world.runtime.now() < w.judgedAt + std::chrono::milliseconds(800) ? w.judged : "";

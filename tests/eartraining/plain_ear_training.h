@@ -345,18 +345,6 @@ struct PlainEarTraining : PlainEarState {
                          [this](int down) { return w.choosing.contains(down); }))
             chordType(typeOf(w.played));
     }
-    /// Of three keys in any octaves and order.
-    static int typeOf(const std::set<int>& played) {
-        std::set<int> classes;
-        for (const int note : played)
-            classes.insert(note % 12);
-        for (int i = 0; i < 48 && played.size() == 3; ++i) {
-            const auto [middle, top] = kShapes[i % 4];
-            if (classes == std::set<int>{i / 4, (i / 4 + middle) % 12, (i / 4 + top) % 12})
-                return i % 4;
-        }
-        return -1;
-    }
     void chordType(int type) {
         if (type >= 0 && !w.chord.silent && judge("TipoAcc", type, type == w.chord.target))
             drawChord();
