@@ -183,6 +183,37 @@ void expectEngraved(const System& system, const Page& page, const score::Notatio
     }
 }
 
+/// No head, stem or other sign is where the sign of a duration stands.
+void expectSignsClear(const System& system) {
+    struct Box {
+        double left, right, low, high;
+    };
+    std::vector<std::pair<Staff, Box>> ink;
+    for (const Symbol& symbol : system.symbols) {
+        if (symbol.rest)
+            continue;
+        const double stem = symbol.x + (engraving::stemGoesUp(symbol.note) ? 1.18 : 0);
+        const double head = symbol.note.position;
+        const auto [low, high] = std::minmax({head, symbol.stemEnd});
+        if (symbol.value.duration != note_values::Duration::Whole)
+            ink.push_back({symbol.staff, {stem - 0.05, stem + 0.05, low, high}});
+        ink.push_back({symbol.staff, {symbol.x, symbol.x + 1.18, head - 1, head + 1}});
+    }
+    for (const DurationSign& sign : system.durationSigns) {
+        const Symbol& symbol = system.symbols[sign.symbol];
+        const double middle = symbol.x + engraving::headWidth(symbol.value.duration) / 2;
+        const double side = staff_entry::durationSignWidth(sign.quarters) / 2;
+        const Box box{middle - side, middle + side, sign.position - 1.2, sign.position + 1.2};
+        for (const auto& [staff, other] : ink) {
+            const bool beside = other.right <= box.left || other.left >= box.right;
+            ASSERT_TRUE(staff != symbol.staff || beside || other.high <= box.low ||
+                        other.low >= box.high)
+                << sign.quarters << " at " << symbol.x;
+        }
+        ink.push_back({symbol.staff, box});
+    }
+}
+
 /// Every system is on one page, below the one before it and, with it, within the page.
 void expectPages(const ScoreLayout& score, double height) {
     const bool bass = usesBass(score);
@@ -302,6 +333,7 @@ TEST(ScoreLayout, AfterEveryChangeItIsWhatANewOneWouldBe) {
             else
                 ASSERT_NEAR(system.end, page.width, 1e-6) << "full lines";
             ASSERT_NO_FATAL_FAILURE(expectEngraved(system, page, melody.notation));
+            ASSERT_NO_FATAL_FAILURE(expectSignsClear(system));
         }
         if (melody.notation.metre) {
             SCOPED_TRACE(turn);

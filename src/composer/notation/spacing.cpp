@@ -13,6 +13,7 @@ constexpr double kLeastGap = 0.3;  ///< between the ink of two symbols
 constexpr double kLedgerGap = 0.1;
 constexpr double kTieLength = 2.4;  ///< from head to head, so that the tie can be seen
 constexpr double kBeforeBarLine = 0.6;
+constexpr double kSignGap = 0.4;  ///< between the signs of two durations
 
 double leastDistance(const Symbol& symbol, const Symbol* next) {
     const engraving::Extent extent = extentOf(symbol);
@@ -24,7 +25,7 @@ double leastDistance(const Symbol& symbol, const Symbol* next) {
     if (symbol.endsBar)
         least = extent.right + kBeforeBarLine;
     if (!next)
-        return least;
+        return std::max(least, extentWithSign(symbol).right + kLeastGap);
     if (symbol.endsBar)
         return least + kBehindBarLine + extentOf(*next).left;
     const bool nextLedger = !next->rest && engraving::ledgerLines(next->note.position) > 0;
@@ -33,6 +34,10 @@ double leastDistance(const Symbol& symbol, const Symbol* next) {
         least += extentOf(*next).left;
     else if (ledger && nextLedger)
         least = std::max(least, head + 2 * glyph_table::kLedgerLineExtension + kLedgerGap);
+    if (symbol.signWidth > 0 && next->signWidth > 0) {
+        const double signs = (symbol.signWidth + next->signWidth) / 2 + kSignGap;
+        least = std::max(least, signs + middleOf(symbol) - middleOf(*next));
+    }
     return symbol.tiedToNext() ? std::max(least, kTieLength) : least;
 }
 

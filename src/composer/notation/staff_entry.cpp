@@ -12,6 +12,8 @@
 namespace staff_entry {
 namespace {
 
+constexpr double kSignCharacter = 0.73;  ///< staff spaces
+
 /// No figure is longer.
 constexpr int kMostUnits = kMostValues * 6 * score::kUnitsPerQuarter;
 
@@ -73,6 +75,10 @@ QString durationSign(double duration) {
     QLocale locale;
     locale.setNumberOptions(QLocale::OmitGroupSeparator);
     return QStringLiteral("[×%1]").arg(locale.toString(duration, 'g', 3));
+}
+
+double durationSignWidth(double duration) {
+    return kSignCharacter * static_cast<double>(durationSign(duration).size());
 }
 
 }  // namespace staff_entry

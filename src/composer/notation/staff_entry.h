@@ -48,4 +48,7 @@ std::optional<glyph_table::ArticulationSign> articulationOf(const Entry& entry);
 /// The sign beside a figure that is not exact: "[×0,1]", in the locale's format.
 QString durationSign(double duration);
 
+/// The room that the sign is given, in staff spaces.
+double durationSignWidth(double duration);
+
 }  // namespace staff_entry

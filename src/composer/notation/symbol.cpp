@@ -1,5 +1,6 @@
 #include "composer/notation/symbol.h"
 
+#include <algorithm>
 #include <array>
 
 namespace notation {
@@ -59,6 +60,17 @@ engraving::Extent extentOf(const Symbol& symbol) {
     if (symbol.rest)
         return {0, engraving::restWidth(symbol.value.duration, symbol.value.dots)};
     return engraving::extentOf(symbol.note);
+}
+
+double middleOf(const Symbol& symbol) {
+    return engraving::headWidth(symbol.value.duration) / 2;
+}
+
+engraving::Extent extentWithSign(const Symbol& symbol) {
+    const engraving::Extent extent = extentOf(symbol);
+    const double middle = middleOf(symbol);
+    const double side = symbol.signWidth / 2;
+    return {std::max(extent.left, side - middle), std::max(extent.right, side + middle)};
 }
 
 }  // namespace notation

@@ -31,6 +31,7 @@ struct Symbol {
     engraving::Note note;  ///< not of a rest
     double stemEnd = 0;    ///< a position; of a note with a stem
     double x = 0;          ///< of the head's left edge, in staff spaces from the system's left
+    double signWidth = 0;  ///< of the sign of its duration, in staff spaces; 0 without one
 
     bool flagged() const { return !rest && engraving::isFlagged(value.duration); }
     bool tiedToNext() const { return !rest && !closesEntry; }
@@ -52,7 +53,10 @@ void appendSymbols(std::vector<Symbol>& symbols, int index, const staff_entry::E
 /// Chooses the staff of a symbol.
 void placeOnStaff(Symbol& symbol, Staff staff);
 
-/// How far a symbol reaches to the left and to the right of its `x`.
+/// How far a symbol reaches to the left and to the right of its `x`, and the middle of its head,
+/// where the sign of its duration stands.
 engraving::Extent extentOf(const Symbol& symbol);
+engraving::Extent extentWithSign(const Symbol& symbol);
+double middleOf(const Symbol& symbol);
 
 }  // namespace notation

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <iterator>
 #include <utility>
 
 namespace notation {
@@ -18,7 +19,8 @@ constexpr double kTolerance = 1e-6;
 /// In staff spaces.
 constexpr double kAfterKey = 0.5;
 constexpr double kMetreRoom = 2.4;
-constexpr double kAfterSigns = 0.3;
+constexpr double kAfterSigns = 0.6;
+constexpr double kStretchMargin = 0.5;
 
 /// Notes under one beam begin in the same beat.
 double beatOf(const std::optional<score::Metre>& metre) {
@@ -53,6 +55,7 @@ public:
         reading_ = readSymbols(source_, system_.start, room);
         system_.symbols = std::move(reading_.symbols);
         system_.readTo = reading_.readTo;
+        signDurations();
         triplets_ = reading_.triplets;
         beams_ = beamsOf(system_.symbols, triplets_, beatOf(source_.notation.metre));
     }
@@ -135,14 +138,12 @@ public:
             system_.beams.push_back(layOutBeam(system_.symbols, beam));
         for (std::size_t i = 0; i < system_.symbols.size(); ++i) {
             const Symbol& symbol = system_.symbols[i];
-            const staff_entry::Entry& entry = reading_.entries[offsetOf(symbol)];
             if (!symbol.opensEntry)
                 continue;
-            if (const auto sign = staff_entry::articulationOf(entry))
+            if (const auto sign = staff_entry::articulationOf(entryOf(symbol)))
                 system_.articulations.push_back({i, *sign});
-            if (symbol.entry == reading_.barless ||
-                (!reading_.behind[i] && !staff_entry::figureOf(entry.duration).exact))
-                system_.durationSigns.push_back({i, entry.duration, 0});
+            if (symbol.signWidth > 0)
+                system_.durationSigns.push_back({i, entryOf(symbol).duration, 0});
         }
         placeOutside(system_, triplets_);
     }
@@ -153,8 +154,24 @@ public:
     }
 
 private:
+    /// The durations that the figures do not show; in bars all are shown.
+    void signDurations() {
+        for (std::size_t i = 0; i < system_.symbols.size(); ++i) {
+            Symbol& symbol = system_.symbols[i];
+            const double duration = entryOf(symbol).duration;
+            const bool barless = symbol.entry == reading_.barless;
+            const bool shown = reading_.behind[i] || staff_entry::figureOf(duration).exact;
+            if (symbol.opensEntry && (barless || !shown))
+                symbol.signWidth = staff_entry::durationSignWidth(duration);
+        }
+    }
+
     std::size_t offsetOf(const Symbol& symbol) const {
         return static_cast<std::size_t>(symbol.entry - system_.start.entry);
+    }
+
+    const staff_entry::Entry& entryOf(const Symbol& symbol) const {
+        return reading_.entries[offsetOf(symbol)];
     }
 
     /// Where the first head stands: its accidental is clear of the signs before it.
@@ -265,7 +282,13 @@ System::Stretch System::stretchOf(int entry) const {
     if (first == symbols.end())
         return {end, end, end};
     const auto left = [&](auto symbol) {
-        return symbol == symbols.end() ? end : symbol->x - std::max(0.5, extentOf(*symbol).left);
+        if (symbol == symbols.end())
+            return end;
+        const double begins = symbol->x - extentWithSign(*symbol).left;
+        const double before = symbol == symbols.begin()
+                                  ? opening.end
+                                  : std::prev(symbol)->x + extentWithSign(*std::prev(symbol)).right;
+        return std::max(begins - kStretchMargin, (before + begins) / 2);
     };
     return {left(first), left(after), first->x};
 }

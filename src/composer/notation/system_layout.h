@@ -90,7 +90,8 @@ struct System {
     double bottomLine(Staff staff) const;
     double middle() const;
 
-    /// What an entry of the system takes of its width.
+    /// What an entry of the system takes of its width; between narrow neighbours it ends in the
+    /// middle of the gap.
     struct Stretch {
         double left = 0;
         double right = 0;

@@ -1,6 +1,9 @@
 #include "composer/notation/system_room.h"
 
+#include "composer/notation/system_ink.h"
+
 #include <algorithm>
+#include <utility>
 
 namespace notation {
 namespace {
@@ -10,38 +13,13 @@ using engraving::Reach;
 
 /// In half spaces.
 constexpr double kBracketDistance = 2;
-constexpr double kBracketHeight = 1.6;
-constexpr double kSignHeight = 1.6;
-constexpr double kTieReach = 3;
-constexpr double kArticulationReach = 1.2;
+constexpr double kSignDistance = 2;
 constexpr double kLeastAbove = 7;  ///< the treble clef needs three
 constexpr double kLeastGap = 9;
 constexpr double kLeastBelow = 2;
 constexpr double kNumberRoom = 2.6;  ///< for the numbers of entries, below the ink
 constexpr double kAir = 1;           ///< beyond the outermost ink
 constexpr double kNoteRoom = 4;      ///< beyond the middle of a head, for an articulation
-
-Reach reachOf(const Symbol& symbol) {
-    if (symbol.rest)
-        return engraving::restReach(symbol.value.duration);
-    Reach reach = engraving::reachOf(symbol.note);
-    if (symbol.note.beamed) {
-        reach.low = std::min(reach.low, symbol.stemEnd);
-        reach.high = std::max(reach.high, symbol.stemEnd);
-    }
-    if (symbol.tiedToNext()) {
-        const bool below = engraving::stemGoesUp(symbol.note);
-        (below ? reach.low : reach.high) = symbol.note.position + (below ? -kTieReach : kTieReach);
-    }
-    return reach;
-}
-
-Reach reachOf(const System& system, const ArticulationMark& mark) {
-    const Symbol& symbol = system.symbols[mark.symbol];
-    const double position =
-        engraving::articulationPosition(symbol.note, mark.sign, symbol.tiedToNext());
-    return {position - kArticulationReach, position + kArticulationReach};
-}
 
 /// Of some symbols with their articulations, the stave included.
 Reach reachOf(const System& system, const Span& span) {
@@ -70,6 +48,17 @@ bool standsAbove(const System& system, const Span& span) {
     return up >= 0;
 }
 
+/// Beyond the stem of its note, clear of all other ink and of the signs before it.
+void placeSign(System& system, DurationSign sign) {
+    const Symbol& symbol = system.symbols[sign.symbol];
+    const double middle = symbol.x + middleOf(symbol);
+    const Reach reach = reachBetween(system, symbol.staff, middle - symbol.signWidth / 2,
+                                     middle + symbol.signWidth / 2);
+    const bool above = symbol.rest || engraving::stemGoesUp(symbol.note);
+    sign.position = above ? reach.high + kSignDistance : reach.low - kSignDistance;
+    system.durationSigns.push_back(sign);
+}
+
 }  // namespace
 
 void placeOutside(System& system, const std::vector<Span>& triplets) {
@@ -80,11 +69,8 @@ void placeOutside(System& system, const std::vector<Span>& triplets) {
             above ? reach.high + kBracketDistance : reach.low - kBracketDistance;
         system.triplets.push_back({span, system.symbols[span.first].staff, above, position});
     }
-    for (DurationSign& sign : system.durationSigns) {
-        const Symbol& symbol = system.symbols[sign.symbol];
-        sign.position =
-            symbol.rest ? engraving::kRestSignPosition : engraving::signPosition(symbol.note);
-    }
+    for (const DurationSign& sign : std::exchange(system.durationSigns, {}))
+        placeSign(system, sign);
 }
 
 void makeRoom(System& system, bool everyNote) {
@@ -102,14 +88,10 @@ void makeRoom(System& system, bool everyNote) {
         include(symbol.staff, reachOf(symbol));
     for (const ArticulationMark& mark : system.articulations)
         include(system.symbols[mark.symbol].staff, reachOf(system, mark));
-    for (const TripletBracket& bracket : system.triplets) {
-        include(bracket.staff,
-                {bracket.position - kBracketHeight, bracket.position + kBracketHeight});
-    }
-    for (const DurationSign& sign : system.durationSigns) {
-        include(system.symbols[sign.symbol].staff,
-                {sign.position - kSignHeight, sign.position + kSignHeight});
-    }
+    for (const TripletBracket& bracket : system.triplets)
+        include(bracket.staff, reachOf(bracket));
+    for (const DurationSign& sign : system.durationSigns)
+        include(system.symbols[sign.symbol].staff, reachOf(sign));
     system.ink = below;
     below += kNumberRoom;
     if (everyNote) {

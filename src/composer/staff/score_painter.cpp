@@ -4,6 +4,7 @@
 #include "widgets/music_font.h"
 
 #include <QFont>
+#include <QFontMetricsF>
 #include <QPainter>
 #include <QRectF>
 
@@ -19,9 +20,9 @@ using notation::Symbol;
 using notation::System;
 
 /// In staff spaces.
-constexpr double kSignSize = 1.5;
-constexpr double kSignRoom = 12;
+constexpr double kSignSize = 1.3;
 constexpr double kBracketOver = 0.2;  ///< beyond the heads
+constexpr int kSmallestSign = 7;      ///< pixels
 constexpr double kTieInwards = 1;     ///< of one that ends at another system
 constexpr double kBarLine = glyph_table::kThinBarlineThickness;
 
@@ -157,15 +158,25 @@ private:
     void drawDurationSign(const notation::DurationSign& sign) {
         const Symbol& symbol = system_.symbols[sign.symbol];
         const Stave& stave = of(symbol);
-        QFont small = painter_.font();
-        small.setPixelSize(std::max(7, qRound(kSignSize * stave.space)));
+        const QString text = staff_entry::durationSign(sign.quarters);
+        const qreal room = symbol.signWidth * stave.space;
+        const qreal middle = place_.x(symbol.x + notation::middleOf(symbol));
         painter_.save();
-        painter_.setFont(small);
-        const qreal room = kSignRoom * stave.space;
-        const qreal middle = place_.x(symbol.x + engraving::headWidth(symbol.value.duration) / 2);
-        painter_.drawText(QRectF(middle - room / 2, stave.y(sign.position) - room / 2, room, room),
-                          Qt::AlignCenter, staff_entry::durationSign(sign.quarters));
+        painter_.setFont(signFont(text, room, stave.space));
+        painter_.drawText(QRectF(middle - room, stave.y(sign.position) - room, 2 * room, 2 * room),
+                          Qt::AlignCenter, text);
         painter_.restore();
+    }
+
+    /// Smaller where a wide font would need more room than there is.
+    QFont signFont(const QString& text, qreal room, qreal space) const {
+        QFont font = painter_.font();
+        font.setPixelSize(std::max(kSmallestSign, qRound(kSignSize * space)));
+        const qreal width = QFontMetricsF(font).horizontalAdvance(text);
+        if (width > room)
+            font.setPixelSize(
+                std::max(kSmallestSign, static_cast<int>(font.pixelSize() * room / width)));
+        return font;
     }
 
     QPainter& painter_;

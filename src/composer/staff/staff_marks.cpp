@@ -1,5 +1,6 @@
 #include "composer/staff/staff_marks.h"
 
+#include "composer/notation/system_ink.h"
 #include "composer/staff/staff_page.h"
 #include "widgets/appearance.h"
 #include "widgets/engraving.h"
@@ -20,6 +21,7 @@ constexpr double kNumberInk = 0.72;
 constexpr double kCurrentTint = 0.24;
 
 /// In staff spaces.
+constexpr double kFlagAir = 0.2;  ///< to the ink below it
 constexpr double kFlag = 1.4;
 constexpr double kLine = 0.2;
 constexpr double kOver = 2.2;  ///< from the treble staff to the flag's top
@@ -73,22 +75,29 @@ void paintRange(QPainter& painter, const QWidget& widget, const StaffPage& page,
     const notation::System& shown = page.system(system);
     const auto place = page.placeOf(system);
     const qreal space = place.space;
-    const qreal top = place.top + (shown.above / 2 - kOver) * space;
+    const qreal trebleTop = place.top + shown.above * space / 2;
     const qreal bottom = place.top + shown.bottomLine(notation::Staff::Bass) * space / 2 + space;
-    painter.setPen(widget.palette().color(QPalette::Highlight));
-    const auto mark = [&](qreal x, qreal inwards) {
+    const QColor colour = widget.palette().color(QPalette::Highlight);
+    painter.setPen(colour);
+    const auto mark = [&](double x, int inwards) {
+        const double tip = x + inwards * kFlag;
+        const engraving::Reach ink = notation::reachBetween(shown, notation::Staff::Treble,
+                                                            std::min(x, tip), std::max(x, tip));
+        const double over = (ink.high - engraving::kTopLine) / 2 + kFlagAir + kFlag;
+        const qreal top = trebleTop - std::max(kOver, over) * space;
+        const qreal line = place.x(x);
         engraving::fillOnPixels(painter,
-                                QRectF(x - kLine * space / 2, top, kLine * space, bottom - top));
-        QPainterPath flag(QPointF(x, top));
-        flag.lineTo(x + inwards * kFlag * space, top + kFlag * space / 2);
-        flag.lineTo(x, top + kFlag * space);
+                                QRectF(line - kLine * space / 2, top, kLine * space, bottom - top));
+        QPainterPath flag(QPointF(line, top));
+        flag.lineTo(place.x(tip), top + kFlag * space / 2);
+        flag.lineTo(line, top + kFlag * space);
         flag.closeSubpath();
-        painter.fillPath(flag, painter.pen().color());
+        painter.fillPath(flag, colour);
     };
     if (shown.opens(range.first))
-        mark(page.rectOf(system, range.first).left(), 1);
+        mark(shown.stretchOf(range.first).left, 1);
     if (shown.closes(range.last))
-        mark(page.rectOf(system, range.last).right(), -1);
+        mark(shown.stretchOf(range.last).right, -1);
 }
 
 void paintCurrent(QPainter& painter, const QWidget& widget, const StaffPage& page,
