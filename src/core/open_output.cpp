@@ -1,5 +1,7 @@
 #include "core/open_output.h"
 
+#include <utility>
+
 namespace {
 
 constexpr bool isProgramChange(std::uint32_t message) {
@@ -24,8 +26,12 @@ bool isSameNote(std::optional<std::uint32_t> sent, std::optional<std::uint32_t> 
 
 int OpenOutput::open(int deviceId) {
     const MidiOpenResult result = midiOut_.open(deviceId);
-    if (result.code != 0)
+    const bool isFirst = !std::exchange(tried_, true);
+    if (result.code != 0) {
+        if (isFirst)
+            tellChange();
         return result.code;
+    }
     planned_.clear();
     if (handle_ != 0 && lost_)
         midiOut_.close(handle_);

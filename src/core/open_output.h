@@ -21,7 +21,7 @@ public:
 
     OpenOutput(Runtime& runtime, MidiOut& midiOut) : runtime_(runtime), midiOut_(midiOut) {}
 
-    /// Called whenever `isOpen`, `isLost` or the device changes.
+    /// Called whenever `isOpen`, `isLost`, `wasTried` or the device changes.
     void onChange(std::function<void()> handler) { changed_ = std::move(handler); }
 
     /// Opens a device in place of a lost one. Answers with the code of `MidiOut::open`; after a
@@ -55,6 +55,9 @@ public:
     bool isOpen() const { return handle_ != 0 && !lost_; }
     bool isLost() const { return lost_; }
 
+    /// Whether a device was opened yet, or was to be opened in vain.
+    bool wasTried() const { return tried_; }
+
     /// The device that was opened last; it says something only while one is open or lost.
     int deviceId() const { return deviceId_; }
     const std::optional<QString>& deviceName() const { return deviceName_; }
@@ -74,6 +77,7 @@ private:
     std::function<void()> changed_;
     MidiHandle handle_ = 0;
     bool lost_ = false;
+    bool tried_ = false;
     Instant nextTry_{0};
     int deviceId_ = kMidiMapper;
     std::optional<QString> deviceName_;

@@ -96,7 +96,7 @@ void frmMidiTest::LstMidiDev_Click() {
         return;
     funzioniMM_.MidiOpen(showDeviceId(*selected.front()));
     funzioniMM_.ProgramChange(ui_->InstrS->value());
-    announce(status_line::text(funzioniMM_, nullptr, true));
+    announce(status_line::text(funzioniMM_, nullptr));
 }
 
 void frmMidiTest::cmdTest_Click() {

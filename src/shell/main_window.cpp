@@ -141,8 +141,6 @@ void MainWindow::Form_Activate() {
         return;
     activated_ = true;
     start_up::firstActivation(services_.runtime, services_.funzioniMM, noteFolder_, *this);
-    started_ = true;
-    showStatus();
     if (services_.midiKeyboard)
         services_.midiKeyboard->listen();
     if (!melodyAtStart_.isEmpty() && !services_.runtime.ending())
@@ -302,6 +300,7 @@ void MainWindow::keyboardsChanged() {
 }
 
 void MainWindow::showStatus() {
-    status_->setText(status_line::text(services_.funzioniMM, services_.midiKeyboard, started_));
-    chooseOutput_->setVisible(started_ && !services_.funzioniMM.output().isOpen());
+    status_->setText(status_line::text(services_.funzioniMM, services_.midiKeyboard));
+    const OpenOutput& output = services_.funzioniMM.output();
+    chooseOutput_->setVisible(output.wasTried() && !output.isOpen());
 }

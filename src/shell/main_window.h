@@ -99,5 +99,4 @@ private:
     QToolButton* chooseOutput_;
     MidiKeyboard::Window keys_;
     bool activated_ = false;
-    bool started_ = false;  ///< the tune is over and the output was opened
 };

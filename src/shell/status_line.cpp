@@ -17,13 +17,13 @@ QString keyboards(const MidiKeyboard* keyboard) {
     return {};
 }
 
-QString text(const FunzioniMM& funzioniMM, const MidiKeyboard* keyboard, bool started) {
+QString text(const FunzioniMM& funzioniMM, const MidiKeyboard* keyboard) {
     const OpenOutput& open = funzioniMM.output();
     QString output = open.deviceName().value_or(UserText::tr("sconosciuta"));
     if (open.isLost())
         output = UserText::tr("nessuna (interrotta: %1)").arg(output);
     else if (!open.isOpen())
-        output = started ? UserText::tr("nessuna") : UserText::tr("in preparazione");
+        output = open.wasTried() ? UserText::tr("nessuna") : UserText::tr("in preparazione");
     const QString sound = UserText::tr("Uscita: %1   ·   Strumento: %2")
                               .arg(output, instruments::caption(funzioniMM.currentInstrument()));
     const QString keys = keyboards(keyboard);

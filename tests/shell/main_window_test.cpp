@@ -64,6 +64,7 @@ TEST_F(MainWindowTest, StartsWithoutTuneOrOutput) {
     world.midi.openCode = 2;
     window->openMelodyAtStart("C:\\x.mel");
     world.runtime.at(5s, [] { QApplication::activeModalWidget()->close(); });
+    world.dialogs.duringMessage = [this] { EXPECT_TRUE(status().startsWith("Uscita: nessuna ")); };
     activate();
     EXPECT_EQ(world.media.lines.size(), 1U);
     EXPECT_THAT(world.midi.takeUntimed(), ElementsAre("open -1"));
