@@ -141,6 +141,20 @@ void paintFrame(QPainter& painter, const QStyleOption& option) {
             state.focused ? kThickLine : kLine, Qt::NoBrush, kCorner - kLine);
 }
 
+void paintHoveredRow(QPainter& painter, const QStyleOption& option) {
+    const QPalette& palette = option.palette;
+    painter.fillRect(option.rect, mixed(palette.color(QPalette::Highlight),
+                                        palette.color(QPalette::Base), kHovered));
+}
+
+void paintMenuTitle(QPainter& painter, const QStyleOption& option) {
+    const Saved saved(painter);
+    const QColor accent = option.palette.color(QPalette::Highlight);
+    QColor face = accent;
+    face.setAlphaF(kHovered);
+    drawBox(painter, option.rect, accent, kLine, face);
+}
+
 void paintCheckBox(QPainter& painter, const QStyleOption& option) {
     const Saved saved(painter);
     const State state(option);

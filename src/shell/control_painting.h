@@ -24,6 +24,12 @@ void paintButton(QPainter& painter, const QStyleOption& option, bool chosen);
 /// The outline of a line of text or a list, thick in the accent colour while it has the focus.
 void paintFrame(QPainter& painter, const QStyleOption& option);
 
+/// Under the text of an entry of a list that the mouse is over.
+void paintHoveredRow(QPainter& painter, const QStyleOption& option);
+
+/// Over a menu's name that has the mouse or the keyboard while no menu is open.
+void paintMenuTitle(QPainter& painter, const QStyleOption& option);
+
 /// A check box's square with its mark.
 void paintCheckBox(QPainter& painter, const QStyleOption& option);
 

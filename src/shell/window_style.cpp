@@ -63,11 +63,23 @@ void drawArrow(QStyle::PrimitiveElement element, const QStyleOption& option, QPa
                              QPalette::ButtonText));
 }
 
+bool isHovered(const QStyleOption& option) {
+    return option.state.testFlag(QStyle::State_Enabled) &&
+           option.state.testFlag(QStyle::State_MouseOver);
+}
+
 bool isValueBar(const QWidget* widget) {
     return qobject_cast<const ValueBar*>(widget) != nullptr;
 }
 
 }  // namespace
+
+/// Lists are not told by the toolkit which row the mouse is over.
+void WindowStyle::polish(QWidget* widget) {
+    QProxyStyle::polish(widget);
+    if (auto* list = qobject_cast<QAbstractItemView*>(widget))
+        list->viewport()->setAttribute(Qt::WA_Hover);
+}
 
 /// The windows' own buttons have no icons, so those of the standard boxes have none either.
 int WindowStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
@@ -174,6 +186,10 @@ void WindowStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
             if (qobject_cast<const QPushButton*>(widget) || qobject_cast<const QComboBox*>(widget))
                 return;
             break;
+        case PE_PanelItemViewItem:
+            if (isHovered(*option) && !option->state.testFlag(State_Selected))
+                control_painting::paintHoveredRow(*painter, *option);
+            break;
         case PE_IndicatorArrowUp:
         case PE_IndicatorArrowRight:
         case PE_IndicatorArrowDown:
@@ -189,6 +205,16 @@ void WindowStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
                                                qobject_cast<const QAbstractButton*>(widget));
     if (list || label || element == PE_FrameLineEdit)
         control_painting::paintFrame(*painter, *option);
+}
+
+void WindowStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                              const QWidget* widget) const {
+    constexpr State kCurrent = State_Enabled | State_Selected;
+    const bool title = element == CE_MenuBarItem && !option->state.testFlag(State_Sunken) &&
+                       (option->state & kCurrent) == kCurrent;
+    QProxyStyle::drawControl(element, option, painter, widget);
+    if (title)
+        control_painting::paintMenuTitle(*painter, *option);
 }
 
 void WindowStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,

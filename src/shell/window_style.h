@@ -13,6 +13,9 @@ class WindowStyle : public QProxyStyle {
 public:
     WindowStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
 
+    using QProxyStyle::polish;
+    void polish(QWidget* widget) override;
+
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                   QStyleHintReturn* answer) const override;
     int pixelMetric(PixelMetric metric, const QStyleOption* option,
@@ -25,6 +28,8 @@ public:
                        const QWidget* widget) const override;
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override;
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
                             QPainter* painter, const QWidget* widget) const override;
 

@@ -1,5 +1,6 @@
 #include "widgets/piano_key_painting.h"
 
+#include "widgets/appearance.h"
 #include "widgets/pixel_grid.h"
 
 #include <QColor>
@@ -23,6 +24,8 @@ constexpr double kSharpBevel = 2;
 constexpr double kCursorMargin = 3;
 constexpr double kCursorLine = 2;
 
+constexpr double kHovered = 0.35;  ///< of the pressed key's colour
+
 constexpr double kSharpFront = 0.1;     ///< the share of a sharp's length that is its front
 constexpr double kNaturalFront = 0.68;  ///< where the part of a natural below the sharps begins
 
@@ -35,23 +38,34 @@ QPainterPath keyShape(const QRectF& rect, double corner) {
     return path;
 }
 
-}  // namespace
-
-void paintNatural(QPainter& painter, const QRectF& key, bool pressed, bool dark) {
-    const QRectF face =
-        pixel_grid::snapped(painter, key).adjusted(0, 0, -pixel_grid::pixel(painter), 0);
-    painter.fillPath(keyShape(face, kNaturalCorner), pressed ? kPressed
-                                                     : dark  ? kIvoryInTheDark
-                                                             : kIvory);
+QColor faceColour(const QColor& up, Look look) {
+    switch (look) {
+        case Look::Pressed:
+            return kPressed;
+        case Look::Hovered:
+            return appearance::mixed(kPressed, up, kHovered);
+        case Look::Up:
+            break;
+    }
+    return up;
 }
 
-void paintSharp(QPainter& painter, const QRectF& key, bool pressed) {
+}  // namespace
+
+void paintNatural(QPainter& painter, const QRectF& key, Look look, bool dark) {
+    const QRectF face =
+        pixel_grid::snapped(painter, key).adjusted(0, 0, -pixel_grid::pixel(painter), 0);
+    painter.fillPath(keyShape(face, kNaturalCorner),
+                     faceColour(dark ? kIvoryInTheDark : kIvory, look));
+}
+
+void paintSharp(QPainter& painter, const QRectF& key, Look look) {
     const QRectF body = pixel_grid::snapped(painter, key);
     painter.fillPath(keyShape(body, kSharpCorner), kEbony);
-    const double front = pressed ? 0.5 * kSharpFront : kSharpFront;
+    const double front = look == Look::Pressed ? 0.5 * kSharpFront : kSharpFront;
     const QRectF top = pixel_grid::snapped(
         painter, body.adjusted(kSharpBevel, 0, -kSharpBevel, -front * body.height()));
-    painter.fillPath(keyShape(top, kSharpCorner), pressed ? kPressed : kEbonyFace);
+    painter.fillPath(keyShape(top, kSharpCorner), faceColour(kEbonyFace, look));
 }
 
 void paintMiddleC(QPainter& painter, const QRect& square) {

@@ -8,8 +8,11 @@ class QRectF;
 /// How the keys of a piano keyboard look. They stand on whole pixels at any scale.
 namespace piano_key_painting {
 
-void paintNatural(QPainter& painter, const QRectF& key, bool pressed, bool dark);
-void paintSharp(QPainter& painter, const QRectF& key, bool pressed);
+/// Up, under the mouse, or down.
+enum class Look { Up, Hovered, Pressed };
+
+void paintNatural(QPainter& painter, const QRectF& key, Look look, bool dark);
+void paintSharp(QPainter& painter, const QRectF& key, Look look);
 
 /// The blue square on middle C.
 void paintMiddleC(QPainter& painter, const QRect& square);

@@ -5,7 +5,6 @@
 #include "platform/user_text.h"
 #include "widgets/announcement.h"
 #include "widgets/piano_key_accessible.h"
-#include "widgets/piano_key_painting.h"
 #include "widgets/pixel_grid.h"
 
 #include <QAccessible>
@@ -54,6 +53,7 @@ PianoKeyboard::PianoKeyboard(QWidget* parent) : QWidget(parent), cursor_(kMiddle
     installPianoKeyAccessible();
     setAccessibleName(UserText::tr("Tastiera"));
     setFocusPolicy(Qt::TabFocus);
+    setAttribute(Qt::WA_Hover);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
 
     for (int i = 0; i < kKeys; ++i) {
@@ -167,7 +167,21 @@ QSize PianoKeyboard::minimumSizeHint() const {
 bool PianoKeyboard::event(QEvent* event) {
     if (event->type() == QEvent::WindowBlocked)
         end(false);
+    if (event->type() == QEvent::HoverLeave)
+        setHovered(std::nullopt);
+    else if (event->type() == QEvent::HoverEnter || event->type() == QEvent::HoverMove)
+        setHovered(piano_key_layout::keyAt(static_cast<QHoverEvent*>(event)->position(), keyArea_));
     return QWidget::event(event);
+}
+
+void PianoKeyboard::setHovered(std::optional<int> key) {
+    if (key == hovered_)
+        return;
+    for (const auto& changed : {hovered_, key}) {
+        if (changed)
+            update(keyWidget(*changed)->geometry());
+    }
+    hovered_ = key;
 }
 
 void PianoKeyboard::paintEvent(QPaintEvent* event) {
@@ -182,8 +196,8 @@ void PianoKeyboard::paintEvent(QPaintEvent* event) {
             if (isSharp(i) != sharps || !event->rect().intersects(keyWidget(i)->geometry()))
                 continue;
             const QRectF key = piano_key_layout::keyRect(i, keyArea_);
-            sharps ? piano_key_painting::paintSharp(painter, key, pressed(i))
-                   : piano_key_painting::paintNatural(painter, key, pressed(i), dark);
+            sharps ? piano_key_painting::paintSharp(painter, key, lookOf(i))
+                   : piano_key_painting::paintNatural(painter, key, lookOf(i), dark);
         }
         if (!sharps)
             piano_key_painting::paintMiddleC(painter, middleCSquare());
@@ -191,6 +205,13 @@ void PianoKeyboard::paintEvent(QPaintEvent* event) {
     if (hasFocus())
         piano_key_painting::paintCursor(painter, piano_key_layout::keyRect(cursor_, keyArea_),
                                         isSharp(cursor_), palette().color(QPalette::Highlight));
+}
+
+piano_key_painting::Look PianoKeyboard::lookOf(int index) const {
+    using piano_key_painting::Look;
+    if (pressed(index))
+        return Look::Pressed;
+    return isEnabled() && index == hovered_ ? Look::Hovered : Look::Up;
 }
 
 void PianoKeyboard::resizeEvent(QResizeEvent* /*event*/) {

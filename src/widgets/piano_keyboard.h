@@ -1,6 +1,7 @@
 #pragma once
 
 #include "widgets/piano_key_layout.h"
+#include "widgets/piano_key_painting.h"
 
 #include <QWidget>
 
@@ -104,11 +105,14 @@ private:
         Holder holder;
     };
 
+    piano_key_painting::Look lookOf(int index) const;
+
     static bool isKey(int index) { return index >= 0 && index < kKeys; }
     QWidget* keyWidget(int index) const { return keys_[static_cast<std::size_t>(index)]; }
     QWidget* markWidget(int index) const { return rangeMarks_[static_cast<std::size_t>(index)]; }
     std::optional<int> keyTarget(int key) const;
 
+    void setHovered(std::optional<int> key);
     void setShown(std::array<bool, kKeys>& keys, int index, bool on);
     void begin(int index, Holder holder);
     void end(bool click);
@@ -125,6 +129,7 @@ private:
     QRectF keyArea_;  ///< the rectangle that the keys fill
     std::optional<Press> press_;
     std::optional<int> lastClicked_;
+    std::optional<int> hovered_;
     int cursor_;
     int taps_ = 0;
     bool showsRangeMarks_ = false;
