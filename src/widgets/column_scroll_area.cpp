@@ -12,6 +12,7 @@ namespace {
 
 constexpr int kLeastLines = 6;  ///< of text that are in view at least
 constexpr int kMenuLines = 2;   ///< what a menu bar above may take
+constexpr int kBarGap = 4;      ///< pixels beside the bar
 
 }  // namespace
 
@@ -28,6 +29,7 @@ void ColumnScrollArea::setAsksForAll(bool on) {
     asksForAll_ = on;
     setHorizontalScrollBarPolicy(on ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
     setWidgetResizable(!on);
+    keepBarFree();
 }
 
 void ColumnScrollArea::makeRoom() {
@@ -112,9 +114,15 @@ void ColumnScrollArea::fitColumn() {
 
 void ColumnScrollArea::keepBarFree() {
     const bool bar = verticalScrollBar()->maximum() > 0;
-    setViewportMargins(0, 0, bar ? 0 : style()->pixelMetric(QStyle::PM_ScrollBarExtent), 0);
+    const int extent = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    setViewportMargins(0, 0, barGap() + (bar ? 0 : extent), 0);
+}
+
+/// A column that is the whole window has margins of its own.
+int ColumnScrollArea::barGap() const {
+    return asksForAll_ ? 0 : kBarGap;
 }
 
 int ColumnScrollArea::widthFor(int content) const {
-    return content + style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    return content + barGap() + style()->pixelMetric(QStyle::PM_ScrollBarExtent);
 }

@@ -37,6 +37,7 @@ private:
     void keepBarFree();
     void fitColumn();
     void enlargeWindow();
+    int barGap() const;
     int widthFor(int content) const;
     QSize leastSize() const;
     QSize roomBelowMenu() const;
