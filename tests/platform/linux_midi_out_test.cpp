@@ -7,7 +7,9 @@
 #include <RtMidi.h>
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <cstdlib>
+#include <functional>
 #include <jack/jack.h>
 #include <map>
 
@@ -21,6 +23,7 @@ struct Machine {
     bool fails = false;                 ///< to open a port and to send
     std::vector<std::string> received;  ///< "port: bytes in hexadecimal", in their order
     std::vector<std::pair<JackShutdownCallback, void*>> watches;
+    std::function<void(bool comes)> portChanged;
 
     void loseJack() {
         hasJack = false;
@@ -118,8 +121,33 @@ void jack_on_shutdown(jack_client_t*, JackShutdownCallback gone, void* context) 
     machine.watches.emplace_back(gone, context);
 }
 
-jack_port_t* jack_port_by_name(jack_client_t*, const char* /*name*/) {
-    return nullptr;
+/// Every port of JACK has the same identity, whatever came before.
+jack_port_t* jack_port_by_name(jack_client_t*, const char* name) {
+    const auto& names = machine.sources[RtMidi::UNIX_JACK];
+    const bool isThere = std::find(names.begin(), names.end(), name) != names.end();
+    return isThere ? reinterpret_cast<jack_port_t*>(&machine) : nullptr;
+}
+
+jack_port_t* jack_port_by_id(jack_client_t*, jack_port_id_t /*id*/) {
+    return reinterpret_cast<jack_port_t*>(&machine);
+}
+
+jack_uuid_t jack_port_uuid(const jack_port_t* /*port*/) {
+    return 7;
+}
+
+int jack_port_get_aliases(const jack_port_t*, char* const[2]) {
+    return 0;
+}
+
+int jack_set_port_registration_callback(jack_client_t*, JackPortRegistrationCallback tell,
+                                        void* context) {
+    machine.portChanged = [tell, context](bool comes) { tell(0, comes ? 1 : 0, context); };
+    return 0;
+}
+
+int jack_activate(jack_client_t*) {
+    return 0;
 }
 
 namespace {
@@ -253,6 +281,17 @@ TEST_F(LinuxMidiOutTest, KeyboardsAreHeardOnceAndNothingThatTheProgramSends) {
             FabricatedInput::send(bytes);
         EXPECT_THAT(heard, ElementsAre(0x403C90U, 0x013D90U, 0x05C1U));
     }
+    // A port that is parted from its source goes on; one whose source was replaced does not.
+    auto port = MidiInPort::open(inputs[2], {});
+    machine.portChanged(true);
+    EXPECT_TRUE(port->isAlive({}));
+    machine.portChanged(false);
+    EXPECT_FALSE(port->isAlive({}));
+    port = MidiInPort::open(inputs[2], {});
+    EXPECT_TRUE(port->isAlive({}));
+    machine.sources[RtMidi::UNIX_JACK].clear();
+    EXPECT_FALSE(port->isAlive({}));
+    port.reset();
     machine.fails = true;
     EXPECT_FALSE(MidiInPort::open(inputs[0], {}));
     EXPECT_FALSE(MidiInPort::open({RtMidi::LINUX_ALSA, "gone"}, {}));

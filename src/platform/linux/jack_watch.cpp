@@ -6,13 +6,13 @@
 #include <QDir>
 #include <QFile>
 
-#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <jack/jack.h>
 #include <jack/midiport.h>
 #include <mutex>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -88,17 +88,44 @@ void JackWatch::report() const {
         static_cast<void>(!write(descriptor, &kOne, sizeof kOne));
 }
 
-/// A client without a callback for sound has no part in the server's cycles.
 void JackWatch::reportChanges(int eventDescriptor) {
-    auto* client = static_cast<jack_client_t*>(client_);
-    const bool first = changes_.exchange(eventDescriptor) < 0;
-    if (!first || activated_)
+    changes_.store(eventDescriptor);
+    activate();
+}
+
+/// A client without a callback for sound has no part in the server's cycles.
+void JackWatch::activate() {
+    if (std::exchange(activated_, true))
         return;
-    activated_ = true;
+    auto* client = static_cast<jack_client_t*>(client_);
     jack_set_port_registration_callback(
-        client, [](jack_port_id_t, int, void* watch) { static_cast<JackWatch*>(watch)->report(); },
+        client,
+        [](jack_port_id_t port, int comes, void* watch) {
+            static_cast<JackWatch*>(watch)->portChanged(port, comes != 0);
+        },
         this);
     jack_activate(client);
+}
+
+/// On a thread of the library.
+void JackWatch::portChanged(std::uint32_t port, bool comes) {
+    const jack_port_t* gone =
+        comes ? nullptr : jack_port_by_id(static_cast<jack_client_t*>(client_), port);
+    if (gone) {
+        const std::lock_guard lock(mutex_);
+        ++departures_[jack_port_uuid(gone)];
+    }
+    report();
+}
+
+std::optional<JackWatch::Port> JackWatch::portNamed(const std::string& name) {
+    activate();
+    const jack_port_t* port = jack_port_by_name(static_cast<jack_client_t*>(client_), name.c_str());
+    if (!port)
+        return std::nullopt;
+    const std::uint64_t id = jack_port_uuid(port);
+    const std::lock_guard lock(mutex_);
+    return Port{id, departures_[id]};
 }
 
 std::vector<std::string> JackWatch::midiSources() const {
@@ -118,22 +145,12 @@ double JackWatch::sampleRate() const {
 }
 
 std::size_t JackWatch::connectionCount(const std::string& port) const {
-    return connectionsOf(port).size();
-}
-
-bool JackWatch::isConnected(const std::string& port, const std::string& client) const {
-    const auto names = connectionsOf(port);
-    return std::any_of(names.begin(), names.end(),
-                       [&client](const std::string& name) { return name.starts_with(client); });
-}
-
-std::vector<std::string> JackWatch::connectionsOf(const std::string& port) const {
     auto* client = static_cast<jack_client_t*>(client_);
     const jack_port_t* found = jack_port_by_name(client, port.c_str());
     const char** names = found ? jack_port_get_all_connections(client, found) : nullptr;
-    std::vector<std::string> connections;
-    for (std::size_t i = 0; names && names[i]; ++i)
-        connections.emplace_back(names[i]);
+    std::size_t count = 0;
+    while (names && names[count])
+        ++count;
     jack_free(names);
-    return connections;
+    return count;
 }

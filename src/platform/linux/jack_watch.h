@@ -2,7 +2,11 @@
 
 #include <atomic>
 #include <cstddef>
+#include <cstdint>
+#include <map>
 #include <memory>
+#include <mutex>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -25,8 +29,15 @@ public:
     /// new connection is in it from the beginning of the server's next cycle.
     std::size_t connectionCount(const std::string& port) const;
 
-    /// Whether a port is connected to one of a client whose name begins so.
-    bool isConnected(const std::string& port, const std::string& client) const;
+    /// Which port has a name: one that comes under the name of one that went is another port.
+    /// Nothing if there is none. From the thread that follows the changes.
+    struct Port {
+        std::uint64_t id = 0;        ///< the server may give it again once the port went
+        std::size_t departures = 0;  ///< of the ports that had this id before
+
+        bool operator==(const Port&) const = default;
+    };
+    std::optional<Port> portNamed(const std::string& name);
 
     /// The ports that send MIDI, but for those that only pass on what others send.
     std::vector<std::string> midiSources() const;
@@ -38,11 +49,14 @@ private:
     JackWatch() = default;
 
     static std::shared_ptr<JackWatch> start();
-    std::vector<std::string> connectionsOf(const std::string& port) const;
+    void activate();
+    void portChanged(std::uint32_t port, bool comes);
     void report() const;
 
     void* client_ = nullptr;
     std::atomic<bool> gone_ = false;
     std::atomic<int> changes_ = -1;  ///< the descriptor
     bool activated_ = false;
+    std::mutex mutex_;
+    std::map<std::uint64_t, std::size_t> departures_;
 };

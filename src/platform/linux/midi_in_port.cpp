@@ -1,6 +1,5 @@
 #include "platform/linux/midi_in_port.h"
 
-#include "platform/linux/jack_watch.h"
 #include "platform/linux/library_output.h"
 #include "platform/linux/prompt_thread.h"
 #include "platform/linux/rtmidi_calls.h"
@@ -164,13 +163,14 @@ std::unique_ptr<MidiInPort> MidiInPort::open(const PortAddress& address, Take ta
     Receiver* const receiver = Receiver::make(static_cast<RtMidi::Api>(address.api));
     if (!receiver)
         return nullptr;
+    const auto source = receiver->jack ? receiver->jack->portNamed(address.name) : std::nullopt;
     const auto number = portNumber(*receiver->in, address.name);
     if (!number || !openPort(*receiver->in, *number)) {
         receiver->putAway();
         return nullptr;
     }
     receiver->listen(std::move(take));
-    return std::unique_ptr<MidiInPort>(new MidiInPort(address, *receiver));
+    return std::unique_ptr<MidiInPort>(new MidiInPort(address, *receiver, source));
 }
 
 MidiInPort::~MidiInPort() {
@@ -179,11 +179,7 @@ MidiInPort::~MidiInPort() {
 
 bool MidiInPort::isAlive(const std::vector<std::string>& exited) const {
     if (receiver_.jack) {
-        if (receiver_.jack->serverGone())
-            return false;
-        const bool connected = receiver_.jack->isConnected(address_.name, kClientName);
-        wasConnected_ = wasConnected_ || connected;
-        return connected == wasConnected_;
+        return !receiver_.jack->serverGone() && receiver_.jack->portNamed(address_.name) == source_;
     }
     return std::none_of(exited.begin(), exited.end(), [this](const std::string& port) {
         return address_.name.ends_with(' ' + port);

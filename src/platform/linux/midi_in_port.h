@@ -1,10 +1,12 @@
 #pragma once
 
+#include "platform/linux/jack_watch.h"
 #include "platform/linux/midi_ports.h"
 
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -31,17 +33,18 @@ public:
 
     const PortAddress& address() const { return address_; }
 
-    /// Whether it is still connected: a port of the same name may have taken the place of its own.
-    /// `exited` are ALSA's ports that went, as "20:0".
+    /// Whether its port is still there: another of the same name may have taken its place. Where
+    /// the user has parted the two, in JACK, they stay so. `exited` are ALSA's ports that went, as
+    /// "20:0".
     bool isAlive(const std::vector<std::string>& exited) const;
 
 private:
     struct Receiver;
 
-    MidiInPort(PortAddress address, Receiver& receiver)
-        : address_(std::move(address)), receiver_(receiver) {}
+    MidiInPort(PortAddress address, Receiver& receiver, std::optional<JackWatch::Port> source)
+        : address_(std::move(address)), receiver_(receiver), source_(source) {}
 
     PortAddress address_;
     Receiver& receiver_;
-    mutable bool wasConnected_ = false;  ///< JACK makes a connection in its next cycle
+    std::optional<JackWatch::Port> source_;  ///< of an input of JACK
 };
