@@ -45,7 +45,7 @@ void EntryControls::connectMenu() {
     auto& palette = ui_.palette->ui();
     connect(&entryMenu_, &EntryMenu::noteChosen, palette.cmdInsNota, &QPushButton::click);
     connect(&entryMenu_, &EntryMenu::restChosen, palette.cmdInsPausa, &QPushButton::click);
-    connect(&entryMenu_, &EntryMenu::deletionChosen, palette.cmdCanc, &QPushButton::click);
+    connect(&entryMenu_, &EntryMenu::deletionChosen, this, &EntryControls::mnuCanc_Click);
     connect(&entryMenu_, &EntryMenu::repetitionChosen, this, &EntryControls::cmdDuplica_Click);
     connect(&entryMenu_, &EntryMenu::symbolChosen, this, &EntryControls::cmdSimbNote_Click);
     connect(&entryMenu_, &EntryMenu::attributeChosen, this, &EntryControls::cmdAttrNota_Click);
@@ -151,6 +151,14 @@ void EntryControls::cmdDuplica_Click() {
         view_.focusPlay();
     }
     presenter_.present(outcome);
+}
+
+/// The note of the edit frame, or the last one.
+void EntryControls::mnuCanc_Click() {
+    if (model_.composition.step.frameOpen)
+        ui_.frmModifica->ui().cmdCancNota->click();
+    else
+        ui_.palette->ui().cmdCanc->click();
 }
 
 void EntryControls::mnuAnnulla_Click() {

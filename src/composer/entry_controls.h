@@ -41,6 +41,7 @@ private Q_SLOTS:
     void cmdInsertNote_Click();
     void cmdCancNota_Click();
     void cmdDuplica_Click();
+    void mnuCanc_Click();
     void mnuAnnulla_Click();
     void mnuRipeti_Click();
 

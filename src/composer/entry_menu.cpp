@@ -39,7 +39,7 @@ EntryMenu::EntryMenu(QMenuBar& bar) {
                       {QKeySequence(Qt::SHIFT | Qt::Key_Return),
                        QKeySequence(Qt::SHIFT | Qt::Key_Enter)}),
             &QAction::triggered, this, &EntryMenu::restChosen);
-    connect(addAction(menu, QStringLiteral("mnuCanc"), tr("Cancella ultima nota"),
+    connect(addAction(menu, QStringLiteral("mnuCanc"), tr("Cancella nota scelta o ultima"),
                       {QKeySequence(Qt::Key_Delete)}),
             &QAction::triggered, this, &EntryMenu::deletionChosen);
     connect(addAction(menu, QStringLiteral("mnuDuplica"), tr("Duplica dalla nota scelta"),
