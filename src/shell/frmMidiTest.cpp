@@ -30,7 +30,6 @@ frmMidiTest::frmMidiTest(const Services& services, QWidget* parent)
       ui_(std::make_unique<Ui::frmMidiTest>()),
       keys_(services.midiKeyboard, *this, [this] { return isInFront(*this); }) {
     ui_->setupUi(this);
-    ui_->InstrS->setMaximum(instruments::kCount - 1);
     panel_text::reserve(*ui_->lblInstr, QStringLiteral("000"), 0);
     showInstrument();
     frmMidiTest::keyboardsChanged();

@@ -11,7 +11,6 @@
 InstrumentPanel::InstrumentPanel(QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::InstrumentPanel>()) {
     ui_->setupUi(this);
-    ui_->InstrS->setRange(0, instruments::kCount - 1);
     connect(ui_->InstrS, &QSlider::valueChanged, ui_->cmdStrumento, &InstrumentButton::setProgram);
     connect(ui_->InstrS, &QSlider::valueChanged, this, &InstrumentPanel::programChosen);
     panel_text::reserve(*ui_->lblInstr, instruments::caption(24), 4);
