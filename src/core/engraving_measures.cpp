@@ -16,10 +16,24 @@ constexpr std::array<Glyph, 4> kAccidentals{Glyph::AccidentalFlat, Glyph::Accide
 constexpr int kOctave = 7;
 constexpr double kAccidentalGap = 0.25;
 constexpr double kSignDistance = 1.8;  ///< in half spaces
-constexpr int kTieRoom = 3;            ///< in half spaces
+
+/// Of ties: how far they reach over the heads and stay clear of what is beside them, in staff
+/// spaces, and how far their ends and their middles are from the heads' position, in half spaces.
+constexpr double kTieOverHead = 0.45;
+constexpr double kTieGap = 0.15;
+constexpr double kTieEndOnLine = 1.6;
+constexpr double kTieEndInSpace = 1.3;
+constexpr double kTieEndBetween = 0.6;
+constexpr double kTieMiddleOnLine = 2.9;
+constexpr double kTieMiddleInSpace = 2.1;
+constexpr double kTieMiddleBetween = 1.3;
 
 double widthOf(Glyph glyph) {
     return glyph_table::info(glyph).northEast.x;
+}
+
+bool isOnLine(const Note& note) {
+    return note.position % 2 == 0;
 }
 
 double dotsWidth(int dots) {
@@ -44,8 +58,11 @@ double farEnd(const Note& note) {
 }  // namespace
 
 int stemEnd(const Note& note) {
-    return stemGoesUp(note) ? std::max(note.position + kOctave, kMiddleLine)
-                            : std::min(note.position - kOctave, kMiddleLine);
+    // Three and more flags would touch the head.
+    const bool manyFlags = note.duration >= Duration::ThirtySecond && !note.beamed;
+    const int length = kOctave + (manyFlags ? 1 : 0);
+    return stemGoesUp(note) ? std::max(note.position + length, kMiddleLine)
+                            : std::min(note.position - length, kMiddleLine);
 }
 
 int ledgerLines(int position) {
@@ -102,9 +119,8 @@ double restWidth(Duration duration, int dots) {
     return widthOf(note_values::rowOf(duration).rest) + dotsWidth(dots);
 }
 
-Reach reachOf(const Note& note) {
-    const double end = farEnd(note);
-    Reach reach{std::min<double>(note.position - 1, end), std::max<double>(note.position + 1, end)};
+Reach headReach(const Note& note) {
+    Reach reach{note.position - 1., note.position + 1.};
     if (note.accidental != Accidental::None) {
         const auto& sign = glyph_table::info(glyphOf(note.accidental));
         reach.low = std::min(reach.low, note.position + 2 * sign.southWest.y);
@@ -113,21 +129,43 @@ Reach reachOf(const Note& note) {
     return reach;
 }
 
+Reach reachOf(const Note& note) {
+    const double end = farEnd(note);
+    const Reach head = headReach(note);
+    return {std::min(head.low, end), std::max(head.high, end)};
+}
+
 Reach restReach(Duration duration) {
     const auto& rest = glyph_table::info(note_values::rowOf(duration).rest);
     return {restLine(duration) + 2 * rest.southWest.y, restLine(duration) + 2 * rest.northEast.y};
 }
 
-int articulationPosition(const Note& note, const ArticulationSign& sign, bool tied) {
+/// Towards the stave, and in it, every even position is a line.
+int articulationPosition(const Note& note, const ArticulationSign& sign) {
     const bool above = !stemGoesUp(note);
-    const int distance = sign.distance + (tied ? kTieRoom : 0);
-    const int position = above ? note.position + distance : note.position - distance;
-    const bool inStave = position >= 0 && position <= kTopLine;
+    const int position = note.position + (above ? sign.distance : -sign.distance);
     if (!sign.small)
         return above ? std::max(position, kTopLine + 2) : std::min(position, -2);
-    if (inStave && position % 2 == 0)
-        return above ? position + 1 : position - 1;
-    return position;
+    const bool isLine = position % 2 == 0 && (above ? position <= kTopLine : position >= 0);
+    return isLine ? position + (above ? 1 : -1) : position;
+}
+
+TieCurve tieOverHeads(const Note& first, bool above) {
+    const int side = above ? 1 : -1;
+    const double end = isOnLine(first) ? kTieEndOnLine : kTieEndInSpace;
+    const double middle = isOnLine(first) ? kTieMiddleOnLine : kTieMiddleInSpace;
+    return {headWidth(first.duration) - kTieOverHead, kTieOverHead, first.position + side * end,
+            first.position + side * middle};
+}
+
+TieCurve tieBetweenHeads(const Note& first, bool above) {
+    const int side = above ? 1 : -1;
+    const bool dotsBeside = first.dots > 0 && (above || !isOnLine(first));
+    const double right =
+        dotsBeside ? dotsStart(first) + dotsWidth(first.dots) : headWidth(first.duration);
+    const double middle = isOnLine(first) ? kTieMiddleBetween : kTieMiddleInSpace;
+    return {right + kTieGap, -kTieGap, first.position + side * kTieEndBetween,
+            first.position + side * middle};
 }
 
 double signPosition(const Note& note) {

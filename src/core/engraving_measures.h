@@ -32,8 +32,8 @@ constexpr bool isFlagged(Duration duration) {
     return duration >= Duration::Eighth;
 }
 
-/// The position where the stem of a note ends: 3 1/2 spaces away, or the middle line if that is
-/// further.
+/// The position where the stem of a note ends: 3 1/2 spaces away, with three or more flags 4, or
+/// the middle line if that is further.
 int stemEnd(const Note& note);
 
 /// The ledger lines that a head on a position needs.
@@ -73,6 +73,7 @@ struct Reach {
     double high = 0;
 };
 Reach reachOf(const Note& note);
+Reach headReach(const Note& note);  ///< without the stem
 Reach restReach(Duration duration);
 
 /// The line that a rest is set on.
@@ -80,9 +81,23 @@ constexpr int restLine(Duration duration) {
     return duration == Duration::Whole ? kMiddleLine + 2 : kMiddleLine;
 }
 
-/// The position of the middle of an articulation sign, on the side away from the stem; when the
-/// note is tied to the next one, it stands outside the tie.
-int articulationPosition(const Note& note, const glyph_table::ArticulationSign& sign, bool tied);
+/// The position of the middle of an articulation sign, on the side away from the stem.
+int articulationPosition(const Note& note, const glyph_table::ArticulationSign& sign);
+
+/// The curve of a tie between heads on one position. The middle of its stroke stands in a space of
+/// the stave, clear of the lines.
+struct TieCurve {
+    double from = 0;  ///< its left end, in staff spaces from the left edge of the first head
+    double to = 0;    ///< its right end, in staff spaces from the left edge of the other head
+    double ends = 0;  ///< the position of both
+    double middle = 0;
+};
+
+/// Over the heads or, if not `above`, under them.
+TieCurve tieOverHeads(const Note& first, bool above);
+
+/// Beside the heads and the first one's dots; it leaves the room over the heads to a sign.
+TieCurve tieBetweenHeads(const Note& first, bool above);
 
 /// The position of the middle of a small sign that stands outside the stave, beyond a note's stem
 /// or above a rest.

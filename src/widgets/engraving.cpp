@@ -238,7 +238,10 @@ void drawNote(QPainter& painter, const MusicFont& font, const Stave& stave, qrea
 
 QRectF drawBeamedNote(QPainter& painter, const MusicFont& font, const Stave& stave, qreal x,
                       const Note& note, qreal stemEnd) {
-    const QRectF stem = drawStem(painter, stave, x, note, stemEnd);
+    // Half a beam short, so that no rounded end looks out of a slanted beam.
+    const double inwards =
+        stemGoesUp(note) ? -glyph_table::kBeamThickness : glyph_table::kBeamThickness;
+    const QRectF stem = drawStem(painter, stave, x, note, stemEnd + inwards);
     drawHead(painter, font, stave, headAt(stave, note, stem), note);
     return stem;
 }
@@ -287,13 +290,13 @@ void drawMetre(QPainter& painter, const MusicFont& font, const Stave& stave, qre
 }
 
 void drawArticulation(QPainter& painter, const MusicFont& font, const Stave& stave, qreal x,
-                      const Note& note, const ArticulationSign& sign, bool tied) {
+                      const Note& note, const ArticulationSign& sign) {
     const bool above = !stemGoesUp(note);
     const Glyph glyph = above ? sign.above : sign.below;
     const auto& info = glyph_table::info(glyph);
     const qreal middleX = (info.southWest.x + info.northEast.x) / 2;
     const qreal middleY = (info.southWest.y + info.northEast.y) / 2;
-    const int position = articulationPosition(note, sign, tied);
+    const int position = articulationPosition(note, sign);
     drawGlyph(painter, font, glyph,
               QPointF(x + (headWidth(note.duration) / 2 - middleX) * stave.space,
                       stave.y(position) + middleY * stave.space),

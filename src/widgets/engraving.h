@@ -79,11 +79,9 @@ constexpr double kMetreWidth = 1.8;
 void drawMetre(QPainter& painter, const MusicFont& font, const Stave& stave, qreal x, int beats,
                int beatValue);
 
-/// An articulation sign at a note's head, on the side away from its stem; when the note is tied to
-/// the next one, it stands outside the tie.
+/// An articulation sign at a note's head, on the side away from its stem.
 void drawArticulation(QPainter& painter, const MusicFont& font, const Stave& stave, qreal x,
-                      const Note& note, const glyph_table::ArticulationSign& sign,
-                      bool tied = false);
+                      const Note& note, const glyph_table::ArticulationSign& sign);
 
 /// The small "3" of a triplet.
 void drawTripletSign(QPainter& painter, const MusicFont& font, const Stave& stave, qreal middle,

@@ -4,28 +4,29 @@
 #include <QPainterPath>
 #include <QRectF>
 
+#include <algorithm>
+#include <cmath>
+
 namespace engraving {
 namespace {
 
-constexpr qreal kTieOverHead = 0.45;
-constexpr qreal kTieDistance = 0.75;
-constexpr qreal kTieDepth = 0.45;
 constexpr qreal kBracketHook = 0.7;
 constexpr qreal kBracketGap = 0.85;  ///< from the middle of the "3" to the line beside it
 
 }  // namespace
 
-void drawTie(QPainter& painter, const Stave& stave, qreal from, qreal to, const Note& note) {
-    const qreal side = stemGoesUp(note) ? 1 : -1;
+void drawTie(QPainter& painter, const Stave& stave, qreal left, qreal right,
+             const TieCurve& curve) {
     const qreal space = stave.space;
-    const QPointF start(from + (headWidth(note.duration) - kTieOverHead) * space,
-                        stave.y(note.position) + side * kTieDistance * space);
-    const QPointF end(to + kTieOverHead * space, start.y());
-    const qreal third = (end.x() - start.x()) / 3;
+    const QPointF start(left, stave.y(curve.ends));
+    const QPointF end(right, start.y());
+    const qreal third = (right - left) / 3;
     const qreal thick = glyph_table::kTieMidpointThickness * space;
     const qreal thin = glyph_table::kTieEndpointThickness * space;
-    const QPointF outer(0, side * (kTieDepth * space + thick / 2) * 4 / 3);
-    const QPointF inner(0, side * (kTieDepth * space - thick / 2) * 4 / 3);
+    const qreal depth = stave.y(curve.middle) - start.y();
+    const qreal halfStroke = std::copysign(thick / 2, depth);
+    const QPointF outer(0, (depth + halfStroke) * 4 / 3);
+    const QPointF inner(0, (depth - halfStroke) * 4 / 3);
 
     QPainterPath path(start);
     path.cubicTo(start + QPointF(third, 0) + outer, end - QPointF(third, 0) + outer, end);
@@ -36,6 +37,11 @@ void drawTie(QPainter& painter, const Stave& stave, qreal from, qreal to, const 
     painter.setPen(QPen(painter.pen().color(), thin, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.drawPath(path);
     painter.restore();
+}
+
+void drawTieOfNotes(QPainter& painter, const Stave& stave, qreal from, qreal to, const Note& note) {
+    const TieCurve curve = tieOverHeads(note, !stemGoesUp(note));
+    drawTie(painter, stave, from + curve.from * stave.space, to + curve.to * stave.space, curve);
 }
 
 void drawBeam(QPainter& painter, const Stave& stave, QPointF from, QPointF to, bool stemsUp) {

@@ -8,8 +8,11 @@
 /// `engraving`, they draw in the colour of the painter's pen.
 namespace engraving {
 
-/// A tie between two heads with the left edges `from` and `to`, on the side away from the stems.
-void drawTie(QPainter& painter, const Stave& stave, qreal from, qreal to, const Note& note);
+/// A tie with its ends at `left` and `right`.
+void drawTie(QPainter& painter, const Stave& stave, qreal left, qreal right, const TieCurve& curve);
+
+/// A tie between two single notes with the left edges `from` and `to`, over or under both heads.
+void drawTieOfNotes(QPainter& painter, const Stave& stave, qreal from, qreal to, const Note& note);
 
 /// A beam between two points of its edge at the stems' ends, from which it extends towards the
 /// heads: downwards when the stems go up.

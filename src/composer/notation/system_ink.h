@@ -2,15 +2,29 @@
 
 #include "composer/notation/system_layout.h"
 
-/// How far the ink of what a system holds reaches over and under the staff that it stands on.
+#include <vector>
+
+/// What the signs of a system cover.
 namespace notation {
 
-engraving::Reach reachOf(const Symbol& symbol);
-engraving::Reach reachOf(const System& system, const ArticulationMark& mark);
-engraving::Reach reachOf(const TripletBracket& bracket);
-engraving::Reach reachOf(const DurationSign& sign);
+/// A stretch of a staff, in staff spaces, and how far ink reaches there.
+struct Ink {
+    Staff staff;
+    double left;
+    double right;
+    engraving::Reach reach;
 
-/// Of all ink on a staff between two places along it, in staff spaces, and of the stave itself.
-engraving::Reach reachBetween(const System& system, Staff staff, double left, double right);
+    bool isAt(double from, double to) const { return right > from && left < to; }
+    double over() const { return reach.high - engraving::kTopLine; }
+    double under() const { return -reach.low; }
+};
+
+Ink inkOf(const System& system, const DurationSign& sign);
+
+/// Of all that is placed.
+std::vector<Ink> inksOf(const System& system);
+
+/// Of all ink on a staff between two places along it, and of the stave itself.
+engraving::Reach reachBetween(const std::vector<Ink>& inks, Staff staff, double left, double right);
 
 }  // namespace notation

@@ -71,7 +71,11 @@ public:
                     questions[offsetOf(system_.symbols[i])].joined = true;
             }
         }
-        placeOnStaves(notation::chooseStaves(questions, system_.start.staff));
+        std::vector<Staff> staves = notation::chooseStaves(questions, system_.start.staff);
+        // An entry of which a part stands in the system before stays on its staff.
+        if (!system_.symbols.empty() && !system_.symbols.front().opensEntry)
+            staves.front() = system_.start.staff.value_or(staves.front());
+        placeOnStaves(std::move(staves));
     }
 
     void placeOnStaves(std::vector<Staff> staves) {
@@ -145,6 +149,7 @@ public:
             if (symbol.signWidth > 0)
                 system_.durationSigns.push_back({i, entryOf(symbol).duration, 0});
         }
+        layOutTies();
         placeOutside(system_, triplets_);
     }
 
@@ -174,13 +179,24 @@ private:
         return reading_.entries[offsetOf(symbol)];
     }
 
-    /// Where the first head stands: its accidental is clear of the signs before it.
+    /// Where the first head stands: its accidental, or the tie that comes to it, is clear of the
+    /// signs before it.
     double lead() const {
         const double signs = system_.opening.end;
         const double least = signs + (kLead - kClefRoom);
-        return system_.symbols.empty()
-                   ? least
-                   : std::max(least, signs + kAfterSigns + extentOf(system_.symbols.front()).left);
+        if (system_.symbols.empty())
+            return least;
+        const Symbol& first = system_.symbols.front();
+        if (!first.opensEntry && !first.rest)
+            return signs + kIncomingTieRoom;
+        return std::max(least, signs + kAfterSigns + extentOf(first).left);
+    }
+
+    void layOutTies() {
+        std::vector<std::size_t> signs;
+        for (const ArticulationMark& mark : system_.articulations)
+            signs.push_back(mark.symbol);
+        system_.ties = notation::layOutTies(system_.symbols, signs, system_.end);
     }
 
     void cutAt(std::size_t end) {
@@ -316,6 +332,10 @@ System layOutEntry(const staff_entry::Entry& entry, Staff staff, const score::Ke
     const double origin = system.symbols.front().x;
     for (Symbol& symbol : system.symbols)
         symbol.x -= origin;
+    for (Tie& tie : system.ties) {
+        tie.left -= origin;
+        tie.right -= origin;
+    }
     system.end -= origin;
     return system;
 }

@@ -3,6 +3,7 @@
 #include "composer/notation/beams.h"
 #include "composer/notation/source.h"
 #include "composer/notation/symbol.h"
+#include "composer/notation/ties.h"
 
 #include <optional>
 #include <vector>
@@ -63,6 +64,7 @@ struct System {
     std::vector<Beam> beams;
     std::vector<TripletBracket> triplets;
     std::vector<ArticulationMark> articulations;
+    std::vector<Tie> ties;
     std::vector<DurationSign> durationSigns;
     std::vector<double> barLines;  ///< those where a bar ends
     std::optional<int> barNumber;  ///< of the bar in which it starts, from 1

@@ -8,7 +8,6 @@
 namespace notation {
 namespace {
 
-using engraving::kTopLine;
 using engraving::Reach;
 
 /// In half spaces.
@@ -21,23 +20,19 @@ constexpr double kNumberRoom = 2.6;  ///< for the numbers of entries, below the 
 constexpr double kAir = 1;           ///< beyond the outermost ink
 constexpr double kNoteRoom = 4;      ///< beyond the middle of a head, for an articulation
 
-/// Of some symbols with their articulations, the stave included.
-Reach reachOf(const System& system, const Span& span) {
-    Reach reach{0, kTopLine};
-    const auto include = [&reach](const Reach& other) {
-        reach.low = std::min(reach.low, other.low);
-        reach.high = std::max(reach.high, other.high);
-    };
-    for (std::size_t i = span.first; i <= span.last; ++i)
-        include(reachOf(system.symbols[i]));
-    for (const ArticulationMark& mark : system.articulations) {
-        if (mark.symbol >= span.first && mark.symbol <= span.last)
-            include(reachOf(system, mark));
+/// In staff spaces.
+constexpr double kBeside = 0.3;
+
+bool isOnBothStaves(const System& system, const Span& span) {
+    const Staff staff = system.symbols[span.first].staff;
+    for (std::size_t i = span.first; i <= span.last; ++i) {
+        if (system.symbols[i].staff != staff)
+            return true;
     }
-    return reach;
+    return false;
 }
 
-/// A bracket stands on the side of the stems of most notes; over rests above.
+/// On the side of the stems of most notes; over rests above.
 bool standsAbove(const System& system, const Span& span) {
     int up = 0;
     for (std::size_t i = span.first; i <= span.last; ++i) {
@@ -48,58 +43,83 @@ bool standsAbove(const System& system, const Span& span) {
     return up >= 0;
 }
 
+TripletBracket bracketOver(const System& system, const Span& span, const std::vector<Ink>& inks) {
+    // Between the staves a bracket would be in the way of notes on both of them.
+    const bool isOnBoth = isOnBothStaves(system, span);
+    const Symbol& first = system.symbols[span.first];
+    const Symbol& last = system.symbols[span.last];
+    const Staff staff = isOnBoth ? Staff::Treble : first.staff;
+    const bool above = isOnBoth || standsAbove(system, span);
+    const Reach reach =
+        reachBetween(inks, staff, first.x - kBeside, last.x + extentOf(last).right + kBeside);
+    const double position = above ? reach.high + kBracketDistance : reach.low - kBracketDistance;
+    return {span, staff, above, position};
+}
+
 /// Beyond the stem of its note, clear of all other ink and of the signs before it.
-void placeSign(System& system, DurationSign sign) {
+double positionOf(const System& system, const DurationSign& sign, const std::vector<Ink>& inks) {
     const Symbol& symbol = system.symbols[sign.symbol];
-    const double middle = symbol.x + middleOf(symbol);
-    const Reach reach = reachBetween(system, symbol.staff, middle - symbol.signWidth / 2,
-                                     middle + symbol.signWidth / 2);
+    const Ink place = inkOf(system, sign);
+    const Reach reach = reachBetween(inks, symbol.staff, place.left, place.right);
     const bool above = symbol.rest || engraving::stemGoesUp(symbol.note);
-    sign.position = above ? reach.high + kSignDistance : reach.low - kSignDistance;
-    system.durationSigns.push_back(sign);
+    return above ? reach.high + kSignDistance : reach.low - kSignDistance;
+}
+
+/// Between the staves: room for what is under the treble staff or over the bass staff, and for both
+/// where they meet.
+double gapFor(const std::vector<Ink>& inks) {
+    double gap = kLeastGap;
+    for (const Ink& ink : inks) {
+        const bool treble = ink.staff == Staff::Treble;
+        const double reach = treble ? ink.under() : ink.over();
+        gap = std::max(gap, reach + kAir);
+        if (!treble || reach <= 0)
+            continue;
+        for (const Ink& other : inks) {
+            if (other.staff == Staff::Bass && other.over() > 0 &&
+                other.isAt(ink.left - kBeside, ink.right + kBeside))
+                gap = std::max(gap, reach + other.over() + kAir);
+        }
+    }
+    return gap;
 }
 
 }  // namespace
 
 void placeOutside(System& system, const std::vector<Span>& triplets) {
-    for (const Span& span : triplets) {
-        const bool above = standsAbove(system, span);
-        const Reach reach = reachOf(system, span);
-        const double position =
-            above ? reach.high + kBracketDistance : reach.low - kBracketDistance;
-        system.triplets.push_back({span, system.symbols[span.first].staff, above, position});
+    std::vector<DurationSign> signs = std::exchange(system.durationSigns, {});
+    if (triplets.empty() && signs.empty())
+        return;
+    std::vector<Ink> inks = inksOf(system);
+    for (const Span& span : triplets)
+        system.triplets.push_back(bracketOver(system, span, inks));
+    if (!signs.empty())
+        inks = inksOf(system);
+    for (DurationSign& sign : signs) {
+        sign.position = positionOf(system, sign, inks);
+        inks.push_back(inkOf(system, sign));
     }
-    for (const DurationSign& sign : std::exchange(system.durationSigns, {}))
-        placeSign(system, sign);
+    system.durationSigns = std::move(signs);
 }
 
 void makeRoom(System& system, bool everyNote) {
+    const std::vector<Ink> inks = inksOf(system);
     double above = kLeastAbove;
-    double gap = kLeastGap;
     double below = kLeastBelow;
-    const auto include = [&](Staff staff, const Reach& reach) {
-        const double over = reach.high - kTopLine + kAir;
-        const double under = -reach.low + kAir;
-        const bool treble = staff == Staff::Treble;
-        (treble ? above : gap) = std::max(treble ? above : gap, over);
-        (treble ? gap : below) = std::max(treble ? gap : below, under);
-    };
-    for (const Symbol& symbol : system.symbols)
-        include(symbol.staff, reachOf(symbol));
-    for (const ArticulationMark& mark : system.articulations)
-        include(system.symbols[mark.symbol].staff, reachOf(system, mark));
-    for (const TripletBracket& bracket : system.triplets)
-        include(bracket.staff, reachOf(bracket));
-    for (const DurationSign& sign : system.durationSigns)
-        include(system.symbols[sign.symbol].staff, reachOf(sign));
+    for (const Ink& ink : inks) {
+        if (ink.staff == Staff::Treble)
+            above = std::max(above, ink.over() + kAir);
+        else
+            below = std::max(below, ink.under() + kAir);
+    }
     system.ink = below;
     below += kNumberRoom;
     if (everyNote) {
-        above = std::max<double>(above, kHighestPosition - kTopLine + kNoteRoom);
+        above = std::max<double>(above, kHighestPosition - engraving::kTopLine + kNoteRoom);
         below = std::max<double>(below, -kLowestPosition + kNoteRoom);
     }
     system.above = above;
-    system.gap = gap;
+    system.gap = gapFor(inks);
     system.below = below;
 }
 

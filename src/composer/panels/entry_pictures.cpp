@@ -70,7 +70,7 @@ void drawTied(QPainter& painter, const QRectF& rect) {
     const qreal right = left + kTieLength * stave.space;
     for (const qreal x : {left, right})
         engraving::drawNote(painter, MusicFont::shared(), stave, x, note);
-    engraving::drawTie(painter, stave, left, right, note);
+    engraving::drawTieOfNotes(painter, stave, left, right, note);
 }
 
 void drawTriplet(QPainter& painter, const QRectF& rect) {

@@ -63,8 +63,8 @@ void CursorPicture::paintEvent(QPaintEvent* /*event*/) {
     if (preview_.tied) {
         const notation::Symbol& note = preview_.note();
         const auto stave = score_painter::staveOf(preview_.entry, note.staff, preview_.place);
-        engraving::drawTie(painter, engraving::onPixels(painter, stave),
-                           preview_.place.x(-kTieLength), preview_.place.x(0), note.note);
+        engraving::drawTieOfNotes(painter, engraving::onPixels(painter, stave),
+                                  preview_.place.x(-kTieLength), preview_.place.x(0), note.note);
     }
 }
 

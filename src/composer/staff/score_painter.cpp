@@ -23,7 +23,6 @@ using notation::System;
 constexpr double kSignSize = 1.3;
 constexpr double kBracketOver = 0.2;  ///< beyond the heads
 constexpr int kSmallestSign = 7;      ///< pixels
-constexpr double kTieInwards = 1;     ///< of one that ends at another system
 constexpr double kBarLine = glyph_table::kThinBarlineThickness;
 
 /// Paints one system.
@@ -60,7 +59,11 @@ public:
         for (const notation::ArticulationMark& mark : system_.articulations) {
             const Symbol& symbol = system_.symbols[mark.symbol];
             engraving::drawArticulation(painter_, font_, of(symbol), place_.x(symbol.x),
-                                        symbol.note, mark.sign, symbol.tiedToNext());
+                                        symbol.note, mark.sign);
+        }
+        for (const notation::Tie& tie : system_.ties) {
+            engraving::drawTie(painter_, of(system_.symbols[tie.symbols.first]), place_.x(tie.left),
+                               place_.x(tie.right), tie.curve);
         }
         for (const notation::TripletBracket& bracket : system_.triplets)
             drawBracket(bracket);
@@ -103,16 +106,6 @@ private:
                                                  symbol.stemEnd);
         } else {
             engraving::drawNote(painter_, font_, of(symbol), x, symbol.note);
-        }
-        // A tie from or to another system ends beside the notes.
-        const bool isLast = i + 1 == system_.symbols.size();
-        if (symbol.tiedToNext()) {
-            const double to = isLast ? system_.end - kTieInwards : system_.symbols[i + 1].x;
-            engraving::drawTie(painter_, of(symbol), x, place_.x(to), symbol.note);
-        }
-        if (i == 0 && !symbol.opensEntry && !symbol.rest) {
-            engraving::drawTie(painter_, of(symbol), x - kTieInwards * 2 * place_.space, x,
-                               symbol.note);
         }
     }
 

@@ -81,8 +81,8 @@ void paintRange(QPainter& painter, const QWidget& widget, const StaffPage& page,
     painter.setPen(colour);
     const auto mark = [&](double x, int inwards) {
         const double tip = x + inwards * kFlag;
-        const engraving::Reach ink = notation::reachBetween(shown, notation::Staff::Treble,
-                                                            std::min(x, tip), std::max(x, tip));
+        const engraving::Reach ink = notation::reachBetween(
+            notation::inksOf(shown), notation::Staff::Treble, std::min(x, tip), std::max(x, tip));
         const double over = (ink.high - engraving::kTopLine) / 2 + kFlagAir + kFlag;
         const qreal top = trebleTop - std::max(kOver, over) * space;
         const qreal line = place.x(x);
