@@ -11,34 +11,52 @@ constexpr double kQuarterMore = 1.9;
 constexpr double kGrowth = 0.6;
 constexpr double kLeastGap = 0.3;  ///< between the ink of two symbols
 constexpr double kLedgerGap = 0.1;
-constexpr double kTieLength = 2.4;  ///< from head to head, so that the tie can be seen
+constexpr double kTieRoom = 1.3;  ///< between the ink of two heads, so that the tie can be seen
 constexpr double kBeforeBarLine = 0.6;
 constexpr double kSignGap = 0.4;  ///< between the signs of two durations
 
+bool hasLedgerLines(const Symbol& symbol) {
+    return !symbol.rest && engraving::ledgerLines(symbol.note.position) > 0;
+}
+
+bool hasAccidental(const Symbol& symbol) {
+    return !symbol.rest && symbol.note.accidental != engraving::Accidental::None;
+}
+
+/// Before another symbol of the bar.
+double leastInBar(const Symbol& symbol, const Symbol& next) {
+    const double right = extentOf(symbol).right;
+    const double left = extentOf(next).left;
+    const double head = symbol.rest ? right : engraving::headWidth(symbol.value.duration);
+    // Ledger lines may reach into the gap before a head that has none.
+    const bool bare = right <= head + glyph_table::kLedgerLineExtension;
+    double least = (bare ? head : right) + kLeastGap;
+    if (hasAccidental(next))
+        return std::max(least, right + kLedgerGap) + left;
+    if (hasLedgerLines(next) && (hasLedgerLines(symbol) || !bare))
+        least = std::max(least, right + kLedgerGap + left);
+    return least;
+}
+
 double leastDistance(const Symbol& symbol, const Symbol* next) {
     const engraving::Extent extent = extentOf(symbol);
-    const double head = symbol.rest ? extent.right : engraving::headWidth(symbol.value.duration);
-    const bool ledger = !symbol.rest && engraving::ledgerLines(symbol.note.position) > 0;
-    // Ledger lines may reach into the gap before a symbol that has none.
-    const bool bare = extent.right <= head + glyph_table::kLedgerLineExtension;
-    double least = (ledger && bare ? head : extent.right) + kLeastGap;
+    double least = extent.right + kLeastGap;
     if (symbol.endsBar)
-        least = extent.right + kBeforeBarLine;
-    if (!next)
-        return std::max(least, extentWithSign(symbol).right + kLeastGap);
-    if (symbol.endsBar)
-        return least + kBehindBarLine + extentOf(*next).left;
-    const bool nextLedger = !next->rest && engraving::ledgerLines(next->note.position) > 0;
-    const bool sign = !next->rest && next->note.accidental != engraving::Accidental::None;
-    if (sign)
-        least += extentOf(*next).left;
-    else if (ledger && nextLedger)
-        least = std::max(least, head + 2 * glyph_table::kLedgerLineExtension + kLedgerGap);
-    if (symbol.signWidth > 0 && next->signWidth > 0) {
+        least = extent.right + kBeforeBarLine + (next ? kBehindBarLine + extentOf(*next).left : 0);
+    else if (next)
+        least = leastInBar(symbol, *next);
+    else
+        least = std::max(least, extentWithSign(symbol).right + kLeastGap);
+    if (next && symbol.signWidth > 0 && next->signWidth > 0) {
         const double signs = (symbol.signWidth + next->signWidth) / 2 + kSignGap;
         least = std::max(least, signs + middleOf(symbol) - middleOf(*next));
     }
-    return symbol.tiedToNext() ? std::max(least, kTieLength) : least;
+    if (symbol.tiedToNext()) {
+        const bool dots = symbol.note.dots > 0;
+        const double ink = dots ? extent.right : engraving::headWidth(symbol.value.duration);
+        least = std::max(least, ink + kTieRoom);
+    }
+    return least;
 }
 
 }  // namespace
