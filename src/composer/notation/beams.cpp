@@ -9,9 +9,11 @@ namespace {
 /// In half spaces.
 constexpr double kStem = 6.5;
 constexpr double kMoreStem = kBeamDistance;  ///< for each beam from the third on
-constexpr double kMostRise = 2;
 constexpr double kRiseShare = 0.45;
-constexpr double kMostSlope = 0.5;  ///< half spaces a staff space
+constexpr double kMostRise = 2;          ///< of a narrow beam
+constexpr double kMostWideSlope = 0.25;  ///< half spaces a staff space, of a wide one
+constexpr double kMostSlope = 0.5;
+constexpr double kClearOfStub = 0.5;
 
 constexpr double kStub = 1.1;  ///< in staff spaces
 constexpr double kTolerance = 1e-6;
@@ -36,7 +38,8 @@ double slopeOf(const std::vector<Symbol>& symbols, const Span& beam, double towa
             return 0;
     }
     const double width = symbols[beam.last].x - symbols[beam.first].x;
-    const double rise = std::clamp((last - first) * kRiseShare, -kMostRise, kMostRise);
+    const double most = std::max(kMostRise, kMostWideSlope * width);
+    const double rise = std::clamp((last - first) * kRiseShare, -most, most);
     return towardsBeam * std::clamp(rise / width, -kMostSlope, kMostSlope);
 }
 
@@ -64,6 +67,28 @@ void addLines(Beam& beam, const std::vector<Symbol>& symbols, int level) {
     }
 }
 
+/// The note whose head or accidental is below or above the end of a stub.
+const Symbol* besideStub(const std::vector<Symbol>& symbols, const Beam& beam,
+                         const Beam::Line& line) {
+    if (line.stub == 0)
+        return nullptr;
+    const Symbol& symbol = symbols[line.first];
+    const double stem = symbol.x + (beam.stemsUp ? engraving::headWidth(symbol.value.duration) : 0);
+    const double end = stem + line.stub;
+    if (line.stub > 0) {
+        const Symbol& next = symbols[line.first + 1];
+        return end > next.x - extentOf(next).left ? &next : nullptr;
+    }
+    const Symbol& before = symbols[line.first - 1];
+    return end < before.x + extentOf(before).right ? &before : nullptr;
+}
+
+/// How high the ink of a note's head and accidental reaches, or how low on the other side.
+double reachOf(const Symbol& symbol, double side) {
+    engraving::Reach reach = engraving::headReach(symbol.note);
+    return side > 0 ? reach.high : -reach.low;
+}
+
 }  // namespace
 
 void turnStems(std::vector<Symbol>& symbols, const Span& beam) {
@@ -81,26 +106,36 @@ void turnStems(std::vector<Symbol>& symbols, const Span& beam) {
 
 Beam layOutBeam(std::vector<Symbol>& symbols, const Span& notes) {
     Beam beam{notes, engraving::stemGoesUp(symbols[notes.first].note), {}};
+    int most = 0;
+    for (std::size_t i = notes.first; i <= notes.last; ++i)
+        most = std::max(most, beamsOf(symbols[i]));
+    for (int level = 0; level < most; ++level)
+        addLines(beam, symbols, level);
+
     const double side = beam.stemsUp ? 1 : -1;
     const double slope = slopeOf(symbols, notes, side);
     const double origin = symbols[notes.first].x;
     // Far enough from every head, and no end short of the middle line.
     double height = -1e9;
+    const auto reachTo = [&](const Symbol& symbol, double least) {
+        height = std::max(height, least - side * slope * (symbol.x - origin));
+    };
     for (std::size_t i = notes.first; i <= notes.last; ++i) {
-        const Symbol& symbol = symbols[i];
-        const double from = side * slope * (symbol.x - origin);
-        height = std::max({height, side * symbol.note.position + stemLength(symbol) - from,
-                           side * engraving::kMiddleLine - from});
+        reachTo(symbols[i], side * symbols[i].note.position + stemLength(symbols[i]));
+        reachTo(symbols[i], side * engraving::kMiddleLine);
+    }
+    for (const Beam::Line& line : beam.lines) {
+        if (const Symbol* next = besideStub(symbols, beam, line)) {
+            const double inwards = line.level * kBeamDistance + 2 * glyph_table::kBeamThickness;
+            const double least = reachOf(*next, side) + kClearOfStub + inwards;
+            reachTo(symbols[line.first], least);
+            reachTo(*next, least);
+        }
     }
     // Halves, so that the edges of level beams stand on lines or in the middle of a space.
     height = std::ceil(height * 2 - kTolerance) / 2;
-    int most = 0;
-    for (std::size_t i = notes.first; i <= notes.last; ++i) {
+    for (std::size_t i = notes.first; i <= notes.last; ++i)
         symbols[i].stemEnd = side * height + slope * (symbols[i].x - origin);
-        most = std::max(most, beamsOf(symbols[i]));
-    }
-    for (int level = 0; level < most; ++level)
-        addLines(beam, symbols, level);
     return beam;
 }
 
