@@ -42,6 +42,7 @@ MainWindow::MainWindow(const Services& services)
     ui_->setupUi(this);
     const QSize made = RoomScale::forType(*this, size());
     resize(made.boundedTo(appearance::roomOnScreen(*this).size()));
+    ui_->exitRow->setContentsMargins(0, 0, ui_->toolArea->barRoom(), 0);
     status_->setContentsMargins(kStatusIndent, 0, 0, 2);
     ui_->statusBar->addWidget(status_, 1);
     drill_ = std::make_unique<ReadingDrill>(services_.runtime, services_.funzioniMM, noteFolder_,

@@ -3,6 +3,7 @@
 #include "widgets/appearance.h"
 
 #include <QKeyEvent>
+#include <QLayout>
 #include <QScrollBar>
 #include <QStyle>
 
@@ -19,7 +20,6 @@ constexpr int kBarGap = 4;      ///< pixels beside the bar
 ColumnScrollArea::ColumnScrollArea(QWidget* parent) : QScrollArea(parent) {
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::NoFocus);
-    setWidgetResizable(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     connect(verticalScrollBar(), &QScrollBar::rangeChanged, this, &ColumnScrollArea::keepBarFree);
     keepBarFree();
@@ -28,7 +28,6 @@ ColumnScrollArea::ColumnScrollArea(QWidget* parent) : QScrollArea(parent) {
 void ColumnScrollArea::setAsksForAll(bool on) {
     asksForAll_ = on;
     setHorizontalScrollBarPolicy(on ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
-    setWidgetResizable(!on);
     keepBarFree();
 }
 
@@ -108,14 +107,19 @@ void ColumnScrollArea::keyPressEvent(QKeyEvent* event) {
 /// The toolkit would make a column with wrapped texts as high as it likes to be, and scroll it
 /// where it could be lower.
 void ColumnScrollArea::fitColumn() {
-    if (asksForAll_ && widget())
-        widget()->resize(viewport()->size().expandedTo(widget()->minimumSizeHint()));
+    if (!widget())
+        return;
+    const QSize room = viewport()->size();
+    QSize least = widget()->minimumSizeHint();
+    const QLayout* layout = widget()->layout();
+    if (!asksForAll_ && layout && layout->hasHeightForWidth())
+        least.setHeight(layout->minimumHeightForWidth(room.width()));
+    widget()->resize(room.expandedTo(least));
 }
 
 void ColumnScrollArea::keepBarFree() {
     const bool bar = verticalScrollBar()->maximum() > 0;
-    const int extent = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-    setViewportMargins(0, 0, barGap() + (bar ? 0 : extent), 0);
+    setViewportMargins(0, 0, bar ? barGap() : barRoom(), 0);
 }
 
 /// A column that is the whole window has margins of its own.
@@ -123,6 +127,10 @@ int ColumnScrollArea::barGap() const {
     return asksForAll_ ? 0 : kBarGap;
 }
 
+int ColumnScrollArea::barRoom() const {
+    return barGap() + style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+}
+
 int ColumnScrollArea::widthFor(int content) const {
-    return content + barGap() + style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    return content + barRoom();
 }

@@ -22,6 +22,9 @@ public:
     /// Scrolls to a control that was just shown, as soon as it has its place.
     void reveal(QWidget& control);
 
+    /// Beside the column, for the bar.
+    int barRoom() const;
+
     /// Whether it asks for the whole column and the screen lacks the room.
     bool lacksRoom() const;
 

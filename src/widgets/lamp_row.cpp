@@ -20,7 +20,7 @@ constexpr int kRimDarkness = 160;  ///< of the lamp's colour, in percent
 constexpr double kSmallestPlace = 0.5;
 constexpr double kUsualPlace = 0.8;
 constexpr double kLowestRow = 1.8;
-constexpr double kUsualRow = 2.4;  ///< this and those above in heights of a text line
+constexpr double kUsualRow = 5;  ///< this and those above in heights of a text line
 
 QColor fromBgr(Colour colour) {
     return QColor(static_cast<int>(colour & 0xFF), static_cast<int>(colour >> 8 & 0xFF),
