@@ -6,6 +6,13 @@
 #include "widgets/appearance.h"
 #include "widgets/room_scale.h"
 
+namespace {
+
+/// Sheets are also read from afar, as from the instrument.
+constexpr double kLargestType = 3;
+
+}  // namespace
+
 frmOptions::frmOptions(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmOptions>()) {
     ui_->setupUi(this);
     Form_Load();
@@ -14,7 +21,7 @@ frmOptions::frmOptions(QWidget* parent) : QDialog(parent), ui_(std::make_unique<
                 [this, index] { cmdSel_Click(index); });
     }
     connect(ui_->cmdOk, &QPushButton::clicked, this, &frmOptions::cmdOk_Click);
-    new RoomScale(*this, sizeHint());
+    new RoomScale(*this, sizeHint(), kLargestType);
 }
 
 frmOptions::~frmOptions() = default;

@@ -23,8 +23,12 @@ void setPointSize(QWidget& widget, double size) {
 
 }  // namespace
 
-RoomScale::RoomScale(QWidget& window, QSize made)
-    : QObject(&window), window_(window), made_(made), ownSize_(window.font().pointSizeF()) {
+RoomScale::RoomScale(QWidget& window, QSize made, double limit)
+    : QObject(&window),
+      window_(window),
+      made_(made),
+      limit_(limit),
+      ownSize_(window.font().pointSizeF()) {
     for (QWidget* widget : window.findChildren<QWidget*>()) {
         const bool own = (widget->font().resolveMask() & QFont::SizeResolved) != 0 &&
                          widget->testAttribute(Qt::WA_SetFont);
@@ -54,7 +58,7 @@ bool RoomScale::eventFilter(QObject* /*target*/, QEvent* event) {
 void RoomScale::followSize() {
     const double room = std::min(static_cast<double>(window_.width()) / made_.width(),
                                  static_cast<double>(window_.height()) / made_.height());
-    const int wanted = static_cast<int>(std::floor((std::clamp(room, 1.0, kLimit) - 1) / kStep));
+    const int wanted = static_cast<int>(std::floor((std::clamp(room, 1.0, limit_) - 1) / kStep));
     if (std::exchange(wantedSteps_, wanted) != wanted)
         enlarge(wanted);
 }
@@ -62,14 +66,18 @@ void RoomScale::followSize() {
 /// By so many steps or as many as fit. The larger type must not keep the window from becoming small
 /// again.
 void RoomScale::enlarge(int steps) {
-    if (steps > 0 && steps_ == 0)
+    if (steps > 0 && steps_ == 0) {
+        window_.layout()->setSizeConstraint(QLayout::SetNoConstraint);
         window_.setMinimumSize(window_.minimumSizeHint());
+    }
     do {
         steps_ = steps--;
         applyType();
     } while (steps_ > 0 && !fits(roomHere()));
-    if (steps_ == 0)
+    if (steps_ == 0) {
         window_.setMinimumSize(0, 0);
+        window_.layout()->setSizeConstraint(QLayout::SetDefaultConstraint);
+    }
 }
 
 void RoomScale::fitScreen() {

@@ -17,9 +17,9 @@ class RoomScale : public QObject {
 public:
     static constexpr double kLimit = 1.5;
 
-    /// `made` is the size at which the type has its own size. All widgets of the window must have
-    /// been made.
-    RoomScale(QWidget& window, QSize made);
+    /// `made` is the size at which the type has its own size; it grows to `limit` times that. All
+    /// widgets of the window must have been made.
+    RoomScale(QWidget& window, QSize made, double limit = kLimit);
 
     /// A size that was made for usual type, in the type of the window where that is larger.
     static QSize forType(const QWidget& window, QSize size);
@@ -38,6 +38,7 @@ private:
 
     QWidget& window_;
     QSize made_;
+    double limit_;
     double ownSize_;  ///< of the window's type, in points
     double fit_ = 1;  ///< what the screen leaves of that
     int steps_ = 0;   ///< by which the type is larger in the window's room
