@@ -120,6 +120,18 @@ TEST_F(ComposerWindowTest, TheStaffShowsBarsAndAKeyForThisRun) {
     runUntil(1s);
 }
 
+/// Else the second of two clicks would miss the arrow.
+TEST_F(ComposerWindowTest, TheHintMovesNoArrowOfTheTransposition) {
+    at(100ms, [this] {
+        const QSize wanted = user.find<QWidget>("range").sizeHint();
+        enter({60});
+        user.click("lblIDs_1");
+        QCoreApplication::sendPostedEvents();
+        EXPECT_EQ(user.find<QWidget>("range").sizeHint(), wanted);
+    });
+    runUntil(1s);
+}
+
 TEST_F(ComposerWindowTest, TheFocusDecidesWhatAKeyMeans) {
     at(100ms, [this] {
         enter(std::vector<int>(99, 60));

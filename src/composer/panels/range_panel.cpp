@@ -29,7 +29,7 @@ RangePanel::RangePanel(QWidget* parent) : QWidget(parent), ui_(std::make_unique<
     appearance::enlargeText(*ui_->lblSemitoni, 1.2);
     panel_text::reserve(*ui_->lblSemitoni, QString::number(-Composition::kLargestTransposition));
     makeLabelButton(*ui_->lblSemitoni, palette().color(QPalette::Link));
-    ui_->lblSpiegaTrasposizione->setMinimumHeight(kHintLines * fontMetrics().lineSpacing());
+    keepRoomForHint();
     showTransposition(0, {});
     const auto arrows = arrowsOf(*ui_);
     for (std::size_t i = 0; i < arrows.size(); ++i) {
@@ -46,6 +46,17 @@ RangePanel::RangePanel(QWidget* parent) : QWidget(parent), ui_(std::make_unique<
 }
 
 RangePanel::~RangePanel() = default;
+
+void RangePanel::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        keepRoomForHint();
+}
+
+/// Below the arrows, which no hint moves: between two clicks the arrow would be gone.
+void RangePanel::keepRoomForHint() {
+    ui_->lblSpiegaTrasposizione->setMinimumHeight(kHintLines * fontMetrics().lineSpacing());
+}
 
 /// A button's signal does not say what pressed it, and which keys press one is up to the desktop. A
 /// key that a screen reader looks at first comes from there, and its release too late: held, it

@@ -34,8 +34,11 @@ Q_SIGNALS:
 
 protected:
     bool eventFilter(QObject* target, QEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
+    void keepRoomForHint();
+
     std::unique_ptr<Ui::RangePanel> ui_;
     bool held_ = false;  ///< a mouse button or a key is going down on an arrow
 };
