@@ -3,6 +3,7 @@
 #include "composer/composer_keyboard.h"
 #include "composer/composer_menu.h"
 #include "composer/composer_model.h"
+#include "composer/composer_state.h"
 #include "composer/export_progress.h"
 #include "composer/frmCopyFromA.h"
 #include "composer/melody_sheet.h"
@@ -10,8 +11,14 @@
 #include "composer/side_panels.h"
 
 ExportControls::ExportControls(QWidget& window, Runtime& runtime, ComposerModel& model,
-                               SidePanels& side, ComposerKeyboard& keyboard, ComposerMenu& menu)
-    : window_(window), runtime_(runtime), model_(model), side_(side), keyboard_(keyboard) {
+                               const ComposerState& state, SidePanels& side,
+                               ComposerKeyboard& keyboard, ComposerMenu& menu)
+    : window_(window),
+      runtime_(runtime),
+      model_(model),
+      state_(state),
+      side_(side),
+      keyboard_(keyboard) {
     connect(&menu, &ComposerMenu::exportAudioChosen, this, &ExportControls::mnuEsportaAudio_Click);
     connect(&menu, &ComposerMenu::exportMidiChosen, this, &ExportControls::mnuEsportaMidi_Click);
     connect(&menu, &ComposerMenu::exportPdfChosen, this, &ExportControls::mnuEsportaPdf_Click);
@@ -57,14 +64,17 @@ void ExportControls::mnuStampa_Click() {
         });
 }
 
-/// The choice is proposed again. Music without bars is chosen for itself: where it is not offered,
-/// the metre that was chosen before is proposed.
+/// The bars that the staff shows are proposed, or else the choice of the last time. Music without
+/// bars is chosen for itself: where it is not offered, the metre that was chosen before is
+/// proposed.
 bool ExportControls::askNotation(frmBattute::WithoutBars withoutBars) {
     keyboard_.releaseHeldKeys();
     model_.playback.stop();
     const bool offered = withoutBars == frmBattute::WithoutBars::Offered;
     score::Notation proposed{metre_, notation_.key};
-    if (offered && withoutBars_)
+    if (state_.staff.metre)
+        proposed = state_.staff;
+    else if (offered && withoutBars_)
         proposed.metre.reset();
     frmBattute box(proposed, withoutBars, &window_);
     if (box.exec() != QDialog::Accepted)

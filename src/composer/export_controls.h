@@ -10,14 +10,16 @@ class QWidget;
 class Runtime;
 class SidePanels;
 struct ComposerModel;
+struct ComposerState;
 
 /// The menu items that take melodies elsewhere and back: the exports and the floppy disk.
 class ExportControls : public QObject {
     Q_OBJECT
 
 public:
-    ExportControls(QWidget& window, Runtime& runtime, ComposerModel& model, SidePanels& side,
-                   ComposerKeyboard& keyboard, ComposerMenu& menu);
+    ExportControls(QWidget& window, Runtime& runtime, ComposerModel& model,
+                   const ComposerState& state, SidePanels& side, ComposerKeyboard& keyboard,
+                   ComposerMenu& menu);
 
 private Q_SLOTS:
     void mnuEsportaAudio_Click();
@@ -35,6 +37,7 @@ private:
     QWidget& window_;
     Runtime& runtime_;
     ComposerModel& model_;
+    const ComposerState& state_;
     SidePanels& side_;
     ComposerKeyboard& keyboard_;
     score::Notation notation_;  ///< as it was chosen last

@@ -58,7 +58,7 @@ frmComposer::frmComposer(const Services& services, ComposerState& state, QWidget
       playbackControls_(services.dialogs, *ui_, model_, view_, presenter_, keyboard_, menu_),
       range_(*ui_, model_, view_, presenter_),
       library_(services.dialogs, model_, side_, view_, presenter_, keyboard_, menu_),
-      export_(*this, services.runtime, model_, side_, keyboard_, menu_),
+      export_(*this, services.runtime, model_, state, side_, keyboard_, menu_),
       bookmarks_(model_, side_, view_, presenter_, keyboard_, menu_),
       bars_(*this, services.dialogs, composition_, state, view_, keyboard_, menu_),
       melodyFile_(std::move(melodyFile)) {

@@ -111,8 +111,13 @@ TEST_F(ComposerWindowTest, TheStaffShowsBarsAndAKeyForThisRun) {
         const QImage bars = picture();
         EXPECT_NE(bars, before);
         EXPECT_EQ(state.staff, (score::Notation{score::Metre{4, 4}, {}}));
-        choose(3, 10);
+        choose(1, 10);
         EXPECT_NE(picture(), bars);
+        QTimer::singleShot(0, &window, [this] {
+            EXPECT_EQ(user.find<QComboBox>("cmbTempoBattuta").currentText(), "2/4");
+            user.click("cmdAnnulla");
+        });
+        user.trigger("mnuEsportaPdf");
         EXPECT_EQ(user.text("lblNoteString"), notes);
         choose(0, 0);
         EXPECT_EQ(picture(), before);
