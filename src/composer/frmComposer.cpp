@@ -7,6 +7,7 @@
 #include "ui_playback_panel.h"
 #include "ui_range_panel.h"
 #include "widgets/appearance.h"
+#include "widgets/keyboard_span.h"
 #include "widgets/panel_text.h"
 #include "widgets/room_scale.h"
 
@@ -69,6 +70,7 @@ frmComposer::frmComposer(const Services& services, ComposerState& state, QWidget
     composition_.instrument = services_.funzioniMM.currentInstrument();
     appearance::enlargeText(*ui_->lblNome, 1.2);
     panel_text::reserve(*ui_->lblNt, panel_text::widestEntryNumber(), kLabelFrame);
+    new KeyboardSpan(*ui_->lb);
     orderTabs();
     addSpeech(state);
     connect(&menu_, &ComposerMenu::closeChosen, this, &frmComposer::reject);
