@@ -8,6 +8,7 @@
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QScrollBar>
 #include <QStyle>
 #include <QStyledItemDelegate>
 #include <QToolTip>
@@ -67,6 +68,9 @@ BrowserPanel::BrowserPanel(QWidget* parent)
     setActionIcon(*ui_->cmdDelete, ActionIcon::Delete);
     ui_->List1->setItemDelegate(new ElidedRows(ui_->List1));
     ui_->List1->setMinimumHeight(kFewestRows * fontMetrics().lineSpacing());
+    // Another panel beside it leaves it fewer rows.
+    connect(ui_->List1->verticalScrollBar(), &QScrollBar::rangeChanged, ui_->List1,
+            [list = ui_->List1] { list->scrollTo(list->currentIndex()); });
     connect(ui_->List1, &QListWidget::itemDoubleClicked, this, &BrowserPanel::play);
     connect(ui_->cmdEseguiFile, &QPushButton::clicked, this, &BrowserPanel::play);
     connect(ui_->cmdMkdir, &QPushButton::clicked, this, &BrowserPanel::createFolderRequested);
