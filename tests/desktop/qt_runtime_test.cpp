@@ -214,7 +214,7 @@ TEST_F(QtRuntimeTest, BoxesProposeWhatLosesNothingAndTellWhatTheUserChose) {
     EXPECT_TRUE(chosen(&Dialogs::offer, {}));
     const QString no = "Cantavista a\n<b> &No";
     const QString yes = "Cantavista a\n<b> &Sì";
-    EXPECT_EQ(chosen(&Dialogs::confirmClosing, "Salva"), Closing::Save);
+    EXPECT_EQ(chosen(&Dialogs::confirmClosing, "Sal&va"), Closing::Save);
     EXPECT_EQ(chosen(&Dialogs::confirmClosing, "&Sì"), Closing::Discard);
     EXPECT_EQ(chosen(&Dialogs::confirmClosing, {}), Closing::Stay);
     EXPECT_EQ(seen, (QStringList{no, no, yes, yes, no, no, no}));

@@ -2,7 +2,9 @@
 
 #include "platform/desktop/held_input.h"
 #include "platform/runtime.h"
+#include "platform/user_text.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
@@ -39,6 +41,9 @@ QMessageBox::StandardButton show(const Runtime& runtime, HeldInput& input, const
     box.setTextFormat(Qt::PlainText);
     box.setText(QString(text).replace(QLatin1String("\r\n"), QLatin1String("\n")));
     box.setStandardButtons(buttons);
+    // Without a letter of its own it would leave "S" to "Sì", which throws away what is not saved.
+    if (QAbstractButton* save = box.button(QMessageBox::Save))
+        save->setText(UserText::tr("Sal&va"));
     box.setDefaultButton(usual);
     box.setEscapeButton(usual);
     const int answer = run(box, input);
