@@ -114,6 +114,7 @@ void frmConfMetro::Form_Load() {
     ui_->txtPattern->setMaxLength(pulse_pattern::kMaxLength);
     ui_->txtTempo->setMaxLength(custom_sequence::kMaxTempoLength);
     ui_->txtPattern->setText(state_.MetroPattern);
+    ui_->txtPattern->selectAll();
     ui_->txtTempo->setText(state_.MetroTimeSig);
     // Characters composed by an input method would bypass the key filter.
     ui_->txtPattern->setAttribute(Qt::WA_InputMethodEnabled, false);
