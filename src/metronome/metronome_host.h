@@ -11,6 +11,10 @@ public:
     /// disabled; only the help menu stays usable.
     virtual void setMetronomeRunning(bool running) = 0;
 
+    /// Gives the drill's start button the focus. When the frame is hidden, the toolkit would pass
+    /// it on to the button that ends the program.
+    virtual void focusStart() = 0;
+
     /// The controls whose colours `cmdSSmetro` takes: `pdo` on a start, `cmdEsci` on a stop.
     virtual const QWidget& startColourSource() const = 0;
     virtual const QWidget& stopColourSource() const = 0;

@@ -102,6 +102,10 @@ bool NumberLabel::isDigit(const QKeyEvent& key) {
     return key.text().size() == 1 && key.text().front().isDigit();
 }
 
+bool NumberLabel::typing() const {
+    return !line_->isHidden();
+}
+
 void NumberLabel::keyPressEvent(QKeyEvent* event) {
     if (isEnter(event->key()))
         openLine(text());
@@ -149,7 +153,7 @@ void NumberLabel::openLine(const QString& text) {
 
 /// Hiding a line that has the focus finishes its editing again.
 void NumberLabel::closeLine(bool take) {
-    if (line_->isHidden())
+    if (!typing())
         return;
     const QString typed = line_->text();
     const bool focused = line_->hasFocus();

@@ -33,6 +33,9 @@ public:
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
 
+    /// Whether the line is open.
+    bool typing() const;
+
     /// Whether the key, typed at the label, is the first digit of a number.
     static bool isDigit(const QKeyEvent& key);
 
