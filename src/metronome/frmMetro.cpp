@@ -107,6 +107,13 @@ void frmMetro::mnuMetro_Click() {
     ui_->cmdSSmetro->setFocus();
 }
 
+void frmMetro::showWaiting(bool waits) {
+    if (waits)
+        announce(metronome_speech::waits());
+    waits_ = waits;
+    showTempo();
+}
+
 void frmMetro::cmdSSmetro_Click() {
     metronome_.startOrStop();
 }
@@ -162,7 +169,8 @@ void frmMetro::showTempo() {
     const bool doubled = metronome_.doubled();
     const int tempo = metronome_.shownTempo();
     ui_->lblTempo->setText(QString::number(tempo));
-    ui_->lblAndamento->setText(tempo_names::nameOf(tempo));
+    ui_->lblAndamento->setText(waits_ ? UserText::tr("In attesa") : tempo_names::nameOf(tempo));
+    ui_->lblAndamento->setToolTip(waits_ ? metronome_speech::waits() : QString());
     ui_->lblX12->setText(doubled ? QStringLiteral("x2") : QStringLiteral("x1"));
     ui_->lblX12->setToolTip(doubled ? UserText::tr("Clicca per dimezzare la velocità")
                                     : UserText::tr("Clicca per raddoppiare la velocità"));

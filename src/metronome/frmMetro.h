@@ -26,6 +26,10 @@ public:
     /// Shows the frame and gives the focus to the start button.
     void mnuMetro_Click();
 
+    /// While another activity that was started later runs inside the pulse loop, no pulse comes,
+    /// and the frame says so.
+    void showWaiting(bool waits);
+
     void cmdSSmetro_Click();
     void lblTs_Click();
     void MetroTempoS_Change();
@@ -59,5 +63,6 @@ private:
     MetronomeHost& host_;
     Metronome metronome_;
     TapTempo taps_;
+    bool waits_ = false;
     QTimer tempoSpeech_;  ///< until the tempo is announced
 };

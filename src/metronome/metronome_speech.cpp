@@ -12,6 +12,10 @@ QString stopped() {
     return UserText::tr("Metronomo fermato");
 }
 
+QString waits() {
+    return UserText::tr("Metronomo in attesa: prima ferma l'esercizio");
+}
+
 QString tempo(int beatsPerMinute) {
     return UserText::tr("%1 pulsazioni al minuto").arg(beatsPerMinute);
 }

@@ -7,6 +7,7 @@ namespace metronome_speech {
 
 QString started(int tempo, const QString& timeSig);
 QString stopped();
+QString waits();  ///< for the automatic drill, until that is stopped
 QString tempo(int beatsPerMinute);
 QString timeSignature(const QString& timeSig);
 

@@ -88,6 +88,15 @@ void ReadingDrill::chooseMode(ReadingMode mode) {
     controls_.showSpeedControls(mode == ReadingMode::Automatico);
 }
 
+void ReadingDrill::showWaiting(bool waits) {
+    showRange();
+    if (!waits)
+        return;
+    const QString told = UserText::tr("In attesa: prima ferma il metronomo");
+    controls_.ui().lblIntervallo->setText(told);
+    announce(told);
+}
+
 void ReadingDrill::enableStart(bool on) {
     startEnabled_ = on;
     controls_.ui().Start->setEnabled(on && session_.stepRange().startAllowed());
@@ -168,6 +177,7 @@ void ReadingDrill::sessionStarted() {
     board_.staff().ruler().showAllMarkers();
     board_.enableAnswers(session_.mode() == ReadingMode::Normale);
     showRange();
+    Q_EMIT automaticRun(session_.mode() == ReadingMode::Automatico);
 }
 
 void ReadingDrill::sessionStopped(const ReadingStatistics& statistics) {
@@ -177,6 +187,7 @@ void ReadingDrill::sessionStopped(const ReadingStatistics& statistics) {
     board_.staff().ruler().setEnabled(true);
     board_.enableAnswers(false);
     announce(speech_.stop(statistics));
+    Q_EMIT automaticRun(false);
     if (statistics.empty())
         return;
     controls_.showStatistics(statistics);

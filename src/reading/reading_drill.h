@@ -33,6 +33,12 @@ public:
     /// The keys of a MIDI keyboard, by their note number.
     void keyDown(int note) { session_.keyDown(note); }
     void keyUp(int note) { session_.keyUp(note); }
+    /// Whether the automatic drill runs.
+    bool runsAutomatically() const { return session_.pollsAnswers(); }
+    /// While another activity that was started later runs inside its loop, no note follows, and the
+    /// window says so.
+    void showWaiting(bool waits);
+
     /// Offers what concerns a MIDI keyboard only where there is one.
     void showKeyboardChoices(bool on);
 
@@ -44,6 +50,8 @@ public:
 Q_SIGNALS:
     /// The statistics of a session have come or gone.
     void statisticsShown(bool shown);
+    /// The automatic drill begins or has ended.
+    void automaticRun(bool begins);
 
 protected:
     /// Hands the answer keys to the session, whichever control of the drill has the focus. A key

@@ -50,6 +50,9 @@ MainWindow::MainWindow(const Services& services)
     metronomeFrame_ =
         new frmMetro(services_.runtime, services_.funzioniMM, metronomeState_, *this, ui_->centre);
     ui_->tools->insertWidget(ui_->tools->indexOf(ui_->guide), metronomeFrame_);
+    connect(drill_.get(), &ReadingDrill::automaticRun, metronomeFrame_, [this](bool begins) {
+        metronomeFrame_->showWaiting(begins && metronomeState_.MetroRunning);
+    });
     addGuide();
     setTabOrder(&ui_->guide->lastControl(), ui_->cmdEsci);
     connectMenu();
@@ -270,7 +273,10 @@ void MainWindow::focusStart() {
     drill_->focusStart();
 }
 
+/// Of the metronome and the automatic drill, the one started last runs inside the other's loop.
 void MainWindow::setMetronomeRunning(bool running) {
+    metronomeFrame_->showWaiting(false);
+    drill_->showWaiting(running && drill_->runsAutomatically());
     for (QMenu* menu : {ui_->f1, ui_->es, ui_->Opzioni})
         menu->setEnabled(!running);
     for (QWidget* widget : std::initializer_list<QWidget*>{ui_->cmdEsci, ui_->guide, chooseOutput_})

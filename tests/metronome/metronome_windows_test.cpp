@@ -161,6 +161,27 @@ TEST_F(MetronomeWindowsTest, TheTempoFollowsTheBarsKeysWhatIsTypedAndTaps) {
     EXPECT_EQ(user.text("lblTempo"), "300") << "not while it is hidden";
 }
 
+/// Each runs in a loop of its own, inside the other's.
+TEST_F(MetronomeWindowsTest, OfItAndTheAutomaticDrillTheFirstOneWaits) {
+    user.trigger("mnuAutomatico");
+    for (const auto& [first, last, told] : {std::tuple{"cmdSSmetro", "Start", "lblAndamento"},
+                                            {"Start", "cmdSSmetro", "lblIntervallo"}}) {
+        const char* const label = told;
+        const Instant begin = world.runtime.now();
+        const QString before = user.text(label);
+        const auto clickAt = [&](Instant at, const char* button) {
+            world.runtime.at(begin + at, [this, button] { user.click(button); });
+        };
+        clickAt(500ms, last);
+        world.runtime.at(begin + 3s,
+                         [&] { EXPECT_TRUE(user.text(label).startsWith("In attesa")); });
+        clickAt(5s, last);
+        world.runtime.at(begin + 7s, [&] { EXPECT_EQ(user.text(label), before); });
+        clickAt(9s, first);
+        user.click(first);
+    }
+}
+
 TEST_F(MetronomeWindowsTest, ACustomSequenceIsHeardTypedAndKept) {
     configure([&](const WindowDriver& opened) {
         const QString selected = opened.find<QLineEdit>("txtPattern").selectedText();
