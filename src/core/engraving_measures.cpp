@@ -99,8 +99,8 @@ Extent extentOf(const Note& note) {
     const NoteValue& value = note_values::rowOf(note.duration);
     Extent extent{0, headWidth(note.duration)};
     if (ledgerLines(note.position) > 0) {
-        extent.left = glyph_table::kLedgerLineExtension;
-        extent.right += glyph_table::kLedgerLineExtension;
+        extent.left = note.ledgerExtension;
+        extent.right += note.ledgerExtension;
     }
     if (note.accidental != Accidental::None)
         extent.left = widthOf(glyphOf(note.accidental)) + accidentalGap(note.position);

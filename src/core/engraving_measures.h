@@ -21,7 +21,8 @@ struct Note {
     Accidental accidental = Accidental::None;
     int dots = 0;
     Stem stem = Stem::ByPosition;
-    bool beamed = false;  ///< it has no flags
+    bool beamed = false;                                         ///< it has no flags
+    double ledgerExtension = glyph_table::kLedgerLineExtension;  ///< beyond its head
 };
 
 constexpr bool stemGoesUp(const Note& note) {

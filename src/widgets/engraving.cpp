@@ -91,15 +91,16 @@ void drawVertical(QPainter& painter, const Stave& upper, const Stave& lower, qre
                                  QPointF(x + thickness * upper.space, lower.y(0) + halfLine)));
 }
 
-void drawLedgerLines(QPainter& painter, const Stave& stave, qreal x, qreal width, int position) {
-    const qreal extension = glyph_table::kLedgerLineExtension * stave.space;
+void drawLedgerLines(QPainter& painter, const Stave& stave, qreal x, const Note& note) {
+    const qreal extension = note.ledgerExtension * stave.space;
+    const qreal right = x + headWidth(note.duration) * stave.space + extension;
     const auto line = [&](int at) {
-        drawHorizontal(painter, x - extension, x + width + extension, stave.y(at),
+        drawHorizontal(painter, x - extension, right, stave.y(at),
                        glyph_table::kLedgerLineThickness * stave.space);
     };
-    for (int at = -2; at >= position; at -= 2)
+    for (int at = -2; at >= note.position; at -= 2)
         line(at);
-    for (int at = kTopLine + 2; at <= position; at += 2)
+    for (int at = kTopLine + 2; at <= note.position; at += 2)
         line(at);
 }
 
@@ -157,7 +158,7 @@ void drawDots(QPainter& painter, const MusicFont& font, const Stave& stave, qrea
 void drawHead(QPainter& painter, const MusicFont& font, const Stave& stave, qreal x,
               const Note& note) {
     const NoteValue& value = note_values::rowOf(note.duration);
-    drawLedgerLines(painter, stave, x, headWidth(note.duration) * stave.space, note.position);
+    drawLedgerLines(painter, stave, x, note);
     drawGlyph(painter, font, value.head, QPointF(x, stave.y(note.position)), stave.space);
     drawAccidental(painter, font, stave, x, note.position, note.accidental);
     drawDots(painter, font, stave, x + dotsStart(note) * stave.space, note.position, note.dots);

@@ -9,8 +9,9 @@ namespace {
 constexpr double kShortest = 1.5;
 constexpr double kQuarterMore = 1.9;
 constexpr double kGrowth = 0.6;
-constexpr double kLeastGap = 0.3;  ///< between the ink of two symbols
-constexpr double kLedgerGap = 0.1;
+constexpr double kLeastGap = 0.3;        ///< between the ink of two symbols
+constexpr double kLeastInkGap = 0.1;     ///< where one is a ledger line
+constexpr double kShortestLedger = 0.2;  ///< beyond its head
 constexpr double kTieRoom = 1.3;  ///< between the ink of two heads, so that the tie can be seen
 constexpr double kBeforeBarLine = 0.6;
 constexpr double kSignGap = 0.4;  ///< between the signs of two durations
@@ -32,9 +33,11 @@ double leastInBar(const Symbol& symbol, const Symbol& next) {
     const bool bare = right <= head + glyph_table::kLedgerLineExtension;
     double least = (bare ? head : right) + kLeastGap;
     if (hasAccidental(next))
-        return std::max(least, right + kLedgerGap) + left;
-    if (hasLedgerLines(next) && (hasLedgerLines(symbol) || !bare))
-        least = std::max(least, right + kLedgerGap + left);
+        return std::max(least, right + kLeastInkGap) + left;
+    if (!bare && hasLedgerLines(next))
+        return std::max(least, right + kLeastInkGap + left);
+    if (bare && shareLedgerLines(symbol, next))
+        return std::max(least, head + 2 * kShortestLedger + kLedgerGap);
     return least;
 }
 

@@ -14,6 +14,9 @@ double spaceAfter(double quarters);
 /// From a bar line to the leftmost ink of the symbol behind it.
 constexpr double kBehindBarLine = 1;
 
+/// Between the ledger lines of two symbols.
+constexpr double kLedgerGap = 0.25;
+
 /// From each symbol to the next one, and from the last one to the end.
 struct Distance {
     double wanted = 0;  ///< by its length

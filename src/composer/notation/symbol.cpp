@@ -62,6 +62,14 @@ engraving::Extent extentOf(const Symbol& symbol) {
     return engraving::extentOf(symbol.note);
 }
 
+bool shareLedgerLines(const Symbol& left, const Symbol& right) {
+    const auto linesOf = [](const Symbol& symbol) {
+        const int lines = symbol.rest ? 0 : engraving::ledgerLines(symbol.note.position);
+        return symbol.note.position < 0 ? -lines : lines;
+    };
+    return left.staff == right.staff && linesOf(left) * linesOf(right) > 0;
+}
+
 double middleOf(const Symbol& symbol) {
     return engraving::headWidth(symbol.value.duration) / 2;
 }

@@ -22,6 +22,7 @@ struct Symbol {
     double onset = 0;   ///< in quarter notes from the start of the melody
     double length = 0;  ///< in quarter notes
     bool endsBar = false;
+    bool fillsBar = false;  ///< a rest of a whole bar, which is a semibreve's in the middle of it
 
     /// Of a note: how it is written, and the alteration whose sign stands before it, if one does.
     score::Spelling spelling;
@@ -58,5 +59,8 @@ void placeOnStaff(Symbol& symbol, Staff staff);
 engraving::Extent extentOf(const Symbol& symbol);
 engraving::Extent extentWithSign(const Symbol& symbol);
 double middleOf(const Symbol& symbol);
+
+/// Whether the ledger lines of neighbours can meet.
+bool shareLedgerLines(const Symbol& left, const Symbol& right);
 
 }  // namespace notation

@@ -40,6 +40,12 @@ Symbol symbolOf(const WrittenNote& note, double onset) {
     return symbol;
 }
 
+void markBarRest(const score::Bar& bar, Symbol& symbol) {
+    symbol.fillsBar = bar.notes.size() == 1 && symbol.rest && !symbol.triplet;
+    if (symbol.fillsBar)
+        symbol.value = {engraving::Duration::Whole, 0};
+}
+
 class SymbolReader {
 public:
     SymbolReader(const Source& source, const SystemStart& start, double room)
@@ -149,6 +155,7 @@ private:
         if (full && !symbols.empty()) {
             symbols.back().endsBar = true;
             reading_.behind.back() = next;
+            markBarRest(bar, symbols.back());
         }
         inBars_ = symbols.size();
     }

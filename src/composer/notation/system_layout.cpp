@@ -135,6 +135,7 @@ public:
         system_.end = x;
         squeeze(width);
         placeBarLines();
+        shortenLedgerLines();
     }
 
     void layOutSigns() {
@@ -234,16 +235,35 @@ private:
 
     /// Between the ink of two symbols, or at the end of the system.
     void placeBarLines() {
-        const std::vector<Symbol>& symbols = system_.symbols;
+        std::vector<Symbol>& symbols = system_.symbols;
         if (!symbols.empty() && reading_.behind.front())
             system_.barNumber = system_.start.bar->number + 1;
+        double begins = system_.opening.end;
         for (std::size_t i = 0; i < symbols.size(); ++i) {
             if (!symbols[i].endsBar)
                 continue;
             const bool isLast = i + 1 == symbols.size();
-            system_.barLines.push_back(isLast ? system_.end
-                                              : symbols[i + 1].x - extentOf(symbols[i + 1]).left -
-                                                    kBehindBarLine);
+            const double ends =
+                isLast ? system_.end
+                       : symbols[i + 1].x - extentOf(symbols[i + 1]).left - kBehindBarLine;
+            if (symbols[i].fillsBar)
+                symbols[i].x = (begins + ends - extentOf(symbols[i]).right) / 2;
+            system_.barLines.push_back(ends);
+            begins = ends;
+        }
+    }
+
+    /// Those of neighbours do not meet, which would look like one line.
+    void shortenLedgerLines() {
+        for (std::size_t i = 1; i < system_.symbols.size(); ++i) {
+            Symbol& left = system_.symbols[i - 1];
+            Symbol& right = system_.symbols[i];
+            if (!shareLedgerLines(left, right) || right.accidental)
+                continue;
+            const double between = right.x - left.x - engraving::headWidth(left.value.duration);
+            const double most = std::max(0., between - kLedgerGap) / 2;
+            for (engraving::Note* note : {&left.note, &right.note})
+                note->ledgerExtension = std::min(note->ledgerExtension, most);
         }
     }
 
