@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 
 using namespace score;
 
@@ -60,6 +61,7 @@ TEST(BarView, WritesEveryEntryExactlyOrListsIt) {
             int position = 0;
             bool inGroup = false;
             Musician musician{notation.key};
+            std::set<int> tiedIn;
             for (const WrittenNote& note : bar.notes) {
                 const int entry = melody.entry(note.entry).noteNumber();
                 ASSERT_EQ(note.note, entry);
@@ -76,6 +78,13 @@ TEST(BarView, WritesEveryEntryExactlyOrListsIt) {
                 if (!notation.metre)
                     musician.changed.clear();  // each sign is written again
                 ASSERT_TRUE(!entry || note.tiedBack || musician.soundOf(note) == entry);
+                if (note.tiedBack && musician.soundOf(note) != entry)
+                    tiedIn.insert(note.spelling.step());
+                ASSERT_TRUE(!entry || note.tiedBack || note.accidental ||
+                            !tiedIn.contains(note.spelling.step()))
+                    << "a reader may think that the sign of the bar before holds";
+                if (note.accidental)
+                    tiedIn.erase(note.spelling.step());
                 const int against = notation.key.fifths < 0 ? 1 : -1;
                 ASSERT_TRUE(notation.key.minor || !entry || note.spelling.alter != against);
                 before = &note;

@@ -54,7 +54,9 @@ void finishBar(Bar& bar, const Notation& notation) {
         if (note.isRest())
             continue;
         note.spelling = spell(note.note, notation.key);
-        if (!note.tiedBack)
+        if (note.tiedBack)
+            accidentals.tieIn(note.spelling);
+        else
             note.accidental = accidentals.signFor(note.spelling);
     }
 }

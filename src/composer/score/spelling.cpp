@@ -95,11 +95,19 @@ Spelling spell(pitch::NoteNumber note, const Key& key) {
 std::optional<int> Accidentals::signFor(const Spelling& spelling) {
     const int usual = signatureAlter(key_, spelling.degree);
     auto& changed = changed_[static_cast<std::size_t>(spelling.step())];
+    bool& isDoubtful = tiedIn_[static_cast<std::size_t>(spelling.step())];
     const bool holds = changed.value_or(usual) == spelling.alter;
-    if (holds && !(repeats_ && spelling.alter != usual))
+    if (holds && !isDoubtful && !(repeats_ && spelling.alter != usual))
         return std::nullopt;
+    isDoubtful = false;
     changed = spelling.alter;
     return spelling.alter;
+}
+
+void Accidentals::tieIn(const Spelling& spelling) {
+    const auto step = static_cast<std::size_t>(spelling.step());
+    if (!changed_[step] && spelling.alter != signatureAlter(key_, spelling.degree))
+        tiedIn_[step] = true;
 }
 
 }  // namespace score

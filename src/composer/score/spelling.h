@@ -47,6 +47,10 @@ public:
     /// The alteration whose sign stands before the note; nothing if none is needed.
     std::optional<int> signFor(const Spelling& spelling);
 
+    /// A note that is tied to the one before. Where the bar before altered it, its sign does not
+    /// hold here, but readers may think so: the next note on its line or space has a sign.
+    void tieIn(const Spelling& spelling);
+
     /// Music without bars repeats what an accidental altered before.
     void setRepeats(bool on) { repeats_ = on; }
 
@@ -56,6 +60,7 @@ private:
     Key key_;
     bool repeats_ = false;
     std::array<std::optional<int>, kSteps> changed_{};
+    std::array<bool, kSteps> tiedIn_{};
 };
 
 }  // namespace score
