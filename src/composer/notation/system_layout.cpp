@@ -55,6 +55,7 @@ public:
         reading_ = readSymbols(source_, system_.start, room);
         system_.symbols = std::move(reading_.symbols);
         system_.readTo = reading_.readTo;
+        remindOfAlteration();
         signDurations();
         triplets_ = reading_.triplets;
         beams_ = beamsOf(system_.symbols, triplets_, beatOf(source_.notation.metre));
@@ -160,6 +161,17 @@ public:
     }
 
 private:
+    /// A note that is tied to the system before shows its alteration again.
+    void remindOfAlteration() {
+        if (system_.symbols.empty() || system_.symbols.front().opensEntry)
+            return;
+        Symbol& first = system_.symbols.front();
+        const score::Spelling& spelling = first.spelling;
+        if (!first.rest &&
+            spelling.alter != score::signatureAlter(source_.notation.key, spelling.degree))
+            first.accidental = spelling.alter;
+    }
+
     /// The durations that the figures do not show; in bars all are shown.
     void signDurations() {
         for (std::size_t i = 0; i < system_.symbols.size(); ++i) {
@@ -189,7 +201,7 @@ private:
             return least;
         const Symbol& first = system_.symbols.front();
         if (!first.opensEntry && !first.rest)
-            return signs + kIncomingTieRoom;
+            return signs + kIncomingTieRoom + (first.accidental ? extentOf(first).left : 0);
         return std::max(least, signs + kAfterSigns + extentOf(first).left);
     }
 

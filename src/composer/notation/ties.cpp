@@ -25,18 +25,27 @@ struct Ends {
     const Symbol* first = nullptr;
     const Symbol* last = nullptr;
     double systemEnd = 0;
-    bool hasSign = false;  ///< at the first head, on the side of the tie
+    bool hasSign = false;  ///< over the first head, or before the last one of a broken tie
 
     const Symbol& any() const { return first ? *first : *last; }
     bool isBroken() const { return !first || !last; }
 };
 
+bool hasAccidental(const Symbol& symbol) {
+    return symbol.note.accidental != engraving::Accidental::None;
+}
+
+/// Of the head, or of the accidental before it.
+double beginOf(const Symbol& symbol) {
+    return hasAccidental(symbol) ? symbol.x - extentOf(symbol).left : symbol.x;
+}
+
 double leftOf(const Ends& ends, const engraving::TieCurve& curve) {
-    return ends.first ? ends.first->x + curve.from : ends.last->x - kIncomingLength;
+    return ends.first ? ends.first->x + curve.from : beginOf(*ends.last) - kIncomingLength;
 }
 
 double rightOf(const Ends& ends, const engraving::TieCurve& curve) {
-    return ends.last ? ends.last->x + curve.to : ends.systemEnd - kBeforeEnd;
+    return ends.last ? beginOf(*ends.last) + curve.to : ends.systemEnd - kBeforeEnd;
 }
 
 Tie layOutTie(const Ends& ends) {
@@ -71,7 +80,7 @@ std::vector<Tie> layOutTies(const std::vector<Symbol>& symbols,
     if (symbols.empty())
         return ties;
     if (!symbols.front().opensEntry && !symbols.front().rest)
-        ties.push_back(layOutTie({nullptr, &symbols.front(), end, false}));
+        ties.push_back(layOutTie({nullptr, &symbols.front(), end, hasAccidental(symbols.front())}));
     auto sign = signs.begin();
     for (std::size_t i = 0; i < symbols.size(); ++i) {
         sign = std::find_if(sign, signs.end(), [i](std::size_t symbol) { return symbol >= i; });
