@@ -178,7 +178,8 @@ void expectEngraved(const System& system, const Page& page, const score::Notatio
     }
 }
 
-/// Every system is on one page, below the one before it and, with it, within the page.
+/// Every system is on one page, below the one before it and, with it, within the page; each page
+/// but the last is full.
 void expectPages(const ScoreLayout& score, double height) {
     const bool bass = usesBass(score);
     std::size_t next = 0;
@@ -188,8 +189,10 @@ void expectPages(const ScoreLayout& score, double height) {
         for (const double top : page.tops) {
             ASSERT_GE(top, free);
             free = top + printedHeight(score.systems()[next++], bass);
-            ASSERT_TRUE(free <= height || page.tops.size() == 1);
+            ASSERT_TRUE(free <= height + 1e-6 || page.tops.size() == 1);
         }
+        const bool isLast = next == score.systems().size();
+        ASSERT_TRUE(isLast || free > height - 1e-6 || page.tops.size() == 1);
     }
     ASSERT_EQ(next, score.systems().size());
 }

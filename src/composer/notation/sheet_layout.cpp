@@ -7,6 +7,15 @@ namespace {
 
 constexpr double kBetween = 2;  ///< staff spaces, beside the room around each system
 
+/// Moves the systems of a full page apart, so that the last one ends at its bottom.
+void fill(SheetPage& page, double room) {
+    if (page.tops.size() < 2)
+        return;
+    const double more = room / static_cast<double>(page.tops.size() - 1);
+    for (std::size_t i = 0; i < page.tops.size(); ++i)
+        page.tops[i] += more * static_cast<double>(i);
+}
+
 }  // namespace
 
 bool usesBass(const ScoreLayout& score) {
@@ -27,6 +36,7 @@ std::vector<SheetPage> pagesOf(const ScoreLayout& score, double height, double t
     for (std::size_t i = 0; i < score.systems().size(); ++i) {
         const double needed = printedHeight(score.systems()[i], bass);
         if (top + needed > height && !pages.back().tops.empty()) {
+            fill(pages.back(), height - (top - kBetween));
             pages.push_back({i, {}});
             top = 0;
         }

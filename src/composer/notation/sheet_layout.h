@@ -19,7 +19,7 @@ bool usesBass(const ScoreLayout& score);
 double printedHeight(const System& system, bool withBass);
 
 /// Shares out all systems of a layout that is complete. On the first page they begin below the
-/// title; a page holds at least one.
+/// title; a page holds at least one, and those of each page but the last fill it.
 std::vector<SheetPage> pagesOf(const ScoreLayout& score, double height, double titleRoom);
 
 }  // namespace notation
