@@ -6,14 +6,21 @@
 #include "composer/composer_view.h"
 #include "composer/melody_presenter.h"
 #include "core/pitch.h"
+#include "platform/runtime.h"
 #include "ui_entry_palette_panel.h"
 #include "ui_frmComposer.h"
 #include "ui_modify_panel.h"
 
-EntryControls::EntryControls(Ui::frmComposer& ui, ComposerModel& model, ComposerView& view,
-                             MelodyPresenter& presenter, ComposerKeyboard& keyboard,
-                             ComposerMenu& menu)
+#include <QApplication>
+#include <QPointer>
+
+#include <utility>
+
+EntryControls::EntryControls(Ui::frmComposer& ui, Runtime& runtime, ComposerModel& model,
+                             ComposerView& view, MelodyPresenter& presenter,
+                             ComposerKeyboard& keyboard, ComposerMenu& menu)
     : ui_(ui),
+      runtime_(runtime),
       model_(model),
       view_(view),
       presenter_(presenter),
@@ -43,12 +50,27 @@ void EntryControls::connectPalette() {
 /// A menu item is a click on its button, which may be disabled.
 void EntryControls::connectMenu() {
     auto& palette = ui_.palette->ui();
-    connect(&entryMenu_, &EntryMenu::noteChosen, palette.cmdInsNota, &QPushButton::click);
-    connect(&entryMenu_, &EntryMenu::restChosen, palette.cmdInsPausa, &QPushButton::click);
-    connect(&entryMenu_, &EntryMenu::deletionChosen, this, &EntryControls::mnuCanc_Click);
-    connect(&entryMenu_, &EntryMenu::repetitionChosen, this, &EntryControls::cmdDuplica_Click);
-    connect(&entryMenu_, &EntryMenu::symbolChosen, this, &EntryControls::cmdSimbNote_Click);
-    connect(&entryMenu_, &EntryMenu::attributeChosen, this, &EntryControls::cmdAttrNota_Click);
+    const auto on = [this](auto signal, auto act) {
+        connect(&entryMenu_, signal, this, [this, act] { afterKeys(act); });
+    };
+    on(&EntryMenu::noteChosen, [&palette] { palette.cmdInsNota->click(); });
+    on(&EntryMenu::restChosen, [&palette] { palette.cmdInsPausa->click(); });
+    on(&EntryMenu::deletionChosen, [this] { mnuCanc_Click(); });
+    on(&EntryMenu::repetitionChosen, [this] { cmdDuplica_Click(); });
+    connect(&entryMenu_, &EntryMenu::symbolChosen, this,
+            [this](std::uint8_t index) { afterKeys([=, this] { cmdSimbNote_Click(index); }); });
+    connect(&entryMenu_, &EntryMenu::attributeChosen, this,
+            [this](std::uint8_t index) { afterKeys([=, this] { cmdAttrNota_Click(index); }); });
+}
+
+/// A shortcut is looked for at once, but the keys that are polled have their turn one by one: a
+/// step takes as long as its note. The user means what he typed before to be done before.
+void EntryControls::afterKeys(std::function<void()> act) {
+    runtime_.deliver(runtime_.now(), [self = QPointer(this), act = std::move(act)] {
+        const QWidget* box = QApplication::activeModalWidget();
+        if (self && (!box || box == self->ui_.lb->window()))
+            act();
+    });
 }
 
 void EntryControls::connectEditFrame() {

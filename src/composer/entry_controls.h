@@ -5,12 +5,14 @@
 #include <QObject>
 
 #include <cstdint>
+#include <functional>
 
 class ComposerKeyboard;
 class ComposerMenu;
 class ComposerSpeech;
 class ComposerView;
 class MelodyPresenter;
+class Runtime;
 struct ComposerModel;
 struct EditOutcome;
 
@@ -23,7 +25,7 @@ class EntryControls : public QObject {
     Q_OBJECT
 
 public:
-    EntryControls(Ui::frmComposer& ui, ComposerModel& model, ComposerView& view,
+    EntryControls(Ui::frmComposer& ui, Runtime& runtime, ComposerModel& model, ComposerView& view,
                   MelodyPresenter& presenter, ComposerKeyboard& keyboard, ComposerMenu& menu);
 
 private Q_SLOTS:
@@ -49,10 +51,12 @@ private:
     void connectPalette();
     void connectMenu();
     void connectEditFrame();
+    void afterKeys(std::function<void()> act);
     void presentAtStep(const EditOutcome& outcome);
     void presentRestored(const EditOutcome& outcome, void (ComposerSpeech::*say)());
 
     Ui::frmComposer& ui_;
+    Runtime& runtime_;
     ComposerModel& model_;
     ComposerView& view_;
     MelodyPresenter& presenter_;

@@ -54,7 +54,7 @@ frmComposer::frmComposer(const Services& services, ComposerState& state, QWidget
       hand_(*ui_, view_, services.funzioniMM, model_.editor, state),
       keyboard_(*this, *ui_, services.runtime, composition_, hand_),
       presenter_(services_, *ui_, side_, view_, model_, menu_, keyboard_),
-      entry_(*ui_, model_, view_, presenter_, keyboard_, menu_),
+      entry_(*ui_, services.runtime, model_, view_, presenter_, keyboard_, menu_),
       midi_(*this, services.midiKeyboard, hand_, ui_->palette->ui(), menu_),
       playbackControls_(services.dialogs, *ui_, model_, view_, presenter_, keyboard_, menu_),
       range_(*ui_, model_, view_, presenter_),

@@ -195,6 +195,7 @@ std::string OpenComposer::effectOf(const QString& steps) {
             effects << heard.take();
         else
             step(one);
+        world.runtime.yield();
     }
     const Look after = during ? *during : look();
     for (const auto& [name, seen] : after) {
