@@ -13,7 +13,7 @@ constexpr double kRiseShare = 0.45;
 constexpr double kMostRise = 2;          ///< of a narrow beam
 constexpr double kMostWideSlope = 0.25;  ///< half spaces a staff space, of a wide one
 constexpr double kMostSlope = 0.5;
-constexpr double kClearOfStub = 0.5;
+constexpr double kClearOfHead = 0.4;  ///< and of an accidental
 
 constexpr double kStub = 1.1;  ///< in staff spaces
 constexpr double kTolerance = 1e-6;
@@ -115,21 +115,28 @@ Beam layOutBeam(std::vector<Symbol>& symbols, const Span& notes) {
     const double side = beam.stemsUp ? 1 : -1;
     const double slope = slopeOf(symbols, notes, side);
     const double origin = symbols[notes.first].x;
+    const double stem =  // from the left edge of a head
+        beam.stemsUp ? engraving::headWidth(symbols[notes.first].value.duration) : 0;
     // Far enough from every head, and no end short of the middle line.
     double height = -1e9;
-    const auto reachTo = [&](const Symbol& symbol, double least) {
-        height = std::max(height, least - side * slope * (symbol.x - origin));
+    const auto reachTo = [&](double x, double least) {
+        height = std::max(height, least - side * slope * (x - origin));
     };
     for (std::size_t i = notes.first; i <= notes.last; ++i) {
-        reachTo(symbols[i], side * symbols[i].note.position + stemLength(symbols[i]));
-        reachTo(symbols[i], side * engraving::kMiddleLine);
+        const Symbol& symbol = symbols[i];
+        reachTo(symbol.x, side * symbol.note.position + stemLength(symbol));
+        reachTo(symbol.x, side * engraving::kMiddleLine);
     }
     for (const Beam::Line& line : beam.lines) {
+        const double inwards = line.level * kBeamDistance + 2 * glyph_table::kBeamThickness;
+        const auto clear = [&](double x, const Symbol& symbol) {
+            reachTo(x, reachOf(symbol, side) + kClearOfHead + inwards);
+        };
+        for (std::size_t i = line.first + 1; i <= line.last; ++i)
+            clear(symbols[i].x - extentOf(symbols[i]).left - stem, symbols[i]);
         if (const Symbol* next = besideStub(symbols, beam, line)) {
-            const double inwards = line.level * kBeamDistance + 2 * glyph_table::kBeamThickness;
-            const double least = reachOf(*next, side) + kClearOfStub + inwards;
-            reachTo(symbols[line.first], least);
-            reachTo(*next, least);
+            clear(symbols[line.first].x, *next);
+            clear(next->x, *next);
         }
     }
     // Halves, so that the edges of level beams stand on lines or in the middle of a space.
