@@ -1,5 +1,6 @@
 #include "metronome/frmMetro.h"
 
+#include "core/funzioni_mm.h"
 #include "core/tempo_names.h"
 #include "metronome/frmConfMetro.h"
 #include "metronome/metronome_host.h"
@@ -169,13 +170,22 @@ void frmMetro::showTempo() {
     const bool doubled = metronome_.doubled();
     const int tempo = metronome_.shownTempo();
     ui_->lblTempo->setText(QString::number(tempo));
-    ui_->lblAndamento->setText(waits_ ? UserText::tr("In attesa") : tempo_names::nameOf(tempo));
-    ui_->lblAndamento->setToolTip(waits_ ? metronome_speech::waits() : QString());
+    if (waits_)
+        showPace(UserText::tr("In attesa"), metronome_speech::waits());
+    else if (state_.MetroRunning && !funzioniMM_.output().isOpen())
+        showPace(UserText::tr("Nessuna uscita"), metronome_speech::silent());
+    else
+        showPace(tempo_names::nameOf(tempo), {});
     ui_->lblX12->setText(doubled ? QStringLiteral("x2") : QStringLiteral("x1"));
     ui_->lblX12->setToolTip(doubled ? UserText::tr("Clicca per dimezzare la velocità")
                                     : UserText::tr("Clicca per raddoppiare la velocità"));
     ui_->lblX12->setAccessibleName(doubled ? UserText::tr("Velocità raddoppiata, x2")
                                            : UserText::tr("Velocità semplice, x1"));
+}
+
+void frmMetro::showPace(const QString& word, const QString& why) {
+    ui_->lblAndamento->setText(word);
+    ui_->lblAndamento->setToolTip(why);
 }
 
 void frmMetro::enableControls(bool on) {

@@ -29,6 +29,8 @@ public:
     /// While another activity that was started later runs inside the pulse loop, no pulse comes,
     /// and the frame says so.
     void showWaiting(bool waits);
+    /// The same where there is no output.
+    void outputChanged() { showTempo(); }
 
     void cmdSSmetro_Click();
     void lblTs_Click();
@@ -49,6 +51,7 @@ private:
     void setShownTempo(double pulsesPerMinute);
     void enableControls(bool on);
     void showTempo();
+    void showPace(const QString& word, const QString& why);
 
     void metronomeStarted() override;
     void metronomeStopped() override;

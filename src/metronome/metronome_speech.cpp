@@ -16,6 +16,10 @@ QString waits() {
     return UserText::tr("Metronomo in attesa: prima ferma l'esercizio");
 }
 
+QString silent() {
+    return UserText::tr("Fermalo e scegli un'uscita con MIDI Test, nel menu Opzioni");
+}
+
 QString tempo(int beatsPerMinute) {
     return UserText::tr("%1 pulsazioni al minuto").arg(beatsPerMinute);
 }

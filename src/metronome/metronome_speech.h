@@ -7,7 +7,8 @@ namespace metronome_speech {
 
 QString started(int tempo, const QString& timeSig);
 QString stopped();
-QString waits();  ///< for the automatic drill, until that is stopped
+QString waits();   ///< for the automatic drill, until that is stopped
+QString silent();  ///< for want of an output
 QString tempo(int beatsPerMinute);
 QString timeSignature(const QString& timeSig);
 

@@ -310,4 +310,5 @@ void MainWindow::showStatus() {
     status_->setText(status_line::text(services_.funzioniMM, services_.midiKeyboard));
     const OpenOutput& output = services_.funzioniMM.output();
     chooseOutput_->setVisible(output.wasTried() && !output.isOpen());
+    metronomeFrame_->outputChanged();
 }

@@ -180,6 +180,13 @@ TEST_F(MetronomeWindowsTest, OfItAndTheAutomaticDrillTheFirstOneWaits) {
         clickAt(9s, first);
         user.click(first);
     }
+    world.funzioniMM.MidiClose();
+    world.runtime.at(world.runtime.now() + 1s, [&] {
+        EXPECT_EQ(user.text("lblAndamento"), "Nessuna uscita");
+        user.click("cmdSSmetro");
+    });
+    user.click("cmdSSmetro");
+    EXPECT_EQ(user.text("lblAndamento"), "Larghetto");
 }
 
 TEST_F(MetronomeWindowsTest, ACustomSequenceIsHeardTypedAndKept) {
