@@ -264,7 +264,8 @@ TEST(ScoreLayout, AfterEveryChangeItIsWhatANewOneWouldBe) {
             melody.changeNotation();
         if (turn % 50 == 0) {
             const double width = 24 + melody.draw(96);
-            melody.layout.setPage({width, 6.0 * melody.draw(2), melody.draw(2) == 0});
+            melody.layout.setPage(
+                {width, 6.0 * melody.draw(2), melody.draw(2) == 0, 1. * melody.draw(200)});
         }
         const int first = melody.change();
         melody.layout.changedFrom(first);
@@ -317,6 +318,14 @@ TEST(ScoreLayout, AfterEveryChangeItIsWhatANewOneWouldBe) {
         if (melody.notation.metre) {
             SCOPED_TRACE(turn);
             ASSERT_NO_FATAL_FAILURE(expectBars(melody.layout, melody.entries, melody.notation));
+        }
+        if (page.roomForEveryNote && systems.size() > 1) {
+            const System& last = systems.back();
+            const double bottom = melody.layout.height();
+            const System roomy = layOutSystem(melody.source(), last.start, page);
+            const double spare = roomy.height() - last.height();
+            ASSERT_TRUE(spare == 0 || (bottom <= page.view && bottom + spare > page.view))
+                << "room for every note, but where the melody is seen whole without it";
         }
         ASSERT_EQ(next, static_cast<int>(melody.entries.size()));
         ASSERT_NO_FATAL_FAILURE(expectPages(melody.layout, 25 + melody.draw(120)));

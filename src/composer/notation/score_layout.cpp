@@ -69,6 +69,14 @@ void ScoreLayout::append() {
         systems_.empty() ? 0 : tops_.back() + systems_.back().height() + kBetweenSystems;
     systems_.push_back(layOutSystem(source_, start, page_));
     tops_.push_back(top);
+    if (systems_.size() > 1 && !fitsView(0) &&
+        fitsView(systems_.back().spareAbove + systems_.back().spareBelow))
+        systems_.back().giveUpSpareRoom();
+}
+
+/// Whether all systems are seen at a time once the last one gives up some of its height.
+bool ScoreLayout::fitsView(double less) const {
+    return tops_.back() + systems_.back().height() - less <= page_.view;
 }
 
 }  // namespace notation

@@ -43,6 +43,7 @@ public:
 
 private:
     void append();
+    bool fitsView(double less) const;
 
     Source source_;
     Page page_;
@@ -51,6 +52,6 @@ private:
 };
 
 /// Between two systems, in half spaces.
-constexpr double kBetweenSystems = 3;
+constexpr double kBetweenSystems = 2.5;
 
 }  // namespace notation

@@ -294,6 +294,11 @@ double System::height() const {
     return above + below + gap + 2 * engraving::kTopLine;
 }
 
+void System::giveUpSpareRoom() {
+    above -= std::exchange(spareAbove, 0);
+    below -= std::exchange(spareBelow, 0);
+}
+
 bool System::has(int entry) const {
     return !symbols.empty() && entry >= symbols.front().entry && entry <= symbols.back().entry;
 }

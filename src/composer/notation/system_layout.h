@@ -16,6 +16,7 @@ struct Page {
     double width = 80;              ///< of a system, from its first barline to its end
     double endRoom = 0;             ///< left free behind the last entry of the melody
     bool roomForEveryNote = false;  ///< at the last system, above and below
+    double view = 0;                ///< the height that is seen at a time, in half spaces
 };
 
 /// Where the signs end that begin a system without a key and a metre, and where its first symbol
@@ -76,7 +77,13 @@ struct System {
     double below = 0;  ///< from the bass staff's bottom line to the end of the system's room
     double ink = 0;    ///< from the bass staff's bottom line to below its lowest ink
 
+    /// What of `above` and `below` is room for notes that could be written.
+    double spareAbove = 0;
+    double spareBelow = 0;
+
     double height() const;
+    void giveUpSpareRoom();
+
     /// Whether it has an entry or a part of it, with its beginning, with its end.
     bool has(int entry) const;
     bool opens(int entry) const;

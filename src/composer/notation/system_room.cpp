@@ -13,10 +13,10 @@ using engraving::Reach;
 /// In half spaces.
 constexpr double kBracketDistance = 2;
 constexpr double kSignDistance = 2;
-constexpr double kLeastAbove = 7;  ///< the treble clef needs three
+constexpr double kLeastAbove = 6;  ///< the treble clef needs three
 constexpr double kLeastGap = 9;
 constexpr double kLeastBelow = 2;
-constexpr double kNumberRoom = 2.6;  ///< for the numbers of entries, below the ink
+constexpr double kNumberRoom = 2.2;  ///< for the numbers of entries, below the ink
 constexpr double kAir = 1;           ///< beyond the outermost ink
 constexpr double kNoteRoom = 4;      ///< beyond the middle of a head, for an articulation
 
@@ -114,13 +114,15 @@ void makeRoom(System& system, bool everyNote) {
     }
     system.ink = below;
     below += kNumberRoom;
-    if (everyNote) {
-        above = std::max<double>(above, kHighestPosition - engraving::kTopLine + kNoteRoom);
-        below = std::max<double>(below, -kLowestPosition + kNoteRoom);
-    }
     system.above = above;
     system.gap = gapFor(inks);
     system.below = below;
+    if (everyNote) {
+        system.above = std::max<double>(above, kHighestPosition - engraving::kTopLine + kNoteRoom);
+        system.below = std::max<double>(below, -kLowestPosition + kNoteRoom);
+    }
+    system.spareAbove = system.above - above;
+    system.spareBelow = system.below - below;
 }
 
 }  // namespace notation

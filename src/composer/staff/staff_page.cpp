@@ -50,8 +50,8 @@ void StaffPage::resize(const QSizeF& size, qreal space, qreal devicePixelRatio) 
     const qreal room = size.width() - 2 * kPadding;
     space_ = engraving::wholePixelSpace(
         std::min(space, room / (kNarrowest + score_painter::kBraceRoom)), devicePixelRatio);
-    score_.setPage(
-        {std::max(kNarrowest, room / space_ - score_painter::kBraceRoom), kEndRoom, true});
+    score_.setPage({std::max(kNarrowest, room / space_ - score_painter::kBraceRoom), kEndRoom, true,
+                    (size.height() - 2 * kPadding) * 2 / space_});
     scrollTo(offset_);
 }
 
