@@ -175,7 +175,7 @@ void frmMetro::showTempo() {
     else if (state_.MetroRunning && !funzioniMM_.output().isOpen())
         showPace(UserText::tr("Nessuna uscita"), metronome_speech::silent());
     else
-        showPace(tempo_names::nameOf(tempo), {});
+        showPace(tempo_names::nameOf(tempo), UserText::tr("Il nome italiano del tempo"));
     ui_->lblX12->setText(doubled ? QStringLiteral("x2") : QStringLiteral("x1"));
     ui_->lblX12->setToolTip(doubled ? UserText::tr("Clicca per dimezzare la velocità")
                                     : UserText::tr("Clicca per raddoppiare la velocità"));
