@@ -5,6 +5,7 @@
 #include "core/pitch.h"
 #include "ui_entry_palette_panel.h"
 #include "ui_frmComposer.h"
+#include "widgets/number_label.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -29,17 +30,18 @@ bool takesEnter(const QWidget* widget) {
     return qobject_cast<const QLineEdit*>(widget) || qobject_cast<const QComboBox*>(widget) ||
            qobject_cast<const QAbstractItemView*>(widget) ||
            qobject_cast<const PianoKeyboard*>(widget) ||
-           qobject_cast<const DoubleClickLabel*>(widget) || qobject_cast<const QMenuBar*>(widget);
+           qobject_cast<const DoubleClickLabel*>(widget) ||
+           qobject_cast<const NumberLabel*>(widget) || qobject_cast<const QMenuBar*>(widget);
 }
 
 bool isEntryKey(int key) {
     return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Delete;
 }
 
-/// A letter in the menu bar opens a menu.
+/// A letter in the menu bar opens a menu, and a digit the line of a number.
 bool takesText(const QWidget* widget) {
     return qobject_cast<const QLineEdit*>(widget) || qobject_cast<const QComboBox*>(widget) ||
-           qobject_cast<const QMenuBar*>(widget);
+           qobject_cast<const NumberLabel*>(widget) || qobject_cast<const QMenuBar*>(widget);
 }
 
 }  // namespace

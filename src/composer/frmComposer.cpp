@@ -121,9 +121,9 @@ void frmComposer::orderTabs() {
     QWidget* last = ui_->palette->orderTabs(ui_->lblNt);
     const std::initializer_list<QWidget*> rest{
         playback.cmdPlay,  playback.chekLoop, playback.lblStep_0, playback.lblStep_1,
-        playback.Slider1,  range.lblid_0,     range.lblNini,      range.lblid_1,
-        range.lblid_2,     range.lblNfine,    range.lblid_3,      range.lblIDs_0,
-        range.lblSemitoni, range.lblIDs_1};
+        playback.lblTempo, playback.Slider1,  range.lblid_0,      range.lblNini,
+        range.lblid_1,     range.lblid_2,     range.lblNfine,     range.lblid_3,
+        range.lblIDs_0,    range.lblSemitoni, range.lblIDs_1};
     for (QWidget* widget : rest) {
         setTabOrder(last, widget);
         last = widget;

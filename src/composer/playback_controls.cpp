@@ -10,6 +10,8 @@
 #include "ui_frmComposer.h"
 #include "ui_playback_panel.h"
 
+#include <QSignalBlocker>
+
 PlaybackControls::PlaybackControls(Dialogs& dialogs, Ui::frmComposer& ui, ComposerModel& model,
                                    ComposerView& view, MelodyPresenter& presenter,
                                    ComposerKeyboard& keyboard, ComposerMenu& menu)
@@ -29,6 +31,8 @@ PlaybackControls::PlaybackControls(Dialogs& dialogs, Ui::frmComposer& ui, Compos
     connect(&keyboard_, &ComposerKeyboard::stepRequested, this, &PlaybackControls::lblStep_Click);
     connect(ui_.Regolo, &ComposerStaff::entryChosen, this, &PlaybackControls::Regolo_ChooseEntry);
     connect(playback.Slider1, &QScrollBar::valueChanged, this, &PlaybackControls::Slider1_Change);
+    connect(playback.lblTempo, &NumberLabel::numberTyped, this, &PlaybackControls::lblTempo_Typed);
+    connect(playback.lblTempo, &NumberLabel::lineClosed, this, [this] { view_.focusPlay(); });
     connect(ui_.lblNt, &QToolButton::clicked, this, &PlaybackControls::lblNt_DblClick);
     connect(ui_.instrument, &InstrumentPanel::programChosen, &presenter_,
             &MelodyPresenter::chooseInstrument);
@@ -66,12 +70,23 @@ void PlaybackControls::Regolo_ChooseEntry(int entry) {
 
 /// The mouse leaves the focus where it was; only a user who went to the bar with Tab stays on it.
 void PlaybackControls::Slider1_Change() {
-    const QScrollBar& bar = *ui_.playback->ui().Slider1;
-    model_.composition.tempo = bar.value();
+    takeTempo();
+    if (!ui_.playback->ui().Slider1->hasFocus())
+        view_.focusPlay();
+}
+
+/// A click on another control may have ended the typing: the focus goes there.
+void PlaybackControls::lblTempo_Typed(int quartersPerMinute) {
+    QScrollBar& bar = *ui_.playback->ui().Slider1;
+    const QSignalBlocker silent(bar);
+    bar.setValue(quartersPerMinute);
+    takeTempo();
+}
+
+void PlaybackControls::takeTempo() {
+    model_.composition.tempo = ui_.playback->ui().Slider1->value();
     model_.unsaved.changed();
     ui_.playback->showTempo(model_.composition.tempo);
-    if (!bar.hasFocus())
-        view_.focusPlay();
 }
 
 void PlaybackControls::lblNt_DblClick() {

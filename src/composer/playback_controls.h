@@ -30,12 +30,15 @@ private Q_SLOTS:
     void lblStep_Click(StepMode::Direction direction);
     void Regolo_ChooseEntry(int entry);
     void Slider1_Change();
+    void lblTempo_Typed(int quartersPerMinute);
     void lblNt_DblClick();
     void mnuPlayRitardo_Click();
     void mnuOrgano_Click();
     void mnuPiano_Click();
 
 private:
+    void takeTempo();
+
     Dialogs& dialogs_;
     Ui::frmComposer& ui_;
     ComposerModel& model_;

@@ -13,7 +13,6 @@
 #include "widgets/appearance.h"
 #include "widgets/label_button.h"
 
-#include <QCoreApplication>
 #include <QEvent>
 #include <QSignalBlocker>
 
@@ -83,7 +82,7 @@ void frmMetro::connectTempo(const Runtime& runtime) {
                             [this] { return ui_->lblAndamento->text(); });
     ui_->lblTempo->describeLine(UserText::tr("Pulsazioni al minuto"), Metronome::kTempoDigits);
     connect(ui_->MetroTempoS, &QScrollBar::valueChanged, this, &frmMetro::MetroTempoS_Change);
-    ui_->lblTempo->installEventFilter(this);
+    ui_->lblTempo->turnBar(*ui_->MetroTempoS);
     connect(ui_->lblTempo, &NumberLabel::numberTyped, this, &frmMetro::lblTempo_Typed);
     tempoSpeech_.setSingleShot(true);
     tempoSpeech_.setInterval(kTempoRests);
@@ -93,13 +92,9 @@ void frmMetro::connectTempo(const Runtime& runtime) {
     connect(input, &TapInput::tapped, this, &frmMetro::cmdBatti_Tap);
 }
 
-/// The wheel turns the number as it turns the bar. While the metronome beats, the release of a
-/// mouse button waits for the next pulse but timers do not: a short click on a bar's arrow would
-/// repeat itself until then.
-bool frmMetro::eventFilter(QObject* target, QEvent* event) {
-    if (target == ui_->lblTempo)
-        return event->type() == QEvent::Wheel && !ui_->lblTempo->typing() &&
-               QCoreApplication::sendEvent(ui_->MetroTempoS, event);
+/// While the metronome beats, the release of a mouse button waits for the next pulse but timers do
+/// not: a short click on a bar's arrow would repeat itself until then.
+bool frmMetro::eventFilter(QObject* /*target*/, QEvent* event) {
     return event->type() == QEvent::Timer && state_.MetroRunning;
 }
 

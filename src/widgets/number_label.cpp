@@ -7,6 +7,7 @@
 #include <QIntValidator>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QScrollBar>
 #include <QStyleOptionToolButton>
 
 #include <limits>
@@ -14,7 +15,7 @@
 
 namespace {
 
-constexpr int kFrame = 16;  ///< beside the number, in pixels
+constexpr int kFrame = 8;  ///< beside the number, in pixels
 
 bool isEnter(int key) {
     return key == Qt::Key_Return || key == Qt::Key_Enter;
@@ -102,8 +103,9 @@ bool NumberLabel::isDigit(const QKeyEvent& key) {
     return key.text().size() == 1 && key.text().front().isDigit();
 }
 
-bool NumberLabel::typing() const {
-    return !line_->isHidden();
+void NumberLabel::wheelEvent(QWheelEvent* event) {
+    if (bar_ && line_->isHidden())
+        QCoreApplication::sendEvent(bar_, event);
 }
 
 void NumberLabel::keyPressEvent(QKeyEvent* event) {
@@ -153,7 +155,7 @@ void NumberLabel::openLine(const QString& text) {
 
 /// Hiding a line that has the focus finishes its editing again.
 void NumberLabel::closeLine(bool take) {
-    if (!typing())
+    if (line_->isHidden())
         return;
     const QString typed = line_->text();
     const bool focused = line_->hasFocus();
@@ -162,4 +164,6 @@ void NumberLabel::closeLine(bool take) {
         setFocus();
     if (take && !typed.isEmpty() && typed != text())
         Q_EMIT numberTyped(typed.toInt());
+    if (focused)
+        Q_EMIT lineClosed();
 }

@@ -5,6 +5,7 @@
 #include <functional>
 
 class QLineEdit;
+class QScrollBar;
 
 /// A number that looks like a label and can be typed: a click on it, Enter, Space or a digit opens
 /// a line over it. Enter or leaving the line takes the number, Esc leaves it as it was, and so does
@@ -33,17 +34,19 @@ public:
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
 
-    /// Whether the line is open.
-    bool typing() const;
+    /// The wheel turns a bar as it does over the bar itself, but not while the line is open.
+    void turnBar(QScrollBar& bar) { bar_ = &bar; }
 
     /// Whether the key, typed at the label, is the first digit of a number.
     static bool isDigit(const QKeyEvent& key);
 
 Q_SIGNALS:
     void numberTyped(int number);
+    void lineClosed();  ///< by a key, so that the label has the focus
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void initStyleOption(QStyleOptionToolButton* option) const override;
     bool eventFilter(QObject* target, QEvent* event) override;
@@ -57,4 +60,5 @@ private:
     Words name_ = [this] { return number_; };
     Words description_ = [] { return QString(); };
     QLineEdit* line_;
+    QScrollBar* bar_ = nullptr;
 };

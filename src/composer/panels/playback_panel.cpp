@@ -25,7 +25,13 @@ PlaybackPanel::PlaybackPanel(QWidget* parent)
     panel_text::reserve(*ui_->lblNe, panel_text::widestEntryNumber());
     panel_text::reserve(*ui_->lblPnn, panel_text::widestNoteName());
     appearance::enlargeText(*ui_->lblTempo, kTempoTextScale);
-    panel_text::reserve(*ui_->lblTempo, QString::number(Composition::kHighestTempo));
+    ui_->lblTempo->describe(
+        [this] { return UserText::tr("%1 semiminime al minuto").arg(ui_->Slider1->value()); },
+        [] { return UserText::tr("Velocità di esecuzione"); });
+    ui_->lblTempo->describeLine(
+        UserText::tr("Semiminime al minuto"),
+        static_cast<int>(QString::number(Composition::kHighestTempo).size()));
+    ui_->lblTempo->turnBar(*ui_->Slider1);
     ui_->Slider1->setRange(Composition::kLowestTempo, Composition::kHighestTempo);
     showTempo(Composition::kDefaultTempo);
 }
@@ -41,5 +47,4 @@ void PlaybackPanel::showTempo(int tempo) {
     const QSignalBlocker silent(ui_->Slider1);
     ui_->Slider1->setValue(tempo);
     ui_->lblTempo->setText(QString::number(tempo));
-    ui_->lblTempo->setAccessibleName(UserText::tr("%1 semiminime al minuto").arg(tempo));
 }
