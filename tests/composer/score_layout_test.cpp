@@ -373,6 +373,27 @@ TEST(ScoreLayout, EqualValuesStandEquallyFarApartAndLongerOnesFarther) {
     }
 }
 
+/// Of bars that are alike, each printed system has as many as another, or one more or less.
+TEST(ScoreLayout, TheSystemsOfASheetAreEquallyFull) {
+    Melodies melody(9);
+    melody.notation.metre = score::kMetres[2];
+    for (int bars = 1; bars < 40; ++bars) {
+        melody.entries.insert(melody.entries.end(), 4, {67, 1, 'n'});
+        melody.layout.setSource(melody.source());
+        melody.layout.setPage({50.0 + melody.draw(60)});
+        melody.layout.layOutAll();
+        const std::size_t systems = melody.layout.systems().size();
+        melody.layout.layOutEvenly();
+        ASSERT_EQ(melody.layout.systems().size(), systems);
+        std::set<std::size_t> barsOfSystems;
+        for (const System& system : melody.layout.systems())
+            barsOfSystems.insert(system.barLines.size());
+        EXPECT_LE(*barsOfSystems.rbegin() - *barsOfSystems.begin(), 1) << bars;
+        const double free = melody.layout.page().width - melody.layout.systems().back().end;
+        EXPECT_EQ(free < 1e-6, systems > 1);
+    }
+}
+
 TEST(ScoreLayout, APhraseThatDipsBelowMiddleCStaysOnItsStaff) {
     const std::pair<std::vector<int>, const char*> phrases[] = {
         {{60, 62, 60, 55, 60, 60, 55, 60}, "tttttttt"},

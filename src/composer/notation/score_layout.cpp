@@ -9,6 +9,14 @@ namespace {
 /// So many entries are laid out behind what is asked for.
 constexpr int kAhead = 1000;
 
+constexpr double kNearlyFull = 0.75;  ///< of what the other systems hold
+
+std::ptrdiff_t brokenBars(const std::vector<System>& systems) {
+    return std::count_if(systems.begin(), systems.end(), [](const System& system) {
+        return system.start.bar && system.start.bar->notes > 0;
+    });
+}
+
 }  // namespace
 
 void ScoreLayout::setSource(Source source) {
@@ -31,7 +39,7 @@ void ScoreLayout::changedFrom(int entry) {
 
 std::size_t ScoreLayout::systemOf(int entry) {
     while (!complete() && (systems_.empty() || systems_.back().start.entry <= entry + kAhead))
-        append();
+        append(page_);
     return std::min(find(entry), systems_.size() - 1);
 }
 
@@ -44,12 +52,54 @@ std::size_t ScoreLayout::find(int entry) const {
 
 void ScoreLayout::layOutTo(double y) {
     while (!complete() && (tops_.empty() || tops_.back() < y))
-        append();
+        append(page_);
 }
 
 void ScoreLayout::layOutAll() {
     while (!complete())
-        append();
+        append(page_);
+}
+
+void ScoreLayout::layOutEvenly() {
+    layOutAll();
+    const std::size_t systems = systems_.size();
+    if (systems < 2)
+        return;
+    const std::ptrdiff_t broken = brokenBars(systems_);
+    double natural = 0;
+    std::size_t bars = 0;
+    std::size_t symbols = 0;
+    for (const System& system : systems_) {
+        natural += system.natural;
+        bars += system.barLines.size();
+        symbols += system.symbols.size();
+    }
+    const double unit = natural / static_cast<double>(bars > 0 ? bars : symbols);
+    if (appendEvenly(systems, natural, unit) && brokenBars(systems_) <= broken)
+        return;
+    clear();
+    layOutAll();
+}
+
+/// Each system takes its share of what is left, to the nearest bar or note, of which one has the
+/// width `unit` on average. The answer is whether they are enough.
+bool ScoreLayout::appendEvenly(std::size_t systems, double natural, double unit) {
+    clear();
+    Page page = page_;
+    const double average = natural / static_cast<double>(systems);
+    for (std::size_t left = systems; left > 0 && !complete(); --left) {
+        const double share = natural / static_cast<double>(left);
+        page.fullness = left > 1 ? std::min(1.0, (share + unit / 2) / page.width) : 1;
+        page.fillsLast = share >= kNearlyFull * average;
+        append(page);
+        natural -= systems_.back().natural;
+    }
+    return complete();
+}
+
+void ScoreLayout::clear() {
+    systems_.clear();
+    tops_.clear();
 }
 
 std::size_t ScoreLayout::systemAt(double y) const {
@@ -63,11 +113,11 @@ double ScoreLayout::height() const {
     return complete() || laidOut == 0 ? known : known / laidOut * source_.count();
 }
 
-void ScoreLayout::append() {
+void ScoreLayout::append(const Page& page) {
     const SystemStart start = systems_.empty() ? startOf(source_) : systems_.back().next;
     const double top =
         systems_.empty() ? 0 : tops_.back() + systems_.back().height() + kBetweenSystems;
-    systems_.push_back(layOutSystem(source_, start, page_));
+    systems_.push_back(layOutSystem(source_, start, page));
     tops_.push_back(top);
     if (systems_.size() > 1 && !fitsView(0) &&
         fitsView(systems_.back().spareAbove + systems_.back().spareBelow))

@@ -28,6 +28,10 @@ public:
     void layOutTo(double y);
     void layOutAll();
 
+    /// Lays out all systems of a melody that does not change any more: as many as else, about
+    /// equally full, so that the last one is not the rest of a line.
+    void layOutEvenly();
+
     /// The systems that are laid out.
     const std::vector<System>& systems() const { return systems_; }
 
@@ -42,7 +46,9 @@ public:
     bool complete() const { return !systems_.empty() && systems_.back().last; }
 
 private:
-    void append();
+    void append(const Page& page);
+    void clear();
+    bool appendEvenly(std::size_t systems, double natural, double unit);
     bool fitsView(double less) const;
 
     Source source_;

@@ -106,7 +106,7 @@ public:
         std::size_t i = 0;
         for (; i < system_.symbols.size(); ++i) {
             used += distances_[i].natural();
-            if (used > page.width + kTolerance && possible > 0)
+            if (used > page.width * page.fullness + kTolerance && possible > 0)
                 break;
             const Symbol& symbol = system_.symbols[i];
             bar = symbol.endsBar ? i + 1 : reading_.behind[i] ? bar : 0;
@@ -121,12 +121,13 @@ public:
         cutAt(all ? system_.symbols.size() : bar > 0 ? bar : good > 0 ? good : possible);
     }
 
-    void placeSymbols(double width) {
-        const double room = width - lead();
+    void placeSymbols(const Page& page) {
+        const double room = page.width - lead();
         double natural = 0;
         for (const Distance& distance : distances_)
             natural += distance.natural();
-        const bool fills = !system_.last || natural > room;
+        system_.natural = lead() + natural;
+        const bool fills = !system_.last || page.fillsLast || natural > room;
         const double stretch = fills ? stretchToFill(distances_, room) : 1;
         double x = lead();
         for (std::size_t i = 0; i < system_.symbols.size(); ++i) {
@@ -134,7 +135,7 @@ public:
             x += std::max(distances_[i].wanted * stretch, distances_[i].least);
         }
         system_.end = x;
-        squeeze(width);
+        squeeze(page.width);
         placeBarLines();
         shortenLedgerLines();
     }
@@ -351,7 +352,7 @@ System layOutSystem(const Source& source, const SystemStart& start, const Page& 
     builder.read(page.width);
     builder.chooseStaves();
     builder.breakLine(page);
-    builder.placeSymbols(page.width);
+    builder.placeSymbols(page);
     builder.layOutSigns();
     return builder.take(page);
 }
@@ -363,7 +364,7 @@ System layOutEntry(const staff_entry::Entry& entry, Staff staff, const score::Ke
     builder.read(page.width);
     builder.placeOnStaves({staff});
     builder.breakLine(page);
-    builder.placeSymbols(page.width);
+    builder.placeSymbols(page);
     builder.layOutSigns();
     System system = builder.take(page);
     const double origin = system.symbols.front().x;

@@ -17,6 +17,8 @@ struct Page {
     double endRoom = 0;             ///< left free behind the last entry of the melody
     bool roomForEveryNote = false;  ///< at the last system, above and below
     double view = 0;                ///< the height that is seen at a time, in half spaces
+    double fullness = 1;     ///< a system ends where its natural distances take this share of it
+    bool fillsLast = false;  ///< the last system is as wide as the others
 };
 
 /// Where the signs end that begin a system without a key and a metre, and where its first symbol
@@ -70,7 +72,8 @@ struct System {
     std::vector<double> barLines;  ///< those where a bar ends
     std::optional<int> barNumber;  ///< of the bar in which it starts, from 1
     Opening opening;
-    double end = 0;  ///< behind the last symbol
+    double end = 0;      ///< behind the last symbol
+    double natural = 0;  ///< where it would be at natural distances
 
     double above = 0;  ///< from the treble staff's top line to the highest ink
     double gap = 0;    ///< between the staves

@@ -52,7 +52,7 @@ SheetMusic::SheetMusic(const MelodySheet& sheet, const QSizeF& room) : sheet_(sh
     score_.setSource(sheet_.source);
     score_.setPage(
         {std::max(kNarrowest, room.width() / kSpace - score_painter::kBraceRoom), 0, false});
-    score_.layOutAll();
+    score_.layOutEvenly();
     bass_ = notation::usesBass(score_);
     pages_ = notation::pagesOf(score_, room.height() / kSpace - kFooterRoom, kTitleRoom);
 }
