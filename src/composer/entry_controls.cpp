@@ -65,8 +65,8 @@ void EntryControls::connectMenu() {
 
 /// A shortcut is looked for at once, but the keys that are polled have their turn one by one: a
 /// step takes as long as its note. The user means what he typed before to be done before.
-void EntryControls::afterKeys(std::function<void()> act) {
-    runtime_.deliver(runtime_.now(), [self = QPointer(this), act = std::move(act)] {
+void EntryControls::afterKeys(const std::function<void()>& act) {
+    runtime_.afterKeys([self = QPointer(this), act] {
         const QWidget* box = QApplication::activeModalWidget();
         if (self && (!box || box == self->ui_.lb->window()))
             act();

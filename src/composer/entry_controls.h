@@ -51,7 +51,7 @@ private:
     void connectPalette();
     void connectMenu();
     void connectEditFrame();
-    void afterKeys(std::function<void()> act);
+    void afterKeys(const std::function<void()>& act);
     void presentAtStep(const EditOutcome& outcome);
     void presentRestored(const EditOutcome& outcome, void (ComposerSpeech::*say)());
 

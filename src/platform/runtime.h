@@ -82,6 +82,11 @@ public:
     /// must leave alone what lies behind a box. From any thread.
     virtual void deliver(Instant at, std::function<void()> work) = 0;
 
+    /// Does work that a key chose, as a shortcut does: when the keys before it were polled, and
+    /// before those behind it are. At once where no keys wait. As with `deliver`, the work must
+    /// leave alone what lies behind a box.
+    virtual void afterKeys(const std::function<void()>& work) { work(); }
+
     /// Makes an alarm that is not set yet. Within half a second of its instant it does its work,
     /// which must be short, open no box and let no events run: a note may be due.
     virtual std::unique_ptr<Alarm> makeAlarm(std::function<void()> work) = 0;

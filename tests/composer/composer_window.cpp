@@ -195,7 +195,6 @@ std::string OpenComposer::effectOf(const QString& steps) {
             effects << heard.take();
         else
             step(one);
-        world.runtime.yield();
     }
     const Look after = during ? *during : look();
     for (const auto& [name, seen] : after) {

@@ -176,7 +176,6 @@ TEST_F(ComposerWindowTest, TheFocusDecidesWhatAKeyMeans) {
             const int count = user.text("lblNt").toInt();
             user.find<QWidget>(control).setFocus();
             user.type(Qt::Key_Return);
-            world.runtime.yield();
             meant += user.text("lblNt").toInt() > count ? "e" : "";
             EXPECT_EQ(meant, meaning) << control;
         });

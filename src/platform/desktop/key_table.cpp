@@ -39,19 +39,29 @@ bool KeyTable::advance() {
     repeated_.reset();
     if (queue_.empty())
         return false;
-    std::bitset<kKeyLast + 1> taken;
-    std::vector<Transition> later;
-    for (const Transition& transition : std::exchange(queue_, {})) {
-        const auto key = static_cast<std::size_t>(transition.key);
-        if (taken.test(key)) {
-            later.push_back(transition);
-        } else {
-            taken.set(key);
-            apply(transition);
-        }
+    if (auto* waiting = std::get_if<Work>(&queue_.front())) {
+        const Work work = std::move(*waiting);
+        queue_.pop_front();
+        work();
+        return true;
     }
-    queue_ = std::move(later);
+    std::bitset<kKeyLast + 1> taken;
+    while (!queue_.empty()) {
+        const auto* next = std::get_if<Transition>(&queue_.front());
+        if (!next || taken.test(static_cast<std::size_t>(next->key)))
+            break;
+        taken.set(static_cast<std::size_t>(next->key));
+        apply(*next);
+        queue_.pop_front();
+    }
     return true;
+}
+
+void KeyTable::post(Work work) {
+    if (waits())
+        queue_.emplace_back(std::move(work));
+    else
+        work();
 }
 
 bool KeyTable::eventFilter(QObject* target, QEvent* event) {
@@ -133,17 +143,24 @@ bool KeyTable::goesOn(const Press& press, const QWindow& window, const QKeyEvent
 
 void KeyTable::take(const Press& press, Change change) {
     const bool polled = polledDepth_ == currentDepth();
-    if (!polled) {
-        for (const Transition& waiting : std::exchange(queue_, {}))
-            apply(waiting);
-    }
+    if (!polled)
+        takeAll();
     for (const KeyCode code : press.codes) {
         if (!isKey(code))
             continue;
         if (polled)
-            queue_.push_back({code, change});
+            queue_.emplace_back(Transition{code, change});
         else
             apply({code, change});
+    }
+}
+
+void KeyTable::takeAll() {
+    for (const auto& waiting : std::exchange(queue_, {})) {
+        if (const auto* transition = std::get_if<Transition>(&waiting))
+            apply(*transition);
+        else
+            std::get<Work>(waiting)();
     }
 }
 

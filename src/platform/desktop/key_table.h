@@ -9,10 +9,11 @@
 #include <array>
 #include <bitset>
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <map>
 #include <optional>
-#include <vector>
+#include <variant>
 
 class QKeyEvent;
 
@@ -25,10 +26,11 @@ class QKeyEvent;
 /// One that goes on is looked up among the shortcuts as a repeat, so that these decide by
 /// themselves whether they repeat.
 ///
-/// For a loop that polls, transitions are queued as they come and taken by `advance`, at most one
-/// for each key, so that a tap that falls between two passes is down for one of them. While no loop
-/// polls, or in a dialog over it, keys only change their state: what was typed then is not played
-/// afterwards.
+/// For a loop that polls, transitions are queued as they come and taken by `advance` in their
+/// order, at most one for each key, so that a tap that falls between two passes is down for one of
+/// them and what was typed ahead comes one after the other. Work can take its turn among them.
+/// While no loop polls, or in a dialog over it, keys only change their state: what was typed then
+/// is not played afterwards.
 class KeyTable : public QObject {
 public:
     /// Whether the key with a scan code is down now; nothing where that is not known.
@@ -44,8 +46,13 @@ public:
         return isKey(key) && repeated_[static_cast<std::size_t>(key)];
     }
 
-    /// Takes the next transition of every key; answers whether there was any.
+    /// Takes the next transitions, up to the second one of a key, or does the next work; answers
+    /// whether there was any.
     bool advance();
+
+    /// Does work when all transitions that wait have been taken, and before those that come later;
+    /// at once where none wait or no loop polls.
+    void post(std::function<void()> work);
 
     /// Whether transitions wait for the loop that runs now to take them.
     bool waits() const { return polledDepth_ == currentDepth() && !queue_.empty(); }
@@ -77,6 +84,7 @@ private:
         KeyCode key;
         Change change;
     };
+    using Work = std::function<void()>;
 
     static bool isKey(KeyCode key) { return key > 0 && key <= kKeyLast; }
     static Id idOf(const QKeyEvent& event);
@@ -91,10 +99,11 @@ private:
     void loseReleasedKeys();
     void take(const Press& press, Change change);
     void apply(const Transition& transition);
+    void takeAll();
 
     const KeyState isDown_;
     std::map<Id, Press> pressed_;
-    std::vector<Transition> queue_;
+    std::deque<std::variant<Transition, Work>> queue_;
     int polledDepth_ = kNotPolled;
     std::bitset<kKeyLast + 1> down_;
     std::bitset<kKeyLast + 1> repeated_;
