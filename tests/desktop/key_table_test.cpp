@@ -264,8 +264,9 @@ TEST(KeyMap, KeysGoByTheirPlaceOrElseByTheirName) {
         {KEY_1, "1234567890"}, {KEY_Q, "QWERTYUIOP"}, {KEY_A, "ASDFGHJKL"}, {KEY_Z, "ZXCVBNM"}};
     for (const auto& [first, keys] : inOrder) {
         for (int i = 0; keys[i]; ++i) {
-            places[first + i] = keys[i];
-            EXPECT_EQ(codeOf(keys[i], 0), keys[i]);
+            const int key = static_cast<unsigned char>(keys[i]);
+            places[first + i] = key;
+            EXPECT_EQ(codeOf(key, 0), key);
         }
     }
     for (int i = 0; i < 10; ++i) {

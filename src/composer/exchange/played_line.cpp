@@ -11,11 +11,10 @@ namespace {
 
 constexpr double kMsPerMinute = 60'000;
 /// An entry loses a millisecond at most. Rests that follow each other are read as one, which lost
-/// one for each of them, but less than a unit.
+/// one for each of them; a whole unit lost cannot be told.
 constexpr double kNoLoss = 0.01;
 constexpr double kLoss = 1.01;
 constexpr double kLossOfRests = 20;
-constexpr double kMostOfUnit = 0.99;
 
 /// A note with the rest behind it.
 struct Split {
@@ -30,7 +29,7 @@ public:
     LetterReader(const NoteGrid& grid, int tempo)
         : grid_(grid),
           tempo_(tempo),
-          lossOfRests_(std::min(kLossOfRests, kMostOfUnit * grid.unitTicks())) {}
+          lossOfRests_(std::min(kLossOfRests, grid.unitTicks() - kNoLoss)) {}
 
     /// The units of a rest or of several.
     std::optional<int> restOf(std::int64_t ms) const {
