@@ -142,11 +142,13 @@ void frmComposer::Form_Activate() {
     if (polling_ || closed_)
         return;
     polling_ = true;
+    const bool before = runtime_.pollKeysInOrder(true);
     becomeActive();
     library_.openAtStart(std::exchange(melodyFile_, {}));
     while (!closed_ && !runtime_.ending())
         runtime_.pump(kForever);
     keyboard_.releaseHeldKeys();
+    runtime_.pollKeysInOrder(before);
     polling_ = false;
 }
 

@@ -28,6 +28,7 @@ public:
     void deliver(Instant at, std::function<void()> work) override {
         runtime_.deliver(at, std::move(work));
     }
+    bool pollKeysInOrder(bool on) override { return runtime_.pollKeysInOrder(on); }
     void afterKeys(const std::function<void()>& work) override { runtime_.afterKeys(work); }
     std::unique_ptr<Alarm> makeAlarm(std::function<void()> work) override {
         return runtime_.makeAlarm(std::move(work));

@@ -82,6 +82,10 @@ public:
     /// must leave alone what lies behind a box. From any thread.
     virtual void deliver(Instant at, std::function<void()> work) = 0;
 
+    /// Whether keys that were typed ahead during a wait are polled one after the other, as for a
+    /// loop whose passes follow each other at once, or all together; answers what it was before.
+    virtual bool pollKeysInOrder(bool /*on*/) { return false; }
+
     /// Does work that a key chose, as a shortcut does: when the keys before it were polled, and
     /// before those behind it are. At once where no keys wait. As with `deliver`, the work must
     /// leave alone what lies behind a box.

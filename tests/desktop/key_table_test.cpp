@@ -95,6 +95,7 @@ TEST_P(KeyTableModel, RandomKeysInTwoWindowsAreHeldAndPressedAsInThePlainTable) 
     using Change = std::pair<PlainKey*, QEvent::Type>;
     std::vector<Change> coming;  ///< with the next pass
     std::deque<Change> waiting;  ///< to be polled
+    bool inOrder = false;
     int worksDone = 0;
     int worksExpected = 0;
     windows[active].activate();
@@ -156,14 +157,17 @@ TEST_P(KeyTableModel, RandomKeysInTwoWindowsAreHeldAndPressedAsInThePlainTable) 
                 atOnce ? void(++worksExpected) : waiting.push_back(each);
             }
             std::set<PlainKey*> taken;
-            while (!waiting.empty() && (polled || came)) {
-                const auto [key, change] = waiting.front();
-                if (polled && (!taken.insert(key).second || (!key && taken.size() > 1)))
-                    break;
-                waiting.pop_front();
-                key ? key->apply(change) : void(++worksExpected);
-                if (polled && !key)
-                    break;
+            bool stopped = false;
+            for (const Change& each : std::exchange(waiting, {})) {
+                const auto [key, change] = each;
+                const bool alone = !key && !stopped && taken.empty();
+                if (!polled ? came : key ? !stopped && taken.insert(key).second : alone) {
+                    key ? key->apply(change) : void(++worksExpected);
+                    stopped |= polled && !key;
+                } else {
+                    waiting.push_back(each);
+                    stopped |= inOrder || !key;
+                }
             }
             ASSERT_EQ(worksDone, worksExpected) << acts;
             for (const PlainKey& key : keys) {
@@ -179,6 +183,8 @@ TEST_P(KeyTableModel, RandomKeysInTwoWindowsAreHeldAndPressedAsInThePlainTable) 
             writes = act == 11 ? !writes : writes;
             for (Typed& each : windows)
                 each.setAttribute(Qt::WA_InputMethodEnabled, writes);
+            if (act == 13)
+                runtime.pollKeysInOrder(inOrder ^= true);
             if (act == 12)
                 window.windowHandle()->setProperty(kKeepsKeys, keeps[&window - windows] ^= true);
             if (act == 14 && random() % 4 == 0) {

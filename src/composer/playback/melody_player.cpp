@@ -5,12 +5,27 @@
 #include "core/funzioni_mm.h"
 #include "core/wait_chain.h"
 
+#include <optional>
 #include <utility>
 
 namespace {
 
 /// How often events run while a long entry lasts.
 constexpr Instant kServeInterval = std::chrono::seconds(1);
+
+/// The passes of a range are an entry apart: what was typed since the last one sounds at once.
+class KeysTogether {
+public:
+    explicit KeysTogether(Runtime& runtime)
+        : runtime_(runtime), before_(runtime.pollKeysInOrder(false)) {}
+    ~KeysTogether() { runtime_.pollKeysInOrder(before_); }
+    KeysTogether(const KeysTogether&) = delete;
+    KeysTogether& operator=(const KeysTogether&) = delete;
+
+private:
+    Runtime& runtime_;
+    bool before_;
+};
 
 }  // namespace
 
@@ -31,6 +46,9 @@ void MelodyPlayer::play(std::int16_t start, std::int16_t end) {
     if (playing_)
         view_.enableCanc(false);
     view_.showEntryNumber(QStringLiteral("0"));
+    std::optional<KeysTogether> together;
+    if (start != end)
+        together.emplace(runtime_);
     Run run{++calls_, WaitChain(runtime_)};
     const End howEnded = playPasses(start, end, run);
     // A later call of `play` may still be playing: the button then keeps its "Stop".

@@ -46,13 +46,16 @@ bool KeyTable::advance() {
         return true;
     }
     std::bitset<kKeyLast + 1> taken;
-    while (!queue_.empty()) {
-        const auto* next = std::get_if<Transition>(&queue_.front());
-        if (!next || taken.test(static_cast<std::size_t>(next->key)))
-            break;
-        taken.set(static_cast<std::size_t>(next->key));
-        apply(*next);
-        queue_.pop_front();
+    bool stopped = false;
+    for (auto& waiting : std::exchange(queue_, {})) {
+        const auto* next = std::get_if<Transition>(&waiting);
+        if (next && !stopped && !taken.test(static_cast<std::size_t>(next->key))) {
+            taken.set(static_cast<std::size_t>(next->key));
+            apply(*next);
+        } else {
+            stopped = stopped || inOrder_ || !next;
+            queue_.push_back(std::move(waiting));
+        }
     }
     return true;
 }

@@ -13,6 +13,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <utility>
 #include <variant>
 
 class QKeyEvent;
@@ -26,9 +27,9 @@ class QKeyEvent;
 /// One that goes on is looked up among the shortcuts as a repeat, so that these decide by
 /// themselves whether they repeat.
 ///
-/// For a loop that polls, transitions are queued as they come and taken by `advance` in their
-/// order, at most one for each key, so that a tap that falls between two passes is down for one of
-/// them and what was typed ahead comes one after the other. Work can take its turn among them.
+/// For a loop that polls, transitions are queued as they come and taken by `advance`, at most one
+/// for each key, so that a tap that falls between two passes is down for one of them. Where that is
+/// asked for, what was typed ahead comes one after the other. Work takes its turn among it.
 /// While no loop polls, or in a dialog over it, keys only change their state: what was typed then
 /// is not played afterwards.
 class KeyTable : public QObject {
@@ -46,9 +47,12 @@ public:
         return isKey(key) && repeated_[static_cast<std::size_t>(key)];
     }
 
-    /// Takes the next transitions, up to the second one of a key, or does the next work; answers
-    /// whether there was any.
+    /// Takes the next transition of every key, in order only those before the second one of a key,
+    /// or does the next work; answers whether there was any.
     bool advance();
+
+    /// Whether no key is to overtake another one; answers what it was before.
+    bool setInOrder(bool on) { return std::exchange(inOrder_, on); }
 
     /// Does work when all transitions that wait have been taken, and before those that come later;
     /// at once where none wait or no loop polls.
@@ -105,6 +109,7 @@ private:
     std::map<Id, Press> pressed_;
     std::deque<std::variant<Transition, Work>> queue_;
     int polledDepth_ = kNotPolled;
+    bool inOrder_ = false;
     std::bitset<kKeyLast + 1> down_;
     std::bitset<kKeyLast + 1> repeated_;
 };

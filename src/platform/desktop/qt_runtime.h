@@ -31,6 +31,7 @@ public:
     void deliver(Instant at, std::function<void()> work) override {
         deliveries_.post(at, std::move(work));
     }
+    bool pollKeysInOrder(bool on) override { return keys_.setInOrder(on); }
     void afterKeys(const std::function<void()>& work) override { keys_.post(work); }
     std::unique_ptr<Alarm> makeAlarm(std::function<void()> work) override;
     bool held(KeyCode key) const override { return keys_.held(key); }
