@@ -39,6 +39,7 @@ constexpr Instant kStartTune = 2200ms;  ///< before any window is used; the stre
 class Host : public QWidget, public MetronomeHost {
 public:
     void setMetronomeRunning(bool) override {}
+    void focusStart() override {}
     const QWidget& startColourSource() const override { return *this; }
     const QWidget& stopColourSource() const override { return *this; }
 };

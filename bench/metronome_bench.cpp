@@ -46,6 +46,7 @@ struct Click {
 class Host : public QWidget, public MetronomeHost {
 public:
     void setMetronomeRunning(bool) override {}
+    void focusStart() override {}
     const QWidget& startColourSource() const override { return *this; }
     const QWidget& stopColourSource() const override { return *this; }
 };
