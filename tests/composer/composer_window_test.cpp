@@ -254,10 +254,14 @@ TEST_F(ComposerWindowTest, KeysPlayAndGoThroughNotesAndEntries) {
 }
 
 TEST_F(ComposerWindowTest, ClosingWhilePlayingOrHoldingLeavesNoNote) {
-    at(100ms, [this] { enter({60, 62, 64}); });
+    at(100ms, [this] {
+        EXPECT_TRUE(world.runtime.keysInOrder());
+        enter({60, 62, 64});
+    });
     clickAt(1000ms, "cmdPlay");
     world.runtime.press('Z', 1100ms, 20s);
     at(1200ms, [this] {
+        EXPECT_FALSE(world.runtime.keysInOrder()) << "the notes played along would come too late";
         sendMouse(user.find<QWidget>("lblid_3"), QEvent::MouseButtonPress, {3, 3});
     });
     at(2100ms, [this] {
@@ -270,6 +274,7 @@ TEST_F(ComposerWindowTest, ClosingWhilePlayingOrHoldingLeavesNoNote) {
     world.runtime.press(kKeyUp, 5s, 20s);
     clickAt(6s, "cmdPlay");
     runUntil(7s);
+    EXPECT_FALSE(world.runtime.keysInOrder()) << "as before the window";
     EXPECT_THAT(sounding(world.midi.takeUntimed()), IsEmpty());
     world.runtime.runActs();
 }

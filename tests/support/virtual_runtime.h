@@ -66,6 +66,8 @@ public:
     std::unique_ptr<Alarm> makeAlarm(std::function<void()> work) override;
     bool held(KeyCode key) const override { return held_.count(key) > 0; }
     bool repeated(KeyCode key) const override { return repeated_ == key; }
+    bool pollKeysInOrder(bool on) override { return std::exchange(keysInOrder_, on); }
+    bool keysInOrder() const { return keysInOrder_; }
     void end() override {
         saveWork();
         ending_ = true;
@@ -92,4 +94,5 @@ private:
     int passes_ = 0;
     bool serving_ = false;
     bool ending_ = false;
+    bool keysInOrder_ = false;
 };
