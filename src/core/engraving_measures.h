@@ -100,9 +100,7 @@ TieCurve tieOverHeads(const Note& first, bool above);
 /// Beside the heads and the first one's dots; it leaves the room over the heads to a sign.
 TieCurve tieBetweenHeads(const Note& first, bool above);
 
-/// The position of the middle of a small sign that stands outside the stave, beyond a note's stem
-/// or above a rest.
+/// The position of the middle of a small sign that stands outside the stave, beyond a note's stem.
 double signPosition(const Note& note);
-constexpr double kRestSignPosition = kTopLine + 3;
 
 }  // namespace engraving
