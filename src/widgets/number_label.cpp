@@ -106,6 +106,8 @@ bool NumberLabel::isDigit(const QKeyEvent& key) {
 void NumberLabel::wheelEvent(QWheelEvent* event) {
     if (bar_ && line_->isHidden())
         QCoreApplication::sendEvent(bar_, event);
+    else
+        event->ignore();
 }
 
 void NumberLabel::keyPressEvent(QKeyEvent* event) {
